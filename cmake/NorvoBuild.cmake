@@ -1,0 +1,91 @@
+# How everything here is compiled, and the three functions that leaf folders use.
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTORCC ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+set(NORVO_PLUGIN_DIRECTORY ${CMAKE_BINARY_DIR}/plugins)
+set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+
+find_program(NORVO_CCACHE ccache)
+if(NORVO_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    # The precompiled headers need the sloppiness; see ccache's manual, "Precompiled headers".
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+        ${NORVO_CCACHE})
+endif()
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
+if(NORVO_WERROR)
+    add_compile_options(-Werror)
+endif()
+# Messages carry no source place in any kind of build, so that their text is all there is to them.
+add_compile_definitions(QT_NO_MESSAGELOGCONTEXT QT_NO_FOREACH)
+
+if(NORVO_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
+                        -fno-omit-frame-pointer -O1)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+set(NORVO_PCH_WIDGETS <QtWidgets>)
+
+# norvo_add_plugin(NAME SOURCES... [LIBRARIES ...])
+# A plug-in in the plug-in folder that exports Qt's two plug-in entries and nothing else.
+function(norvo_add_plugin name)
+    cmake_parse_arguments(ARG "" "OUTPUT_DIRECTORY" "SOURCES;LIBRARIES" ${ARGN})
+    if(NOT ARG_OUTPUT_DIRECTORY)
+        set(ARG_OUTPUT_DIRECTORY ${NORVO_PLUGIN_DIRECTORY})
+    endif()
+    set(exports ${PROJECT_SOURCE_DIR}/cmake/plugin-exports.map)
+    add_library(${name} MODULE ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES})
+    target_link_options(${name} PRIVATE -Wl,--version-script=${exports})
+    set_target_properties(${name} PROPERTIES
+        LIBRARY_OUTPUT_DIRECTORY ${ARG_OUTPUT_DIRECTORY}
+        LINK_DEPENDS ${exports}
+        INSTALL_RPATH "$ORIGIN/../..")
+endfunction()
+
+# norvo_add_test(NAME [SOURCES ...] [LIBRARIES ...] [TIMEOUT seconds])
+# A Qt Test program NAME.cpp, run off-screen; a connection that Qt refuses makes it fail.
+function(norvo_add_test name)
+    cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LIBRARIES" ${ARGN})
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 120)
+    endif()
+    add_executable(${name} ${name}.cpp ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE Qt5::Test ${ARG_LIBRARIES})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/tests)
+    target_compile_definitions(${name} PRIVATE
+        NORVO_BUILD_DIR="${CMAKE_BINARY_DIR}" NORVO_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    target_precompile_headers(${name} REUSE_FROM test_headers)
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+    add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+    set_tests_properties(${name} PROPERTIES
+        TIMEOUT ${ARG_TIMEOUT}
+        FAIL_REGULAR_EXPRESSION "QObject::connect:"
+        ENVIRONMENT "${NORVO_TEST_ENVIRONMENT}")
+endfunction()
+
+# norvo_add_benchmark(NAME [SOURCES ...] [LIBRARIES ...])
+# A Google Benchmark program NAME.cpp; run it by hand from the release build.
+function(norvo_add_benchmark name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+    add_executable(${name} ${name}.cpp ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE benchmark::benchmark ${ARG_LIBRARIES})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+    target_compile_definitions(${name} PRIVATE
+        NORVO_BUILD_DIR="${CMAKE_BINARY_DIR}" NORVO_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    set_target_properties(${name} PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/benchmarks)
+endfunction()

@@ -1,0 +1,26 @@
+# What `cmake --install` lays out, and the package that outside plug-ins find with
+# find_package(Norvo): Norvo::Norvo, Norvo::NorvoGUI.
+include(CMakePackageConfigHelpers)
+
+set(NORVO_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Norvo)
+
+install(TARGETS Norvo NorvoGUI EXPORT NorvoTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(DIRECTORY plugin/norvo DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+install(EXPORT NorvoTargets NAMESPACE Norvo:: DESTINATION ${NORVO_CMAKE_DIR})
+
+foreach(plugin norvoguidevices norvosources)
+    if(TARGET ${plugin})
+        install(TARGETS ${plugin} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/norvo/plugins)
+    endif()
+endforeach()
+if(TARGET norvo-panel)
+    install(TARGETS norvo-panel RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()
+
+configure_package_config_file(cmake/NorvoConfig.cmake.in ${CMAKE_BINARY_DIR}/NorvoConfig.cmake
+    INSTALL_DESTINATION ${NORVO_CMAKE_DIR})
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/NorvoConfigVersion.cmake
+    COMPATIBILITY SameMinorVersion)
+install(FILES ${CMAKE_BINARY_DIR}/NorvoConfig.cmake ${CMAKE_BINARY_DIR}/NorvoConfigVersion.cmake
+    DESTINATION ${NORVO_CMAKE_DIR})

@@ -1,0 +1,96 @@
+#include "norvo/Param.h"
+
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <utility>
+
+namespace {
+
+std::optional<bool> readBool(const QString& text)
+{
+    static const QStringList trueTexts{"true", "yes", "on", "1"};
+    static const QStringList falseTexts{"false", "no", "off", "0"};
+
+    const QString trimmed = text.trimmed();
+    if (trueTexts.contains(trimmed, Qt::CaseInsensitive)) {
+        return true;
+    }
+    if (falseTexts.contains(trimmed, Qt::CaseInsensitive)) {
+        return false;
+    }
+    return std::nullopt;
+}
+
+std::optional<double> readDouble(const QString& text)
+{
+    bool ok = false;
+    const double number = text.trimmed().toDouble(&ok);
+    return ok ? std::optional(number) : std::nullopt;
+}
+
+/// Cut toward zero; the nearest int for what lies beyond, 0 for what is no number.
+int clampedInt(double number)
+{
+    constexpr int lowest = std::numeric_limits<int>::min();
+    constexpr int highest = std::numeric_limits<int>::max();
+    if (std::isnan(number)) {
+        return 0;
+    }
+    if (number <= lowest) {
+        return lowest;
+    }
+    return number >= highest ? highest : int(number);
+}
+
+} // namespace
+
+Param::Param(QString name, QString defaultText, QStringList options, bool flag,
+             EnabledConditions enabledConditions)
+    : m_name(std::move(name)),
+      m_value(defaultText),
+      m_default(std::move(defaultText)),
+      m_options(std::move(options)),
+      m_enabledConditions(std::move(enabledConditions)),
+      m_flag(flag)
+{
+}
+
+Param::operator QString() const
+{
+    return m_value;
+}
+
+Param::operator bool() const
+{
+    return readBool(m_value).value_or(false);
+}
+
+Param::operator int() const
+{
+    bool ok = false;
+    const int number = m_value.trimmed().toInt(&ok);
+    return ok ? number : clampedInt(double(*this));
+}
+
+Param::operator double() const
+{
+    return readDouble(m_value).value_or(0.0);
+}
+
+void Param::addEnabledCondition(const QString& otherParam, const QStringList& enablingValues)
+{
+    m_enabledConditions.insert(otherParam, enablingValues);
+}
+
+QString Param::fault() const
+{
+    if (m_default == "true" || m_default == "false") {
+        return readBool(m_value) ? QString()
+                                 : QString("\"%1\" is neither true nor false").arg(m_value);
+    }
+    if (readDouble(m_default) && !readDouble(m_value)) {
+        return QString("\"%1\" is not a number").arg(m_value);
+    }
+    return {};
+}

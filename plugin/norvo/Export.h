@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QtGlobal>
+
+/// Marks what the two host libraries export; everything else in them is hidden.
+#define NORVO_EXPORT Q_DECL_EXPORT
+#define NORVOGUI_EXPORT Q_DECL_EXPORT

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "norvo/Export.h"
+
+#include <QString>
+
+/// Something with a name that a panel's author knows it by.
+class NORVO_EXPORT NamedObject
+{
+public:
+    virtual ~NamedObject();
+    virtual QString getObjectName() const = 0;
+};

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "norvo/Export.h"
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+/// One parameter of a device: a text with a default, and what a panel's author should know of it.
+///
+/// The value is held as text and converted anew at each reading. Blanks around it are ignored by
+/// the three conversions to bool, int and double; none of them ever fails or throws.
+class NORVO_EXPORT Param
+{
+public:
+    using EnabledConditions = QMap<QString, QStringList>;
+
+    Param() = default;
+    Param(QString name, QString defaultText, QStringList options, bool flag,
+          EnabledConditions enabledConditions);
+
+    operator QString() const; ///< The text as it stands.
+    operator bool() const;    ///< "true", "yes", "on" and "1" in any case are true, all else false.
+    operator int() const;     ///< As an int; else a double cut toward zero and clamped; else 0.
+    operator double() const;  ///< With "." for the decimal point; 0 for what is no number.
+
+    QString name() const { return m_name; }
+    QString value() const { return m_value; }
+    QString defaultValue() const { return m_default; }
+    QStringList options() const { return m_options; } ///< Empty: free text.
+    QString displayName() const { return m_displayName; }
+    QString description() const { return m_description; }
+    QString unit() const { return m_unit; }
+    bool flag() const { return m_flag; } ///< True: meant to be set by a panel's author.
+    /// Other parameter to the values of it under which this one is enabled; empty: always.
+    EnabledConditions enabledConditions() const { return m_enabledConditions; }
+
+    void setValue(const QString& value) { m_value = value; }
+    void setDisplayName(const QString& displayName) { m_displayName = displayName; }
+    void setDescription(const QString& description) { m_description = description; }
+    void setUnit(const QString& unit) { m_unit = unit; }
+    void addEnabledCondition(const QString& otherParam, const QStringList& enablingValues);
+
+    /// What is wrong with the value, or an empty text. Only a value whose default is a number or
+    /// true/false is judged: it must read as the same kind.
+    QString fault() const;
+
+private:
+    QString m_name;
+    QString m_value;
+    QString m_default;
+    QStringList m_options;
+    QString m_displayName;
+    QString m_description;
+    QString m_unit;
+    EnabledConditions m_enabledConditions;
+    bool m_flag = true;
+};

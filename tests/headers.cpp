@@ -1,0 +1,1 @@
+// Gives the shared precompiled headers a translation unit to belong to.
