@@ -1,0 +1,61 @@
+#include "devices/ButtonDevice.h"
+
+#include "widgets/ButtonWidget.h"
+
+namespace {
+
+constexpr char kToggled[] = "toggled";
+
+} // namespace
+
+ButtonDevice::ButtonDevice()
+{
+    addParam(kText, "");
+    addParam(kToggled, "false");
+    addParam(kMode, kToggleMode, {kToggleMode, "click"});
+    addParam(kFontSize, "10");
+}
+
+bool ButtonDevice::initialise()
+{
+    m_toggled = getParam(kToggled);
+    m_isToggleMode = getParam(kMode).value() == kToggleMode;
+    return true;
+}
+
+void ButtonDevice::postInitialisation()
+{
+    if (m_isToggleMode) {
+        emit toggled(m_toggled);
+    }
+}
+
+BaseWidget* ButtonDevice::createWidget()
+{
+    return new ButtonWidget(this, nullptr);
+}
+
+void ButtonDevice::setToggled(bool _toggled)
+{
+    if (_toggled == m_toggled) {
+        return;
+    }
+    setParam(kToggled, _toggled ? "true" : "false");
+    emit toggled(_toggled);
+    m_toggled = _toggled; // last: receivers may still ask for the state before the change
+}
+
+void ButtonDevice::toggle()
+{
+    if (m_isToggleMode) {
+        setToggled(!m_toggled);
+    } else {
+        click();
+        setToggled(m_toggled);
+    }
+}
+
+void ButtonDevice::click()
+{
+    emit clicked();
+}

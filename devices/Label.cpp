@@ -1,0 +1,66 @@
+#include "devices/Label.h"
+
+#include "widgets/LabelWidget.h"
+
+#include <QtNumeric>
+
+namespace {
+
+constexpr char kValue[] = "Value";
+constexpr char kPrecision[] = "widget/precision";
+constexpr QChar kEmDash(0x2014);
+
+} // namespace
+
+Label::Label()
+{
+    addParam(kValue, "");
+    addParam(kFontSize, "15");
+    addParam(kPrecision, "0");
+    addParam(kAlignment, "center", {"center", "right", "left"});
+}
+
+QString Label::withoutValue(const QString& text)
+{
+    return text.contains(QLatin1String("%0")) ? text.arg(kEmDash) : text;
+}
+
+bool Label::initialise()
+{
+    m_text = getParam(kValue).value();
+    m_precision = getParam(kPrecision);
+    m_alignment = getParam(kAlignment).value();
+    setDescription(m_text);
+    return true;
+}
+
+void Label::postInitialisation()
+{
+    emit output(withoutValue(m_text));
+}
+
+BaseWidget* Label::createWidget()
+{
+    return new LabelWidget(this, nullptr);
+}
+
+void Label::inputWarning(bool warning)
+{
+    emit outputWarning(warning);
+}
+
+void Label::input(QString val)
+{
+    m_text = val;
+    setDescription(m_text);
+    emit output(m_text);
+}
+
+void Label::input(double val)
+{
+    if (qIsNaN(val)) {
+        emit output("-");
+        return;
+    }
+    emit output(m_text.arg(QString::number(val, 'f', m_precision)));
+}
