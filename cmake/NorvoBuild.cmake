@@ -29,7 +29,7 @@ if(NORVO_WERROR)
     add_compile_options(-Werror)
 endif()
 # Messages carry no source place in any kind of build, so that their text is all there is to them.
-add_compile_definitions(QT_NO_MESSAGELOGCONTEXT QT_NO_FOREACH)
+add_compile_definitions(QT_NO_MESSAGELOGCONTEXT)
 
 if(NORVO_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
