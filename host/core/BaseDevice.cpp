@@ -18,8 +18,8 @@ QString resolve(const QMetaObject* meta, const QString& name, QMetaMethod::Metho
         isSignature ? QMetaObject::normalizedSignature(name.toUtf8().constData()) : name.toUtf8();
     for (int i = BaseDevice::staticMetaObject.methodCount(); i < meta->methodCount(); ++i) {
         const QMetaMethod method = meta->method(i);
-        if (isOffered(method, type)
-            && wanted == (isSignature ? method.methodSignature() : method.name())) {
+        if (isOffered(method, type) &&
+            wanted == (isSignature ? method.methodSignature() : method.name())) {
             return QString::fromUtf8(method.methodSignature());
         }
     }

@@ -53,8 +53,7 @@ Param::Param(QString name, QString defaultText, QStringList options, bool flag,
       m_options(std::move(options)),
       m_enabledConditions(std::move(enabledConditions)),
       m_flag(flag)
-{
-}
+{}
 
 Param::operator QString() const
 {

@@ -1,7 +1,5 @@
 #include "norvo/BaseGuiDevice.h"
 
-#include "norvo/Categories.h"
-
 BaseGuiDevice::BaseGuiDevice()
 {
     addParam(norvo::kWidgetRow, "-1");
@@ -12,8 +10,3 @@ BaseGuiDevice::BaseGuiDevice()
 }
 
 BaseGuiDevice::~BaseGuiDevice() = default;
-
-DeviceTypeInfo BaseGuiDevice::typeInfo()
-{
-    return {"", "", {norvo::kCategoryGui}, 2, 0, norvo::kWidgetGroup};
-}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "norvo/BaseDevice.h"
+#include "norvo/Categories.h"
 #include "norvo/DeviceTypeInfo.h"
 #include "norvo/Export.h"
 
@@ -21,5 +22,8 @@ public:
 
     virtual BaseWidget* createWidget() = 0; ///< A new widget without parent; the caller owns it.
 
-    static DeviceTypeInfo typeInfo();
+    static DeviceTypeInfo typeInfo()
+    {
+        return {"", "", {norvo::kCategoryGui}, 2, 0, norvo::kWidgetGroup};
+    }
 };

@@ -23,7 +23,7 @@ public:
     /// Reads the parameters, builds the inner controls and connects them to the device. An
     /// implementation ends with setInitialised(true).
     virtual void initialise();
-    virtual void deinitialise();           ///< Clears the initialised flag.
+    virtual void deinitialise();            ///< Clears the initialised flag.
     QString getObjectName() const override; ///< Its own name; without one, its device's.
     void sendParamChanged() override;
 

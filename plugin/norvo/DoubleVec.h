@@ -26,8 +26,8 @@ struct QMetaTypeId<DoubleVec>
         const int id = QMetaType::registerNormalizedType(
             QByteArrayLiteral("DoubleVec"), Functions::Destruct, Functions::Construct,
             int(sizeof(DoubleVec)),
-            QMetaType::NeedsConstruction | QMetaType::NeedsDestruction
-                | QMetaType::WasDeclaredAsMetaType,
+            QMetaType::NeedsConstruction | QMetaType::NeedsDestruction |
+                QMetaType::WasDeclaredAsMetaType,
             nullptr);
         registered.storeRelease(id);
         return id;
