@@ -1,0 +1,79 @@
+#pragma once
+
+#include "host/panel/PanelDescription.h"
+
+#include <QHash>
+#include <QMap>
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+class BaseDevice;
+class BaseWidget;
+class DeviceManager;
+
+namespace norvo {
+
+/// A running panel: owns its devices, their widgets and the wires between them, and leads them
+/// through their lives. All devices take each step before any takes the next.
+///
+/// It runs what can run: a device that is unknown or fails to start leaves a fault and a tile in
+/// its place, an arrow that cannot be connected leaves a fault. What is wrong with the description
+/// itself is better told beforehand; see PanelCheck.
+class Panel : public QObject
+{
+    Q_OBJECT
+
+public:
+    using State = QMap<QString, QMap<QString, QString>>; ///< Device id, parameter, text.
+
+    /// `manager` must outlive the panel. What `saved` says of undeclared parameters and of absent
+    /// devices is left aside; the rest goes over what the description sets.
+    Panel(const DeviceManager& manager, PanelDescription description, State saved = {});
+    ~Panel() override; ///< Stops.
+
+    const PanelDescription& description() const { return m_description; }
+    bool isStarted() const { return !m_pages.isNull(); }
+    /// Null where there is none of that id, or where the panel is not started.
+    BaseDevice* device(const QString& id) const;
+    /// Null likewise, and for a device that has no widget or failed.
+    BaseWidget* widget(const QString& id) const;
+    /// What went wrong at the last start, devices first, then arrows.
+    const Faults& faults() const { return m_faults; }
+
+    /// Starts all devices and shows their widgets in a layout on `page`, which must have none and
+    /// outlive the panel's run. Does nothing when started.
+    void start(QWidget* page);
+    /// Ends all devices, in reverse order, and leaves `page` empty again. Does nothing when
+    /// stopped.
+    void stop();
+
+signals:
+    /// A device has changed one of its parameters while it was running.
+    void parameterWritten(QString device, QString param, QString value);
+
+private:
+    struct Member;
+
+    void create();
+    void initialise();
+    void connectWires();
+    void showWidgets(QWidget* page);
+    void placeTile(Member& member);
+    void fail(Member& member, const QStringList& reasons);
+    const Member* find(const QString& id) const;
+
+    const DeviceManager& m_manager;
+    const PanelDescription m_description;
+    const State m_saved;
+    std::vector<Member> m_members; ///< In the order of the file.
+    QHash<QString, int> m_indexes; ///< Id to index in m_members.
+    std::vector<QMetaObject::Connection> m_wires;
+    QPointer<QWidget> m_pages;
+    Faults m_faults;
+};
+
+} // namespace norvo
