@@ -1,0 +1,16 @@
+#pragma once
+
+#include "norvo/DevicePluginInterface.h"
+
+#include <QObject>
+
+/// The root object of the plug-in whose devices bring real values in.
+class NorvoSourcesPluginInterface : public QObject, public DevicePluginInterface
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID DevicePluginInterface_iid)
+    Q_INTERFACES(DevicePluginInterface)
+
+public:
+    void registerDeviceType(DeviceManager& manager) override;
+};
