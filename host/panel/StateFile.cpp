@@ -1,10 +1,10 @@
 #include "host/panel/StateFile.h"
 
 #include "host/panel/Fault.h"
+#include "host/panel/WholeFile.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QTextCodec>
 
 #include <yaml-cpp/yaml.h>
@@ -152,20 +152,6 @@ PanelState readState(const QString& fileName, QString& reason)
     return {};
 }
 
-/// On a full disk a writing may end half-way without an error; the next one has it.
-bool writeAll(QIODevice& file, const QByteArray& text)
-{
-    qint64 done = 0;
-    while (done < text.size()) {
-        const qint64 written = file.write(text.constData() + done, text.size() - done);
-        if (written <= 0) {
-            return false;
-        }
-        done += written;
-    }
-    return true;
-}
-
 } // namespace
 
 StateFile::StateFile(const QString& fileName, Mode mode, QObject* parent)
@@ -223,7 +209,7 @@ void StateFile::save()
         return;
     }
     QString reason;
-    if (write(reason)) {
+    if (writeWholeFile(m_fileName, toYaml(m_state), reason)) {
         m_unsaved = false;
         m_failureTold = false;
         return;
@@ -246,17 +232,6 @@ void StateFile::putAside(const QString& reason)
     } else {
         tell(start + QString("the panel starts without it; it cannot be kept as %1").arg(bad));
     }
-}
-
-bool StateFile::write(QString& reason) const
-{
-    QSaveFile file(m_fileName);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
-        writeAll(file, toYaml(m_state)) && file.commit()) {
-        return true;
-    }
-    reason = file.errorString();
-    return false;
 }
 
 void StateFile::tell(const QString& text)

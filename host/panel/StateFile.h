@@ -46,7 +46,6 @@ signals:
 
 private:
     void putAside(const QString& reason);
-    bool write(QString& reason) const;
     void tell(const QString& text);
 
     const QString m_fileName;

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace norvo {
+
+/// What the program was asked to do.
+struct Options
+{
+    enum class Action { Run, Check, Screenshot, Help, Version };
+
+    Action action = Action::Run;
+    QString panelFile;
+    QStringList pluginFolders; ///< In addition to the default ones.
+    QString stateFile;         ///< Empty: beside the panel file.
+    bool keepsState = true;
+    bool fullscreen = false;
+    QString pictureFile;
+    int pictureAfterMs = 500; ///< From the start of the event loop to the picture.
+};
+
+namespace CommandLine {
+
+/// The options that the arguments stand for; the first argument is the program's name. What is
+/// wrong with them goes into `fault`, which is otherwise left empty.
+Options parse(const QStringList& arguments, QString& fault);
+
+QString helpText();
+QString versionText();
+
+} // namespace CommandLine
+
+} // namespace norvo

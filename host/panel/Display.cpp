@@ -1,0 +1,118 @@
+#include "host/panel/Display.h"
+
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QQuickWindow>
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace norvo {
+
+namespace {
+
+const QString kAdvice = QStringLiteral("a picture of the panel needs no display: norvo-panel "
+                                       "--screenshot OUT.png PANEL.yaml");
+
+QStringList* s_held = nullptr; ///< The messages held back while a MessageKeeper lives.
+
+/// Holds back what Qt says while the display is being opened. A fatal message ends the process in
+/// one line, with the first thing that Qt had to say for a reason.
+void holdMessage(QtMsgType type, const QMessageLogContext&, const QString& message)
+{
+    s_held->append(message.simplified());
+    if (type != QtFatalMsg) {
+        return;
+    }
+    const QString line = QString("norvo-panel: the display cannot be opened (%1); %2\n")
+                             .arg(s_held->constFirst(), kAdvice);
+    std::fputs(qPrintable(line), stderr);
+    std::fflush(stderr);
+    _exit(1);
+}
+
+class MessageKeeper
+{
+public:
+    MessageKeeper() : m_before(qInstallMessageHandler(holdMessage)) { s_held = &m_messages; }
+    ~MessageKeeper()
+    {
+        qInstallMessageHandler(m_before);
+        s_held = nullptr;
+    }
+    Q_DISABLE_COPY(MessageKeeper)
+
+    const QStringList& messages() const { return m_messages; }
+
+private:
+    QStringList m_messages;
+    QtMessageHandler m_before;
+};
+
+bool displayIsNamed()
+{
+    return !qEnvironmentVariableIsEmpty("DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+/// The command line as Qt sees it, which keeps references to it: of ours it knows nothing, and an
+/// option says where to draw so that child processes do not inherit it.
+QApplication* makeApplication(Display::Kind kind)
+{
+    static char program[] = "norvo-panel";
+    static char option[] = "-platform";
+    static char platform[] = "offscreen";
+    static char* arguments[] = {program, option, platform, nullptr};
+    static int count = 3;
+    if (kind == Display::Kind::Screen) {
+        count = 1;
+        arguments[1] = nullptr;
+    }
+    return new QApplication(count, arguments);
+}
+
+bool hasOpenGl()
+{
+    if (QGuiApplication::platformName() == "offscreen") {
+        return false; // It may offer one, of a display that is there by chance.
+    }
+    QOffscreenSurface surface;
+    surface.create();
+    QOpenGLContext context;
+    return context.create() && context.makeCurrent(&surface);
+}
+
+} // namespace
+
+std::unique_ptr<QApplication> Display::open(Kind kind, QString& reason)
+{
+    if (kind == Kind::Screen && !displayIsNamed()) {
+        reason = "there is no display (neither DISPLAY nor WAYLAND_DISPLAY is set); " + kAdvice;
+        return nullptr;
+    }
+    std::unique_ptr<QApplication> application;
+    QStringList messages;
+    {
+        const MessageKeeper keeper;
+        application.reset(makeApplication(kind));
+        messages = keeper.messages();
+    }
+    for (const QString& message : qAsConst(messages)) {
+        qWarning().noquote() << message;
+    }
+    chooseQuickRenderer();
+    return application;
+}
+
+/// Qt Quick inside a widget ends the process where it finds no OpenGL, so it is told beforehand to
+/// do without.
+void Display::chooseQuickRenderer()
+{
+    const MessageKeeper keeper; // What a platform without OpenGL says to the question is no news.
+    if (!hasOpenGl()) {
+        QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
+    }
+}
+
+} // namespace norvo

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QApplication>
+
+#include <memory>
+
+namespace norvo {
+
+/// Makes the application object, and with it the connection to the display.
+class Display
+{
+public:
+    enum class Kind {
+        Screen,    ///< The user's display.
+        OffScreen, ///< None; whatever the environment says.
+    };
+
+    /// Null when there is no display; `reason` then says why. Where the display is there and cannot
+    /// be opened, the process ends with that reason on standard error and exit status 1, because
+    /// Qt does not come back from it.
+    static std::unique_ptr<QApplication> open(Kind kind, QString& reason);
+
+private:
+    static void chooseQuickRenderer();
+};
+
+} // namespace norvo
