@@ -1,5 +1,7 @@
 #include "norvo/BaseDevice.h"
 
+#include "norvo/DoubleVec.h"
+
 #include <QDebug>
 
 namespace {
@@ -28,7 +30,12 @@ QString resolve(const QMetaObject* meta, const QString& name, QMetaMethod::Metho
 
 } // namespace
 
-BaseDevice::BaseDevice() = default;
+/// Qt refuses a queued wire by name as long as it does not know the type that it is to carry.
+BaseDevice::BaseDevice()
+{
+    qRegisterMetaType<DoubleVec>();
+}
+
 BaseDevice::~BaseDevice() = default;
 
 QObject* BaseDevice::getProvider(const QString& name, QString& signature)

@@ -1,0 +1,59 @@
+#include "EntryDialog.h"
+
+#include "EntryDisplay.h"
+#include "TouchKey.h"
+
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPointer>
+#include <QScreen>
+#include <QWindow>
+
+namespace norvo {
+
+EntryDialog::EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& title)
+    : QDialog(parent, flags),
+      m_display(new EntryDisplay),
+      m_reason(new QLabel),
+      m_ok(new TouchKey("ok", tr("OK"))),
+      m_cancel(new TouchKey("cancel", tr("Cancel")))
+{
+    setWindowTitle(title);
+    setModal(true);
+    m_reason->setObjectName("reason");
+    m_reason->setMinimumHeight(m_reason->fontMetrics().height());
+    m_display->setAccessibleName(title);
+    m_ok->setDefault(true);
+    connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
+    connect(m_cancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+bool EntryDialog::isConfirmed(EntryDialog* dialog)
+{
+    const QPointer<EntryDialog> guard(dialog);
+    return dialog->exec() == QDialog::Accepted && guard;
+}
+
+void EntryDialog::showFault(const QString& reason)
+{
+    m_display->setFaulty(!reason.isEmpty());
+    m_reason->setText(reason);
+    m_ok->setEnabled(reason.isEmpty());
+}
+
+void EntryDialog::fitIntoScreen(const QSize& preferred)
+{
+    resize(preferred.boundedTo(screen()->availableSize()));
+}
+
+void EntryDialog::showEvent(QShowEvent* event)
+{
+    // Without a parent it would get lost behind a panel that fills the screen.
+    QWindow* const behind = QGuiApplication::focusWindow();
+    if (!parentWidget() && behind && behind != windowHandle()) {
+        windowHandle()->setTransientParent(behind);
+    }
+    QDialog::showEvent(event);
+}
+
+} // namespace norvo

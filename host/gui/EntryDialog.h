@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+
+namespace norvo {
+
+class EntryDisplay;
+class TouchKey;
+
+/// A modal dialog for a finger: a display, keys, and a reason while OK cannot be pressed.
+///
+/// Its parts are made here; a subclass places them in its layout.
+class EntryDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& title);
+
+    /// Runs the dialog; true when it was confirmed. False also if its parent took it along.
+    static bool isConfirmed(EntryDialog* dialog);
+
+protected:
+    void showFault(const QString& reason); ///< Empty: what the display shows can be accepted.
+    /// Takes that size, or the screen's where that is smaller.
+    void fitIntoScreen(const QSize& preferred);
+    void showEvent(QShowEvent* event) override;
+
+    EntryDisplay* m_display;
+    QLabel* m_reason;
+    TouchKey* m_ok;
+    TouchKey* m_cancel;
+};
+
+} // namespace norvo

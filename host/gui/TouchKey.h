@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QPushButton>
+
+namespace norvo {
+
+/// A key for a finger in a glove. It never takes the focus from the display.
+class TouchKey : public QPushButton
+{
+    Q_OBJECT
+
+public:
+    enum class Symbol { None, Backspace, Up, Down, Left, Right, Shift, Caps };
+
+    static constexpr int kSize = 64; ///< The least width and height, in pixels.
+
+    TouchKey(const QString& objectName, const QString& text);
+    /// Shows a drawn symbol; `accessibleName` says what the key does.
+    TouchKey(const QString& objectName, Symbol symbol, const QString& accessibleName);
+
+    void setPlainText(const QString& text); ///< As it is, "&" included.
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    Symbol m_symbol = Symbol::None;
+};
+
+} // namespace norvo
