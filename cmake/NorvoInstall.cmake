@@ -8,6 +8,8 @@ install(TARGETS Norvo NorvoGUI EXPORT NorvoTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(DIRECTORY plugin/norvo DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
 install(EXPORT NorvoTargets NAMESPACE Norvo:: DESTINATION ${NORVO_CMAKE_DIR})
+# The build folder is found the same way, with CMAKE_PREFIX_PATH or Norvo_DIR naming it.
+export(EXPORT NorvoTargets NAMESPACE Norvo:: FILE ${CMAKE_BINARY_DIR}/NorvoTargets.cmake)
 
 foreach(plugin norvoguidevices norvosources)
     if(TARGET ${plugin})
