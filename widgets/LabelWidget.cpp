@@ -62,7 +62,5 @@ void LabelWidget::input(QString value)
         return;
     }
     m_label->setText(m_warning ? QString("<font color='red'>%1</font>").arg(value) : value);
-    if (m_label->font() != m_font) { // looking costs a tenth of setting
-        m_label->setFont(m_font);
-    }
+    m_label->setFont(m_font);
 }

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "norvo/BaseGuiDevice.h"
+
+#include <memory>
+
+class QTimer;
+template <class Device>
+class ReadoutOutputs;
+
+/// Shows one number: green within a band, red outside it, grey when none has come for a while.
+///
+/// Passes every value on, as number and as text, with and without the name of its sender.
+class OutputDigitalDevice : public BaseGuiDevice
+{
+    Q_OBJECT
+
+public:
+    static constexpr char kName[] = "name";
+    static constexpr char kUnits[] = "widget/units";
+    static constexpr char kMinThreshold[] = "widget/minThreshold";
+    static constexpr char kMaxThreshold[] = "widget/maxThreshold";
+    static constexpr char kPrecision[] = "widget/precision";
+    static constexpr char kLabelSize[] = "widget/labelSize";
+    static constexpr char kValueSize[] = "widget/valueSize";
+
+    OutputDigitalDevice();
+    ~OutputDigitalDevice() override;
+
+    bool initialise() override;
+    void deinitialise() override;
+    BaseWidget* createWidget() override;
+
+signals:
+    void output(double value);
+    void output(QString text);
+    void output(double value, QString senderName);
+    void output(QString text, QString senderName);
+    void timeoutAlert(); ///< No value for the time-out, and again each time it passes.
+
+private slots:
+    void timerTimeout();
+
+public slots:
+    void input(double value); ///< Ignored unless the device is running.
+    void input(QString text); ///< The same; text that is no number counts as 0.
+
+private:
+    friend class ReadoutOutputs<OutputDigitalDevice>;
+
+    void restartTimeout();
+
+    QString m_caption;
+    int m_timeoutMs = 0;               ///< Below 1: no time-out.
+    std::unique_ptr<QTimer> m_timeout; ///< Repeats until a value comes.
+};

@@ -1,0 +1,133 @@
+#include "devices/OutputWithProgress.h"
+
+#include "devices/ReadoutOutputs.h"
+#include "widgets/DigitalWithProgress.h"
+
+#include <QTimer>
+
+namespace {
+
+constexpr char kName[] = "name";
+constexpr char kMinThreshold[] = "minThreshold";
+constexpr char kMaxThreshold[] = "maxThreshold";
+constexpr char kTimeout[] = "timeout";
+constexpr char kPrecision[] = "precision";
+constexpr char kMinValue[] = "minValue";
+constexpr char kMaxValue[] = "maxValue";
+constexpr char kAlarm[] = "alarm";
+constexpr char kAlarmFile[] = "alarmFile";
+constexpr char kDigitsStep[] = "digitsStep";
+constexpr char kDashesStep[] = "dashesStep";
+constexpr char kType[] = "type";
+
+constexpr char kLikeTheThreshold[] = "no";
+
+double valueOr(double threshold, const Param& param)
+{
+    return param.value() == kLikeTheThreshold ? threshold : double(param);
+}
+
+} // namespace
+
+OutputWithProgress::OutputWithProgress()
+{
+    addParam(kName, "");
+    addParam(kMinThreshold, "0");
+    addParam(kMaxThreshold, "100");
+    addParam(kTimeout, "1000");
+    addParam(kPrecision, "0");
+    addParam(kMinValue, kLikeTheThreshold);
+    addParam(kMaxValue, kLikeTheThreshold);
+    addParam(kAlarm, "false");
+    addParam(kAlarmFile, "");
+    addParam(kDigitsStep, "0.5");
+    addParam(kDashesStep, "0.1");
+    addParam(kType, "digital");
+}
+
+OutputWithProgress::~OutputWithProgress() = default;
+
+bool OutputWithProgress::initialise()
+{
+    m_minThreshold = getParam(kMinThreshold);
+    m_maxThreshold = getParam(kMaxThreshold);
+    m_minValue = valueOr(m_minThreshold, getParam(kMinValue));
+    m_maxValue = valueOr(m_maxThreshold, getParam(kMaxValue));
+    m_timeoutMs = getParam(kTimeout);
+    m_precision = getParam(kPrecision);
+    m_digitsStep = getParam(kDigitsStep);
+    m_dashesStep = getParam(kDashesStep);
+    m_alarmEnabled = getParam(kAlarm);
+    m_alarmFile = getParam(kAlarmFile).value();
+    m_name = getParam(kName).value();
+    m_type = getParam(kType).value();
+    if (m_name.isEmpty()) {
+        m_name = objectName();
+        setParam(kName, m_name);
+    }
+    setDescription(m_name);
+
+    const bool ok = paramsOk();
+    if (ok && m_timeoutMs > 0) {
+        m_timeout = std::make_unique<QTimer>();
+        connect(m_timeout.get(), SIGNAL(timeout()), this, SLOT(timerTimeout()));
+        m_timeout->start(m_timeoutMs);
+    }
+    return ok;
+}
+
+void OutputWithProgress::deinitialise()
+{
+    m_timeout.reset();
+}
+
+BaseWidget* OutputWithProgress::createWidget()
+{
+    return new DigitalWithProgress(this, nullptr, true);
+}
+
+void OutputWithProgress::timerTimeout()
+{
+    emit timeoutAlert();
+    alarm();
+}
+
+void OutputWithProgress::input(double value)
+{
+    if (!isRunning()) {
+        return;
+    }
+    ReadoutOutputs<OutputWithProgress>::emitNumber(*this, value);
+    if (m_minThreshold > value) {
+        emit minThresholdAlert();
+        alarm();
+    }
+    if (value > m_maxThreshold) {
+        emit maxThresholdAlert();
+        alarm();
+    }
+    restartTimeout();
+}
+
+void OutputWithProgress::input(QString text)
+{
+    if (!isRunning()) {
+        return;
+    }
+    ReadoutOutputs<OutputWithProgress>::emitText(*this, text);
+    restartTimeout();
+}
+
+void OutputWithProgress::alarm()
+{
+    if (m_alarmEnabled) {
+        emit alarmAlert();
+    }
+}
+
+void OutputWithProgress::restartTimeout()
+{
+    if (m_timeout) {
+        m_timeout->start(m_timeoutMs);
+    }
+}
