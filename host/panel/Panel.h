@@ -1,14 +1,12 @@
 #pragma once
 
 #include "host/panel/PanelDescription.h"
+#include "host/panel/StateFile.h"
 
 #include <QHash>
-#include <QMap>
 #include <QObject>
 #include <QPointer>
-#include <QStringList>
 
-#include <memory>
 #include <vector>
 
 class BaseDevice;
@@ -16,6 +14,9 @@ class BaseWidget;
 class DeviceManager;
 
 namespace norvo {
+
+class PanelPages;
+struct Cells;
 
 /// A running panel: owns its devices, their widgets and the wires between them, and leads them
 /// through their lives. All devices take each step before any takes the next.
@@ -28,27 +29,23 @@ class Panel : public QObject
     Q_OBJECT
 
 public:
-    using State = QMap<QString, QMap<QString, QString>>; ///< Device id, parameter, text.
-
     /// `manager` must outlive the panel. What `saved` says of undeclared parameters and of absent
     /// devices is left aside; the rest goes over what the description sets.
-    Panel(const DeviceManager& manager, PanelDescription description, State saved = {});
+    Panel(const DeviceManager& manager, PanelDescription description, PanelState saved = {});
     ~Panel() override; ///< Stops.
 
     const PanelDescription& description() const { return m_description; }
-    bool isStarted() const { return !m_pages.isNull(); }
+    bool isStarted() const { return m_started; }
     /// Null where there is none of that id, or where the panel is not started.
     BaseDevice* device(const QString& id) const;
-    /// Null likewise, and for a device that has no widget or failed.
+    /// Null likewise, and for a device that has no widget or did not start.
     BaseWidget* widget(const QString& id) const;
-    /// What went wrong at the last start, devices first, then arrows.
+    /// What went wrong at the last start.
     const Faults& faults() const { return m_faults; }
 
-    /// Starts all devices and shows their widgets in a layout on `page`, which must have none and
-    /// outlive the panel's run. Does nothing when started.
+    /// Starts all devices and shows their widgets on `page`. Does nothing when started.
     void start(QWidget* page);
-    /// Ends all devices, in reverse order, and leaves `page` empty again. Does nothing when
-    /// stopped.
+    /// Ends all devices, in reverse order, and leaves the page empty. Does nothing when stopped.
     void stop();
 
 signals:
@@ -58,21 +55,24 @@ signals:
 private:
     struct Member;
 
-    void create();
-    void initialise();
+    void createDevices();
+    void setParams(const DeviceSetting& setting, BaseDevice& device) const;
+    void initialiseDevices();
     void connectWires();
+    void connectArrow(int arrow, bool closesCircle);
     void showWidgets(QWidget* page);
-    void placeTile(Member& member);
+    void showWidget(Member& member, const Cells& cells);
     void fail(Member& member, const QStringList& reasons);
     const Member* find(const QString& id) const;
 
     const DeviceManager& m_manager;
     const PanelDescription m_description;
-    const State m_saved;
+    const PanelState m_saved;
+    bool m_started = false;
     std::vector<Member> m_members; ///< In the order of the file.
     QHash<QString, int> m_indexes; ///< Id to index in m_members.
     std::vector<QMetaObject::Connection> m_wires;
-    QPointer<QWidget> m_pages;
+    QPointer<PanelPages> m_pages;
     Faults m_faults;
 };
 

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QFrame>
+
+namespace norvo {
+
+/// Stands in the place of a device that did not start: says which and why.
+class FaultTile : public QFrame
+{
+    Q_OBJECT
+
+public:
+    /// `id` also becomes the object name.
+    FaultTile(const QString& id, const QString& reason, QWidget* parent = nullptr);
+};
+
+} // namespace norvo

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+#include <functional>
+
+namespace norvo {
+
+/// Where a device asks to be shown, or is.
+struct Cells
+{
+    static constexpr int kLimit = 1000; ///< Rows, columns and spans stay below or at it.
+
+    QString area; ///< The tab; empty: the first.
+    int row = -1; ///< -1: the next free one.
+    int column = -1;
+    int rowspan = 1;
+    int colspan = 1;
+};
+
+/// Reads the placement parameters; one that does not read, or is out of range, counts as not
+/// given. `valueOf` tells a parameter's text by its name.
+Cells readCells(const std::function<QString(const QString&)>& valueOf);
+
+/// What is wrong with the text of a placement parameter, and what would be right. Empty when
+/// nothing is, or when it is no placement parameter.
+QString placementFault(const QString& param, const QString& value);
+
+/// Lays the panel out: gives everybody cells in the grid of their area.
+///
+/// Those with row and column get them, even where they overlap. Then, in the order of asking, those
+/// with a row get its first free columns, those with a column its first free rows, and those with
+/// neither the first rows that are wholly free, from column 0. The search only goes forward, so
+/// that the panel shows them in the order of asking.
+class Placement
+{
+public:
+    struct Overlap
+    {
+        int later; ///< Number of the wish.
+        int earlier;
+        int row; ///< The first cell, by rows, that both cover.
+        int column;
+    };
+
+    explicit Placement(const QVector<Cells>& wishes);
+
+    /// The tabs in the order of their first mention; empty when there are none.
+    const QStringList& areas() const { return m_areas; }
+    const QVector<Cells>& cells() const { return m_cells; }         ///< One for each wish.
+    const QVector<Overlap>& overlaps() const { return m_overlaps; } ///< A pair is named once.
+
+private:
+    QStringList m_areas;
+    QVector<Cells> m_cells;
+    QVector<Overlap> m_overlaps;
+};
+
+} // namespace norvo
