@@ -4,6 +4,32 @@
 
 namespace norvo {
 
+namespace {
+
+constexpr int kLongestQuote = 60; ///< In characters.
+
+/// Line ends and other control characters as escapes.
+QString onOneLine(const QString& text)
+{
+    QString line;
+    line.reserve(text.size());
+    for (const QChar c : text) {
+        if (c == '\n') {
+            line += "\\n";
+        } else if (c == '\t') {
+            line += "\\t";
+        } else if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+                   c == QChar::ParagraphSeparator) {
+            line += QString("\\u%1").arg(c.unicode(), 4, 16, QChar('0'));
+        } else {
+            line += c;
+        }
+    }
+    return line;
+}
+
+} // namespace
+
 QString Fault::toString() const
 {
     const QString kind = severity == Severity::Error ? "error" : "warning";
@@ -11,14 +37,26 @@ QString Fault::toString() const
     if (place.line > 0) {
         where += QString(":%1:%2").arg(place.line).arg(place.column);
     }
-    return QString("%1: %2: %3").arg(where, kind, text);
+    return onOneLine(QString("%1: %2: %3").arg(where, kind, text));
 }
 
 bool hasErrors(const Faults& faults)
 {
-    return std::any_of(faults.cbegin(), faults.cend(), [](const Fault& fault) {
-        return fault.severity == Fault::Severity::Error;
-    });
+    return std::any_of(faults.cbegin(), faults.cend(),
+                       [](const Fault& fault) { return fault.severity == Fault::Severity::Error; });
+}
+
+QString inQuotes(const QString& text)
+{
+    QString shown = text;
+    if (shown.size() > kLongestQuote) {
+        shown.truncate(kLongestQuote - 3);
+        if (shown.at(shown.size() - 1).isHighSurrogate()) {
+            shown.chop(1);
+        }
+        shown += "...";
+    }
+    return '"' + onOneLine(shown) + '"';
 }
 
 } // namespace norvo

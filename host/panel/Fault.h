@@ -22,12 +22,16 @@ struct Fault
     Place place;
     QString text; ///< What is wrong, and what would be right.
 
-    /// "file:line:column: error: text"; line and column are left out where they are unknown.
+    /// "file:line:column: error: text"; line and column are left out where they are unknown. It is
+    /// one line whatever the text holds.
     QString toString() const;
 };
 
 using Faults = QVector<Fault>;
 
 bool hasErrors(const Faults& faults); ///< True when one of them is more than a warning.
+
+/// The text in quotation marks, to stand in a fault: on one line, and shortened where it is long.
+QString inQuotes(const QString& text);
 
 } // namespace norvo

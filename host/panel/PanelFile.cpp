@@ -1,0 +1,87 @@
+#include "host/panel/PanelFile.h"
+
+#include "host/panel/PanelReader.h"
+#include "host/panel/SourceText.h"
+#include "host/panel/YamlTree.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <tuple>
+
+namespace norvo {
+
+namespace {
+
+constexpr int kSizeLimit = 4 * 1024 * 1024;
+
+Fault error(const QString& fileName, const Place& place, const QString& text)
+{
+    return {Fault::Severity::Error, fileName, place, text};
+}
+
+/// Why the file cannot be a panel file; empty when it can.
+QString objection(const QString& fileName)
+{
+    const QFileInfo info(fileName);
+    if (!info.exists()) {
+        return "there is no such file";
+    }
+    if (info.isDir()) {
+        return "this is a folder, not a panel file";
+    }
+    return info.isFile() ? QString() : QString("this is no regular file");
+}
+
+} // namespace
+
+PanelDescription PanelFile::read(const QString& fileName, Faults& faults)
+{
+    PanelDescription nothing;
+    nothing.file = fileName;
+    const QString reason = objection(fileName);
+    if (!reason.isEmpty()) {
+        faults.append(error(fileName, {}, reason));
+        return nothing;
+    }
+    QFile file(fileName);
+    QByteArray text;
+    if (file.open(QIODevice::ReadOnly)) {
+        text = file.read(kSizeLimit + 1);
+    }
+    if (file.error() != QFileDevice::NoError) {
+        faults.append(
+            error(fileName, {}, QString("the file cannot be read: %1").arg(file.errorString())));
+        return nothing;
+    }
+    return parse(text, fileName, faults);
+}
+
+PanelDescription PanelFile::parse(const QByteArray& text, const QString& fileName, Faults& faults)
+{
+    PanelDescription description;
+    description.file = fileName;
+    if (text.size() > kSizeLimit) {
+        faults.append(error(fileName, {}, "the file is larger than 4 MiB, the limit of a panel"));
+        return description;
+    }
+    const SourceText source(text);
+    if (const auto bad = source.firstBadByte()) {
+        faults.append(error(fileName, bad->place, bad->text));
+        return description;
+    }
+    const auto tree = YamlTree::read(source);
+    if (const auto* problem = std::get_if<Problem>(&tree)) {
+        faults.append(error(fileName, problem->place, problem->text));
+        return description;
+    }
+    const int before = faults.size();
+    description = PanelReader(source, fileName, faults).read(*std::get<YamlNodePtr>(tree));
+    std::stable_sort(faults.begin() + before, faults.end(), [](const Fault& a, const Fault& b) {
+        return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
+    });
+    return description;
+}
+
+} // namespace norvo
