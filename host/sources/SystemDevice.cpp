@@ -76,16 +76,38 @@ bool SystemDevice::initialise()
     m_cpu.reset();
     m_traffic.reset();
     m_troubled.clear();
+    m_paused = false;
     return true;
 }
 
 void SystemDevice::postInitialisation()
 {
-    if (!isRunning()) {
+    if (isRunning()) {
+        startReading();
+    }
+}
+
+void SystemDevice::startReading()
+{
+    takeReading();
+    if (!m_paused) {
+        m_timer.start(std::min(m_intervalMs, kLongestFirstIntervalMs));
+    }
+}
+
+void SystemDevice::setPaused(bool paused)
+{
+    if (m_paused == paused) {
         return;
     }
-    m_timer.start(std::min(m_intervalMs, kLongestFirstIntervalMs));
-    takeReading();
+    m_paused = paused;
+    m_timer.stop();
+    if (!m_paused && isRunning()) {
+        // What happened during the pause is not to count as the load of now.
+        m_cpu.reset();
+        m_traffic.reset();
+        startReading();
+    }
 }
 
 void SystemDevice::preShutdown()

@@ -43,7 +43,12 @@ signals:
     void sent(double bytesPerSecond);
     void uptime(QString text); ///< Such as "3 d 04:05:06".
 
+public slots:
+    void setPaused(bool paused); ///< No readings while paused. Lost at the stop.
+
 private:
+    void startReading();
+
     template <class T>
     std::optional<T> read(const char* file, std::optional<T> (*parse)(const QByteArray&));
     void tellOnce(const QString& path, const QString& fault);
@@ -53,6 +58,7 @@ private:
     QString m_procFolder;
     QTimer m_timer;
     int m_intervalMs = 0;
+    bool m_paused = false;
     std::optional<norvo::CpuTimes> m_cpu; ///< Of the reading before, as the next one.
     std::optional<norvo::TrafficCounters> m_traffic;
     QElapsedTimer m_sinceTraffic;

@@ -18,6 +18,12 @@ private slots:
     void needsTheCoreLibraryOnly();
 
 private:
+    QByteArray classOf(const QString& key) const
+    {
+        const std::unique_ptr<BaseDevice> device(m_manager.createDevice(key));
+        return device ? device->metaObject()->className() : "none";
+    }
+
     QPluginLoader m_loader{NORVO_BUILD_DIR "/plugins/libnorvosources.so"};
     DeviceManager m_manager;
 };
@@ -38,10 +44,11 @@ void tst_NorvoSourcesPluginInterface::metadataNamesTheInterface()
 
 void tst_NorvoSourcesPluginInterface::registersItsTypes()
 {
-    QCOMPARE(m_manager.cataloguePaths(), QStringList{"system/system"});
-    const std::unique_ptr<BaseDevice> device(m_manager.createDevice("System"));
-    QVERIFY(device);
-    QCOMPARE(device->metaObject()->className(), "SystemDevice");
+    QCOMPARE(m_manager.cataloguePaths(),
+             (QStringList{"system/system", "system/process", "debug/generator"}));
+    QCOMPARE(classOf("System"), "SystemDevice");
+    QCOMPARE(classOf("process"), "ProcessDevice");
+    QCOMPARE(classOf("GENERATOR"), "GeneratorDevice");
 }
 
 void tst_NorvoSourcesPluginInterface::typesHaveNoWidget()

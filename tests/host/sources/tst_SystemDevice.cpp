@@ -104,6 +104,9 @@ private slots:
     void firstComparisonComesPromptly();
     void staysSilentWhenNotRunning();
     void stopsBeforeTheShutdown();
+    void takesNoReadingWhilePaused();
+    void pauseDoesNotCountInTheNextLoad();
+    void pausedBeforeTheStartTakesTheFirstReadingOnly();
     void intervalHasAFloor();
     void intervalThatIsNoNumberIsAnError();
     void readsThisMachine();
@@ -234,6 +237,44 @@ void tst_SystemDevice::stopsBeforeTheShutdown()
     QVERIFY(subject.noted.isEmpty());
 }
 
+void tst_SystemDevice::takesNoReadingWhilePaused()
+{
+    ProcFolder folder;
+    Subject subject(folder.path(), "50");
+    subject.device.postInitialisation();
+    QTRY_VERIFY(subject.noted.count("memory") >= 2);
+    subject.device.setPaused(true);
+    subject.noted.clear();
+    QTest::qWait(120);
+    QVERIFY(subject.noted.isEmpty());
+    subject.device.setPaused(false);
+    QCOMPARE(subject.noted, kFirstReading);
+    QTRY_VERIFY(subject.noted.count("memory") >= 3);
+}
+
+void tst_SystemDevice::pauseDoesNotCountInTheNextLoad()
+{
+    ProcFolder folder;
+    Subject subject(folder.path(), "100000");
+    subject.device.postInitialisation();
+    subject.device.setPaused(true);
+    folder.write("stat", "cpu 900 0 0 100\n");
+    subject.device.setPaused(false);
+    folder.write("stat", "cpu 910 0 0 190\n");
+    const QStringList noted = subject.takeReading();
+    QCOMPARE(noted.mid(0, 2), (QStringList{"cpu", "10"}));
+}
+
+void tst_SystemDevice::pausedBeforeTheStartTakesTheFirstReadingOnly()
+{
+    ProcFolder folder;
+    Subject subject(folder.path(), "50");
+    subject.device.setPaused(true);
+    subject.device.postInitialisation();
+    QTest::qWait(300);
+    QCOMPARE(subject.noted, kFirstReading);
+}
+
 void tst_SystemDevice::intervalHasAFloor()
 {
     ProcFolder folder;
@@ -284,7 +325,7 @@ void tst_SystemDevice::declaresItsParameter()
     QCOMPARE(device.grabMethods({}, QMetaMethod::Signal, true),
              (QStringList{"cpu(double)", "memory(double)", "load(double)", "received(double)",
                           "sent(double)", "uptime(QString)"}));
-    QVERIFY(device.grabMethods({}, QMetaMethod::Slot, true).isEmpty());
+    QCOMPARE(device.grabMethods({}, QMetaMethod::Slot, true), QStringList{"setPaused(bool)"});
 }
 
 QTEST_GUILESS_MAIN(tst_SystemDevice)

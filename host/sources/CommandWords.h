@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace norvo {
+
+/// The words of a command, or why it has none.
+struct CommandWords
+{
+    QStringList words;
+    QString fault; ///< Empty: all is well.
+};
+
+/// Splits a command at its blanks. Quotes keep blanks together and may stand within a word;
+/// nothing is special in single quotes, a backslash takes the next character literally elsewhere
+/// (in double quotes only before a double quote or a backslash). Variables, patterns, pipes and
+/// redirections are not known: no shell is involved.
+CommandWords splitCommand(const QString& command);
+
+} // namespace norvo

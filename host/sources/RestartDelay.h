@@ -1,0 +1,33 @@
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+
+namespace norvo {
+
+/// How long to wait before a program is started anew: twice as long from time to time, up to a
+/// limit, and short again after a run that lasted.
+class RestartDelay
+{
+public:
+    using Milliseconds = std::chrono::milliseconds;
+
+    static constexpr Milliseconds kShortest{500};
+    static constexpr Milliseconds kLongest{30000};
+    static constexpr Milliseconds kStableRun{10000};
+
+    Milliseconds next(Milliseconds lastRun)
+    {
+        if (lastRun >= kStableRun) {
+            m_next = kShortest;
+        }
+        const Milliseconds delay = m_next;
+        m_next = std::min(2 * m_next, kLongest);
+        return delay;
+    }
+
+private:
+    Milliseconds m_next = kShortest;
+};
+
+} // namespace norvo
