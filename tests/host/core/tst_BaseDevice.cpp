@@ -208,10 +208,10 @@ private slots:
         QCOMPARE(device.getIncomingConnections(), QStringList());
         ConnectionPoint& point = device;
         point.addSignal("cpu.memory(double)");
-        point.addSignal("button.toggled(bool)");
         point.addSignal("cpu.memory(double)");
+        point.addSignal("button.toggled(bool)");
         QCOMPARE(device.getIncomingConnections(),
-                 QStringList({"cpu.memory(double)", "button.toggled(bool)", "cpu.memory(double)"}));
+                 QStringList({"cpu.memory(double)", "cpu.memory(double)", "button.toggled(bool)"}));
     }
 };
 
