@@ -4,7 +4,7 @@
 #include "host/panel/FaultTile.h"
 #include "host/panel/PanelPages.h"
 #include "host/panel/Placement.h"
-#include "host/panel/Suggestion.h"
+#include "host/panel/QueuedWire.h"
 #include "host/panel/Wiring.h"
 
 #include "norvo/BaseGuiDevice.h"
@@ -28,6 +28,13 @@ struct Panel::Member
     QPointer<BaseWidget> widget;        ///< The page may die first.
     bool isUsable = false;              ///< Its initialise() has succeeded.
     QStringList reasons;                ///< What its tile says; empty: it has none.
+};
+
+/// An arrow while the panel runs: one of the two.
+struct Panel::LiveWire
+{
+    QMetaObject::Connection direct;
+    std::unique_ptr<QueuedWire> queued; ///< Where it closes a circle.
 };
 
 namespace {
@@ -109,7 +116,7 @@ void Panel::stop()
     backward(m_members, [](const Member& member) { member.device->setRunning(false); });
     backward(m_members, [](const Member& member) { member.device->preShutdown(); });
     while (!m_wires.empty()) {
-        QObject::disconnect(m_wires.back());
+        QObject::disconnect(m_wires.back().direct);
         m_wires.pop_back();
     }
     backward(m_members, [](const Member& member) {
@@ -118,6 +125,9 @@ void Panel::stop()
         }
     });
     backward(m_members, [](const Member& member) { member.device->deinitialise(); });
+    if (m_pages) {
+        m_pages->dissolve();
+    }
     backward(m_members, [](const Member& member) { delete member.widget; });
     delete m_pages;
     m_indexes.clear();
@@ -137,7 +147,7 @@ void Panel::createDevices()
         member.device.reset(m_manager.createDevice(setting.type.text));
         BaseDevice* device = member.device.get();
         if (!device) {
-            fail(member, {QString("unknown device type \"%1\"").arg(setting.type.text)});
+            fail(member, {"unknown device type " + inQuotes(setting.type.text)});
             continue;
         }
         device->setObjectName(id);
@@ -211,16 +221,20 @@ void Panel::connectArrow(int number, bool closesCircle)
     if (!wire) {
         return;
     }
-    const auto connection =
-        connectWire(*wire, closesCircle ? Qt::QueuedConnection : Qt::AutoConnection);
-    if (!connection) {
+    LiveWire live;
+    if (closesCircle) {
+        live.queued = std::make_unique<QueuedWire>(*wire);
+    } else {
+        live.direct = connectWire(*wire, Qt::AutoConnection);
+    }
+    if (live.queued && !live.queued->isConnected()) {
         m_faults.append({Fault::Severity::Error, m_description.file, arrow.whole.place,
-                         QString("\"%1\" cannot be connected: values of such a type cannot go "
-                                 "round a circle")
-                             .arg(arrow.whole.text)});
+                         inQuotes(arrow.whole.text) +
+                             " closes a circle, and its values are of a type that cannot go round "
+                             "one"});
         return;
     }
-    m_wires.push_back(connection);
+    m_wires.push_back(std::move(live));
     to->device->addSignal(arrow.from.device.text + "." + wire->signal);
 }
 
@@ -271,8 +285,8 @@ void Panel::fail(Member& member, const QStringList& reasons)
 {
     member.reasons = reasons.isEmpty() ? QStringList("it gave no reason") : reasons;
     m_faults.append({Fault::Severity::Error, m_description.file, member.setting->id.place,
-                     QString("device \"%1\" did not start: %2")
-                         .arg(member.setting->id.text, member.reasons.join("; "))});
+                     QString("device %1 did not start: %2")
+                         .arg(inQuotes(member.setting->id.text), member.reasons.join("; "))});
 }
 
 } // namespace norvo

@@ -54,6 +54,7 @@ signals:
 
 private:
     struct Member;
+    struct LiveWire;
 
     void createDevices();
     void setParams(const DeviceSetting& setting, BaseDevice& device) const;
@@ -71,7 +72,7 @@ private:
     bool m_started = false;
     std::vector<Member> m_members; ///< In the order of the file.
     QHash<QString, int> m_indexes; ///< Id to index in m_members.
-    std::vector<QMetaObject::Connection> m_wires;
+    std::vector<LiveWire> m_wires; ///< In the order of the file.
     QPointer<PanelPages> m_pages;
     Faults m_faults;
 };

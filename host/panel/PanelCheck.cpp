@@ -73,9 +73,8 @@ private:
                 learnMethods(subject);
             } else {
                 const QStringList known = m_manager.factories().keys();
-                refuse(setting.type.place, QString("unknown device type \"%1\"%2")
-                                               .arg(setting.type.text)
-                                               .arg(suggestion(setting.type.text, known)));
+                refuse(setting.type.place, "unknown device type " + inQuotes(setting.type.text) +
+                                               suggestion(setting.type.text, known));
             }
             m_indexes.insert(setting.id.text, int(m_subjects.size()));
             m_subjects.push_back(std::move(subject));
@@ -84,25 +83,15 @@ private:
 
     void examineParams(const DeviceSetting& setting, BaseDevice& device)
     {
-        QHash<QString, PlacedText> seen; // by the name as declared
         for (const ParamSetting& param : setting.params) {
             const QString name = param.name.text;
             if (!device.params().contains(name)) {
-                refuse(param.name.place,
-                       QString("a device of type \"%1\" has no parameter \"%2\"%3")
-                           .arg(setting.type.text, name)
-                           .arg(suggestion(name, device.paramNames())));
+                refuse(param.name.place, QString("a device of type %1 has no parameter %2%3")
+                                             .arg(inQuotes(setting.type.text), inQuotes(name),
+                                                  suggestion(name, device.paramNames())));
                 continue;
             }
             const QString declared = device.params().storedKey(name);
-            if (seen.contains(declared)) {
-                const PlacedText& first = seen[declared];
-                refuse(param.name.place,
-                       QString("parameter \"%1\" is given twice, as \"%2\" in line %3 already")
-                           .arg(name, first.text)
-                           .arg(first.place.line));
-            }
-            seen.insert(declared, param.name);
             device.setParam(declared, param.value.text);
             examineValue(param, declared, device.getParam(declared));
         }
@@ -115,11 +104,12 @@ private:
             fault = param.fault();
         }
         if (!fault.isEmpty()) {
-            refuse(setting.value.place, QString("parameter \"%1\": %2").arg(name, fault));
+            refuse(setting.value.place, QString("parameter %1: %2").arg(inQuotes(name), fault));
         } else if (!param.options().isEmpty() && !param.options().contains(param.value())) {
-            warn(setting.value.place, QString("parameter \"%1\": \"%2\" is none of %3%4")
-                                          .arg(name, param.value(), quoted(param.options()))
-                                          .arg(didYouMean(param.value(), param.options())));
+            warn(setting.value.place,
+                 QString("parameter %1: %2 is none of %3%4")
+                     .arg(inQuotes(name), inQuotes(param.value()), quoted(param.options()),
+                          didYouMean(param.value(), param.options())));
         }
     }
 
@@ -140,8 +130,8 @@ private:
         if (!subject.isInitialised) {
             reasons += subject.device->paramFaults();
             warn(subject.setting->id.place,
-                 QString("device \"%1\" does not start, and its arrows cannot be checked: %2")
-                     .arg(subject.setting->id.text,
+                 QString("device %1 does not start, and its arrows cannot be checked: %2")
+                     .arg(inQuotes(subject.setting->id.text),
                           reasons.isEmpty() ? QString("it gave no reason") : reasons.join("; ")));
         }
     }
@@ -164,12 +154,11 @@ private:
             const PlacedText& earlier = settings[overlap.earlier]->id;
             const QString area = placement.cells()[overlap.later].area;
             refuse(later.place,
-                   QString("\"%1\" and \"%2\" (line %3) overlap at row %4, column %5%6")
-                       .arg(later.text, earlier.text)
-                       .arg(earlier.place.line)
-                       .arg(overlap.row)
-                       .arg(overlap.column)
-                       .arg(area.isEmpty() ? QString() : QString(" of area \"%1\"").arg(area)));
+                   QString("%1 and %2 (line %3) overlap at row %4, column %5%6")
+                       .arg(inQuotes(later.text), inQuotes(earlier.text),
+                            QString::number(earlier.place.line), QString::number(overlap.row),
+                            QString::number(overlap.column),
+                            area.isEmpty() ? QString() : " of area " + inQuotes(area)));
         }
     }
 
@@ -195,8 +184,7 @@ private:
             if (lines.contains(whole)) {
                 warn(arrow.whole.place,
                      QString("%1 is connected already, in line %2; each value will arrive twice")
-                         .arg(whole)
-                         .arg(lines[whole]));
+                         .arg(whole, QString::number(lines[whole])));
             } else {
                 lines.insert(whole, arrow.whole.place.line);
             }
@@ -233,7 +221,11 @@ private:
 
     static QString quoted(const QStringList& texts)
     {
-        return QString("\"%1\"").arg(texts.join("\", \""));
+        QStringList quotes;
+        for (const QString& text : texts) {
+            quotes.append(inQuotes(text));
+        }
+        return quotes.join(", ");
     }
 
     void refuse(const Place& place, const QString& text)

@@ -27,7 +27,8 @@ PanelPages::PanelPages(const QStringList& areas, QWidget* parent) : QWidget(pare
 
 QGridLayout* PanelPages::grid(const QString& area) const
 {
-    return m_areas.isEmpty() ? m_grids.constFirst() : m_grids.value(m_areas.indexOf(area), nullptr);
+    return m_areas.isEmpty() ? m_grids.value(0, nullptr)
+                             : m_grids.value(m_areas.indexOf(area), nullptr);
 }
 
 void PanelPages::place(QWidget* widget, const Cells& cells)
@@ -35,6 +36,13 @@ void PanelPages::place(QWidget* widget, const Cells& cells)
     QGridLayout* layout = grid(cells.area);
     Q_ASSERT(layout);
     layout->addWidget(widget, cells.row, cells.column, cells.rowspan, cells.colspan);
+}
+
+void PanelPages::dissolve()
+{
+    hide();
+    qDeleteAll(m_grids);
+    m_grids.clear();
 }
 
 } // namespace norvo

@@ -21,6 +21,8 @@ public:
     /// Null for an unknown area; the one grid where there are no tabs.
     QGridLayout* grid(const QString& area) const;
     void place(QWidget* widget, const Cells& cells); ///< The area must exist.
+    /// Gives the grids up, so that widgets can be deleted one by one without a search for each.
+    void dissolve();
 
 private:
     const QStringList m_areas;

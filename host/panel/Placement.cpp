@@ -1,5 +1,7 @@
 #include "host/panel/Placement.h"
 
+#include "host/panel/Fault.h"
+
 #include "norvo/Categories.h"
 
 #include <QHash>
@@ -182,12 +184,11 @@ QString placementFault(const QString& param, const QString& value)
     if ((!isSpan(param) && !isPosition(param)) || readNumber(param, value)) {
         return {};
     }
-    return isSpan(param)
-               ? QString("\"%1\" is not a whole number from 1 to %2").arg(value).arg(Cells::kLimit)
-               : QString("\"%1\" is not a whole number from 0 to %2, nor -1 for the next "
-                         "free place")
-                     .arg(value)
-                     .arg(Cells::kLimit - 1);
+    const QString range =
+        isSpan(param)
+            ? QString("from 1 to %1").arg(Cells::kLimit)
+            : QString("from 0 to %1, nor -1 for the next free place").arg(Cells::kLimit - 1);
+    return inQuotes(value) + " is not a whole number " + range;
 }
 
 Placement::Placement(const QVector<Cells>& wishes) : m_cells(wishes)

@@ -131,8 +131,8 @@ void addConverted(const End& slot, const Methods& signalMethods, Methods& slotMe
 QString unknownMethod(const End& end)
 {
     const bool isSignal = end.type == QMetaMethod::Signal;
-    QString text =
-        QString("\"%1\" has no %2 \"%3\"").arg(end.id(), isSignal ? "signal" : "slot", end.text());
+    QString text = QString("%1 has no %2 %3")
+                       .arg(inQuotes(end.id()), isSignal ? "signal" : "slot", inQuotes(end.text()));
     const QStringList overloads = end.signatures(end.name());
     if (!overloads.isEmpty()) {
         return text + QString("; it has %1").arg(overloads.join(", "));
@@ -189,9 +189,9 @@ QString misfit(const End& from, const End& to, const Methods& signalMethods,
     const QString text = QString("%1.%2 does not fit %3.%4")
                              .arg(from.id(), list(signalMethods), to.id(), list(slotMethods));
     const Pairs pairs = nearestPairs(from, to);
-    return text + (pairs.isEmpty()
-                       ? QString("; nothing that \"%1\" sends fits \"%2\"").arg(from.id(), to.id())
-                       : QString("; what fits: %1").arg(told(pairs, from, to)));
+    return text + (pairs.isEmpty() ? QString("; nothing that %1 sends fits %2")
+                                         .arg(inQuotes(from.id()), inQuotes(to.id()))
+                                   : QString("; what fits: %1").arg(told(pairs, from, to)));
 }
 
 } // namespace
@@ -228,8 +228,9 @@ std::optional<Wire> resolveArrow(const Arrow& arrow, BaseDevice& from, BaseDevic
         return std::nullopt;
     }
     if (pairs.size() > 1) {
-        refuse(arrow.whole.place, QString("\"%1\" can mean several pairs; choose one of: %2")
-                                      .arg(arrow.whole.text, told(pairs, source, target)));
+        refuse(arrow.whole.place,
+               QString("%1 can mean several pairs; choose one of: %2")
+                   .arg(inQuotes(arrow.whole.text), told(pairs, source, target)));
         return std::nullopt;
     }
     const Pair& pair = pairs.constFirst();
@@ -243,9 +244,7 @@ Fault unknownDevice(const Endpoint& end, const PanelDescription& description)
         ids.append(setting.id.text);
     }
     return {Fault::Severity::Error, description.file, end.device.place,
-            QString("there is no device \"%1\"%2")
-                .arg(end.device.text)
-                .arg(didYouMean(end.device.text, ids))};
+            "there is no device " + inQuotes(end.device.text) + didYouMean(end.device.text, ids)};
 }
 
 QMetaObject::Connection connectWire(const Wire& wire, Qt::ConnectionType type)
