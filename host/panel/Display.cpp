@@ -49,6 +49,21 @@ private:
     QtMessageHandler m_before;
 };
 
+QtMessageHandler s_usualHandler = nullptr;
+
+/// What the off-screen platform says of itself is true and helps nobody.
+void dropPlatformRemarks(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (!message.startsWith("This plugin does not support ")) {
+        s_usualHandler(type, context, message);
+    }
+}
+
+bool isOffScreen()
+{
+    return QGuiApplication::platformName() == "offscreen";
+}
+
 bool displayIsNamed()
 {
     return !qEnvironmentVariableIsEmpty("DISPLAY") ||
@@ -74,7 +89,7 @@ QApplication* makeApplication(Display::Kind kind)
 
 bool hasOpenGl()
 {
-    if (QGuiApplication::platformName() == "offscreen") {
+    if (isOffScreen()) {
         return false; // It may offer one, of a display that is there by chance.
     }
     QOffscreenSurface surface;
@@ -102,6 +117,9 @@ std::unique_ptr<QApplication> Display::open(Kind kind, QString& reason)
         qWarning().noquote() << message;
     }
     chooseQuickRenderer();
+    if (isOffScreen() && !s_usualHandler) {
+        s_usualHandler = qInstallMessageHandler(dropPlatformRemarks);
+    }
     return application;
 }
 

@@ -29,8 +29,9 @@ void append(QTextCursor& cursor, const Fault& fault)
     QTextCharFormat bold;
     bold.setFontWeight(QFont::Bold);
     cursor.setBlockFormat(block);
-    const QString line = fault.toString();
-    cursor.insertText(line.chopped(fault.text.size()), bold);
+    Fault heading = fault;
+    heading.text.clear();
+    cursor.insertText(heading.toString().trimmed(), bold);
     cursor.insertText(QString(QChar::LineSeparator) + fault.text, QTextCharFormat());
 }
 

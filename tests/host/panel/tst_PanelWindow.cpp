@@ -132,8 +132,8 @@ void tst_PanelWindow::faultsAreShownWithTheirPlaces()
     PanelWindow window("Bench");
     window.showFaults(kFaults);
     QCOMPARE(window.findChild<QTextEdit*>()->toPlainText(),
-             QString("p.yaml:3:5: error: \nno such type \"botton\"; did you mean \"button\"?\n"
-                     "p.yaml:9:1: warning: \n<b>odd</b> & so"));
+             QString("p.yaml:3:5: error:\nno such type \"botton\"; did you mean \"button\"?\n"
+                     "p.yaml:9:1: warning:\n<b>odd</b> & so"));
     const QList<QLabel*> labels = window.page()->findChildren<QLabel*>();
     QCOMPARE(labels.size(), 2);
     QCOMPARE(labels[0]->text(), QString("This panel cannot start"));
