@@ -2,6 +2,8 @@
 
 #include "devices/ButtonDevice.h"
 #include "devices/Label.h"
+#include "devices/OutputDigitalDevice.h"
+#include "devices/OutputWithProgress.h"
 #include "norvo/DeviceManager.h"
 
 #include <QDebug>
@@ -10,6 +12,8 @@ void NorvoGuiDevicesPluginInterface::registerDeviceType(DeviceManager& manager)
 {
     manager.registerDeviceType<ButtonDevice>("button");
     manager.registerDeviceType<Label>("label");
+    manager.registerDeviceType<OutputWithProgress>("output_with_progress");
+    manager.registerDeviceType<OutputDigitalDevice>("output_digital");
 
     qDebug().noquote() << "NorvoGui devices plugins was registered";
 }

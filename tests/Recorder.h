@@ -32,6 +32,8 @@ public:
         }
     }
 
+    int count() const { return m_events.size(); }
+
     /// What was emitted since the last call.
     QStringList take()
     {

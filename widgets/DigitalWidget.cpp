@@ -53,6 +53,9 @@ void DigitalWidget::deinitialise() {}
 
 void DigitalWidget::setLayout(Qt::Orientation orientation)
 {
+    if (!m_value) {
+        return;
+    }
     QGridLayout* const grid = getLayout();
     if (orientation == Qt::Vertical) {
         grid->addWidget(m_value, 0, 0, Qt::AlignTop);
@@ -67,6 +70,9 @@ void DigitalWidget::setLayout(Qt::Orientation orientation)
 
 void DigitalWidget::setActive(bool active)
 {
+    if (!m_value) {
+        return;
+    }
     if (!active) {
         ReadoutStyle::setLook(m_value, ReadoutStyle::kTimedOut);
     }

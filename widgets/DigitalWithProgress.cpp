@@ -139,6 +139,9 @@ void DigitalWithProgress::setFontSize(int valueSize, int captionSize, int scaleL
 
 void DigitalWithProgress::setLayout(Qt::Orientation orientation)
 {
+    if (!m_value) {
+        return;
+    }
     if (m_bar) {
         m_bar->setOrientation(orientation);
     }
@@ -167,6 +170,9 @@ void DigitalWithProgress::setLayout(Qt::Orientation orientation)
 
 void DigitalWithProgress::setActive(bool active)
 {
+    if (!m_value) {
+        return;
+    }
     if (!active) {
         showState(ReadoutStyle::kTimedOut, kBarGray);
     }
@@ -254,7 +260,9 @@ void DigitalWithProgress::startAlarm()
 void DigitalWithProgress::stopAlarm()
 {
     m_blinkTimer.stop();
-    ReadoutStyle::setLook(m_caption, ReadoutStyle::kCaptionDark);
+    if (m_caption) {
+        ReadoutStyle::setLook(m_caption, ReadoutStyle::kCaptionDark);
+    }
     if (m_alarmEnabled) {
         emit alarmAlert(false);
     }

@@ -25,6 +25,8 @@ struct Type
 const QVector<Type> kRegistrations{
     {"button", "ButtonDevice"},
     {"label", "Label"},
+    {"output_with_progress", "OutputWithProgress"},
+    {"output_digital", "OutputDigitalDevice"},
 };
 
 QStringList expectedPaths()
