@@ -1,7 +1,7 @@
 #include "norvo/Param.h"
 
-#include <cmath>
-#include <limits>
+#include "norvo/Truncation.h"
+
 #include <optional>
 #include <utility>
 
@@ -27,20 +27,6 @@ std::optional<double> readDouble(const QString& text)
     bool ok = false;
     const double number = text.trimmed().toDouble(&ok);
     return ok ? std::optional(number) : std::nullopt;
-}
-
-/// Cut toward zero; the nearest int for what lies beyond, 0 for what is no number.
-int clampedInt(double number)
-{
-    constexpr int lowest = std::numeric_limits<int>::min();
-    constexpr int highest = std::numeric_limits<int>::max();
-    if (std::isnan(number)) {
-        return 0;
-    }
-    if (number <= lowest) {
-        return lowest;
-    }
-    return number >= highest ? highest : int(number);
 }
 
 } // namespace
@@ -69,7 +55,7 @@ Param::operator int() const
 {
     bool ok = false;
     const int number = m_value.trimmed().toInt(&ok);
-    return ok ? number : clampedInt(double(*this));
+    return ok ? number : norvo::truncatedToInt(double(*this));
 }
 
 Param::operator double() const
