@@ -10,6 +10,11 @@
 #include <QWindow>
 
 namespace norvo {
+namespace {
+
+constexpr int kTextPixels = 17;
+
+} // namespace
 
 EntryDialog::EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& title)
     : QDialog(parent, flags),
@@ -21,6 +26,10 @@ EntryDialog::EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& 
     setWindowTitle(title);
     setModal(true);
     m_reason->setObjectName("reason");
+    QFont readable = font();
+    readable.setPixelSize(kTextPixels);
+    setFont(readable);
+    m_reason->setFont(readable);
     m_reason->setMinimumHeight(m_reason->fontMetrics().height());
     m_display->setAccessibleName(title);
     m_ok->setDefault(true);
@@ -44,6 +53,12 @@ void EntryDialog::showFault(const QString& reason)
 void EntryDialog::fitIntoScreen(const QSize& preferred)
 {
     resize(preferred.boundedTo(screen()->availableSize()));
+}
+
+void EntryDialog::setVisible(bool visible)
+{
+    QDialog::setVisible(visible);
+    m_display->end(false); // Qt has selected the text, and the first key would replace it
 }
 
 void EntryDialog::showEvent(QShowEvent* event)

@@ -22,6 +22,8 @@ public:
     /// Runs the dialog; true when it was confirmed. False also if its parent took it along.
     static bool isConfirmed(EntryDialog* dialog);
 
+    void setVisible(bool visible) override;
+
 protected:
     void showFault(const QString& reason); ///< Empty: what the display shows can be accepted.
     /// Takes that size, or the screen's where that is smaller.

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "ModalDialog.h"
+
+#include "norvo/ScreenKeyboardDialog.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QtTest>
+
+/// Ways to use a ScreenKeyboardDialog as a finger would.
+
+using Check = std::function<bool(QString)>;
+
+struct Answer
+{
+    QString text;
+    bool ok = false;
+    int dialogs = 0;
+};
+
+inline Answer enter(const QString& start, std::function<void(QWidget&)> use,
+                    const Check& check = {}, const QString& hint = {}, const QString& reason = {})
+{
+    Answer answer;
+    ModalDialog modal(std::move(use));
+    answer.text = ScreenKeyboardDialog::getText(nullptr, "Input value", start, Qt::WindowFlags(),
+                                                &answer.ok, hint, reason, check);
+    answer.dialogs = modal.count();
+    return answer;
+}
+
+inline QLineEdit& display(QWidget& dialog)
+{
+    return *dialog.findChild<QLineEdit*>("display");
+}
+
+inline QString reason(QWidget& dialog)
+{
+    return dialog.findChild<QLabel*>("reason")->text();
+}
+
+inline QPushButton& key(QWidget& dialog, const QString& name)
+{
+    return *dialog.findChild<QPushButton*>(name);
+}
+
+/// Taps the keys that show these characters.
+inline void tapCharacters(QWidget& dialog, const QString& characters)
+{
+    for (const QString& character : characters.split("", Qt::SkipEmptyParts)) {
+        const QString face = character == "&" ? "&&" : character;
+        const auto keys = dialog.findChildren<QPushButton*>();
+        const auto found = std::find_if(keys.cbegin(), keys.cend(), [&](const QPushButton* key) {
+            return key->text() == face;
+        });
+        QVERIFY2(found != keys.cend(), qPrintable("no key shows " + character));
+        QTest::mouseClick(*found, Qt::LeftButton);
+    }
+}
+
+/// The faces of all keys for characters, row by row.
+inline QStringList faces(QWidget& dialog)
+{
+    QStringList rows;
+    for (int row = 1; row <= 3; ++row) {
+        QString characters;
+        for (int column = 0; column < (row == 3 ? 9 : 11); ++column) {
+            characters += key(dialog, QString("key%1-%2").arg(row).arg(column)).text();
+        }
+        rows.append(characters.replace("&&", "&"));
+    }
+    return rows;
+}
+
+inline bool isRed(QWidget& dialog)
+{
+    const QColor colour =
+        display(dialog).grab().toImage().pixelColor(display(dialog).width() - 9, 30);
+    return colour.red() > 150 && colour.green() < 80 && colour.blue() < 80;
+}
