@@ -1,6 +1,7 @@
 #include "NorvoGuiDevicesPluginInterface.h"
 
 #include "devices/ButtonDevice.h"
+#include "devices/InputDevice.h"
 #include "devices/Label.h"
 #include "devices/OutputDigitalDevice.h"
 #include "devices/OutputWithProgress.h"
@@ -11,6 +12,7 @@
 void NorvoGuiDevicesPluginInterface::registerDeviceType(DeviceManager& manager)
 {
     manager.registerDeviceType<ButtonDevice>("button");
+    manager.registerDeviceType<InputDevice>("input");
     manager.registerDeviceType<Label>("label");
     manager.registerDeviceType<OutputWithProgress>("output_with_progress");
     manager.registerDeviceType<OutputDigitalDevice>("output_digital");

@@ -24,6 +24,7 @@ struct Type
 /// One row for each registration, in their order.
 const QVector<Type> kRegistrations{
     {"button", "ButtonDevice"},
+    {"input", "InputDevice"},
     {"label", "Label"},
     {"output_with_progress", "OutputWithProgress"},
     {"output_digital", "OutputDigitalDevice"},

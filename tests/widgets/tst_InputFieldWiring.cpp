@@ -1,0 +1,117 @@
+#include "RunningField.h"
+
+#include <QtTest>
+
+#include <limits>
+
+class tst_InputFieldWiring : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void numberFromTheWiringHasSixDigitsInALineEdit();
+    void textFromTheWiringStandsInALineEditAsItIs();
+    void textFromTheWiringIsReadLenientlyByASpinBox();
+    void textThatIsNoNumberLeavesASpinBoxAlone();
+    void echoOfASpinBox();
+    void echoOfALineEditForNumbers();
+    void echoOfALineEditForTexts();
+    void repeatedValueHasNoEcho();
+    void oddNumbersFromTheWiringDoNoHarm();
+};
+
+void tst_InputFieldWiring::numberFromTheWiringHasSixDigitsInALineEdit()
+{
+    for (const char* type : {"string", "int", "double"}) {
+        Field field(type);
+        field.device.input(0.123456789);
+        QCOMPARE(field.line()->text(), QString("0.123457"));
+    }
+}
+
+void tst_InputFieldWiring::textFromTheWiringStandsInALineEditAsItIs()
+{
+    Field field("string");
+    field.device.input(QString("about 5"));
+    QCOMPARE(field.line()->text(), QString("about 5"));
+    // A text that reads as a number is followed by that number, written with six digits.
+    field.device.input(QString("1,23456789"));
+    QCOMPARE(field.line()->text(), QString("1.23457"));
+}
+
+void tst_InputFieldWiring::textFromTheWiringIsReadLenientlyByASpinBox()
+{
+    const Field field("spin");
+    static_cast<InputFieldWidget*>(field.widget.get())->input(QString("3,75"));
+    QCOMPARE(field.spinBox()->value(), 3.75);
+}
+
+void tst_InputFieldWiring::textThatIsNoNumberLeavesASpinBoxAlone()
+{
+    Field field("spin");
+    field.device.input(2.0);
+    field.fromDevice->take();
+    field.device.input(QString("abc"));
+    QCOMPARE(field.spinBox()->value(), 2.0);
+    QCOMPARE(field.fromDevice->take(), QStringList("wgOutput(\"abc\")"));
+}
+
+void tst_InputFieldWiring::echoOfASpinBox()
+{
+    Field field("spin");
+    field.device.input(0.5);
+    QCOMPARE(field.spinBox()->text(), QString("0.50"));
+    QCOMPARE(field.fromWidget->take(),
+             QStringList({"output(\"0.50\")", "output(0.5)", "output(0.5)"}));
+    QCOMPARE(field.fromDevice->take(),
+             QStringList({"wgOutput(\"0.5\")",               // to the editor, which passes it on:
+                          "output(\"0.50\")", "output(0.5)", // its text,
+                          "output(0.5)", "output(\"0.5\")",  // the number in its text,
+                          "output(0.5)", "output(\"0.5\")",  // its value;
+                          "wgOutput(0.5)"}));                // the number changes nothing more
+    QCOMPARE(field.device.getCurrentString(), QString("0.5"));
+}
+
+void tst_InputFieldWiring::echoOfALineEditForNumbers()
+{
+    Field field("double");
+    field.device.input(2.5);
+    QCOMPARE(field.fromDevice->take(),
+             QStringList({"wgOutput(\"2.5\")", "output(\"2.5\")", "output(2.5)", "output(2.5)",
+                          "output(\"2.5\")", "wgOutput(2.5)"}));
+}
+
+void tst_InputFieldWiring::echoOfALineEditForTexts()
+{
+    Field field("string");
+    field.device.input(QString("abc"));
+    QCOMPARE(field.fromDevice->take(), QStringList({"wgOutput(\"abc\")", "output(\"abc\")"}));
+}
+
+void tst_InputFieldWiring::repeatedValueHasNoEcho()
+{
+    for (const char* type : {"string", "int", "double", "spin"}) {
+        Field field(type);
+        field.device.input(2.5);
+        field.fromDevice->take();
+        field.device.input(2.5);
+        QCOMPARE(field.fromDevice->take(), QStringList({"wgOutput(\"2.5\")", "wgOutput(2.5)"}));
+    }
+}
+
+void tst_InputFieldWiring::oddNumbersFromTheWiringDoNoHarm()
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    for (const char* type : {"string", "int", "double", "spin"}) {
+        Field field(type);
+        for (const double number : {infinity, -infinity, 1e308, -1e308, 5e-324,
+                                    std::numeric_limits<double>::quiet_NaN()}) {
+            field.device.input(number);
+        }
+        field.device.input(3.0);
+        QCOMPARE(field.line()->text(), QString(field.spinBox() ? "3.00" : "3"));
+    }
+}
+
+QTEST_MAIN(tst_InputFieldWiring)
+#include "tst_InputFieldWiring.moc"

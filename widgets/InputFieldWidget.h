@@ -1,0 +1,55 @@
+#pragma once
+
+#include "norvo/BaseWidget.h"
+
+#include <QPointer>
+
+#include <memory>
+
+class InputDevice;
+class QDoubleSpinBox;
+class QLabel;
+class QLineEdit;
+
+/// The editor of an InputDevice, a line editor or a spin box, with caption and unit.
+class InputFieldWidget : public BaseWidget
+{
+    Q_OBJECT
+
+public:
+    InputFieldWidget(BaseGuiDevice* device, QWidget* parent);
+    ~InputFieldWidget() override;
+
+    /// Places caption, editor and unit; labels without text are left out.
+    void setLayout(Qt::Orientation orientation);
+    void setMinMax(double min, double max); ///< Of a spin box; a line editor has none.
+    void setIncrement(double step);         ///< Of a spin box.
+
+    void initialise() override;
+    /// Opens the numeric keypad or the keyboard on a press; the editor gets the press as well.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+signals:
+    void output(QString text);
+    void output(double value);
+
+public slots:
+    /// A value that changes the editor leaves the widget again, as if it had been typed.
+    void input(double value);
+    void input(QString text); ///< A spin box ignores what reads as no number.
+
+private slots:
+    void onEdit(const QString& text);
+
+private:
+    QWidget* createLineEdit(const InputDevice& inputDevice);
+    QWidget* createSpinBox(const InputDevice& inputDevice);
+    QDoubleSpinBox* spinBox() const;
+    QLineEdit* lineEdit() const;
+    void editInDialog(const InputDevice& inputDevice);
+
+    std::unique_ptr<QLabel> m_caption;
+    std::unique_ptr<QLabel> m_units;
+    QPointer<QWidget> m_editor;
+    QString m_lastText; ///< The last text that was passed on.
+};
