@@ -18,12 +18,6 @@ Qt::Alignment alignmentNamed(const QString& name)
     return Qt::AlignHCenter | Qt::AlignVCenter;
 }
 
-/// Line breaks as they can be typed in one line: a backslash and an "n".
-QString withLineBreaks(QString text)
-{
-    return text.replace(QLatin1String("\\n"), QLatin1String("\n"));
-}
-
 } // namespace
 
 void LabelWidget::initialise()
@@ -37,7 +31,7 @@ void LabelWidget::initialise()
 
     m_font = QFont("Arial", getParam(Label::kFontSize), QFont::Normal, false);
     m_label = new QLabel(withLineBreaks(Label::withoutValue(labelDevice->getValue())));
-    m_label->setFont(m_font);
+    setFontAgain();
     m_label->setWordWrap(true);
     m_label->setAlignment(alignmentNamed(getParam(Label::kAlignment).value()));
     getLayout()->addWidget(m_label);
@@ -62,5 +56,13 @@ void LabelWidget::input(QString value)
         return;
     }
     m_label->setText(m_warning ? QString("<font color='red'>%1</font>").arg(value) : value);
+    if (!m_label->font().isCopyOf(m_shownFont)) { // somebody else has changed it
+        setFontAgain();
+    }
+}
+
+void LabelWidget::setFontAgain()
+{
     m_label->setFont(m_font);
+    m_shownFont = m_label->font();
 }

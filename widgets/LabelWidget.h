@@ -22,7 +22,10 @@ public slots:
     void input(QString value);
 
 private:
+    void setFontAgain();
+
     QLabel* m_label = nullptr; ///< Null: not to be written to.
     QFont m_font;
+    QFont m_shownFont; ///< The label's own copy of it, as it was set last.
     bool m_warning = false;
 };
