@@ -352,6 +352,10 @@ void YamlBuilder::add(const YamlNodePtr& node, int mark, const Place& place, boo
     }
     Level& level = m_levels.back();
     if (isAtKey()) {
+        if (node->text.size() > YamlTree::kLongestKey) {
+            throw Problem{place,
+                          QString("a key has %1 characters at most").arg(YamlTree::kLongestKey)};
+        }
         level.key = node;
         level.keyMark = mark;
         return;

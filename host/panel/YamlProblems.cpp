@@ -21,7 +21,7 @@ constexpr Advice kAdvice[] = {
                                 "that holds \": \" in quotes"},
     {YAML::ErrorMsg::MAP_KEY, "no key is expected here; check the indentation"},
     {YAML::ErrorMsg::BLOCK_ENTRY, "no list entry is expected here; a list begins on a line of its "
-                                  "own"},
+                                  "own, and the text \"-\" needs quotes"},
     {YAML::ErrorMsg::UNKNOWN_TOKEN, "no text begins with \"%1\"; put it in quotes"},
     {YAML::ErrorMsg::FLOW_END, "\"%1\" is not expected here; check that brackets match"},
     {YAML::ErrorMsg::ALIAS_NOT_FOUND, "a name is expected after \"*\"; a text that begins with "
@@ -47,6 +47,13 @@ QString characterAt(const SourceText& source, int offset)
 QString inWords(const Place& place)
 {
     return QString("line %1, column %2").arg(place.line).arg(place.column);
+}
+
+bool isAboutEscape(const std::string& complaint)
+{
+    using namespace YAML::ErrorMsg;
+    return complaint.rfind(INVALID_ESCAPE, 0) == 0 || complaint.rfind(INVALID_UNICODE, 0) == 0 ||
+           complaint == INVALID_HEX;
 }
 
 /// The tab in the indentation of this line; -1 without one.
@@ -103,13 +110,13 @@ Problem describe(const YAML::Exception& exception, const SourceText& source,
         const QString text = QString(advice->text).replace("%1", characterAt(source, offset));
         return {place, broken.arg(text)};
     }
-    const QString escape = QString::fromStdString(INVALID_ESCAPE);
     const QString complaint = QString::fromStdString(exception.msg);
-    if (complaint.startsWith(escape)) {
-        return {place, broken
-                           .arg("\"\\%1\" stands for nothing; a backslash in double quotes is "
-                                "written twice")
-                           .arg(complaint.mid(escape.size()))};
+    if (isAboutEscape(exception.msg)) {
+        // The mark stands behind it.
+        const int backslash = std::max(source.bytes().lastIndexOf('\\', offset - 1), 0);
+        return {source.placeAt(backslash),
+                broken.arg("no character is written like this; a backslash in double quotes is "
+                           "written twice")};
     }
     return {place, broken.arg(complaint)};
 }

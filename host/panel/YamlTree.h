@@ -52,8 +52,9 @@ namespace YamlTree {
 
 constexpr int kDeepest = 64;        ///< Levels of lists and maps.
 constexpr int kMostValues = 100000; ///< Texts, lists and maps, aliases followed; keys left out.
+constexpr int kLongestKey = 1000;   ///< In characters.
 
-/// The value that the text holds. It takes one document, and keeps to the two limits before it
+/// The value that the text holds. It takes one document, and keeps to the limits before it
 /// builds anything beyond them. The text must be free of bad bytes.
 std::variant<YamlNodePtr, Problem> read(const SourceText& source);
 
