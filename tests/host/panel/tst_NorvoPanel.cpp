@@ -5,7 +5,7 @@
 
 #include <unistd.h>
 
-/// The program from outside: command line, display, plug-in folders and the check.
+/// The program from outside: command line, plug-in folders and the check.
 class tst_NorvoPanel : public QObject
 {
     Q_OBJECT
@@ -13,9 +13,6 @@ class tst_NorvoPanel : public QObject
 private slots:
     void helpAndVersionGoToStandardOutput();
     void wrongCommandLineIsOneLine();
-    void withoutDisplayItSaysWhatToDo();
-    void displayThatCannotBeOpenedIsOneLine_data();
-    void displayThatCannotBeOpenedIsOneLine();
     void checkNeedsNoDisplay();
     void checkTellsEveryFault();
     void checkPassesWarnings();
@@ -32,8 +29,6 @@ namespace {
 
 const QByteArray kPatch = "devices:\n"
                           "  a: {device: patch}\n";
-const QString kAdvice = "a picture of the panel needs no display: norvo-panel --screenshot OUT.png "
-                        "PANEL.yaml";
 
 /// A copy of the program in a folder of its own, away from the plug-ins of the build.
 class LonelyProgram
@@ -74,46 +69,6 @@ void tst_NorvoPanel::wrongCommandLineIsOneLine()
     QCOMPARE(panel.runToEnd(), 1);
     QCOMPARE(panel.errorLines(),
              QStringList("norvo-panel: Unknown option 'grün'.; see norvo-panel --help"));
-}
-
-void tst_NorvoPanel::withoutDisplayItSaysWhatToDo()
-{
-    const PanelFolder folder(kPatch);
-    PanelProcess panel({folder.panel()});
-    panel.takeDisplayAway();
-    QCOMPARE(panel.runToEnd(), 1);
-    QCOMPARE(panel.errorLines(),
-             QStringList("norvo-panel: there is no display (neither DISPLAY nor WAYLAND_DISPLAY is "
-                         "set); " +
-                         kAdvice));
-}
-
-void tst_NorvoPanel::displayThatCannotBeOpenedIsOneLine_data()
-{
-    QTest::addColumn<QString>("variable");
-    QTest::addColumn<QString>("value");
-    QTest::newRow("no such X display") << "DISPLAY"
-                                       << ":47113";
-    QTest::newRow("no such Wayland display") << "WAYLAND_DISPLAY"
-                                             << "norvo-none";
-    QTest::newRow("no such platform") << "QT_QPA_PLATFORM"
-                                      << "nonsense";
-}
-
-void tst_NorvoPanel::displayThatCannotBeOpenedIsOneLine()
-{
-    QFETCH(QString, variable);
-    QFETCH(QString, value);
-    const PanelFolder folder(kPatch);
-    PanelProcess panel({folder.panel()});
-    panel.takeDisplayAway();
-    panel.setEnvironment(variable, value);
-    QCOMPARE(panel.runToEnd(), 1);
-    const QStringList lines = panel.errorLines();
-    QCOMPARE(lines.size(), 1);
-    QVERIFY2(lines[0].startsWith("norvo-panel: the display cannot be opened ("),
-             qPrintable(lines[0]));
-    QVERIFY2(lines[0].endsWith("); " + kAdvice), qPrintable(lines[0]));
 }
 
 void tst_NorvoPanel::checkNeedsNoDisplay()

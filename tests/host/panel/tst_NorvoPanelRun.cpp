@@ -1,6 +1,4 @@
-#include "PanelProcess.h"
-
-#include "tests/fixtures/probes/CounterRecord.h"
+#include "CountingFolder.h"
 
 #include <QImage>
 #include <QtTest>
@@ -15,24 +13,11 @@ private slots:
     void pictureShowsTheFaults();
     void pictureThatCannotBeWrittenIsTold_data();
     void pictureThatCannotBeWrittenIsTold();
-    void pictureUsesTheStateAndWritesNone();
     void startWithErrorsShowsThemAndStartsNothing();
     void failedDeviceLeavesTheRestRunning();
     void signalStopsWithTheStateSaved_data();
     void signalStopsWithTheStateSaved();
     void closedWindowStopsWithTheStateSaved();
-    void stateComesBack();
-    void stateGoesToTheNamedFile();
-    void noStateIsNoState();
-    void brokenStateIsToldAndKept();
-    void stateThatCannotBeSavedIsToldOnce();
-    void panelFileIsNeverWritten();
-
-private:
-    static QStringList probes(const QStringList& more)
-    {
-        return QStringList{"--plugins", fixture("probes")} + more;
-    }
 };
 
 namespace {
@@ -45,29 +30,6 @@ const QByteArray kTwoPatches = "title: Two patches\n"
                                "  right:\n"
                                "    device: patch\n"
                                "    params: {colour: '#0000ff', widget/row: 0, widget/column: 1}\n";
-
-QByteArray counting(const QString& log)
-{
-    return "devices:\n"
-           "  counter: {device: counter, params: {log: '" +
-           log.toUtf8() + "'}}\n";
-}
-
-class CountingFolder : public PanelFolder
-{
-public:
-    CountingFolder() : PanelFolder("") { fill("panel.yaml", counting(filePath("log"))); }
-
-    int counted() const { return readLastRecord(filePath("log")).count; }
-
-    /// The count in the state file; -1 where there is none.
-    int saved(const QString& name = "panel.state.yaml") const
-    {
-        const QString text = QString::fromUtf8(content(name));
-        const auto match = QRegularExpression("\"count\": \"(\\d+)\"").match(text);
-        return match.hasMatch() ? match.captured(1).toInt() : -1;
-    }
-};
 
 } // namespace
 
@@ -126,29 +88,10 @@ void tst_NorvoPanelRun::pictureThatCannotBeWrittenIsTold()
              QStringList("panel.yaml"));
 }
 
-void tst_NorvoPanelRun::pictureUsesTheStateAndWritesNone()
-{
-    const PanelFolder folder(kTwoPatches);
-    const QByteArray state = "left: {colour: '#ff00ff'}\n";
-    folder.fill("panel.state.yaml", state);
-    const QString picture = folder.filePath("o.png");
-    PanelProcess panel(probes({"--screenshot", picture, "--after", "0", folder.panel()}));
-    QCOMPARE(panel.runToEnd(), 0);
-    QCOMPARE(QImage(picture).pixelColor(200, 240), QColor("#ff00ff"));
-    QCOMPARE(folder.content("panel.state.yaml"), state);
-
-    const CountingFolder counter;
-    PanelProcess second(
-        probes({"--screenshot", counter.filePath("o.png"), "--after", "400", counter.panel()}));
-    QCOMPARE(second.runToEnd(), 0);
-    QVERIFY(counter.counted() > 0);
-    QCOMPARE(counter.saved(), -1);
-}
-
 void tst_NorvoPanelRun::startWithErrorsShowsThemAndStartsNothing()
 {
     const CountingFolder folder;
-    folder.fill("panel.yaml", counting(folder.filePath("log")) + "  a: {device: pach}\n");
+    folder.add("  a: {device: pach}\n");
     PanelProcess panel(probes({folder.panel()}));
     panel.start();
     QVERIFY(panel.waitForErrorText("panel.yaml:3:15: error: "));
@@ -162,7 +105,7 @@ void tst_NorvoPanelRun::startWithErrorsShowsThemAndStartsNothing()
 void tst_NorvoPanelRun::failedDeviceLeavesTheRestRunning()
 {
     const CountingFolder folder;
-    folder.fill("panel.yaml", counting(folder.filePath("log")) + "  bad: {device: failing}\n");
+    folder.add("  bad: {device: failing}\n");
     PanelProcess panel(probes({"--plugins", fixture("relays"), folder.panel()}));
     panel.start();
     QVERIFY(panel.waitForErrorText("told to fail"));
@@ -200,94 +143,11 @@ void tst_NorvoPanelRun::signalStopsWithTheStateSaved()
 void tst_NorvoPanelRun::closedWindowStopsWithTheStateSaved()
 {
     const CountingFolder folder;
-    folder.fill("panel.yaml", counting(folder.filePath("log")) +
-                                  "  a: {device: patch, params: {closeAfter: 50}}\n");
+    folder.add("  a: {device: patch, params: {closeAfter: 50}}\n");
     PanelProcess panel(probes({folder.panel()}));
     QCOMPARE(panel.runToEnd(), 0);
     QVERIFY(folder.counted() > 0);
     QCOMPARE(folder.saved(), folder.counted());
-}
-
-void tst_NorvoPanelRun::stateComesBack()
-{
-    const CountingFolder folder;
-    folder.fill("panel.state.yaml", "counter: {count: '1000'}\ngone: {count: '7'}\n");
-    PanelProcess panel(probes({folder.panel()}));
-    panel.start();
-    QTRY_VERIFY(folder.counted() > 1000);
-    panel.sendSignal(SIGTERM);
-    QCOMPARE(panel.waitForEnd(), 0);
-    QCOMPARE(folder.saved(), folder.counted());
-    QVERIFY(folder.content("panel.state.yaml").contains("\"gone\":\n  \"count\": \"7\"\n"));
-}
-
-void tst_NorvoPanelRun::stateGoesToTheNamedFile()
-{
-    const CountingFolder folder;
-    PanelProcess panel(probes({"--state", folder.filePath("other.yaml"), folder.panel()}));
-    panel.start();
-    QTRY_VERIFY(folder.saved("other.yaml") > 0);
-    panel.sendSignal(SIGTERM);
-    QCOMPARE(panel.waitForEnd(), 0);
-    QCOMPARE(folder.saved("other.yaml"), folder.counted());
-    QVERIFY(!QFile::exists(folder.filePath("panel.state.yaml")));
-}
-
-void tst_NorvoPanelRun::noStateIsNoState()
-{
-    const CountingFolder folder;
-    const QByteArray state = "counter: {count: '1000'}\n";
-    folder.fill("panel.state.yaml", state);
-    PanelProcess panel(probes({"--no-state", folder.panel()}));
-    panel.start();
-    QTRY_VERIFY(folder.counted() > 0);
-    panel.sendSignal(SIGTERM);
-    QCOMPARE(panel.waitForEnd(), 0);
-    QVERIFY(folder.counted() < 1000);
-    QCOMPARE(folder.content("panel.state.yaml"), state);
-}
-
-void tst_NorvoPanelRun::brokenStateIsToldAndKept()
-{
-    const CountingFolder folder;
-    const QByteArray state = "counter: {count: '10";
-    folder.fill("panel.state.yaml", state);
-    PanelProcess panel(probes({folder.panel()}));
-    panel.start();
-    QVERIFY(panel.waitForErrorText("panel.state.yaml: warning: the saved state does not read: "));
-    QTRY_VERIFY(folder.saved() > 0);
-    panel.sendSignal(SIGTERM);
-    QCOMPARE(panel.waitForEnd(), 0);
-    QCOMPARE(folder.content("panel.state.yaml.bad"), state);
-    QCOMPARE(panel.errorLines().size(), 1);
-}
-
-void tst_NorvoPanelRun::stateThatCannotBeSavedIsToldOnce()
-{
-    const CountingFolder folder;
-    const QString state = folder.filePath("missing/s.yaml");
-    PanelProcess panel(probes({"--state", state, folder.panel()}));
-    panel.start();
-    QVERIFY(panel.waitForErrorText("the state cannot be saved: "));
-    const int before = folder.counted();
-    QTRY_VERIFY(folder.counted() > before + 100);
-    panel.sendSignal(SIGTERM);
-    QCOMPARE(panel.waitForEnd(), 0);
-    QCOMPARE(panel.errorLines().size(), 1);
-}
-
-void tst_NorvoPanelRun::panelFileIsNeverWritten()
-{
-    const CountingFolder folder;
-    const QByteArray before = folder.content("panel.yaml");
-    const QDateTime changed = QFileInfo(folder.panel()).lastModified();
-    PanelProcess panel(probes({folder.panel()}));
-    panel.start();
-    QTRY_VERIFY(folder.saved() > 0);
-    panel.sendSignal(SIGTERM);
-    QCOMPARE(panel.waitForEnd(), 0);
-    QCOMPARE(folder.content("panel.yaml"), before);
-    QCOMPARE(QFileInfo(folder.panel()).lastModified(), changed);
 }
 
 QTEST_GUILESS_MAIN(tst_NorvoPanelRun)
