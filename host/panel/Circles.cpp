@@ -133,35 +133,36 @@ std::vector<Edge> edgesOf(const PanelDescription& description)
     return edges;
 }
 
-/// Ranks in which every arrow outside of circles leads forward already: a device comes once all
-/// that lead to it have come; what is left over lies on circles or behind them, and comes last.
+/// Ranks in which the arrows lead forward already, but for some of those on circles: a device comes
+/// before all that a walk along the arrows reaches from it, depth first.
 Nodes firstRanks(int count, const std::vector<Edge>& edges)
 {
-    Nodes waitingFor(count, 0);
     std::vector<Nodes> next(count);
     for (const Edge& edge : edges) {
-        ++waitingFor[edge.to];
         next[edge.from].push_back(edge.to);
     }
-    Nodes ready;
-    for (int node = 0; node < count; ++node) {
-        if (waitingFor[node] == 0) {
-            ready.push_back(node);
-        }
-    }
     Nodes ranks(count, -1);
-    for (size_t i = 0; i < ready.size(); ++i) {
-        ranks[ready[i]] = int(i);
-        for (const int node : next[ready[i]]) {
-            if (--waitingFor[node] == 0) {
-                ready.push_back(node);
+    std::vector<bool> isReached(count, false);
+    int rank = count;
+    for (int root = 0; root < count; ++root) {
+        Nodes path;
+        const auto reach = [&path, &isReached](int node) {
+            if (!isReached[node]) {
+                isReached[node] = true;
+                path.push_back(node);
             }
-        }
-    }
-    int rank = int(ready.size());
-    for (int& unranked : ranks) {
-        if (unranked < 0) {
-            unranked = rank++;
+        };
+        reach(root);
+        while (!path.empty()) {
+            Nodes& ahead = next[path.back()];
+            if (ahead.empty()) {
+                ranks[path.back()] = --rank;
+                path.pop_back();
+            } else {
+                const int node = ahead.back();
+                ahead.pop_back();
+                reach(node);
+            }
         }
     }
     return ranks;

@@ -147,7 +147,7 @@ void Panel::createDevices()
         member.device.reset(m_manager.createDevice(setting.type.text));
         BaseDevice* device = member.device.get();
         if (!device) {
-            fail(member, {"unknown device type " + inQuotes(setting.type.text)});
+            fail(member, "did not start", {"unknown device type " + inQuotes(setting.type.text)});
             continue;
         }
         device->setObjectName(id);
@@ -191,7 +191,7 @@ void Panel::initialiseDevices()
         if (member.isUsable) {
             member.device->setRunning(true);
         } else {
-            fail(member, reasons + member.device->paramFaults());
+            fail(member, "did not start", reasons + member.device->paramFaults());
         }
     }
 }
@@ -269,7 +269,7 @@ void Panel::showWidget(Member& member, const Cells& cells)
     if (member.isUsable) {
         member.widget = static_cast<BaseGuiDevice*>(member.device.get())->createWidget();
         if (!member.widget) {
-            fail(member, {"it made no widget"});
+            fail(member, "is not shown", {"it made no widget"});
         }
     }
     if (!member.widget) {
@@ -281,12 +281,12 @@ void Panel::showWidget(Member& member, const Cells& cells)
     member.widget->initialise();
 }
 
-void Panel::fail(Member& member, const QStringList& reasons)
+void Panel::fail(Member& member, const QString& what, const QStringList& reasons)
 {
     member.reasons = reasons.isEmpty() ? QStringList("it gave no reason") : reasons;
     m_faults.append({Fault::Severity::Error, m_description.file, member.setting->id.place,
-                     QString("device %1 did not start: %2")
-                         .arg(inQuotes(member.setting->id.text), member.reasons.join("; "))});
+                     QString("device %1 %2: %3")
+                         .arg(inQuotes(member.setting->id.text), what, member.reasons.join("; "))});
 }
 
 } // namespace norvo

@@ -63,7 +63,7 @@ private:
     void connectArrow(int arrow, bool closesCircle);
     void showWidgets(QWidget* page);
     void showWidget(Member& member, const Cells& cells);
-    void fail(Member& member, const QStringList& reasons);
+    void fail(Member& member, const QString& what, const QStringList& reasons);
     const Member* find(const QString& id) const;
 
     const DeviceManager& m_manager;

@@ -142,16 +142,21 @@ void tst_Circles::thousandsOfDevicesTakeNoTime_data()
 {
     QTest::addColumn<bool>("isReversed");
     QTest::addColumn<bool>("isRing");
-    QTest::newRow("chain") << false << false;
-    QTest::newRow("chainWrittenFromItsEnd") << true << false;
-    QTest::newRow("ring") << false << true;
-    QTest::newRow("ringWrittenFromItsEnd") << true << true;
+    QTest::addColumn<bool>("isUpward");
+    QTest::newRow("chain") << false << false << false;
+    QTest::newRow("chainWrittenFromItsEnd") << true << false << false;
+    QTest::newRow("ring") << false << true << false;
+    QTest::newRow("ringWrittenFromItsEnd") << true << true << false;
+    QTest::newRow("chainAgainstTheOrderOfTheDevices") << true << false << true;
+    QTest::newRow("ringAgainstTheOrderOfTheDevices") << false << true << true;
+    QTest::newRow("ringAgainstTheOrderOfTheDevicesFromItsEnd") << true << true << true;
 }
 
 void tst_Circles::thousandsOfDevicesTakeNoTime()
 {
     QFETCH(bool, isReversed);
     QFETCH(bool, isRing);
+    QFETCH(bool, isUpward);
     const int count = 20000;
     QVector<norvo::DeviceSetting> devices;
     for (int i = 0; i < count; ++i) {
@@ -160,7 +165,9 @@ void tst_Circles::thousandsOfDevicesTakeNoTime()
     QStringList arrows;
     for (int i = 0; i < (isRing ? count : count - 1); ++i) {
         const int from = isReversed ? count - 1 - i : i;
-        arrows.append(QString("%1.output -> %2.input").arg(from).arg((from + 1) % count));
+        const int to = (from + 1) % count;
+        arrows.append(
+            QString("%1.output -> %2.input").arg(isUpward ? to : from).arg(isUpward ? from : to));
     }
     const auto description = describe::panel(devices, arrows);
 

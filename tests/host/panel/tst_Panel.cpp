@@ -1,19 +1,17 @@
 #include "host/panel/Panel.h"
 
 #include "Descriptions.h"
+#include "GridPlace.h"
 
-#include "fixtures/relays/FailingDevice.h"
 #include "fixtures/relays/RecorderDevice.h"
 #include "fixtures/relays/TickerDevice.h"
-#include "host/panel/FaultTile.h"
+#include "norvo/BaseGuiDevice.h"
+#include "norvo/BaseWidget.h"
 #include "norvo/DeviceManager.h"
 
-#include <QGridLayout>
-#include <QLabel>
 #include <QTabWidget>
 #include <QtTest>
 
-using norvo::FaultTile;
 using norvo::Panel;
 using norvo::PanelState;
 
@@ -48,14 +46,6 @@ public slots:
     void input(QString text) { setParam("written", text); }
 };
 
-class WidgetlessDevice : public WritingDevice
-{
-    Q_OBJECT
-
-public:
-    BaseWidget* createWidget() override { return nullptr; }
-};
-
 class tst_Panel : public QObject
 {
     Q_OBJECT
@@ -66,18 +56,11 @@ private slots:
     void savedStateGoesOverTheFile();
     void strayStateIsLeftAside();
     void onlyWhatIsWrittenWhileRunningIsTold();
-    void failedDeviceLeavesATileAndTheRestRuns();
-    void tileTellsWhichParameterDoesNotRead();
-    void failedDeviceWithoutWidgetLeavesATileToo();
-    void unknownTypeLeavesATileInItsPlace();
-    void deviceThatMakesNoWidgetLeavesATile();
     void arrowThatCannotBeConnectedIsAFault();
     void widgetsStandInTheirCells();
     void areasAreTabs();
 
 private:
-    QString placeOf(const QString& name) const;
-
     DeviceManager m_manager;
     QWidget m_page;
 };
@@ -85,24 +68,8 @@ private:
 void tst_Panel::initTestCase()
 {
     m_manager.registerDeviceType<WritingDevice>("writing");
-    m_manager.registerDeviceType<WidgetlessDevice>("widgetless");
-    m_manager.registerDeviceType<FailingDevice>("failing");
     m_manager.registerDeviceType<RecorderDevice>("recorder");
     m_manager.registerDeviceType<TickerDevice>("ticker");
-}
-
-/// "row,column,rowspan,colspan" of the widget of that name in the grid that it stands in.
-QString tst_Panel::placeOf(const QString& name) const
-{
-    const auto* widget = m_page.findChild<QWidget*>(name);
-    auto* grid = widget ? qobject_cast<QGridLayout*>(widget->parentWidget()->layout()) : nullptr;
-    if (!grid) {
-        return "nowhere";
-    }
-    int row, column, rowspan, colspan;
-    grid->getItemPosition(grid->indexOf(const_cast<QWidget*>(widget)), &row, &column, &rowspan,
-                          &colspan);
-    return QString("%1,%2,%3,%4").arg(row).arg(column).arg(rowspan).arg(colspan);
 }
 
 void tst_Panel::idIsTheNameOfDeviceAndWidget()
@@ -157,81 +124,6 @@ void tst_Panel::onlyWhatIsWrittenWhileRunningIsTold()
     QCOMPARE(written.size(), 2);
 }
 
-void tst_Panel::failedDeviceLeavesATileAndTheRestRuns()
-{
-    QTest::ignoreMessage(QtWarningMsg, "bad: told to fail");
-    Panel panel(m_manager,
-                describe::panel(
-                    {describe::device("a", "writing"),
-                     describe::device(
-                         "bad", "failing",
-                         {{"widget/row", "4"}, {"widget/column", "2"}, {"widget/colspan", "3"}}, 9),
-                     describe::device("r", "recorder")},
-                    {"bad.output -> r.input(double)", "bad.nothing -> r.input"}));
-    panel.start(&m_page);
-    QCOMPARE(describe::lines(panel.faults()),
-             QStringList("panel.yaml:9:1: error: device \"bad\" did not start: told to fail"));
-    QCOMPARE(placeOf("bad"), "4,2,1,3");
-    const auto* tile = m_page.findChild<FaultTile*>("bad");
-    QVERIFY(tile);
-    QCOMPARE(tile->findChildren<QLabel*>()[0]->text(), "bad");
-    QCOMPARE(tile->findChildren<QLabel*>()[1]->text(), "told to fail");
-    QVERIFY(!panel.widget("bad"));
-    QVERIFY(!panel.device("bad")->isRunning());
-    QVERIFY(panel.device("a")->isRunning());
-    QVERIFY(panel.widget("a"));
-    QCOMPARE(panel.device("r")->getIncomingConnections(), QStringList());
-    panel.stop();
-    QVERIFY(m_page.findChildren<QWidget*>().isEmpty());
-}
-
-void tst_Panel::tileTellsWhichParameterDoesNotRead()
-{
-    Panel panel(m_manager,
-                describe::panel({describe::device("t", "ticker", {{"interval", "often"}})}));
-    panel.start(&m_page);
-    const QString reason = "parameter \"interval\": \"often\" is not a number";
-    QCOMPARE(describe::lines(panel.faults()),
-             QStringList("panel.yaml: error: device \"t\" did not start: " + reason));
-    QCOMPARE(m_page.findChild<FaultTile*>("t")->findChildren<QLabel*>()[1]->text(), reason);
-}
-
-void tst_Panel::failedDeviceWithoutWidgetLeavesATileToo()
-{
-    Panel panel(m_manager,
-                describe::panel({describe::device("t", "ticker", {{"interval", "often"}}),
-                                 describe::device("a", "writing")}));
-    panel.start(&m_page);
-    QCOMPARE(placeOf("t"), "0,0,1,1");
-    QCOMPARE(placeOf("a"), "1,0,1,1");
-}
-
-void tst_Panel::unknownTypeLeavesATileInItsPlace()
-{
-    Panel panel(m_manager,
-                describe::panel({describe::device("x", "no such",
-                                                  {{"widget/Row", "3"}, {"widget/column", "1"}}),
-                                 describe::device("r", "recorder")},
-                                {"x.output -> r.input"}));
-    panel.start(&m_page);
-    QCOMPARE(describe::lines(panel.faults()),
-             QStringList("panel.yaml: error: device \"x\" did not start: unknown device type "
-                         "\"no such\""));
-    QCOMPARE(placeOf("x"), "3,1,1,1");
-    QVERIFY(!panel.device("x"));
-    QVERIFY(panel.device("r")->isRunning());
-}
-
-void tst_Panel::deviceThatMakesNoWidgetLeavesATile()
-{
-    Panel panel(m_manager, describe::panel({describe::device("w", "widgetless")}));
-    panel.start(&m_page);
-    QVERIFY(m_page.findChild<FaultTile*>("w"));
-    QCOMPARE(describe::lines(panel.faults()),
-             QStringList("panel.yaml: error: device \"w\" did not start: it made no widget"));
-    QVERIFY(!panel.widget("w"));
-}
-
 void tst_Panel::arrowThatCannotBeConnectedIsAFault()
 {
     Panel panel(m_manager,
@@ -260,8 +152,8 @@ void tst_Panel::widgetsStandInTheirCells()
         PanelState{{"wide", {{"widget/column", "2"}}}});
     panel.start(&m_page);
     QVERIFY(!m_page.findChild<QTabWidget*>());
-    QCOMPARE(placeOf("wide"), "0,2,2,3");
-    QCOMPARE(placeOf("below"), "2,0,1,1");
+    QCOMPARE(placeOf(m_page, "wide"), "0,2,2,3");
+    QCOMPARE(placeOf(m_page, "below"), "2,0,1,1");
 }
 
 void tst_Panel::areasAreTabs()
@@ -281,9 +173,9 @@ void tst_Panel::areasAreTabs()
         QCOMPARE(panel.widget(id)->parentWidget(), tabs->widget(0));
     }
     QCOMPARE(panel.widget("a")->parentWidget(), tabs->widget(1));
-    QCOMPARE(placeOf("none"), "0,0,1,1");
-    QCOMPARE(placeOf("n"), "2,0,1,1");
-    QCOMPARE(placeOf("a"), "0,0,1,1");
+    QCOMPARE(placeOf(m_page, "none"), "0,0,1,1");
+    QCOMPARE(placeOf(m_page, "n"), "2,0,1,1");
+    QCOMPARE(placeOf(m_page, "a"), "0,0,1,1");
 }
 
 QTEST_MAIN(tst_Panel)

@@ -68,9 +68,6 @@ private slots:
     void allTakeEachStepBeforeAnyTakesTheNext();
     void stopIsTheWayBack();
     void runningFlagStandsFromBeforeTheFirstPostInitialisationToTheStop();
-    void otherDevicesHearAValueInTheOrderOfTheWiringAndBeforeTheOwnWidget();
-    void firstOutputsReachOtherDevices();
-    void cutWiresCarryNothing();
     void startAndStopTwiceAreOne();
     void startsAgainAfterAStop();
     void destructorStops();
@@ -151,84 +148,6 @@ void tst_PanelLife::runningFlagStandsFromBeforeTheFirstPostInitialisationToTheSt
              QStringList({"a initialise: 0", "b initialise: 1", "a postInitialisation: 2",
                           "b postInitialisation: 2", "b preShutdown: 0", "a preShutdown: 0",
                           "b deinitialise: 0", "a deinitialise: 0"}));
-}
-
-void tst_PanelLife::otherDevicesHearAValueInTheOrderOfTheWiringAndBeforeTheOwnWidget()
-{
-    // The widget hears of the text when it stands in the device's parameters; here a label in its
-    // place, connected as a widget would be, in its initialise().
-    class EchoDevice : public StepsDevice
-    {
-    public:
-        BaseWidget* createWidget() override
-        {
-            class EchoWidget : public BaseWidget
-            {
-            public:
-                using BaseWidget::BaseWidget;
-                void initialise() override
-                {
-                    connect(static_cast<StepsDevice*>(device()), &StepsDevice::output, this,
-                            [] { recordStep("widget", "hears"); });
-                }
-            };
-            return new EchoWidget(this, nullptr);
-        }
-    };
-    class HearingDevice : public StepsDevice
-    {
-    public:
-        HearingDevice()
-        {
-            connect(this, &StepsDevice::output, [this] { recordStep(objectName(), "hears"); });
-        }
-        void postInitialisation() override {}
-    };
-    DeviceManager manager;
-    manager.registerDeviceType<EchoDevice>("echo");
-    manager.registerDeviceType<HearingDevice>("hearing");
-    Panel panel(manager,
-                describe::panel({describe::device("x", "hearing"), describe::device("e", "echo"),
-                                 describe::device("y", "hearing")},
-                                {"e.output -> y.input", "e.output -> x.input"}));
-    panel.start(&m_page);
-    QCOMPARE(takeSteps().filter("hears"), QStringList({"y hears", "x hears", "widget hears"}));
-}
-
-void tst_PanelLife::firstOutputsReachOtherDevices()
-{
-    Panel panel(m_manager, chain());
-    panel.start(&m_page);
-    // b passes on what a emits first, then emits its own first output.
-    QCOMPARE(panel.device("r")->property("lines").toStringList(),
-             QStringList({"input(double) 1", "input(double) 1"}));
-    QCOMPARE(panel.device("r")->getIncomingConnections(), QStringList("b.output(double)"));
-    QCOMPARE(panel.device("b")->getIncomingConnections(), QStringList("a.output(double)"));
-}
-
-void tst_PanelLife::cutWiresCarryNothing()
-{
-    class LateDevice : public StepsDevice
-    {
-    public:
-        void preShutdown() override { emit output(2); }
-        void deinitialise() override { emit output(3); }
-    };
-    class HeardDevice : public RecorderDevice
-    {
-    public:
-        ~HeardDevice() override { qApp->setProperty("heard", lines()); }
-    };
-    DeviceManager manager;
-    manager.registerDeviceType<LateDevice>("late");
-    manager.registerDeviceType<HeardDevice>("heard");
-    Panel panel(manager,
-                describe::panel({describe::device("l", "late"), describe::device("h", "heard")},
-                                {"l.output -> h.input(double)"}));
-    panel.start(&m_page);
-    panel.stop();
-    QCOMPARE(qApp->property("heard").toStringList(),
-             QStringList({"input(double) 1", "input(double) 2"}));
 }
 
 void tst_PanelLife::startAndStopTwiceAreOne()

@@ -108,8 +108,11 @@ void tst_PanelPages::tileIsLegible()
 {
     QFETCH(QColor, window);
     QFETCH(QColor, text);
+    const QPalette before = QApplication::palette();
+    QApplication::setPalette(
+        QPalette(text, window, window, window, window, text, text, window, window));
+    const auto restore = qScopeGuard([&before] { QApplication::setPalette(before); });
     QWidget panel;
-    panel.setPalette(QPalette(text, window, window, window, window, text, text, window, window));
     panel.resize(300, 200);
     auto* tile = new FaultTile("pump", "MMMMMMMM", &panel);
     tile->setGeometry(20, 20, 260, 160);
