@@ -2,6 +2,7 @@
 
 #include "devices/Label.h"
 #include "widgets/InnerControl.h"
+#include "widgets/LineBreaks.h"
 
 #include <QLabel>
 
