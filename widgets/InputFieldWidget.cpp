@@ -41,6 +41,18 @@ QValidator* createValidator(const InputDevice& inputDevice, QObject* owner)
     return nullptr;
 }
 
+/// Does what setText() does, but nothing where that would leave all as it is: a number from the
+/// wiring arrives twice, as text and as number.
+void showText(QLineEdit& line, const QString& text)
+{
+    const bool isShown = line.text() == text && line.cursorPosition() == text.size() &&
+                         !line.hasSelectedText() && !line.isModified() && !line.isUndoAvailable() &&
+                         !line.isRedoAvailable();
+    if (!isShown) {
+        line.setText(text);
+    }
+}
+
 QString editedNumber(double number)
 {
     return QString::number(number, 'g', 8);
@@ -169,7 +181,7 @@ void InputFieldWidget::input(double value)
     if (QDoubleSpinBox* const editor = spinBox()) {
         editor->setValue(value);
     } else if (QLineEdit* const line = lineEdit()) {
-        line->setText(QString::number(value, 'g', 6));
+        showText(*line, QString::number(value, 'g', 6));
     }
 }
 
@@ -180,7 +192,7 @@ void InputFieldWidget::input(QString text)
             editor->setValue(*number);
         }
     } else if (QLineEdit* const line = lineEdit()) {
-        line->setText(text);
+        showText(*line, text);
     }
 }
 
@@ -207,8 +219,7 @@ bool InputFieldWidget::eventFilter(QObject* watched, QEvent* event)
     }
     const QPointer<QObject> pressed(watched);
     editInDialog(*inputDevice);
-    return pressed
-        .isNull(); // the panel may stop under an open dialog; then nobody is left to get it
+    return pressed.isNull(); // gone with its panel under the open dialog: nobody is left to get it
 }
 
 void InputFieldWidget::editInDialog(const InputDevice& inputDevice)

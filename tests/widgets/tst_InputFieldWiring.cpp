@@ -13,6 +13,7 @@ private slots:
     void textFromTheWiringStandsInALineEditAsItIs();
     void textFromTheWiringIsReadLenientlyByASpinBox();
     void textThatIsNoNumberLeavesASpinBoxAlone();
+    void valueShownAlreadyStillEndsAnEdit();
     void echoOfASpinBox();
     void echoOfALineEditForNumbers();
     void echoOfALineEditForTexts();
@@ -54,6 +55,25 @@ void tst_InputFieldWiring::textThatIsNoNumberLeavesASpinBoxAlone()
     field.device.input(QString("abc"));
     QCOMPARE(field.spinBox()->value(), 2.0);
     QCOMPARE(field.fromDevice->take(), QStringList("wgOutput(\"abc\")"));
+}
+
+void tst_InputFieldWiring::valueShownAlreadyStillEndsAnEdit()
+{
+    Field field("string");
+    field.device.input(2.5);
+    QLineEdit* const line = field.line();
+    line->setCursorPosition(1);
+    field.device.input(2.5);
+    QCOMPARE(line->cursorPosition(), 3);
+    line->selectAll();
+    field.device.input(2.5);
+    QVERIFY(!line->hasSelectedText());
+    QTest::keyClicks(line, "0");
+    QTest::keyClick(line, Qt::Key_Backspace);
+    QVERIFY(line->isUndoAvailable());
+    field.device.input(2.5);
+    QVERIFY(!line->isUndoAvailable());
+    QVERIFY(!line->isModified());
 }
 
 void tst_InputFieldWiring::echoOfASpinBox()
