@@ -8,11 +8,7 @@
 
 #include <memory>
 
-namespace {
-
-const QString kLibrary = NORVO_BUILD_DIR "/plugins/libnorvoguidevices.so";
-const QString kDebugLine = "debug: NorvoGui devices plugins was registered";
-
+/// One registration.
 struct Type
 {
     const char* key;
@@ -20,6 +16,12 @@ struct Type
     int kind = 2;
     int flag = 0;
 };
+Q_DECLARE_METATYPE(Type)
+
+namespace {
+
+const QString kLibrary = NORVO_BUILD_DIR "/plugins/libnorvoguidevices.so";
+const QString kDebugLine = "debug: NorvoGui devices plugins was registered";
 
 /// One row for each registration, in their order.
 const QVector<Type> kRegistrations{
@@ -252,8 +254,6 @@ void tst_NorvoGuiDevicesPluginInterface::registeringAgainOnlyAddsThePathsAgain()
     QCOMPARE(QStringList(manager.typeInfos().keys()), expectedKeys());
     QVERIFY(manager.factories().value("label") == factory);
 }
-
-Q_DECLARE_METATYPE(Type)
 
 QTEST_GUILESS_MAIN(tst_NorvoGuiDevicesPluginInterface)
 #include "tst_NorvoGuiDevicesPluginInterface.moc"
