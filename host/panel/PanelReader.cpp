@@ -143,8 +143,14 @@ void PanelReader::readDevice(const YamlEntry& entry)
         refuse(entry.place,
                QString("the device %1 must be a map, such as {device: %2}")
                    .arg(inQuotes(device.id.text), isId(value.text) ? value.text : QString("TYPE")));
-        return;
+    } else {
+        readSettings(value, device);
     }
+    m_description.devices.append(device); // Arrows to it are no fault of their own.
+}
+
+void PanelReader::readSettings(const YamlNode& value, DeviceSetting& device)
+{
     bool hasType = false;
     for (const YamlEntry& setting : value.entries) {
         if (isUsable(setting)) {
@@ -156,7 +162,6 @@ void PanelReader::readDevice(const YamlEntry& entry)
         refuse(device.id.place, QString("the device %1 has no type; add \"device: TYPE\"")
                                     .arg(inQuotes(device.id.text)));
     }
-    m_description.devices.append(device);
 }
 
 void PanelReader::checkId(const PlacedText& id)

@@ -28,6 +28,7 @@ private:
     void readDevices(const YamlEntry& entry);
     void readDevice(const YamlEntry& entry);
     void checkId(const PlacedText& id);
+    void readSettings(const YamlNode& value, DeviceSetting& device);
     void readSetting(const YamlEntry& entry, DeviceSetting& device);
     void readType(const YamlEntry& entry, DeviceSetting& device);
     void readNetwork(const YamlEntry& entry, DeviceSetting& device);

@@ -25,6 +25,14 @@ inline QString faultsOf(const QByteArray& text)
     return lines.join('\n');
 }
 
+/// The panel; an empty one when there is any fault.
+inline norvo::PanelDescription sound(const QByteArray& text)
+{
+    norvo::Faults faults;
+    const norvo::PanelDescription panel = parse(text, faults);
+    return faults.isEmpty() ? panel : norvo::PanelDescription();
+}
+
 /// "line:column text"
 inline QString shown(const norvo::PlacedText& text)
 {
