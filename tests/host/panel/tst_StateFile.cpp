@@ -1,20 +1,12 @@
-#include "host/panel/StateFile.h"
-
-#include <QtTest>
-
-#include <sys/resource.h>
-#include <unistd.h>
-
-#include <csignal>
+#include "StateFileTest.h"
 
 using norvo::StateFile;
 
-class tst_StateFile : public QObject
+class tst_StateFile : public StateFileTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
     void stateLiesBesideThePanel_data();
     void stateLiesBesideThePanel();
     void anyTextSurvives_data();
@@ -25,42 +17,8 @@ private slots:
     void changeIsWrittenWithinASecond();
     void laterChangesDoNotPostponeTheWriting();
     void handWrittenFileIsRead();
-    void fileThatDoesNotReadIsPutAside_data();
-    void fileThatDoesNotReadIsPutAside();
-    void olderBadFileIsReplaced();
-    void readOnlyModeTouchesNothing();
-    void whatIsNoFileIsToldAndLeft();
-    void failureIsToldOnceUntilAWritingSucceeds();
-    void fullDiskLeavesTheOldFile();
     void linkIsFollowed();
-
-private:
-    QByteArray content() const;
-    void fill(const QByteArray& text) const;
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    QString m_file;
 };
-
-void tst_StateFile::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_folder->isValid());
-    m_file = m_folder->filePath("panel.state.yaml");
-}
-
-QByteArray tst_StateFile::content() const
-{
-    QFile file(m_file);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void tst_StateFile::fill(const QByteArray& text) const
-{
-    QFile file(m_file);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(text), qint64(text.size()));
-}
 
 void tst_StateFile::stateLiesBesideThePanel_data()
 {
@@ -110,12 +68,12 @@ void tst_StateFile::anyTextSurvives_data()
 void tst_StateFile::anyTextSurvives()
 {
     QFETCH(QString, text);
-    StateFile first(m_file);
+    StateFile first(file());
     first.set("device", "param", "before");
     first.set("device", "param", text);
     first.save();
 
-    StateFile second(m_file);
+    StateFile second(file());
     QSignalSpy problems(&second, &StateFile::problem);
     second.read();
     QCOMPARE(problems.size(), 0);
@@ -127,14 +85,14 @@ void tst_StateFile::anyNameSurvives()
     const norvo::PanelState state{{"no", {{"widget/row", "1"}, {"a: b", "2"}}},
                                   {QString(3000, 'k'), {{QString(3000, '"'), "3"}}},
                                   {"", {{"\n", "4"}}}};
-    StateFile first(m_file);
+    StateFile first(file());
     for (auto device = state.cbegin(); device != state.cend(); ++device) {
         for (auto param = device->cbegin(); param != device->cend(); ++param) {
             first.set(device.key(), param.key(), param.value());
         }
     }
     first.save();
-    StateFile second(m_file);
+    StateFile second(file());
     second.read();
     QCOMPARE(second.state(), state);
 }
@@ -142,11 +100,11 @@ void tst_StateFile::anyNameSurvives()
 void tst_StateFile::entriesOfOtherDevicesAreKept()
 {
     fill("gone:\n  toggled: \"true\"\nempty: {}\n");
-    StateFile file(m_file);
-    file.read();
-    file.set("here", "toggled", "false");
-    file.save();
-    StateFile again(m_file);
+    StateFile state(file());
+    state.read();
+    state.set("here", "toggled", "false");
+    state.save();
+    StateFile again(file());
     again.read();
     QCOMPARE(again.state().value("gone").value("toggled"), QString("true"));
     QCOMPARE(again.state().value("here").value("toggled"), QString("false"));
@@ -156,30 +114,30 @@ void tst_StateFile::nothingIsWrittenWithoutAChange()
 {
     const QByteArray before = "# by hand\nb: {toggled: true}\n";
     fill(before);
-    StateFile file(m_file);
-    file.read();
-    file.set("b", "toggled", "true");
-    file.save();
+    StateFile state(file());
+    state.read();
+    state.set("b", "toggled", "true");
+    state.save();
     QCOMPARE(content(), before);
 }
 
 void tst_StateFile::changeIsWrittenWithinASecond()
 {
-    StateFile file(m_file);
-    file.set("b", "toggled", "true");
-    QVERIFY(!QFile::exists(m_file));
+    StateFile state(file());
+    state.set("b", "toggled", "true");
+    QVERIFY(!QFile::exists(file()));
     QTRY_VERIFY_WITH_TIMEOUT(content().contains("\"toggled\": \"true\""), 1000);
 }
 
 void tst_StateFile::laterChangesDoNotPostponeTheWriting()
 {
-    StateFile file(m_file);
+    StateFile state(file());
     QElapsedTimer clock;
     clock.start();
     int changes = 0;
     QTimer changer;
     connect(&changer, &QTimer::timeout, this,
-            [&] { file.set("b", "count", QString::number(++changes)); });
+            [&] { state.set("b", "count", QString::number(++changes)); });
     changer.start(10);
     QTRY_VERIFY_WITH_TIMEOUT(!content().isEmpty(), 1000);
     QVERIFY(changes > 1);
@@ -190,154 +148,23 @@ void tst_StateFile::laterChangesDoNotPostponeTheWriting()
 void tst_StateFile::handWrittenFileIsRead()
 {
     fill("button: {toggled: no, 'text': 1.0, empty: \"\"}\n");
-    StateFile file(m_file);
-    file.read();
-    QCOMPARE(file.state(),
+    StateFile state(file());
+    state.read();
+    QCOMPARE(state.state(),
              (norvo::PanelState{{"button", {{"toggled", "no"}, {"text", "1.0"}, {"empty", ""}}}}));
-}
-
-void tst_StateFile::fileThatDoesNotReadIsPutAside_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("empty") << QByteArray("") << "it is empty";
-    QTest::newRow("zeros") << QByteArray(64, '\0') << "";
-    QTest::newRow("half a file") << QByteArray("\"b\":\n  \"toggled\": \"tr")
-                                 << "illegal EOF in scalar (line 2)";
-    QTest::newRow("list") << QByteArray("- a\n") << "a map is expected here (line 1)";
-    QTest::newRow("text for a device") << QByteArray("a: b\n") << "a map is expected here (line 1)";
-    QTest::newRow("list for a value")
-        << QByteArray("a:\n  b: [c]\n") << "a text is expected here (line 2)";
-    QTest::newRow("no UTF-8") << QByteArray("a: {b: \xff}\n") << "it is not UTF-8 text";
-    QTest::newRow("deep") << QByteArray(100000, '[') << "";
-    QTest::newRow("bomb") << QByteArray("a: &a [x, x]\nb: &b [*a, *a]\nc: [*b, *b]\n")
-                          << "a map is expected here (line 1)";
-    QTest::newRow("large") << QByteArray(StateFile::kSizeLimit + 1, '#')
-                           << "it is larger than 4 MiB";
-}
-
-void tst_StateFile::fileThatDoesNotReadIsPutAside()
-{
-    QFETCH(QByteArray, text);
-    QFETCH(QString, reason);
-    fill(text);
-    StateFile file(m_file);
-    QSignalSpy problems(&file, &StateFile::problem);
-    file.read();
-    QCOMPARE(problems.size(), 1);
-    const QString line = problems[0][0].toString();
-    QVERIFY2(line.startsWith(m_file + ": warning: the saved state does not read: " + reason),
-             qPrintable(line));
-    QVERIFY2(line.endsWith("it is kept as " + m_file + ".bad and the panel starts without it"),
-             qPrintable(line));
-    QVERIFY(!line.contains('\n'));
-    QVERIFY(file.state().isEmpty());
-    QVERIFY(!QFile::exists(m_file));
-    QFile bad(m_file + ".bad");
-    QVERIFY(bad.open(QIODevice::ReadOnly));
-    QCOMPARE(bad.readAll(), text);
-}
-
-void tst_StateFile::olderBadFileIsReplaced()
-{
-    for (const QByteArray& text : {QByteArray("[first"), QByteArray("[second")}) {
-        fill(text);
-        StateFile(m_file).read();
-        QFile bad(m_file + ".bad");
-        QVERIFY(bad.open(QIODevice::ReadOnly));
-        QCOMPARE(bad.readAll(), text);
-    }
-}
-
-void tst_StateFile::readOnlyModeTouchesNothing()
-{
-    fill("[broken");
-    StateFile file(m_file, StateFile::Mode::ReadOnly);
-    QSignalSpy problems(&file, &StateFile::problem);
-    file.read();
-    file.set("b", "toggled", "true");
-    file.save();
-    QTest::qWait(2 * StateFile::kWriteDelayMs);
-    QCOMPARE(problems.size(), 1);
-    QCOMPARE(content(), QByteArray("[broken"));
-    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files).size(), 1);
-}
-
-void tst_StateFile::whatIsNoFileIsToldAndLeft()
-{
-    QVERIFY(QDir(m_folder->path()).mkdir("panel.state.yaml"));
-    StateFile file(m_file);
-    QSignalSpy problems(&file, &StateFile::problem);
-    file.read();
-    QCOMPARE(problems.size(), 1);
-    QCOMPARE(problems[0][0].toString(),
-             m_file + ": warning: the saved state does not read: it is no regular file; "
-                      "the panel starts without it");
-    QVERIFY(QFileInfo(m_file).isDir());
-}
-
-void tst_StateFile::failureIsToldOnceUntilAWritingSucceeds()
-{
-    const QString folder = m_folder->filePath("later");
-    const QString name = folder + "/p.state.yaml";
-    StateFile file(name);
-    QSignalSpy problems(&file, &StateFile::problem);
-    file.set("b", "n", "1");
-    file.save();
-    file.set("b", "n", "2");
-    file.save();
-    QCOMPARE(problems.size(), 1);
-    const QString line = problems[0][0].toString();
-    QVERIFY2(line.startsWith(name + ": warning: the state cannot be saved: "), qPrintable(line));
-
-    QVERIFY(QDir().mkdir(folder));
-    file.set("b", "n", "3");
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(name), 1000);
-    QVERIFY(QDir(folder).removeRecursively());
-    file.set("b", "n", "4");
-    file.save();
-    QCOMPARE(problems.size(), 2);
-}
-
-void tst_StateFile::fullDiskLeavesTheOldFile()
-{
-    StateFile file(m_file);
-    file.set("b", "n", "old");
-    file.save();
-    const QByteArray before = content();
-
-    // A limit on the size of files stands in for a full disk: both end a write half-way.
-    rlimit limit{};
-    getrlimit(RLIMIT_FSIZE, &limit);
-    const rlimit tight{4096, limit.rlim_max};
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &tight);
-    QSignalSpy problems(&file, &StateFile::problem);
-    file.set("b", "n", QString(100000, 'x'));
-    file.save();
-    setrlimit(RLIMIT_FSIZE, &limit);
-    std::signal(SIGXFSZ, handler);
-    QCOMPARE(problems.size(), 1);
-    QCOMPARE(problems[0][0].toString(), m_file +
-                                            ": warning: the state cannot be saved: File too large; "
-                                            "tried again with the next change");
-    QCOMPARE(content(), before);
-
-    file.save();
-    QVERIFY(content().size() > 100000);
 }
 
 void tst_StateFile::linkIsFollowed()
 {
-    const QString target = m_folder->filePath("data.yaml");
-    QVERIFY(QFile::link(target, m_file));
-    StateFile file(m_file);
-    QSignalSpy problems(&file, &StateFile::problem);
-    file.read();
-    file.set("b", "n", "1");
-    file.save();
+    const QString target = filePath("data.yaml");
+    QVERIFY(QFile::link(target, file()));
+    StateFile state(file());
+    QSignalSpy problems(&state, &StateFile::problem);
+    state.read();
+    state.set("b", "n", "1");
+    state.save();
     QCOMPARE(problems.size(), 0);
-    QVERIFY(QFileInfo(m_file).isSymLink());
+    QVERIFY(QFileInfo(file()).isSymLink());
     QVERIFY(QFile::exists(target));
 }
 
