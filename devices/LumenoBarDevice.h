@@ -1,0 +1,21 @@
+#pragma once
+
+#include "devices/OutputBarDevice.h"
+
+/// A number on a vertical scale with a filled bar, its digits and a trace of the last ten seconds.
+class LumenoBarDevice : public OutputBarDevice
+{
+    Q_OBJECT
+
+public:
+    LumenoBarDevice();
+
+    bool initialise() override; ///< Always usable, whatever the parameters say.
+    BaseWidget* createWidget() override;
+
+private:
+    QString m_name;
+    QString m_units;
+    int m_fontSize = 0; ///< Pixels.
+    int m_barWidth = 0; ///< Pixels.
+};

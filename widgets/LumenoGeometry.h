@@ -1,0 +1,52 @@
+#pragma once
+
+#include "widgets/GaugeHistory.h"
+
+#include <QLine>
+#include <QRectF>
+#include <QStringList>
+#include <QVector>
+
+/// Where the parts of the scaled bar gauge lie, in pixels. Horizontally 0 is the widget's centre.
+namespace norvo::lumeno {
+
+struct Scale
+{
+    double min = 0.0;
+    double max = 0.0;
+    double digitsStep = 0.0;
+    double dashesStep = 0.0;
+};
+
+struct Digit
+{
+    double value;
+    double y;
+};
+
+/// Bar width with the room around it, cut to whole pixels.
+int scaledBarWidth(int barWidth);
+/// A little more than the widget where no caption needs the room.
+double usedHeight(int widgetHeight, bool hasCaption);
+/// Where a value lies. `textHeight` is that of the scale's font.
+GaugeHistory::ValueAxis valueAxis(const Scale& scale, double height, int textHeight);
+
+/// The numbered positions of the scale, from its start in steps that are added up. None where the
+/// step is no positive number, or the positions would outnumber the pixels between the ends.
+QVector<Digit> digits(const Scale& scale, const GaugeHistory::ValueAxis& axis);
+/// The same for the short dashes; those within 0.01 steps of a number are left out.
+QVector<QLine> shortDashes(const Scale& scale, const GaugeHistory::ValueAxis& axis, int barWidth);
+QLine longDash(double y, int scaledBarWidth);
+QRectF digitBox(double y, int scaledBarWidth, int textWidth, int textHeight);
+
+/// The caption's lines: the name parted at each backslash followed by "n"; empty ones are left out.
+QStringList captionLines(const QString& name);
+/// The box of line `i` of `count`; the last one ends at the used height.
+QRectF captionBox(int i, int count, double height, int textWidth, int textHeight);
+
+/// From the base to the value, but no higher than one line of the value's text below the top.
+QRectF bar(double value, const GaugeHistory::ValueAxis& axis, int barWidth, int valueTextHeight);
+QRectF valueBox(int textWidth, int textHeight);
+QRectF unitsBox(int valueWidth, int valueHeight, int textWidth, int textHeight);
+
+} // namespace norvo::lumeno

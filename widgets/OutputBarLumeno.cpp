@@ -1,0 +1,218 @@
+#include "widgets/OutputBarLumeno.h"
+
+#include "devices/LumenoBarDevice.h"
+#include "widgets/InnerControl.h"
+
+#include <QDateTime>
+#include <QPainter>
+#include <QTimer>
+
+#include <cmath>
+
+namespace geometry = norvo::lumeno;
+
+namespace {
+
+constexpr int kRefreshMs = 1000;
+constexpr int kLeastWidth = 80;
+constexpr int kMostDecimals = 100;
+constexpr double kTraceWidth = 40.0;
+
+/// Seconds since the epoch; the fraction counts milliseconds.
+double secondsSinceEpoch()
+{
+    const qint64 ms = QDateTime::currentMSecsSinceEpoch();
+    return double(ms / 1000) + double(ms % 1000) * 0.001;
+}
+
+} // namespace
+
+OutputBarLumeno::OutputBarLumeno(BaseGuiDevice* device, QWidget* parent)
+    : BaseWidget(device, parent)
+{
+    setMinimumWidth(kLeastWidth);
+}
+
+void OutputBarLumeno::initialise()
+{
+    auto* bar = compatibleDevice<LumenoBarDevice>(device(), *this);
+    if (!bar) {
+        return;
+    }
+    m_precision = qMin(int(getParam("widget/precision")), kMostDecimals);
+    m_scale.digitsStep = getParam("widget/digitsStep");
+    m_scale.dashesStep = getParam("widget/dashesStep");
+    m_scale.min = getParam("widget/minValue");
+    m_scale.max = getParam("widget/maxValue");
+    m_fontSize = getParam("widget/fontSize");
+    m_barWidth = getParam("widget/barWidth");
+    m_name = QString(getParam("widget/name"));
+    m_units = QString(getParam("widget/units"));
+    m_cache = QPixmap();
+
+    connect(bar, SIGNAL(output(double)), this, SLOT(input(double)));
+    m_refreshTimer = new QTimer(this);
+    connect(m_refreshTimer, SIGNAL(timeout()), this, SLOT(update()));
+    m_accentColor = palette().color(QPalette::Current, QPalette::Highlight);
+    m_textColor = palette().color(QPalette::Current, QPalette::Text);
+    m_refreshTimer->start(kRefreshMs);
+
+    setMinimumSize(70, 150);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    setInitialised(true);
+}
+
+void OutputBarLumeno::deinitialise()
+{
+    if (m_refreshTimer) {
+        m_refreshTimer->stop();
+    }
+}
+
+void OutputBarLumeno::changeEvent(QEvent*)
+{
+    const QColor colour = palette().color(QPalette::Current, QPalette::Text);
+    if (m_textColor != colour) {
+        m_textColor = colour;
+        m_cache = QPixmap();
+    }
+}
+
+void OutputBarLumeno::input(double value)
+{
+    m_history.insert(secondsSinceEpoch(), value);
+    update();
+}
+
+void OutputBarLumeno::update()
+{
+    if (!isInitialised()) {
+        return;
+    }
+    m_history.prune(secondsSinceEpoch());
+    QWidget::update();
+}
+
+GaugeHistory::ValueAxis OutputBarLumeno::valueAxis() const
+{
+    return geometry::valueAxis(m_scale, geometry::usedHeight(height(), !m_name.isEmpty()),
+                               QFontMetrics(textFont()).height());
+}
+
+QFont OutputBarLumeno::textFont() const
+{
+    QFont font("Roboto");
+    font.setPixelSize(m_fontSize);
+    return font;
+}
+
+QString OutputBarLumeno::numberText(double value) const
+{
+    return QString::number(value, 'f', m_precision);
+}
+
+void OutputBarLumeno::drawScale(QPainter& painter) const
+{
+    const QFontMetrics metrics(textFont());
+    const GaugeHistory::ValueAxis axis = valueAxis();
+    const int barWidth = geometry::scaledBarWidth(m_barWidth);
+    const double usedHeight = geometry::usedHeight(height(), !m_name.isEmpty());
+
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(width() * 0.5, 0.0);
+    painter.setFont(textFont());
+    painter.setPen(m_textColor);
+    painter.drawLines(geometry::shortDashes(m_scale, axis, barWidth));
+    const auto digits = geometry::digits(m_scale, axis);
+    for (const geometry::Digit& digit : digits) {
+        const QString text = (digit.value >= 0.0 ? " " : "") + numberText(digit.value);
+        painter.drawText(geometry::digitBox(digit.y, barWidth, metrics.horizontalAdvance(text),
+                                            metrics.height()),
+                         text, QTextOption());
+        painter.drawLine(geometry::longDash(digit.y, barWidth));
+    }
+    const QStringList lines = geometry::captionLines(m_name);
+    for (int i = 0; i < lines.size(); ++i) {
+        painter.drawText(geometry::captionBox(i, lines.size(), usedHeight,
+                                              metrics.horizontalAdvance(lines[i]),
+                                              metrics.height()),
+                         lines[i], QTextOption());
+    }
+    painter.translate(-width() * 0.5, 0.0);
+}
+
+void OutputBarLumeno::drawCachedScale(QPainter& painter)
+{
+    const QSize wanted = size() * devicePixelRatioF();
+    if (m_cache.size() != wanted || m_cache.devicePixelRatioF() != devicePixelRatioF()) {
+        m_cache = QPixmap(wanted);
+        m_cache.setDevicePixelRatio(devicePixelRatioF());
+        m_cache.fill(Qt::transparent);
+        QPainter cachePainter(&m_cache);
+        drawScale(cachePainter);
+    }
+    painter.drawPixmap(0, 0, m_cache);
+}
+
+void OutputBarLumeno::drawBar(QPainter& painter, int valueTextHeight) const
+{
+    const QRectF bar =
+        geometry::bar(m_history.latestValue(), valueAxis(), m_barWidth, valueTextHeight);
+    painter.fillRect(bar.normalized(), m_accentColor);
+}
+
+void OutputBarLumeno::drawValue(QPainter& painter) const
+{
+    QFont valueFont = textFont();
+    valueFont.setBold(true);
+    valueFont.setPixelSize(int(m_fontSize * 1.5));
+    const QFontMetrics valueMetrics(valueFont);
+    if (!m_history.isEmpty()) {
+        drawBar(painter, valueMetrics.height());
+    }
+
+    const QString text = m_history.isEmpty() ? "-" : numberText(m_history.latestValue());
+    const int width = valueMetrics.horizontalAdvance(text);
+    painter.setPen(m_accentColor);
+    painter.setFont(valueFont);
+    painter.drawText(geometry::valueBox(width, valueMetrics.height()), text, QTextOption());
+
+    const QFontMetrics unitsMetrics(textFont());
+    painter.setPen(m_textColor);
+    painter.setFont(textFont());
+    painter.drawText(geometry::unitsBox(width, valueMetrics.height(),
+                                        unitsMetrics.horizontalAdvance(m_units),
+                                        unitsMetrics.height()),
+                     m_units, QTextOption());
+}
+
+void OutputBarLumeno::drawTrace(QPainter& painter) const
+{
+    if (m_history.size() < 2) {
+        return;
+    }
+    const double now = secondsSinceEpoch();
+    const QPolygonF line = m_cached ? m_history.reducedTrace(now, kTraceWidth, valueAxis())
+                                    : m_history.trace(now, kTraceWidth, valueAxis());
+    painter.translate(-kTraceWidth - 0.5 * geometry::scaledBarWidth(m_barWidth), 0.0);
+    painter.setPen(m_accentColor);
+    painter.drawPolyline(line);
+}
+
+void OutputBarLumeno::paintEvent(QPaintEvent*)
+{
+    if (!isInitialised() || m_fontSize < 1) {
+        return;
+    }
+    setMinimumWidth(kLeastWidth);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (m_cached) {
+        drawCachedScale(painter);
+    } else {
+        drawScale(painter);
+    }
+    painter.translate(width() * 0.5, 0.0);
+    drawValue(painter);
+    drawTrace(painter);
+}

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QBrush>
+#include <QFont>
+#include <QFontMetrics>
+#include <QPen>
+#include <QRect>
+#include <QRegion>
+
+class QPainter;
+
+/// A horizontal scale: a red band with a green zone, short ticks, and long ticks with numbers.
+///
+/// The short ticks run over the whole region, two of them beyond the scale at either end; the long
+/// ones run over the scale alone. Steps that are no positive number, or so small that the ticks
+/// would outnumber the pixels, leave their ticks away; without short ticks the scale fills the
+/// region. A range of 0 has no green zone and a single number, at the scale's start.
+class ScaleDraw
+{
+public:
+    ScaleDraw(double min, double max, double digitsStep, double dashesStep, double precision);
+
+    void setRange(double min, double max, double digitsStep, double dashesStep, double precision);
+    void setGreenZone(double low, double high);
+    void setRegion(const QRect& region);
+    /// Where the scale's two ends lie, in pixels.
+    void getValuePxRange(double& start, double& end) const;
+    void calcRanges();
+
+    void draw(QPainter& painter) const;
+    void drawZones(QPainter& painter) const;
+    void drawDashes(QPainter& painter) const;
+    void drawText(QPainter& painter) const;
+
+    /// Leaves away the ticks and numbers that do not touch `visible`; an empty region shows all.
+    void setVisiblePart(const QRegion& visible) { m_visible = visible; }
+
+    int dashCount() const { return m_dashCount; }    ///< 0: no short ticks.
+    int digitCount() const { return m_digitCount; }  ///< 0: no long ticks.
+    QRect greenZone() const;                         ///< Empty where there is none.
+    QLine dash(int i) const;                         ///< The ith short tick.
+    QLine digitDash(int j) const;                    ///< The jth long tick.
+    QPoint textPosition(int j, int textWidth) const; ///< Left end of the jth number's baseline.
+
+private:
+    double digitX(int j) const;
+    bool isVisible(const QRect& rect) const;
+
+    QRect m_region;
+    double m_min = 0.0;
+    double m_max = 0.0;
+    double m_dashesStep = 0.0;
+    double m_digitsStep = 0.0;
+    double m_precision = 0.0;
+    double m_greenLow = 0.0;
+    double m_greenHigh = 0.0;
+    QPen m_framePen;
+    QPen m_tickPen;
+    QBrush m_redBrush;
+    QBrush m_greenBrush;
+    QFont m_font;
+    QFontMetrics m_metrics;
+    int m_dashCount = 0;
+    int m_digitCount = 0;
+    double m_dashPixelStep = 0.0;
+    double m_digitPixelStep = 0.0;
+    double m_startX = 0.0;
+    double m_pixelLength = 0.0;
+    double m_range = 0.0;
+    QRegion m_visible;
+};

@@ -1,0 +1,49 @@
+#include "widgets/ValueBarGeometry.h"
+
+#include "widgets/Pixels.h"
+
+#include <cmath>
+
+namespace norvo::valuebar {
+
+QRect panel(const QSize& widget)
+{
+    return {kMargin, kMargin, widget.width() - 2 * kMargin, widget.height() - 2 * kMargin};
+}
+
+QRect scaleRegion(const QSize& widget, double scaleHeight)
+{
+    const QRect inside = panel(widget);
+    const int top = toPixel((1.0 - scaleHeight) * inside.height() + kMargin);
+    return {kMargin, top, inside.width(), toPixel(scaleHeight * inside.height())};
+}
+
+QRegion corners(const QSize& widget)
+{
+    const QRect inside = panel(widget);
+    // One pixel more than the radius: the edge line is drawn on the border between two pixels.
+    const QSize size(kCornerRadius + 1, kCornerRadius + 1);
+    QRect corner(inside.topLeft(), size);
+    QRegion region(corner);
+    corner.moveTopRight(inside.topRight());
+    region += corner;
+    corner.moveBottomRight(inside.bottomRight());
+    region += corner;
+    corner.moveBottomLeft(inside.bottomLeft());
+    return region + corner;
+}
+
+QPolygon pointer(const QSize& widget, double arrowHeight, double start, double end,
+                 double normalised)
+{
+    constexpr int halfWidth = 10;
+    constexpr double centreShare = 0.3;
+    const int height = panel(widget).height();
+    const int half = toPixel(height * arrowHeight) / 2;
+    const int y = toPixel(centreShare * height + kMargin);
+    const int x = toPixel(std::abs(end - start) * normalised + start);
+    return QPolygon({QPoint(x - halfWidth, y - half), QPoint(x + halfWidth, y - half),
+                     QPoint(x + halfWidth, y), QPoint(x, y + half), QPoint(x - halfWidth, y)});
+}
+
+} // namespace norvo::valuebar

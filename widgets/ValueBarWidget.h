@@ -1,0 +1,60 @@
+#pragma once
+
+#include "norvo/BaseWidget.h"
+#include "widgets/ScaleDraw.h"
+
+#include <QBitmap>
+#include <QPixmap>
+
+#include <memory>
+
+/// A horizontal gauge: a light panel with a scale at its bottom and a pointer above it.
+///
+/// Panel and scale are drawn once into a pixmap and shown from there until the size or the scale
+/// changes; only the panel's corners, whose edges blend with what lies behind the widget, are drawn
+/// each time. A pointer beyond the scale is clipped by the panel; one at no number or at an
+/// infinity is not drawn.
+class ValueBarWidget : public BaseWidget
+{
+    Q_OBJECT
+
+public:
+    ValueBarWidget(BaseGuiDevice* device, QWidget* parent);
+    ~ValueBarWidget() override;
+
+    void initialise() override;
+    void deinitialise() override;
+
+    void SetThreshold(double low, double high);    ///< The green zone; ignored without a scale.
+    void customHeight(double scaleHeight, double); ///< Clamped to 0...1; the second is ignored.
+    void updateScale(QPainter& painter);           ///< Draws panel and scale, clipped to the panel.
+    void updateMask();                             ///< Makes the mask of the panel anew.
+
+    /// False: everything is drawn anew at each paint. The picture is the same.
+    void setCached(bool cached) { m_cached = cached; }
+
+public slots:
+    void input(double value); ///< Ignored unless initialised.
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void drawPanel(QPainter& painter, const QRegion& clip);
+    void drawCachedPanel(QPainter& painter);
+    void renderCache();
+    void drawPointer(QPainter& painter);
+
+    double m_scaleHeight = 0.0;
+    double m_arrowHeight = 0.0;
+    double m_normalised = 0.0; ///< 0 at the scale's start, 1 at its end.
+    double m_minValue = 0.0;
+    double m_maxValue = 0.0;
+    std::unique_ptr<ScaleDraw> m_scale;
+    std::unique_ptr<QBitmap> m_mask;
+    QRegion m_maskRegion; ///< The same, as painting needs it.
+    QPixmap m_cache;      ///< Null: to be drawn.
+    bool m_maskDirty = false;
+    bool m_cached = true;
+};
