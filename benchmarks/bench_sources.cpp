@@ -1,6 +1,8 @@
 // What the sources cost the thread that draws the panel.
 
+#include "host/sources/LineQueue.h"
 #include "host/sources/SystemDevice.h"
+#include "host/sources/Waveform.h"
 
 #include <benchmark/benchmark.h>
 
@@ -16,6 +18,32 @@ void systemReading(benchmark::State& state)
     }
 }
 BENCHMARK(systemReading)->Unit(benchmark::kMicrosecond);
+
+/// One full read of a pipe that brings the shortest lines faster than they can be emitted.
+void floodOfShortLines(benchmark::State& state)
+{
+    norvo::LineQueue queue({1024 * 1024, 50000, 4 * 1024 * 1024});
+    QByteArray read;
+    while (read.size() < 64 * 1024) {
+        read += "y\n";
+    }
+    for (auto _ : state) {
+        queue.append(read.constData(), read.size());
+    }
+    state.SetBytesProcessed(int64_t(state.iterations()) * read.size());
+}
+BENCHMARK(floodOfShortLines)->Unit(benchmark::kMicrosecond);
+
+void generatorValue(benchmark::State& state)
+{
+    norvo::Waveform waveform;
+    waveform.noise = 0.1;
+    qint64 tick = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(waveform.valueAt(tick++));
+    }
+}
+BENCHMARK(generatorValue);
 
 } // namespace
 

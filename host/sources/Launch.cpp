@@ -68,10 +68,8 @@ private:
 void ignoreBrokenPipes()
 {
     struct sigaction action = {};
-    if (::sigaction(SIGPIPE, nullptr, &action) == 0 && action.sa_handler == SIG_DFL) {
-        action.sa_handler = SIG_IGN;
-        ::sigaction(SIGPIPE, &action, nullptr);
-    }
+    action.sa_handler = SIG_IGN;
+    ::sigaction(SIGPIPE, &action, nullptr);
 }
 
 struct ChildEnds

@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 
 constexpr int kReadBytes = 64 * 1024;
 constexpr int kMostLeftInPipe = 1024 * 1024; ///< The largest pipe that Linux gives by default.
-constexpr qint64 kTurnNanoseconds = 2 * 1000 * 1000;
+constexpr qint64 kTurnNanoseconds = 2000000;
 constexpr auto kPause = 5ms;
 
 } // namespace

@@ -70,7 +70,7 @@ QByteArray LineQueue::takeFirst()
     Q_ASSERT(!isEmpty());
     const int end = endOfFirst();
     const bool hasReturn = end > m_head && m_lines.at(end - 1) == '\r';
-    const QByteArray line = m_lines.mid(m_head, end - m_head - (hasReturn ? 1 : 0));
+    QByteArray line = m_lines.mid(m_head, end - m_head - (hasReturn ? 1 : 0));
     removeFirst(end);
     return line;
 }

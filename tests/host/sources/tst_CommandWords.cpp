@@ -29,6 +29,7 @@ void tst_CommandWords::splits_data()
     QTest::newRow("backslashInDoubleQuotes")
         << R"("a\"b" "c\\" "d\n")" << QStringList{"a\"b", "c\\", "d\\n"};
     QTest::newRow("backslashInSingleQuotes") << R"('a\' b)" << QStringList{"a\\", "b"};
+    QTest::newRow("backslashesInSingleQuotes") << R"('a\\b\"c')" << QStringList{R"(a\\b\"c)"};
     QTest::newRow("noShell") << "echo $HOME *.txt | cat > f; ls &"
                              << QStringList{"echo", "$HOME", "*.txt", "|", "cat",
                                             ">",    "f;",    "ls",    "&"};

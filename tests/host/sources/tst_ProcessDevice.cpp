@@ -16,6 +16,7 @@ private slots:
     void standardSignalsAreAsUsual();
     void inputIsALineOfStandardInput();
     void inputNobodyReadsIsCounted();
+    void inputIntoAClosedEndIsCounted();
     void inputAfterTheEndIsCounted();
     void standardErrorGoesToTheLog();
     void longestLineIsWhole();
@@ -115,6 +116,17 @@ void tst_ProcessDevice::inputNobodyReadsIsCounted()
         child.device.input(text);
     }
     QTRY_COMPARE(child.alerts, QStringList{"inputs lost, the program does not read them: 3"});
+    child.stop();
+}
+
+void tst_ProcessDevice::inputIntoAClosedEndIsCounted()
+{
+    ProcessSubject child("sh -c 'exec <&-; echo closed; exec sleep 1000'");
+    QTRY_COMPARE(child.lines.size(), 1);
+    child.device.input("hello");
+    child.device.input("again");
+    QTRY_COMPARE(child.alerts, QStringList{"inputs lost, the program does not read them: 2"});
+    QCOMPARE(child.notes, (QStringList{"up", "text closed"}));
     child.stop();
 }
 

@@ -3,6 +3,9 @@
 #include <QtTest>
 
 #include <memory>
+#include <vector>
+
+#include <sys/wait.h>
 
 namespace {
 
@@ -41,6 +44,7 @@ private slots:
     void canBeStartedAnew();
     void stopBeforeTheProgramRuns();
     void receiverMayStopTheDevice();
+    void runsLeaveNothingBehind();
     void killedPanelTakesItsProgramsAlong();
 };
 
@@ -170,11 +174,18 @@ void tst_ProcessDeviceEnd::noRestartAfterTheStop()
 
 void tst_ProcessDeviceEnd::noRestartAfterAStopDuringTheLastLines()
 {
-    ProcessSubject child("seq 40000", "always");
+    ProcessSubject child("seq 2000", "always");
+    QObject::connect(&child.device, qOverload<QString>(&ProcessDevice::output),
+                     [] { QTest::qSleep(1); });
     QTRY_VERIFY(!child.lines.isEmpty());
-    child.stop();
+    QTest::qWait(200); // It has ended long since.
+    child.device.setRunning(false);
+    child.device.preShutdown();
+    QTest::qWait(1500);
+    child.device.deinitialise();
     QTest::qWait(800);
     QCOMPARE(child.notes.count("up"), 1);
+    QVERIFY(!child.notes.contains("down")); // It was stopped with lines to come.
 }
 
 void tst_ProcessDeviceEnd::canBeStartedAnew()
@@ -214,6 +225,23 @@ void tst_ProcessDeviceEnd::receiverMayStopTheDevice()
         QTest::qWait(20);
         QCOMPARE(child.notes.last(), QString(last));
     }
+}
+
+void tst_ProcessDeviceEnd::runsLeaveNothingBehind()
+{
+    const auto openFiles = [] { return QDir("/proc/self/fd").entryList(QDir::Files).size(); };
+    const int before = openFiles();
+    for (int i = 0; i < 5; ++i) {
+        ProcessSubject child("true");
+        QTRY_VERIFY(child.hasFinished());
+        child.stop();
+        ProcessSubject stopped("sleep 1000");
+        QTRY_COMPARE(stopped.notes, QStringList{"up"});
+        stopped.stop();
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(openFiles(), before);
+    QVERIFY(::waitpid(-1, nullptr, WNOHANG) < 0); // No child, running or waiting to be reaped.
 }
 
 void tst_ProcessDeviceEnd::killedPanelTakesItsProgramsAlong()

@@ -130,7 +130,7 @@ void tst_ProcessDeviceFlood::neitherBlocksNorGrows()
     QVERIFY(heartbeat.longestMs() < 200);
     if (kMemoryIsOurs) {
         QVERIFY(before > 0);
-        QVERIFY(grown < 16 * 1024);
+        QVERIFY(grown < 8 * 1024);
     }
     QCOMPARE(!child.alerts.isEmpty() && child.alerts[0].startsWith("lines of output dropped"),
              dropsLines);

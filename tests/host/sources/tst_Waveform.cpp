@@ -68,6 +68,7 @@ void tst_Waveform::shapes_data()
     QTest::newRow("rampMiddle") << ramp << 4 << 10.0;
     QTest::newRow("rampEnd") << ramp << 7 << 11.5;
     QTest::newRow("rampNextPeriod") << ramp << 8 << 8.0;
+    QTest::newRow("rampBeforeTheStart") << ramp << -2 << 11.0;
     QTest::newRow("squareBeginsAtTheTop") << square << 0 << 12.0;
     QTest::newRow("squareLastAtTheTop") << square << 3 << 12.0;
     QTest::newRow("squareFirstAtTheBottom") << square << 4 << 8.0;
