@@ -1,10 +1,16 @@
 #include "NorvoGuiDevicesPluginInterface.h"
 
 #include "devices/ButtonDevice.h"
+#include "devices/GraphSettingsDevice.h"
+#include "devices/IndicatorDevice.h"
 #include "devices/InputDevice.h"
 #include "devices/Label.h"
+#include "devices/MultilineDevice.h"
 #include "devices/OutputDigitalDevice.h"
+#include "devices/OutputGraphDevice.h"
+#include "devices/OutputVector.h"
 #include "devices/OutputWithProgress.h"
+#include "devices/PictureDevice.h"
 #include "norvo/DeviceManager.h"
 
 #include <QDebug>
@@ -13,9 +19,16 @@ void NorvoGuiDevicesPluginInterface::registerDeviceType(DeviceManager& manager)
 {
     manager.registerDeviceType<ButtonDevice>("button");
     manager.registerDeviceType<InputDevice>("input");
+    manager.registerDeviceType<IndicatorDevice>("indicator");
     manager.registerDeviceType<Label>("label");
+    manager.registerDeviceType<OutputVector>("output_vector");
+    manager.registerDeviceType<OutputVector>("output_vector");
     manager.registerDeviceType<OutputWithProgress>("output_with_progress");
     manager.registerDeviceType<OutputDigitalDevice>("output_digital");
+    manager.registerDeviceType<OutputGraphDevice>("output_graph");
+    manager.registerDeviceType<GraphSettingsDevice>("graph_settings");
+    manager.registerDeviceType<PictureDevice>("picture");
+    manager.registerDeviceType<MultilineDevice>("multiline");
 
     qDebug().noquote() << "NorvoGui devices plugins was registered";
 }

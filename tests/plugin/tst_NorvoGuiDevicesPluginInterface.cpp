@@ -27,9 +27,16 @@ const QString kDebugLine = "debug: NorvoGui devices plugins was registered";
 const QVector<Type> kRegistrations{
     {"button", "ButtonDevice"},
     {"input", "InputDevice"},
+    {"indicator", "IndicatorDevice"},
     {"label", "Label"},
+    {"output_vector", "OutputVector"},
+    {"output_vector", "OutputVector"},
     {"output_with_progress", "OutputWithProgress"},
     {"output_digital", "OutputDigitalDevice"},
+    {"output_graph", "OutputGraphDevice"},
+    {"graph_settings", "GraphSettingsDevice", 0},
+    {"picture", "PictureDevice"},
+    {"multiline", "MultilineDevice"},
 };
 
 QStringList expectedPaths()
