@@ -1,0 +1,44 @@
+#pragma once
+
+#include "norvo/BaseGuiDevice.h"
+
+#include <QMap>
+
+/// Numbers from several devices against wall-clock time, a curve for each sending device.
+///
+/// Emits every accepted value onward. The look of a curve is set by the device that feeds it: the
+/// sender's object name is the curve's key, for values and settings alike. Values and settings are
+/// ignored unless the device is running.
+class OutputGraphDevice : public BaseGuiDevice
+{
+    Q_OBJECT
+
+public:
+    OutputGraphDevice();
+
+    bool initialise() override;
+    BaseWidget* createWidget() override; ///< The widget hears all settings anew once it is wired.
+
+signals:
+    void output(QString value);
+    void output(double value, QString sender, double time); ///< Seconds since the epoch.
+    void output(QString value, QString sender);
+    void outputFill(QString sender, bool fill);
+    void outputColor(QString sender, QString color);
+    void outputName(QString sender, QString name);
+
+public slots:
+    void input(double value);  ///< Plotted only when it comes through a signal.
+    void input(QString value); ///< Likewise; a text that is no number counts as 0.
+    void setFilled(bool fill);
+    void setColor(QString color); ///< A name such as "orange" or a form such as "#ff8800".
+    void setName(QString name);   ///< The curve's name in the legend.
+
+private slots:
+    void resendData();
+
+private:
+    QMap<QString, bool> m_fills;
+    QMap<QString, QString> m_colors;
+    QMap<QString, QString> m_names;
+};

@@ -1,0 +1,34 @@
+#include "devices/OutputVector.h"
+
+#include "widgets/VectorGraphWidget.h"
+
+OutputVector::OutputVector()
+{
+    addParam("name", "", {}, true, {});
+    addParam("widget/minValue", "0", {}, true, {});
+    addParam("widget/maxValue", "1", {}, true, {});
+    addParam("widget/fillArea", "true", {}, true, {});
+}
+
+bool OutputVector::initialise()
+{
+    QString name = getParam("name");
+    if (name.isEmpty()) {
+        name = getObjectName();
+        setParam("name", name);
+    }
+    setDescription(name);
+    return paramsOk();
+}
+
+BaseWidget* OutputVector::createWidget()
+{
+    return new VectorGraphWidget(this, nullptr);
+}
+
+void OutputVector::input(DoubleVec data)
+{
+    if (isRunning()) {
+        emit output(data);
+    }
+}

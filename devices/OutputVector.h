@@ -1,0 +1,22 @@
+#pragma once
+
+#include "norvo/BaseGuiDevice.h"
+#include "norvo/DoubleVec.h"
+
+/// An array of numbers as one curve over its index; every array leaves unchanged.
+class OutputVector : public BaseGuiDevice
+{
+    Q_OBJECT
+
+public:
+    OutputVector();
+
+    bool initialise() override;
+    BaseWidget* createWidget() override;
+
+signals:
+    void output(DoubleVec data);
+
+public slots:
+    void input(DoubleVec data); ///< Ignored unless the device is running.
+};

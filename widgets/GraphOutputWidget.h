@@ -1,0 +1,65 @@
+#pragma once
+
+#include "norvo/BaseWidget.h"
+#include "widgets/GraphFrame.h"
+
+#include <QMap>
+#include <QVector>
+
+#include <memory>
+
+class QTimer;
+
+/// Plots the values of several senders in a time window that scrolls with the present.
+///
+/// A sender's curve is a list of segments: a pause longer than the time-out begins a new one, so
+/// that no line bridges the pause. Only the newest segment stands in the legend and is changed by
+/// inputFill(), inputColor() and inputName(). What has left the window is dropped with each value.
+class GraphOutputWidget : public BaseWidget
+{
+    Q_OBJECT
+
+public:
+    GraphOutputWidget(BaseGuiDevice* device, QWidget* parent);
+    ~GraphOutputWidget() override;
+
+    void initialise() override;
+    void deinitialise() override; ///< Forgets the senders. The plot keeps what it shows.
+
+public slots:
+    void input(double value, QString sender, double time); ///< Seconds since the epoch.
+    void inputFill(QString sender, bool fill);
+    void inputColor(QString sender, QString color); ///< An unknown colour is an invalid one.
+    void inputName(QString sender, QString name);
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+protected slots:
+    void updateGraph(); ///< Moves the window to now and fits the value axis where that is asked.
+
+private:
+    using Segments = QVector<QCPGraph*>; ///< Oldest first, never empty; the plot owns them.
+
+    void readParameters();
+    void startRefreshing();
+    void addThreshold(double value);
+    Segments& segmentsOf(const QString& sender); ///< Begins a curve for a new sender.
+    QCPGraph* lastSegment(const QString& sender) { return segmentsOf(sender).last(); }
+    void append(Segments& segments, double value, double time);
+    QCPGraph* beginSegment(Segments& segments);
+    void prune(Segments& segments, double time);
+
+    double m_minValue = 0.0;
+    double m_maxValue = 1.0;
+    double m_minThreshold = 0.0;
+    double m_maxThreshold = 100.0;
+    int m_timePeriod = 10; ///< Seconds shown; also the refresh interval in ms, at least 33.
+    int m_timeout = 1;     ///< Seconds.
+    bool m_autoscale = true;
+    double m_smallestSeen; ///< Of all values since initialise().
+    double m_largestSeen;
+    GraphFrame m_frame;
+    std::unique_ptr<QTimer> m_refreshTimer;
+    QMap<QString, Segments> m_curves;
+};

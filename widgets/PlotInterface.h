@@ -1,0 +1,101 @@
+#pragma once
+
+#include <qcustomplot.h>
+
+/// The plot library's calls that differ between its two interface generations. Only the header of
+/// generation 2 defines QCUSTOMPLOT_VERSION. Nothing else in this folder may name a call that only
+/// one of them has.
+///
+/// | here                | generation 1                        | generation 2                    |
+/// |---------------------|-------------------------------------|---------------------------------|
+/// | kReplotQueued       | rpQueued                            | rpQueuedReplot                  |
+/// | kReplotHint         | rpHint                              | rpRefreshHint                   |
+/// | kReplotWithinPaint  | rpQueued                            | rpQueuedRefresh                 |
+/// | setDateTimeLabels() | setTickLabelType(ltDateTime),       | setTicker() with a              |
+/// |                     | setDateTimeFormat()                 | QCPAxisTickerDateTime           |
+/// | addItem()           | QCustomPlot::addItem()              | nothing: an item adds itself    |
+/// | hasData()           | QCPGraph::data(), a map of QCPData  | QCPGraph::data(), a container   |
+/// | lastKey()           | the key of the map's last entry     | the container's last point      |
+/// | removeDataBefore()  | QCPGraph::removeDataBefore()        | QCPDataContainer::removeBefore()|
+/// | setSortedData()     | QCPGraph::setData(keys, values)     | the same, told they are sorted  |
+namespace norvo::plot {
+
+#ifdef QCUSTOMPLOT_VERSION
+
+constexpr auto kReplotQueued = QCustomPlot::rpQueuedReplot;
+constexpr auto kReplotHint = QCustomPlot::rpRefreshHint;
+constexpr auto kReplotWithinPaint = QCustomPlot::rpQueuedRefresh; ///< Never paints at once.
+
+/// Labels in local time; `format` as QDateTime::toString() reads it.
+inline void setDateTimeLabels(QCPAxis* axis, const QString& format)
+{
+    const auto ticker = QSharedPointer<QCPAxisTickerDateTime>::create();
+    ticker->setDateTimeFormat(format);
+    axis->setTicker(ticker);
+}
+
+inline void addItem(QCustomPlot*, QCPAbstractItem*) {}
+
+inline bool hasData(const QCPGraph* graph)
+{
+    return !graph->data()->isEmpty();
+}
+
+/// The graph must have data.
+inline double lastKey(const QCPGraph* graph)
+{
+    return (graph->data()->constEnd() - 1)->key;
+}
+
+inline void removeDataBefore(QCPGraph* graph, double key)
+{
+    graph->data()->removeBefore(key);
+}
+
+inline void setSortedData(QCPGraph* graph, const QVector<double>& keys,
+                          const QVector<double>& values)
+{
+    graph->setData(keys, values, true);
+}
+
+#else
+
+constexpr auto kReplotQueued = QCustomPlot::rpQueued;
+constexpr auto kReplotHint = QCustomPlot::rpHint;
+constexpr auto kReplotWithinPaint = QCustomPlot::rpQueued;
+
+inline void setDateTimeLabels(QCPAxis* axis, const QString& format)
+{
+    axis->setTickLabelType(QCPAxis::ltDateTime);
+    axis->setDateTimeFormat(format);
+}
+
+inline void addItem(QCustomPlot* plot, QCPAbstractItem* item)
+{
+    plot->addItem(item);
+}
+
+inline bool hasData(const QCPGraph* graph)
+{
+    return !graph->data()->isEmpty();
+}
+
+inline double lastKey(const QCPGraph* graph)
+{
+    return (--graph->data()->constEnd()).key();
+}
+
+inline void removeDataBefore(QCPGraph* graph, double key)
+{
+    graph->removeDataBefore(key);
+}
+
+inline void setSortedData(QCPGraph* graph, const QVector<double>& keys,
+                          const QVector<double>& values)
+{
+    graph->setData(keys, values);
+}
+
+#endif
+
+} // namespace norvo::plot

@@ -1,0 +1,90 @@
+#include "widgets/PlotView.h"
+
+PlotView::PlotView(const Look& look) : m_look(look)
+{
+    applyColours();
+    refresh(m_look.recolour);
+}
+
+void PlotView::refresh(QCustomPlot::RefreshPriority priority)
+{
+    m_stale = !canBeSeen();
+    if (!m_stale) {
+        replot(priority);
+    }
+}
+
+void PlotView::recolour()
+{
+    applyColours();
+    m_stale = true;
+    update();
+}
+
+bool PlotView::canBeSeen() const
+{
+    return isVisible() && !window()->isMinimized();
+}
+
+void PlotView::changeEvent(QEvent* event)
+{
+    QCustomPlot::changeEvent(event);
+    // Its parent hears of a new palette before the plot has inherited it, so the plot listens, too.
+    if (event->type() == QEvent::PaletteChange) {
+        applyColours();
+        refresh(m_look.recolour);
+    }
+}
+
+void PlotView::showEvent(QShowEvent* event)
+{
+    QCustomPlot::showEvent(event);
+    window()->installEventFilter(this);
+}
+
+/// A window that is restored need not paint what it has painted before.
+bool PlotView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (m_stale && event->type() == QEvent::WindowStateChange) {
+        update();
+    }
+    return QCustomPlot::eventFilter(watched, event);
+}
+
+void PlotView::resizeEvent(QResizeEvent* event)
+{
+    QCustomPlot::resizeEvent(event); // draws it anew
+    m_stale = false;
+}
+
+void PlotView::paintEvent(QPaintEvent* event)
+{
+    if (m_stale) {
+        m_stale = false;
+        replot(norvo::plot::kReplotWithinPaint);
+    }
+    QCustomPlot::paintEvent(event);
+}
+
+void PlotView::applyColours()
+{
+    const QColor text = palette().color(QPalette::Current, QPalette::Text);
+    const QPen line(text, 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
+    const QPen dots(text, 1.0, Qt::DotLine, Qt::SquareCap, Qt::BevelJoin);
+
+    setAntialiasedElements(QCP::aeAll);
+    setBackground(QBrush(palette().color(QPalette::Current, QPalette::Base)));
+    for (QCPAxis* axis : {xAxis, yAxis}) {
+        axis->setLabelColor(text);
+        axis->setBasePen(line);
+        axis->setTickPen(line);
+        axis->setSubTickPen(line);
+        axis->setTickLabelColor(text);
+        axis->grid()->setPen(dots);
+        if (m_look.zeroLineInTextColour) {
+            axis->grid()->setZeroLinePen(line);
+        }
+    }
+    legend->setTextColor(text);
+    legend->setBrush(palette().brush(QPalette::Current, QPalette::Window));
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "widgets/PlotInterface.h"
+
+/// A plot in the colours of its palette, which it follows, that is drawn only while it can be seen.
+class PlotView : public QCustomPlot
+{
+public:
+    /// Where the two kinds of graph differ.
+    struct Look
+    {
+        bool zeroLineInTextColour;             ///< False: as the plot library draws it.
+        QCustomPlot::RefreshPriority recolour; ///< How a change of colours is drawn.
+    };
+
+    explicit PlotView(const Look& look);
+
+    /// Draws the plot anew. While it cannot be seen, that is put off until it is shown again or
+    /// somebody takes its picture.
+    void refresh(QCustomPlot::RefreshPriority priority);
+    void recolour(); ///< Takes the palette's colours as they are now; drawn with the next paint.
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    bool canBeSeen() const;
+    void applyColours();
+
+    Look m_look;
+    bool m_stale = false; ///< Waits to be drawn by the next paint.
+};
