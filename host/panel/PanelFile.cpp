@@ -34,6 +34,20 @@ QString objection(const QString& fileName)
     return info.isFile() ? QString() : QString("this is no regular file");
 }
 
+/// By place. What is wrong with a value that has several aliases is told once.
+Faults inOrder(Faults faults)
+{
+    std::stable_sort(faults.begin(), faults.end(), [](const Fault& a, const Fault& b) {
+        return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
+    });
+    const auto end = std::unique(faults.begin(), faults.end(), [](const Fault& a, const Fault& b) {
+        return std::tie(a.place.line, a.place.column, a.text) ==
+               std::tie(b.place.line, b.place.column, b.text);
+    });
+    faults.erase(end, faults.end());
+    return faults;
+}
+
 } // namespace
 
 PanelDescription PanelFile::read(const QString& fileName, Faults& faults)
@@ -76,11 +90,9 @@ PanelDescription PanelFile::parse(const QByteArray& text, const QString& fileNam
         faults.append(error(fileName, problem->place, problem->text));
         return description;
     }
-    const int before = faults.size();
-    description = PanelReader(source, fileName, faults).read(*std::get<YamlNodePtr>(tree));
-    std::stable_sort(faults.begin() + before, faults.end(), [](const Fault& a, const Fault& b) {
-        return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
-    });
+    Faults found;
+    description = PanelReader(source, fileName, found).read(*std::get<YamlNodePtr>(tree));
+    faults += inOrder(found);
     return description;
 }
 

@@ -263,6 +263,23 @@ private slots:
         QCOMPARE(faults[2].place.line, 2);
     }
 
+    void faultsOfASharedValueAreToldOnce()
+    {
+        Faults faults;
+        PanelFile::parse("devices:\n  a: &a {device: x, network: 1, params: {v: [1], w: 1, w: 2}}\n"
+                         "  b: *a\n  c: *a\n",
+                         "p", faults);
+        QStringList lines;
+        for (const Fault& fault : faults) {
+            lines += fault.toString();
+        }
+        QCOMPARE(lines, (QStringList{"p:2:30: error: network must be true or false, not \"1\"",
+                                     "p:2:45: error: the parameter \"v\" must be a text or a map, "
+                                     "not a list",
+                                     "p:2:56: error: the key \"w\" is given twice; it stands in "
+                                     "line 2, column 50 already"}));
+    }
+
     void whatIsSoundBesideAFaultIsRead()
     {
         Faults faults;
