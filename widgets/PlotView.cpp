@@ -6,6 +6,15 @@ PlotView::PlotView(const Look& look) : m_look(look)
     refresh(m_look.recolour);
 }
 
+PlotView::~PlotView()
+{
+    // Curves that take themselves out of the legend put the rest of it in order again, each in
+    // turn.
+    if (legend) {
+        legend->clearItems();
+    }
+}
+
 void PlotView::refresh(QCustomPlot::RefreshPriority priority)
 {
     m_stale = !canBeSeen();

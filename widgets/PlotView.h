@@ -14,6 +14,7 @@ public:
     };
 
     explicit PlotView(const Look& look);
+    ~PlotView() override;
 
     /// Draws the plot anew. While it cannot be seen, that is put off until it is shown again or
     /// somebody takes its picture.

@@ -1,0 +1,375 @@
+#include "GraphParts.h"
+#include "MessageLog.h"
+
+#include <QtTest>
+
+/// Senders, their colours and segments. Times are given, so that nothing waits.
+class tst_GraphOutputWidgetCurves : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void firstSenderIsOrangeWithoutLegend();
+    void secondSenderIsGreenAndBringsTheLegend();
+    void coloursGoByTheCount_data();
+    void coloursGoByTheCount();
+    void coloursCountAfreshAfterDeinitialise();
+
+    void gapLongerThanTheTimeoutBreaksTheCurve();
+    void pauseAsLongAsTheTimeoutDoesNot();
+    void newSegmentTakesPenAndNameButNoFill();
+    void legendKeepsOneEntryForEachSender();
+    void settingsReachTheLastSegmentOnly();
+
+    void pointsLeaveTheWindow();
+    void segmentThatLeftTheWindowIsRemoved();
+    void segmentsOfOtherSendersStay();
+    void emptySegmentIsUsedAndNotRemoved();
+    void segmentAboutToBeAppendedToIsNeverRemoved();
+    void pointsOutOfOrderAreSortedIn();
+
+    void fillIsTheCurvesColourHalfTransparent();
+    void colourChangeKeepsTheFill();
+    void colourChangeDoesNotFill();
+    void colourTexts_data();
+    void colourTexts();
+    void settingsOfAnUnknownSenderBeginItsCurve();
+    void strangeNumbersAreTakenAndDrawn();
+    void strangePeriodsAndTimeouts_data();
+    void strangePeriodsAndTimeouts();
+    void manySendersAreTaken();
+};
+
+void tst_GraphOutputWidgetCurves::firstSenderIsOrangeWithoutLegend()
+{
+    TimeGraph stand;
+    stand.input(1, "A", 100);
+    QCOMPARE(stand.curve(0)->pen().color(), QColor(250, 140, 0));
+    QVERIFY(isCosmeticSolid(stand.curve(0)->pen()));
+    QCOMPARE(stand.curve(0)->brush(), QBrush(Qt::NoBrush));
+    QCOMPARE(stand.curve(0)->name(), QString("A"));
+    QVERIFY(!stand.plot()->legend->visible());
+}
+
+void tst_GraphOutputWidgetCurves::secondSenderIsGreenAndBringsTheLegend()
+{
+    TimeGraph stand;
+    QCPLayoutInset* const inset = stand.plot()->axisRect(0)->insetLayout();
+    inset->setInsetAlignment(0, Qt::AlignBottom | Qt::AlignLeft);
+    stand.input(1, "B", 100);
+    QCOMPARE(inset->insetAlignment(0), Qt::AlignBottom | Qt::AlignLeft);
+    stand.input(1, "A", 100);
+    QCOMPARE(stand.curve(1)->pen().color(), QColor(Qt::green));
+    QVERIFY(isCosmeticSolid(stand.curve(1)->pen()));
+    QCOMPARE(stand.curve(1)->brush(), QBrush(Qt::NoBrush));
+    QVERIFY(stand.plot()->legend->visible());
+    QCOMPARE(inset->insetAlignment(0), Qt::AlignTop | Qt::AlignRight);
+    QCOMPARE(stand.legend(), QStringList({"B", "A"}));
+    QCOMPARE(stand.curve(0)->pen().color(), QColor(250, 140, 0));
+}
+
+void tst_GraphOutputWidgetCurves::coloursGoByTheCount_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QColor>("colour");
+    const QVector<QColor> colours{
+        QColor(250, 140, 0), Qt::green,     Qt::blue,      Qt::cyan,     Qt::magenta,
+        Qt::yellow,          Qt::darkRed,   Qt::darkGreen, Qt::darkBlue, Qt::darkCyan,
+        Qt::darkMagenta,     Qt::lightGray, Qt::red,       Qt::green,    Qt::blue};
+    for (int i = 0; i < colours.size(); ++i) {
+        QTest::addRow("sender %d", i + 1) << i + 1 << colours[i];
+    }
+    QTest::newRow("sender 24") << 24 << QColor(Qt::lightGray);
+    QTest::newRow("sender 25") << 25 << QColor(Qt::red);
+}
+
+void tst_GraphOutputWidgetCurves::coloursGoByTheCount()
+{
+    QFETCH(int, count);
+    QFETCH(QColor, colour);
+    TimeGraph stand;
+    for (int i = 1; i <= count; ++i) {
+        stand.input(i, QString::number(100 - i), 100);
+    }
+    QCOMPARE(stand.plot()->graphCount(), count);
+    QCOMPARE(stand.curve(count - 1)->pen().color(), colour);
+}
+
+void tst_GraphOutputWidgetCurves::coloursCountAfreshAfterDeinitialise()
+{
+    TimeGraph stand;
+    stand.input(1, "A", 100);
+    stand.input(1, "B", 100);
+    stand.widget->deinitialise();
+    QVERIFY(stand.widget->isInitialised());
+    QCOMPARE(stand.plot()->graphCount(), 2);
+    stand.input(2, "B", 101);
+    QCOMPARE(stand.curves(), QString("A: (100, 1) | B: (100, 1) | B: (101, 2)"));
+    QCOMPARE(stand.curve(2)->pen().color(), QColor(250, 140, 0));
+}
+
+void tst_GraphOutputWidgetCurves::gapLongerThanTheTimeoutBreaksTheCurve()
+{
+    TimeGraph stand({{"widget/timeout", "2"}});
+    stand.input(1, "A", 100);
+    stand.input(2, "A", 102.001);
+    QCOMPARE(stand.curves(), QString("A: (100, 1) | A: (102.001, 2)"));
+    stand.input(3, "A", 103);
+    QCOMPARE(stand.curves(), QString("A: (100, 1) | A: (102.001, 2) (103, 3)"));
+}
+
+void tst_GraphOutputWidgetCurves::pauseAsLongAsTheTimeoutDoesNot()
+{
+    TimeGraph stand({{"widget/timeout", "2"}});
+    stand.input(1, "A", 100);
+    stand.input(2, "A", 102);
+    QCOMPARE(stand.curves(), QString("A: (100, 1) (102, 2)"));
+}
+
+void tst_GraphOutputWidgetCurves::newSegmentTakesPenAndNameButNoFill()
+{
+    TimeGraph stand;
+    stand.input(1, "A", 100);
+    stand.graph().inputColor("A", "blue");
+    stand.graph().inputName("A", "Pump");
+    stand.graph().inputFill("A", true);
+    stand.input(2, "A", 105);
+    QCOMPARE(stand.plot()->graphCount(), 2);
+    QCOMPARE(stand.curve(1)->pen(), stand.curve(0)->pen());
+    QCOMPARE(stand.curve(1)->name(), QString("Pump"));
+    QCOMPARE(stand.curve(1)->brush().style(), Qt::NoBrush);
+    QCOMPARE(stand.curve(0)->brush(), QBrush(QColor(0, 0, 255, 128)));
+    stand.graph().inputFill("A", true);
+    QCOMPARE(stand.curve(1)->brush(), QBrush(QColor(0, 0, 255, 128)));
+}
+
+void tst_GraphOutputWidgetCurves::legendKeepsOneEntryForEachSender()
+{
+    TimeGraph stand;
+    stand.input(1, "A", 100);
+    stand.input(1, "B", 100);
+    stand.input(2, "A", 103);
+    QCOMPARE(stand.legend(), QStringList({"B", "A"}));
+    QVERIFY(stand.plot()->legend->hasItemWithPlottable(stand.curve(2)));
+    stand.input(3, "A", 106);
+    stand.input(4, "A", 115);
+    QCOMPARE(stand.legend(), QStringList({"B", "A"}));
+}
+
+void tst_GraphOutputWidgetCurves::settingsReachTheLastSegmentOnly()
+{
+    TimeGraph stand;
+    stand.input(1, "A", 100);
+    stand.input(2, "A", 103);
+    stand.graph().inputColor("A", "blue");
+    stand.graph().inputName("A", "Pump");
+    stand.graph().inputFill("A", true);
+    QCOMPARE(stand.curve(0)->pen().color(), QColor(250, 140, 0));
+    QCOMPARE(stand.curve(0)->name(), QString("A"));
+    QCOMPARE(stand.curve(0)->brush().style(), Qt::NoBrush);
+    QCOMPARE(stand.curve(1)->pen().color(), QColor(Qt::blue));
+    QCOMPARE(stand.curve(1)->name(), QString("Pump"));
+}
+
+void tst_GraphOutputWidgetCurves::pointsLeaveTheWindow()
+{
+    TimeGraph stand({{"widget/timePeriod", "3"}});
+    for (int t = 100; t <= 105; ++t) {
+        stand.input(t - 100, "A", t);
+    }
+    QCOMPARE(stand.curves(), QString("A: (102, 2) (103, 3) (104, 4) (105, 5)"));
+}
+
+void tst_GraphOutputWidgetCurves::segmentThatLeftTheWindowIsRemoved()
+{
+    TimeGraph stand({{"widget/timePeriod", "5"}});
+    stand.input(1, "A", 100);
+    stand.input(2, "A", 102);
+    stand.input(3, "A", 105);
+    QCOMPARE(stand.curves(), QString("A: (100, 1) | A: (102, 2) | A: (105, 3)"));
+    stand.input(4, "A", 105.5);
+    QCOMPARE(stand.curves(), QString("A: (102, 2) | A: (105, 3) (105.5, 4)"));
+    stand.input(5, "A", 110);
+    QCOMPARE(stand.curves(), QString("A: (105, 3) (105.5, 4) | A: (110, 5)"));
+    stand.input(6, "A", 200);
+    QCOMPARE(stand.curves(), QString("A: (200, 6)"));
+    QCOMPARE(stand.legend(), QStringList("A"));
+}
+
+void tst_GraphOutputWidgetCurves::segmentsOfOtherSendersStay()
+{
+    TimeGraph stand;
+    stand.input(1, "A", 100);
+    stand.input(1, "B", 200);
+    QCOMPARE(stand.curves(), QString("A: (100, 1) | B: (200, 1)"));
+}
+
+void tst_GraphOutputWidgetCurves::emptySegmentIsUsedAndNotRemoved()
+{
+    TimeGraph stand;
+    stand.graph().inputName("A", "Pump");
+    QCPGraph* const segment = stand.curve(0);
+    stand.input(1, "A", 100);
+    QCOMPARE(stand.curves(), QString("Pump: (100, 1)"));
+    QCOMPARE(stand.curve(0), segment);
+}
+
+void tst_GraphOutputWidgetCurves::segmentAboutToBeAppendedToIsNeverRemoved()
+{
+    TimeGraph stand({{"widget/timePeriod", "2"}, {"widget/timeout", "60"}});
+    stand.input(1, "A", 100);
+    QCPGraph* const segment = stand.curve(0);
+    stand.input(2, "A", 130);
+    QCOMPARE(stand.curves(), QString("A: (130, 2)"));
+    QCOMPARE(stand.curve(0), segment);
+}
+
+void tst_GraphOutputWidgetCurves::pointsOutOfOrderAreSortedIn()
+{
+    TimeGraph stand;
+    stand.input(1, "A", 100);
+    stand.input(2, "A", 99.5);
+    stand.input(3, "A", 100.5);
+    QCOMPARE(stand.curves(), QString("A: (99.5, 2) (100, 1) (100.5, 3)"));
+}
+
+void tst_GraphOutputWidgetCurves::fillIsTheCurvesColourHalfTransparent()
+{
+    TimeGraph stand;
+    stand.graph().inputFill("A", true);
+    QCOMPARE(stand.curve(0)->brush(), QBrush(QColor(250, 140, 0, 128)));
+    QCOMPARE(stand.curve(0)->pen().color().alpha(), 255);
+    stand.graph().inputFill("A", false);
+    QCOMPARE(stand.curve(0)->brush(), QBrush(Qt::NoBrush));
+}
+
+void tst_GraphOutputWidgetCurves::colourChangeKeepsTheFill()
+{
+    TimeGraph stand;
+    stand.graph().inputFill("A", true);
+    stand.graph().inputColor("A", "#102030");
+    QCOMPARE(stand.curve(0)->pen().color(), QColor(0x10, 0x20, 0x30));
+    QVERIFY(isCosmeticSolid(stand.curve(0)->pen()));
+    QCOMPARE(stand.curve(0)->brush(), QBrush(QColor(0x10, 0x20, 0x30, 128)));
+}
+
+void tst_GraphOutputWidgetCurves::colourChangeDoesNotFill()
+{
+    TimeGraph stand;
+    stand.graph().inputColor("A", "red");
+    QCOMPARE(stand.curve(0)->pen().color(), QColor(Qt::red));
+    QCOMPARE(stand.curve(0)->brush().style(), Qt::NoBrush);
+    stand.graph().inputFill("A", true);
+    stand.graph().inputFill("A", false);
+    stand.graph().inputColor("A", "blue");
+    QCOMPARE(stand.curve(0)->brush().style(), Qt::NoBrush);
+}
+
+void tst_GraphOutputWidgetCurves::colourTexts_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QColor>("colour");
+    QTest::newRow("name") << "orange" << QColor(255, 165, 0);
+    QTest::newRow("name in capitals") << "Dark Red" << QColor(0x8b, 0, 0);
+    QTest::newRow("three digits") << "#f80" << QColor(255, 136, 0);
+    QTest::newRow("six digits") << "#ff8800" << QColor(255, 136, 0);
+    QTest::newRow("unknown is invalid, in silence") << "oranje" << QColor();
+    QTest::newRow("empty is invalid, in silence") << "" << QColor();
+}
+
+void tst_GraphOutputWidgetCurves::colourTexts()
+{
+    QFETCH(QString, text);
+    QFETCH(QColor, colour);
+    TimeGraph stand;
+    stand.input(1, "A", 100);
+    MessageLog log;
+    stand.graph().inputColor("A", text);
+    QCOMPARE(stand.curve(0)->pen().color().isValid(), colour.isValid());
+    QCOMPARE(stand.curve(0)->pen().color().rgb(), colour.rgb());
+    QCOMPARE(log.take(), QStringList());
+    QVERIFY(!stand.plot()->toPixmap(200, 100).isNull());
+}
+
+void tst_GraphOutputWidgetCurves::settingsOfAnUnknownSenderBeginItsCurve()
+{
+    TimeGraph stand;
+    stand.graph().inputFill("A", false);
+    stand.graph().inputColor("B", "red");
+    stand.graph().inputName("C", "Sea");
+    QCOMPARE(stand.curves(), QString("A:  | B:  | Sea: "));
+    QCOMPARE(stand.curve(0)->pen().color(), QColor(250, 140, 0));
+    QCOMPARE(stand.curve(2)->pen().color(), QColor(Qt::blue));
+    QVERIFY(stand.plot()->legend->visible());
+}
+
+void tst_GraphOutputWidgetCurves::strangeNumbersAreTakenAndDrawn()
+{
+    TimeGraph stand;
+    const double now = secondsNow();
+    const QVector<double> values{1, qQNaN(), 2, qInf(), 3, -qInf(), 1e308, -1e308, 5e-324};
+    for (int i = 0; i < values.size(); ++i) {
+        stand.input(values[i], "A", now + i * 0.01);
+    }
+    stand.graph().inputFill("A", true);
+    QCOMPARE(stand.curve(0)->dataCount(), values.size());
+    stand.refresh();
+    QVERIFY(!stand.plot()->toPixmap(200, 100).isNull());
+    const QCPRange range = stand.plot()->yAxis->range();
+    QVERIFY(qIsFinite(range.lower) && qIsFinite(range.upper));
+}
+
+void tst_GraphOutputWidgetCurves::strangePeriodsAndTimeouts_data()
+{
+    QTest::addColumn<QString>("period");
+    QTest::addColumn<QString>("timeout");
+    QTest::addColumn<QString>("curves");
+    QTest::newRow("period 0") << "0"
+                              << "1"
+                              << "A: (101, 2)";
+    QTest::newRow("negative period") << "-5"
+                                     << "1"
+                                     << "A: (101, 2)";
+    QTest::newRow("both longest") << "2147483647"
+                                  << "2147483647"
+                                  << "A: (100, 1) (101, 2)";
+    QTest::newRow("both lowest") << "-2147483648"
+                                 << "-2147483648"
+                                 << "A: (101, 2)";
+    QTest::newRow("timeout 0") << "10"
+                               << "0"
+                               << "A: (100, 1) | A: (101, 2)";
+    QTest::newRow("negative timeout") << "10"
+                                      << "-1"
+                                      << "A: (100, 1) | A: (101, 2)";
+}
+
+void tst_GraphOutputWidgetCurves::strangePeriodsAndTimeouts()
+{
+    QFETCH(QString, period);
+    QFETCH(QString, timeout);
+    QFETCH(QString, curves);
+    TimeGraph stand({{"widget/timePeriod", period}, {"widget/timeout", timeout}});
+    stand.input(1, "A", 100);
+    stand.input(2, "A", 101);
+    QCOMPARE(stand.curves(), curves);
+    stand.refresh();
+    QVERIFY(!stand.plot()->toPixmap(200, 100).isNull());
+}
+
+void tst_GraphOutputWidgetCurves::manySendersAreTaken()
+{
+    TimeGraph stand;
+    constexpr int count = 2000;
+    for (int i = 0; i < count; ++i) {
+        stand.input(i, QString::number(i), 100);
+    }
+    QCOMPARE(stand.plot()->graphCount(), count);
+    QCOMPARE(stand.plot()->legend->itemCount(), count);
+    stand.widget->deinitialise();
+    stand.input(1, "0", 100);
+    QCOMPARE(stand.plot()->graphCount(), count + 1);
+}
+
+QTEST_MAIN(tst_GraphOutputWidgetCurves)
+#include "tst_GraphOutputWidgetCurves.moc"
