@@ -32,7 +32,7 @@ endif()
 add_compile_definitions(QT_NO_MESSAGELOGCONTEXT)
 
 if(NORVO_SANITIZE)
-    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
+    add_compile_options(-fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all
                         -fno-omit-frame-pointer -O1)
     add_link_options(-fsanitize=address,undefined)
 endif()

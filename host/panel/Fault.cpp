@@ -1,6 +1,7 @@
 #include "host/panel/Fault.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace norvo {
 
@@ -38,6 +39,13 @@ QString Fault::toString() const
         where += QString(":%1:%2").arg(place.line).arg(place.column);
     }
     return onOneLine(QString("%1: %2: %3").arg(where, kind, text));
+}
+
+void sortByPlace(Faults& faults)
+{
+    std::stable_sort(faults.begin(), faults.end(), [](const Fault& a, const Fault& b) {
+        return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
+    });
 }
 
 bool hasErrors(const Faults& faults)

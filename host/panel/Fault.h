@@ -29,6 +29,7 @@ struct Fault
 
 using Faults = QVector<Fault>;
 
+void sortByPlace(Faults& faults);     ///< Those of one place keep their order.
 bool hasErrors(const Faults& faults); ///< True when one of them is more than a warning.
 
 /// The text in quotation marks, to stand in a fault: on one line, and shortened where it is long.

@@ -97,14 +97,15 @@ void Panel::start(QWidget* page)
     m_started = true;
     m_faults.clear();
     createDevices();
+    emit stepTaken(Step::Create);
     initialiseDevices();
+    emit stepTaken(Step::Initialise);
     connectWires();
+    emit stepTaken(Step::Wire);
     showWidgets(page);
-    for (const Member& member : m_members) {
-        if (member.isUsable) {
-            member.device->postInitialisation();
-        }
-    }
+    emit stepTaken(Step::Show);
+    postInitialiseDevices();
+    emit stepTaken(Step::PostInitialise);
 }
 
 void Panel::stop()
@@ -261,6 +262,15 @@ void Panel::showWidgets(QWidget* page)
     page->layout()->addWidget(m_pages);
     for (size_t i = 0; i < shown.size(); ++i) {
         showWidget(*shown[i], placement.cells()[int(i)]);
+    }
+}
+
+void Panel::postInitialiseDevices()
+{
+    for (const Member& member : m_members) {
+        if (member.isUsable) {
+            member.device->postInitialisation();
+        }
     }
 }
 

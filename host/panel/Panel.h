@@ -29,6 +29,10 @@ class Panel : public QObject
     Q_OBJECT
 
 public:
+    /// The steps of a start, in their order.
+    enum class Step { Create, Initialise, Wire, Show, PostInitialise };
+    Q_ENUM(Step)
+
     /// `manager` must outlive the panel. What `saved` says of undeclared parameters and of absent
     /// devices is left aside; the rest goes over what the description sets.
     Panel(const DeviceManager& manager, PanelDescription description, PanelState saved = {});
@@ -51,6 +55,7 @@ public:
 signals:
     /// A device has changed one of its parameters while it was running.
     void parameterWritten(QString device, QString param, QString value);
+    void stepTaken(norvo::Panel::Step step); ///< All devices have passed this step of the start.
 
 private:
     struct Member;
@@ -62,6 +67,7 @@ private:
     void connectWires();
     void connectArrow(int arrow, bool closesCircle);
     void showWidgets(QWidget* page);
+    void postInitialiseDevices();
     void showWidget(Member& member, const Cells& cells);
     void fail(Member& member, const QString& what, const QStringList& reasons);
     const Member* find(const QString& id) const;

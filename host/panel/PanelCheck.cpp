@@ -11,9 +11,7 @@
 #include <QHash>
 #include <QStringList>
 
-#include <algorithm>
 #include <memory>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -46,9 +44,7 @@ public:
         examineDevices();
         examinePlacement();
         examineArrows();
-        std::stable_sort(m_faults.begin(), m_faults.end(), [](const Fault& a, const Fault& b) {
-            return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
-        });
+        sortByPlace(m_faults);
         return m_faults;
     }
 
@@ -71,7 +67,7 @@ private:
                 subject.device->setObjectName(setting.id.text);
                 examineParams(setting, *subject.device);
                 learnMethods(subject);
-            } else {
+            } else if (!setting.type.text.isEmpty()) {
                 const QStringList known = m_manager.factories().keys();
                 refuse(setting.type.place, "unknown device type " + inQuotes(setting.type.text) +
                                                suggestion(setting.type.text, known));

@@ -12,7 +12,7 @@ class PanelCheck
 public:
     /// Everything that is wrong, in the order of the file. Devices are made and given their
     /// parameters, but none is started; only one whose type says that its methods are known no
-    /// sooner is initialised on its own.
+    /// sooner is initialised on its own. A device without a type is left to whoever read the file.
     static Faults check(const PanelDescription& description, const DeviceManager& manager);
 };
 

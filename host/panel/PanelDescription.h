@@ -16,7 +16,7 @@ struct PlacedText
 
 struct ParamSetting
 {
-    PlacedText name; ///< Nested maps are joined: "widget/row".
+    PlacedText name;  ///< Nested maps are joined: "widget/row".
     PlacedText value; ///< Letter by letter as written.
 };
 

@@ -51,9 +51,8 @@ int PanelProgram::run()
     }
     Faults faults;
     const PanelDescription description = PanelFile::read(m_options.panelFile, faults);
-    if (!hasErrors(faults)) {
-        faults += PanelCheck::check(description, plugins.manager());
-    }
+    faults += PanelCheck::check(description, plugins.manager());
+    sortByPlace(faults);
     if (m_options.action == Options::Action::Check) {
         return reportCheck(faults);
     }

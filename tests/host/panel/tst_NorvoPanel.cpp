@@ -15,6 +15,7 @@ private slots:
     void wrongCommandLineIsOneLine();
     void checkNeedsNoDisplay();
     void checkTellsEveryFault();
+    void faultsOfFormAndMeaningAreToldInTheOrderOfTheFile();
     void checkPassesWarnings();
     void fileThatCannotBeReadIsAFault_data();
     void fileThatCannotBeReadIsAFault();
@@ -96,6 +97,26 @@ void tst_NorvoPanel::checkTellsEveryFault()
     QVERIFY2(lines[0].startsWith(folder.panel() + ":2:15: error: "), qPrintable(lines[0]));
     QVERIFY2(lines[1].startsWith(folder.panel() + ":3:31: error: "), qPrintable(lines[1]));
     QCOMPARE(lines[2], folder.panel() + ": 2 errors");
+}
+
+void tst_NorvoPanel::faultsOfFormAndMeaningAreToldInTheOrderOfTheFile()
+{
+    const PanelFolder folder("colour: red\n"
+                             "devices:\n"
+                             "  a: {device: pach}\n"
+                             "  b: {params: {text: x}}\n"
+                             "connections:\n"
+                             "  - a.output -> c.input\n"
+                             "  - nonsense\n");
+    PanelProcess check({"--plugins", fixture("probes"), "--check", folder.panel()});
+    QCOMPARE(check.runToEnd(), 1);
+    const QStringList lines = check.outputLines();
+    const QStringList places{":1:1: ", ":3:15: ", ":4:3: ", ":6:17: ", ":7:5: "};
+    QCOMPARE(lines.size(), places.size() + 1);
+    for (int i = 0; i < places.size(); ++i) {
+        QVERIFY2(lines[i].startsWith(folder.panel() + places[i] + "error: "), qPrintable(lines[i]));
+    }
+    QCOMPARE(lines.last(), folder.panel() + ": 5 errors");
 }
 
 void tst_NorvoPanel::checkPassesWarnings()

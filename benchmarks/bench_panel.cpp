@@ -1,0 +1,183 @@
+// Starting a large panel, phase by phase, and what a busy panel costs while it runs.
+
+#include "host/panel/Panel.h"
+#include "host/panel/PanelCheck.h"
+#include "host/panel/PanelFile.h"
+#include "host/panel/PanelWindow.h"
+#include "host/panel/PluginSet.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLoggingCategory>
+#include <QTimer>
+
+#include <ctime>
+#include <memory>
+#include <unistd.h>
+
+using namespace norvo;
+
+namespace {
+
+constexpr int kLabels = 1000;
+constexpr int kReadouts = 200;
+constexpr int kValuesPerSecond = 10;
+constexpr int kMeasuredMs = 5000;
+
+const DeviceManager& deviceTypes()
+{
+    static PluginSet plugins;
+    if (plugins.isEmpty()) {
+        plugins.load(NORVO_BUILD_DIR "/plugins");
+    }
+    return plugins.manager();
+}
+
+double residentKiB()
+{
+    QFile statm("/proc/self/statm");
+    if (!statm.open(QIODevice::ReadOnly)) {
+        return 0.0;
+    }
+    const double pages = statm.readAll().split(' ').value(1).toDouble();
+    return pages * double(sysconf(_SC_PAGESIZE)) / 1024.0;
+}
+
+/// `count` displays of that type on a grid of `columns`, fed by sources of 10 values a second.
+QByteArray panelOf(const QString& type, int count, int columns, const QString& params)
+{
+    constexpr int sources = 10;
+    QString devices;
+    QString arrows;
+    for (int i = 0; i < sources; ++i) {
+        devices += QString("  source%1: {device: generator, params: {waveform: noise, seed: %1, "
+                           "amplitude: 50, offset: 50, interval: %2}}\n")
+                       .arg(i)
+                       .arg(1000 / kValuesPerSecond);
+    }
+    for (int i = 0; i < count; ++i) {
+        devices += QString("  display%1: {device: %2, params: {%3, widget/row: %4, "
+                           "widget/column: %5}}\n")
+                       .arg(i)
+                       .arg(type, params)
+                       .arg(i / columns)
+                       .arg(i % columns);
+        arrows += QString("  - source%1.output(double) -> display%2.input(double)\n")
+                      .arg(i % sources)
+                      .arg(i);
+    }
+    return ("title: Benchmark\ndevices:\n" + devices + "connections:\n" + arrows).toUtf8();
+}
+
+/// Milliseconds since the last call.
+double lap(QElapsedTimer& clock)
+{
+    const double ms = double(clock.nsecsElapsed()) * 1e-6;
+    clock.start();
+    return ms;
+}
+
+double processorSeconds()
+{
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return double(time.tv_sec) + double(time.tv_nsec) * 1e-9;
+}
+
+void waitFor(int ms)
+{
+    QEventLoop loop;
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+} // namespace
+
+/// From the text of a panel file to its first picture; the counters are milliseconds.
+static void startThousandLabels(benchmark::State& state)
+{
+    const DeviceManager& manager = deviceTypes();
+    const QByteArray text = panelOf("label", kLabels, 20, "Value: '%1 V'");
+    for (auto _ : state) {
+        const double before = residentKiB();
+        QElapsedTimer total;
+        QElapsedTimer clock;
+        total.start();
+        clock.start();
+        Faults faults;
+        const PanelDescription description = PanelFile::parse(text, "panel.yaml", faults);
+        state.counters["1 parse"] = lap(clock);
+        faults += PanelCheck::check(description, manager);
+        state.counters["2 check"] = lap(clock);
+
+        PanelWindow window("Benchmark");
+        Panel panel(manager, description);
+        QObject::connect(&panel, &Panel::stepTaken, [&](Panel::Step step) {
+            static const char* const names[] = {"3 create", "4 initialise", "5 wire", "6 widgets",
+                                                "7 first outputs"};
+            state.counters[names[int(step)]] = lap(clock);
+        });
+        panel.start(window.page());
+        window.resize(1280, 800);
+        window.show();
+        QCoreApplication::processEvents();
+        const QPixmap picture = window.grab();
+        state.counters["8 show"] = lap(clock);
+        state.SetIterationTime(double(total.nsecsElapsed()) * 1e-9);
+        state.counters["KiB each"] = (residentKiB() - before) / kLabels;
+        if (!faults.isEmpty() || !panel.faults().isEmpty() || picture.isNull()) {
+            faults += panel.faults();
+            state.SkipWithError(qPrintable(faults.value(0).toString()));
+        }
+    }
+}
+BENCHMARK(startThousandLabels)
+    ->UseManualTime()
+    ->Iterations(1)
+    ->Repetitions(5)
+    ->Unit(benchmark::kMillisecond);
+
+/// Processor time over wall time while values arrive, in percent of one processor.
+static void runReadouts(benchmark::State& state)
+{
+    Faults faults;
+    const QByteArray text =
+        panelOf("output_digital", kReadouts, 20, "widget/valueSize: 14, widget/labelSize: 6");
+    const PanelDescription description = PanelFile::parse(text, "panel.yaml", faults);
+    PanelWindow window("Benchmark");
+    Panel panel(deviceTypes(), description);
+    panel.start(window.page());
+    window.resize(1280, 800);
+    window.show();
+    waitFor(1000);
+    for (auto _ : state) {
+        const double before = processorSeconds();
+        QElapsedTimer clock;
+        clock.start();
+        waitFor(kMeasuredMs);
+        const double wall = double(clock.nsecsElapsed()) * 1e-9;
+        state.SetIterationTime(wall);
+        state.counters["processor %"] = 100.0 * (processorSeconds() - before) / wall;
+    }
+    if (hasErrors(faults) || !panel.faults().isEmpty()) {
+        state.SkipWithError("the panel has faults");
+    }
+}
+BENCHMARK(runReadouts)
+    ->UseManualTime()
+    ->Iterations(1)
+    ->Repetitions(3)
+    ->Unit(benchmark::kMillisecond);
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    QLoggingCategory::setFilterRules("*.debug=false");
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
