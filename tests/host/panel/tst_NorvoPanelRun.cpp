@@ -109,7 +109,7 @@ void tst_NorvoPanelRun::failedDeviceLeavesTheRestRunning()
     PanelProcess panel(probes({"--plugins", fixture("relays"), folder.panel()}));
     panel.start();
     QVERIFY(panel.waitForErrorText("told to fail"));
-    QTRY_VERIFY(folder.saved() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(folder.saved() > 0, PanelProcess::kPatience);
     panel.sendSignal(SIGTERM);
     QCOMPARE(panel.waitForEnd(), 0);
     QVERIFY(panel.errorLines().filter(folder.panel() + ":3:3: error: ").size() == 1);
@@ -122,6 +122,7 @@ void tst_NorvoPanelRun::signalStopsWithTheStateSaved_data()
     QTest::newRow("SIGINT") << QVector<int>{SIGINT};
     QTest::newRow("SIGTERM twice") << QVector<int>{SIGTERM, SIGTERM};
     QTest::newRow("SIGINT twice") << QVector<int>{SIGINT, SIGINT};
+    QTest::newRow("SIGTERM, then SIGINT") << QVector<int>{SIGTERM, SIGINT};
     QTest::newRow("a hundred") << QVector<int>(100, SIGTERM);
 }
 
@@ -131,7 +132,7 @@ void tst_NorvoPanelRun::signalStopsWithTheStateSaved()
     const CountingFolder folder;
     PanelProcess panel(probes({folder.panel()}));
     panel.start();
-    QTRY_VERIFY(folder.counted() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(folder.counted() > 0, PanelProcess::kPatience);
     for (const int number : signalNumbers) {
         panel.sendSignal(number);
     }

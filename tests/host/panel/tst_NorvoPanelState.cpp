@@ -43,7 +43,7 @@ void tst_NorvoPanelState::stateComesBack()
     folder.fill("panel.state.yaml", "counter: {count: '1000'}\ngone: {count: '7'}\n");
     PanelProcess panel(probes({folder.panel()}));
     panel.start();
-    QTRY_VERIFY(folder.counted() > 1000);
+    QTRY_VERIFY_WITH_TIMEOUT(folder.counted() > 1000, PanelProcess::kPatience);
     panel.sendSignal(SIGTERM);
     QCOMPARE(panel.waitForEnd(), 0);
     QCOMPARE(folder.saved(), folder.counted());
@@ -55,7 +55,7 @@ void tst_NorvoPanelState::stateGoesToTheNamedFile()
     const CountingFolder folder;
     PanelProcess panel(probes({"--state", folder.filePath("other.yaml"), folder.panel()}));
     panel.start();
-    QTRY_VERIFY(folder.saved("other.yaml") > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(folder.saved("other.yaml") > 0, PanelProcess::kPatience);
     panel.sendSignal(SIGTERM);
     QCOMPARE(panel.waitForEnd(), 0);
     QCOMPARE(folder.saved("other.yaml"), folder.counted());
@@ -69,7 +69,7 @@ void tst_NorvoPanelState::noStateIsNoState()
     folder.fill("panel.state.yaml", state);
     PanelProcess panel(probes({"--no-state", folder.panel()}));
     panel.start();
-    QTRY_VERIFY(folder.counted() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(folder.counted() > 0, PanelProcess::kPatience);
     panel.sendSignal(SIGTERM);
     QCOMPARE(panel.waitForEnd(), 0);
     QVERIFY(folder.counted() < 1000);
@@ -84,7 +84,7 @@ void tst_NorvoPanelState::brokenStateIsToldAndKept()
     PanelProcess panel(probes({folder.panel()}));
     panel.start();
     QVERIFY(panel.waitForErrorText("panel.state.yaml: warning: the saved state does not read: "));
-    QTRY_VERIFY(folder.saved() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(folder.saved() > 0, PanelProcess::kPatience);
     panel.sendSignal(SIGTERM);
     QCOMPARE(panel.waitForEnd(), 0);
     QCOMPARE(folder.content("panel.state.yaml.bad"), state);
@@ -99,7 +99,7 @@ void tst_NorvoPanelState::stateThatCannotBeSavedIsToldOnce()
     panel.start();
     QVERIFY(panel.waitForErrorText("the state cannot be saved: "));
     const int before = folder.counted();
-    QTRY_VERIFY(folder.counted() > before + 100);
+    QTRY_VERIFY_WITH_TIMEOUT(folder.counted() > before + 100, PanelProcess::kPatience);
     panel.sendSignal(SIGTERM);
     QCOMPARE(panel.waitForEnd(), 0);
     QCOMPARE(panel.errorLines().size(), 1);
@@ -112,7 +112,7 @@ void tst_NorvoPanelState::panelFileIsNeverWritten()
     const QDateTime changed = QFileInfo(folder.panel()).lastModified();
     PanelProcess panel(probes({folder.panel()}));
     panel.start();
-    QTRY_VERIFY(folder.saved() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(folder.saved() > 0, PanelProcess::kPatience);
     panel.sendSignal(SIGTERM);
     QCOMPARE(panel.waitForEnd(), 0);
     QCOMPARE(folder.content("panel.yaml"), before);
