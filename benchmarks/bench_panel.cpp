@@ -61,10 +61,8 @@ QByteArray panelOf(const QString& type, int count, int columns, const QString& p
     for (int i = 0; i < count; ++i) {
         devices += QString("  display%1: {device: %2, params: {%3, widget/row: %4, "
                            "widget/column: %5}}\n")
-                       .arg(i)
-                       .arg(type, params)
-                       .arg(i / columns)
-                       .arg(i % columns);
+                       .arg(QString::number(i), type, params, QString::number(i / columns),
+                            QString::number(i % columns));
         arrows += QString("  - source%1.output(double) -> display%2.input(double)\n")
                       .arg(i % sources)
                       .arg(i);
