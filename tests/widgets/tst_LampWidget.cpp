@@ -55,21 +55,8 @@ private slots:
     void declaresItsSlot();
     void foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty();
     void noDeviceIsToldToo();
-
-    void captionIsShown_data();
-    void captionIsShown();
-    void emptyCaptionShowsTheObjectName();
-    void lampLooksAsItsParametersSay();
-    void colourSheetsLetterForLetter_data();
-    void colourSheetsLetterForLetter();
-    void unknownColourKeepsThePlainLook_data();
-    void unknownColourKeepsThePlainLook();
-    void plateIsPaintedInItsColour_data();
-    void plateIsPaintedInItsColour();
-
     void startsDarkAndFollowsTheDevice();
     void inputWhileNotRunningChangesNothing();
-    void setFontSizeChangesOnlyTheFont();
     void sheetIsSetOnlyWhenTheStateChanges();
     void foreignSheetIsReplacedWithTheNextValue();
     void everyValueUpdatesTheWidget();
@@ -118,115 +105,6 @@ void tst_LampWidget::noDeviceIsToldToo()
     QCOMPARE(log.take(), QStringList(kMessage));
 }
 
-void tst_LampWidget::captionIsShown_data()
-{
-    QTest::addColumn<QString>("caption");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("plain") << "Pump"
-                           << "Pump";
-    QTest::newRow("backslash n breaks the line") << "Pump\\non"
-                                                 << "Pump\non";
-    QTest::newRow("every backslash n") << "\\na\\n\\nb"
-                                       << "\na\n\nb";
-    QTest::newRow("backslash N stays") << "a\\Nb"
-                                       << "a\\Nb";
-}
-
-void tst_LampWidget::captionIsShown()
-{
-    QFETCH(QString, caption);
-    QFETCH(QString, shown);
-    Stand<IndicatorDevice> stand({{"widget/caption", caption}});
-    QVERIFY(stand.only<QLabel>());
-    QCOMPARE(stand.only<QLabel>()->text(), shown);
-}
-
-void tst_LampWidget::emptyCaptionShowsTheObjectName()
-{
-    Stand<IndicatorDevice> stand;
-    QCOMPARE(stand.only<QLabel>()->text(), QString("device"));
-    QCOMPARE(stand.device.getParam("widget/caption").value(), QString("device"));
-}
-
-void tst_LampWidget::lampLooksAsItsParametersSay()
-{
-    Stand<IndicatorDevice> stand({{"widget/fontSize", "27"}});
-    auto* const lamp = stand.only<QLabel>();
-    QCOMPARE(lamp->font().family(), QString("Arial"));
-    QCOMPARE(lamp->font().pointSize(), 27);
-    QCOMPARE(lamp->font().weight(), 50);
-    QVERIFY(!lamp->font().italic());
-    QCOMPARE(lamp->alignment(), Qt::AlignHCenter | Qt::AlignVCenter);
-    QCOMPARE(stand.widget->getLayout()->itemAtPosition(0, 0)->widget(), lamp);
-}
-
-void tst_LampWidget::colourSheetsLetterForLetter_data()
-{
-    QTest::addColumn<QString>("color");
-    QTest::addColumn<QString>("lit");
-    QTest::addColumn<QString>("dark");
-    QTest::newRow("green") << "green" << sheet("green", "white") << sheet("#2e4e18", "gray");
-    QTest::newRow("red") << "red" << sheet("red", "white") << sheet("#420000", "gray");
-    QTest::newRow("yellow") << "yellow" << sheet("#e5e500", "black") << sheet("#8d6b0f ", "gray");
-}
-
-void tst_LampWidget::colourSheetsLetterForLetter()
-{
-    QFETCH(QString, color);
-    QFETCH(QString, lit);
-    QFETCH(QString, dark);
-    Stand<IndicatorDevice> stand({{"widget/color", color}});
-    auto* const lamp = stand.only<QLabel>();
-    QCOMPARE(lamp->styleSheet(), dark);
-    stand.device.input(true);
-    QCOMPARE(lamp->styleSheet(), lit);
-    stand.device.input(true);
-    QCOMPARE(lamp->styleSheet(), lit);
-    stand.device.input(false);
-    QCOMPARE(lamp->styleSheet(), dark);
-}
-
-void tst_LampWidget::unknownColourKeepsThePlainLook_data()
-{
-    QTest::addColumn<QString>("color");
-    QTest::newRow("capital G") << "Green";
-    QTest::newRow("blue") << "blue";
-    QTest::newRow("empty") << "";
-}
-
-void tst_LampWidget::unknownColourKeepsThePlainLook()
-{
-    QFETCH(QString, color);
-    Stand<IndicatorDevice> stand({{"widget/color", color}});
-    QCOMPARE(stand.only<QLabel>()->styleSheet(), QString());
-    stand.device.input(true);
-    QCOMPARE(stand.only<QLabel>()->styleSheet(), QString());
-}
-
-void tst_LampWidget::plateIsPaintedInItsColour_data()
-{
-    QTest::addColumn<QString>("color");
-    QTest::addColumn<QColor>("lit");
-    QTest::addColumn<QColor>("dark");
-    QTest::newRow("green") << "green" << QColor("green") << QColor("#2e4e18");
-    QTest::newRow("red") << "red" << QColor("red") << QColor("#420000");
-    QTest::newRow("yellow") << "yellow" << QColor("#e5e500") << QColor("#8d6b0f");
-}
-
-void tst_LampWidget::plateIsPaintedInItsColour()
-{
-    QFETCH(QString, color);
-    QFETCH(QColor, lit);
-    QFETCH(QColor, dark);
-    Stand<IndicatorDevice> stand({{"widget/color", color}, {"widget/caption", "x"}});
-    stand.widget->resize(200, 60);
-    stand.widget->show();
-    const QPoint besideTheCaption(20, 30);
-    QCOMPARE(stand.widget->grab().toImage().pixelColor(besideTheCaption), dark);
-    stand.device.input(true);
-    QCOMPARE(stand.widget->grab().toImage().pixelColor(besideTheCaption), lit);
-}
-
 void tst_LampWidget::startsDarkAndFollowsTheDevice()
 {
     Stand<IndicatorDevice> stand;
@@ -244,19 +122,6 @@ void tst_LampWidget::inputWhileNotRunningChangesNothing()
     stand.device.setRunning(false);
     stand.device.input(true);
     QCOMPARE(stand.only<QLabel>()->styleSheet(), sheet("#2e4e18", "gray"));
-}
-
-void tst_LampWidget::setFontSizeChangesOnlyTheFont()
-{
-    Stand<IndicatorDevice> stand;
-    auto* const lamp = stand.only<QLabel>();
-    lamp->setFont(QFont("Courier", 9, QFont::Bold, true));
-    qobject_cast<LampWidget*>(stand.widget.get())->setFontSize(41);
-    QCOMPARE(lamp->font().family(), QString("Arial"));
-    QCOMPARE(lamp->font().pointSize(), 41);
-    QCOMPARE(lamp->font().weight(), 50);
-    QVERIFY(!lamp->font().italic());
-    QCOMPARE(lamp->styleSheet(), sheet("#2e4e18", "gray"));
 }
 
 void tst_LampWidget::sheetIsSetOnlyWhenTheStateChanges()

@@ -22,37 +22,6 @@ QImage quarters(int width, int height)
     return image;
 }
 
-QByteArray bigEndian(quint32 number)
-{
-    QByteArray bytes(4, 0);
-    qToBigEndian(number, bytes.data());
-    return bytes;
-}
-
-/// A PNG file that declares its size and ends with the first bytes of the picture.
-QByteArray pngDeclaring(int width, int height)
-{
-    QByteArray header = "IHDR" + bigEndian(width) + bigEndian(height);
-    header += QByteArray("\x08\x06\x00\x00\x00", 5);
-    static const auto crc = [](const QByteArray& bytes) {
-        quint32 value = 0xffffffffu;
-        for (const char byte : bytes) {
-            value ^= quint8(byte);
-            for (int bit = 0; bit < 8; ++bit) {
-                value = value & 1 ? 0xedb88320u ^ (value >> 1) : value >> 1;
-            }
-        }
-        return ~value;
-    };
-    return "\x89PNG\r\n\x1a\n" + bigEndian(13) + header + bigEndian(crc(header)) + bigEndian(100) +
-           "IDATx";
-}
-
-QString tooLarge(const QString& size)
-{
-    return size + " pixels are more than the 67108864 that a picture may have";
-}
-
 } // namespace
 
 class tst_PictureWidget : public QObject
@@ -63,7 +32,6 @@ private slots:
     void deviceMakesItsWidget();
     void declaresNothing();
     void classOfTheDeviceIsNotChecked();
-
     void formatIsRead_data();
     void formatIsRead();
     void pictureIsScaledOnlyWithBothSizes_data();
@@ -71,13 +39,6 @@ private slots:
     void scaledPictureIsDistortedWithoutSmoothing();
     void labelIsMadeAsAPlate();
     void pictureIsSeenInTheMiddle();
-
-    void unreadableFileIsTold_data();
-    void unreadableFileIsTold();
-    void hugeDeclaredSizeIsRefused_data();
-    void hugeDeclaredSizeIsRefused();
-    void hugeTargetSizeIsRefused_data();
-    void hugeTargetSizeIsRefused();
 
 private:
     QString file(const QString& name, const QByteArray& content)
@@ -229,92 +190,6 @@ void tst_PictureWidget::pictureIsSeenInTheMiddle()
     QCOMPARE(seen.pixelColor(137, 67), QColor(Qt::yellow));
     QVERIFY(seen.pixelColor(97, 52) != QColor(Qt::red));
     QVERIFY(seen.pixelColor(102, 47) != QColor(Qt::red));
-}
-
-void tst_PictureWidget::unreadableFileIsTold_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::newRow("empty name") << "";
-    QTest::newRow("missing") << m_folder.filePath("missing.png");
-    QTest::newRow("name with placeholders") << m_folder.filePath("%2 %1.png");
-    QTest::newRow("directory") << m_folder.path();
-    QTest::newRow("empty file") << file("empty.png", "");
-    QTest::newRow("text") << file("text.png", "no picture");
-    QTest::newRow("broken png") << file("broken.png", pngDeclaring(10, 10));
-    QTest::newRow("broken svg") << file("broken.svg", "<svg width='10'");
-}
-
-void tst_PictureWidget::unreadableFileIsTold()
-{
-    QFETCH(QString, path);
-    QImageReader reader(path);
-    QVERIFY(reader.read().isNull());
-    QVERIFY(!reader.errorString().isEmpty());
-
-    MessageLog log;
-    Stand<PictureDevice> stand({{"widget/filename", path}});
-    QStringList told = log.take();
-    told = told.filter(QRegularExpression("^critical: ")); // Qt may warn of its own accord
-    QCOMPARE(told, QStringList("critical: PictureWidget: Cannot load " + path + ": " +
-                               reader.errorString()));
-    QVERIFY(stand.widget->findChildren<QWidget*>().isEmpty());
-    QVERIFY(!stand.widget->isInitialised());
-}
-
-void tst_PictureWidget::hugeDeclaredSizeIsRefused_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("size");
-    QTest::newRow("png") << file("huge.png", pngDeclaring(30000, 30000)) << "30000 x 30000";
-    QTest::newRow("one row too many") << file("row.png", pngDeclaring(8192, 8193)) << "8192 x 8193";
-    QTest::newRow("product beyond int")
-        << file("product.png", pngDeclaring(70000, 70000)) << "70000 x 70000";
-    QTest::newRow("bitmap") << file("huge.pbm", "P1 30000 30000\n") << "30000 x 30000";
-    QTest::newRow("svg") << file("huge.svg", "<svg xmlns='http://www.w3.org/2000/svg' "
-                                             "width='30000' height='30000'/>")
-                         << "30000 x 30000";
-}
-
-void tst_PictureWidget::hugeDeclaredSizeIsRefused()
-{
-    QFETCH(QString, path);
-    QFETCH(QString, size);
-    MessageLog log;
-    Stand<PictureDevice> stand(
-        {{"widget/filename", path}, {"widget/width", "10"}, {"widget/height", "10"}});
-    QCOMPARE(log.take(),
-             QStringList("critical: PictureWidget: Cannot load " + path + ": " + tooLarge(size)));
-    QVERIFY(stand.widget->findChildren<QWidget*>().isEmpty());
-}
-
-void tst_PictureWidget::hugeTargetSizeIsRefused_data()
-{
-    QTest::addColumn<QString>("width");
-    QTest::addColumn<QString>("height");
-    QTest::addColumn<QString>("size");
-    QTest::newRow("30000 each") << "30000"
-                                << "30000"
-                                << "30000 x 30000";
-    QTest::newRow("beyond int") << "1e10"
-                                << "1"
-                                << "2147483647 x 1";
-    QTest::newRow("infinite") << "inf"
-                              << "1e300"
-                              << "2147483647 x 2147483647";
-}
-
-void tst_PictureWidget::hugeTargetSizeIsRefused()
-{
-    QFETCH(QString, width);
-    QFETCH(QString, height);
-    QFETCH(QString, size);
-    const QString path = picture("target.png", quarters(20, 10));
-    MessageLog log;
-    Stand<PictureDevice> stand(
-        {{"widget/filename", path}, {"widget/width", width}, {"widget/height", height}});
-    QCOMPARE(log.take(),
-             QStringList("critical: PictureWidget: Cannot load " + path + ": " + tooLarge(size)));
-    QVERIFY(stand.widget->findChildren<QWidget*>().isEmpty());
 }
 
 QTEST_MAIN(tst_PictureWidget)
