@@ -1,6 +1,8 @@
 #include "NorvoGuiDevicesPluginInterface.h"
 
 #include "devices/ButtonDevice.h"
+#include "devices/CheckBoxDevice.h"
+#include "devices/DropDownListDevice.h"
 #include "devices/GraphSettingsDevice.h"
 #include "devices/IndicatorDevice.h"
 #include "devices/InputDevice.h"
@@ -11,6 +13,7 @@
 #include "devices/OutputVector.h"
 #include "devices/OutputWithProgress.h"
 #include "devices/PictureDevice.h"
+#include "devices/SliderDevice.h"
 #include "norvo/DeviceManager.h"
 
 #include <QDebug>
@@ -29,6 +32,9 @@ void NorvoGuiDevicesPluginInterface::registerDeviceType(DeviceManager& manager)
     manager.registerDeviceType<GraphSettingsDevice>("graph_settings");
     manager.registerDeviceType<PictureDevice>("picture");
     manager.registerDeviceType<MultilineDevice>("multiline");
+    manager.registerDeviceType<CheckBoxDevice>("checkbox");
+    manager.registerDeviceType<DropDownListDevice>("dropdownlist");
+    manager.registerDeviceType<SliderDevice>("slider");
 
     qDebug().noquote() << "NorvoGui devices plugins was registered";
 }

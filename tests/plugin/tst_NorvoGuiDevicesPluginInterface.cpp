@@ -37,6 +37,9 @@ const QVector<Type> kRegistrations{
     {"graph_settings", "GraphSettingsDevice", 0},
     {"picture", "PictureDevice"},
     {"multiline", "MultilineDevice"},
+    {"checkbox", "CheckBoxDevice"},
+    {"dropdownlist", "DropDownListDevice"},
+    {"slider", "SliderDevice"},
 };
 
 QStringList expectedPaths()

@@ -1,0 +1,77 @@
+#include "devices/DropDownListDevice.h"
+
+#include "norvo/Truncation.h"
+#include "widgets/DropDownListWidget.h"
+
+#include <QScopedValueRollback>
+
+namespace {
+
+constexpr char kOptions[] = "options";
+constexpr char kSeparator[] = "separator";
+
+/// As qRound() does it, which is undefined beyond int.
+int roundedToInt(double number)
+{
+    if (number >= 0.0) {
+        return norvo::truncatedToInt(number + 0.5);
+    }
+    const double below = norvo::truncatedToInt(number - 1.0);
+    return norvo::truncatedToInt(below + norvo::truncatedToInt(number - below + 0.5));
+}
+
+} // namespace
+
+DropDownListDevice::DropDownListDevice()
+{
+    addParam(kOptions, "value1|value2");
+    addParam(kSeparator, "|");
+    addParam(kEmitOnInit, "false");
+    addParam(kLabel, "");
+    addParam(kLabelSize, "12");
+    addParam(kSize, "16");
+}
+
+QStringList DropDownListDevice::choices()
+{
+    return getParam(kOptions).value().split(getParam(kSeparator).value(), Qt::SkipEmptyParts,
+                                            Qt::CaseInsensitive);
+}
+
+bool DropDownListDevice::initialise()
+{
+    return choices().isEmpty() ? error("Cant't parse options string") : true;
+}
+
+BaseWidget* DropDownListDevice::createWidget()
+{
+    return new DropDownListWidget(this, nullptr);
+}
+
+void DropDownListDevice::input(int index)
+{
+    if (m_isPassingIndex || m_index == index) {
+        return;
+    }
+    const QScopedValueRollback<bool> guard(m_isPassingIndex, true);
+    m_index = index;
+    emit output(index);
+    emit output(double(index));
+}
+
+void DropDownListDevice::input(double index)
+{
+    if (!m_isPassingIndex) {
+        input(roundedToInt(index));
+    }
+}
+
+void DropDownListDevice::input(QString item)
+{
+    if (m_isPassingItem || m_item == item) {
+        return;
+    }
+    const QScopedValueRollback<bool> guard(m_isPassingItem, true);
+    m_item = item;
+    emit output(item);
+}

@@ -1,0 +1,229 @@
+#include "Declarations.h"
+#include "GridPlaces.h"
+#include "MessageLog.h"
+#include "Recorder.h"
+#include "Stand.h"
+
+#include "devices/ButtonDevice.h"
+#include "devices/CheckBoxDevice.h"
+#include "widgets/CheckBoxWidget.h"
+
+#include <QtTest>
+
+namespace {
+
+const QString kMessage = "debug: CheckBoxWidget: Error! Attached to incompatible device";
+const QStringList kYesTwice{"output(true)", "output(true)", "output(1)", "output(1)"};
+const QStringList kNoTwice{"output(false)", "output(false)", "output(0)", "output(0)"};
+
+/// A check box whose outputs were wired before its widget came, as on a panel.
+struct WiredBox
+{
+    explicit WiredBox(const QString& label = "Pump")
+    {
+        device.setParam("widget/label", label);
+        device.setRunning(device.initialise());
+        recorder = std::make_unique<Recorder>(&device);
+        widget.reset(device.createWidget());
+        widget->initialise();
+        box = widget->findChild<QCheckBox*>();
+        widget->resize(200, 60);
+        widget->show();
+    }
+
+    CheckBoxDevice device;
+    std::unique_ptr<Recorder> recorder;
+    std::unique_ptr<BaseWidget> widget;
+    QCheckBox* box = nullptr;
+};
+
+QPoint tick(const QCheckBox& box)
+{
+    QStyleOptionButton option;
+    option.initFrom(&box);
+    return box.style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, &box).center();
+}
+
+} // namespace
+
+class tst_CheckBoxWidget : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void deviceMakesItsWidget();
+    void declaresItsSignalsAndSlots();
+    void foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty();
+    void noDeviceIsToldToo();
+
+    void boxLooksAsItsParametersSay();
+    void indicatorIsAsLargeAsTheParameter();
+    void boxStartsUncheckedAndSilent();
+
+    void operatorsClickPassesOnce();
+    void spaceKeyTogglesThroughTheFocusProxy();
+    void inputThatChangesTheBoxPassesTwice();
+    void inputThatChangesNothingPassesOnce();
+    void numberMovesTheBox();
+    void partlyCheckedCountsAsChecked();
+    void inputBeforeInitialiseStillPassesTheDevice();
+};
+
+void tst_CheckBoxWidget::deviceMakesItsWidget()
+{
+    CheckBoxDevice device;
+    const std::unique_ptr<BaseWidget> widget(device.createWidget());
+    QCOMPARE(widget->metaObject()->className(), "CheckBoxWidget");
+    QVERIFY(!widget->parent());
+    QVERIFY(!widget->isInitialised());
+    widget->initialise();
+    QVERIFY(widget->isInitialised());
+}
+
+void tst_CheckBoxWidget::declaresItsSignalsAndSlots()
+{
+    QCOMPARE(methodTable(CheckBoxWidget::staticMetaObject),
+             QStringList({"signal output(bool)", "slot onStateChanged(int)", "slot input(bool)"}));
+}
+
+void tst_CheckBoxWidget::foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty()
+{
+    ButtonDevice button;
+    CheckBoxWidget widget(&button, nullptr);
+    MessageLog log;
+    widget.initialise();
+    QCOMPARE(log.take(), QStringList(kMessage));
+    widget.input(true);
+    QVERIFY(widget.findChildren<QWidget*>().isEmpty());
+    QVERIFY(!widget.isInitialised());
+
+    Recorder recorder(&button);
+    button.click();
+    QCOMPARE(recorder.take(), QStringList("clicked()"));
+}
+
+void tst_CheckBoxWidget::noDeviceIsToldToo()
+{
+    CheckBoxWidget widget(nullptr, nullptr);
+    MessageLog log;
+    widget.initialise();
+    QCOMPARE(log.take(), QStringList(kMessage));
+}
+
+void tst_CheckBoxWidget::boxLooksAsItsParametersSay()
+{
+    Stand<CheckBoxDevice> stand({{"widget/label", "Pump"}, {"widget/size", "24"}});
+    auto* const box = stand.only<QCheckBox>();
+    QVERIFY(box);
+    QCOMPARE(box->text(), QString("Pump"));
+    QCOMPARE(box->font().family(), QString("Arial"));
+    QCOMPARE(box->font().pointSize(), 24);
+    QCOMPARE(box->font().weight(), 50);
+    QVERIFY(!box->font().italic());
+    QCOMPARE(box->styleSheet(), QString("QCheckBox::indicator {width: 24px; height: 24px;}"));
+    QCOMPARE(placeOf(box, *stand.widget->getLayout()),
+             QString("row 0, column 0, 1 x 1, alignment 0x0"));
+    QCOMPARE(stand.widget->focusProxy(), box);
+    QCOMPARE(stand.widget->sizePolicy(), QWidget().sizePolicy());
+    QCOMPARE(QAccessible::queryAccessibleInterface(box)->text(QAccessible::Name), QString("Pump"));
+}
+
+void tst_CheckBoxWidget::indicatorIsAsLargeAsTheParameter()
+{
+    Stand<CheckBoxDevice> stand({{"widget/size", "24"}});
+    auto* const box = stand.only<QCheckBox>();
+    box->ensurePolished();
+    QCOMPARE(box->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, box), 24);
+    QCOMPARE(box->style()->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, box), 24);
+    Stand<CheckBoxDevice> usual;
+    usual.only<QCheckBox>()->ensurePolished();
+    QCOMPARE(usual.only<QCheckBox>()->font().pointSize(), 16);
+    QCOMPARE(usual.only<QCheckBox>()->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr,
+                                                           usual.only<QCheckBox>()),
+             16);
+}
+
+void tst_CheckBoxWidget::boxStartsUncheckedAndSilent()
+{
+    WiredBox wired;
+    wired.device.postInitialisation();
+    QVERIFY(!wired.box->isChecked());
+    QCOMPARE(wired.recorder->take(), QStringList());
+}
+
+void tst_CheckBoxWidget::operatorsClickPassesOnce()
+{
+    WiredBox wired;
+    QTest::mouseClick(wired.box, Qt::LeftButton, Qt::NoModifier, tick(*wired.box));
+    QVERIFY(wired.box->isChecked());
+    QCOMPARE(wired.recorder->take(), QStringList({"output(true)", "output(1)"}));
+    QTest::mouseClick(wired.box, Qt::LeftButton, Qt::NoModifier, tick(*wired.box));
+    QVERIFY(!wired.box->isChecked());
+    QCOMPARE(wired.recorder->take(), QStringList({"output(false)", "output(0)"}));
+}
+
+void tst_CheckBoxWidget::spaceKeyTogglesThroughTheFocusProxy()
+{
+    WiredBox wired;
+    QApplication::setActiveWindow(wired.widget.get());
+    wired.widget->setFocus();
+    QTRY_COMPARE(QApplication::focusWidget(), wired.box);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    QCOMPARE(wired.recorder->take(), QStringList({"output(true)", "output(1)"}));
+}
+
+void tst_CheckBoxWidget::inputThatChangesTheBoxPassesTwice()
+{
+    WiredBox wired;
+    wired.device.input(true);
+    QVERIFY(wired.box->isChecked());
+    QCOMPARE(wired.recorder->take(), kYesTwice);
+    wired.device.input(false);
+    QVERIFY(!wired.box->isChecked());
+    QCOMPARE(wired.recorder->take(), kNoTwice);
+}
+
+void tst_CheckBoxWidget::inputThatChangesNothingPassesOnce()
+{
+    WiredBox wired;
+    wired.device.input(true);
+    wired.recorder->take();
+    wired.device.input(true);
+    QCOMPARE(wired.recorder->take(), QStringList({"output(true)", "output(1)"}));
+}
+
+void tst_CheckBoxWidget::numberMovesTheBox()
+{
+    WiredBox wired;
+    wired.device.input(0.5);
+    QVERIFY(wired.box->isChecked());
+    QCOMPARE(wired.recorder->take(), kYesTwice);
+    wired.device.input(1e-9);
+    QVERIFY(!wired.box->isChecked());
+    QCOMPARE(wired.recorder->take(), kNoTwice);
+}
+
+void tst_CheckBoxWidget::partlyCheckedCountsAsChecked()
+{
+    Stand<CheckBoxDevice> stand;
+    Recorder recorder(stand.widget.get(), BaseWidget::staticMetaObject);
+    stand.only<QCheckBox>()->setCheckState(Qt::PartiallyChecked);
+    QCOMPARE(recorder.take().first(), QString("output(true)"));
+    auto* const widget = qobject_cast<CheckBoxWidget*>(stand.widget.get());
+    widget->onStateChanged(Qt::Unchecked);
+    QCOMPARE(recorder.take().first(), QString("output(false)"));
+}
+
+void tst_CheckBoxWidget::inputBeforeInitialiseStillPassesTheDevice()
+{
+    CheckBoxDevice device;
+    const std::unique_ptr<BaseWidget> widget(device.createWidget());
+    Recorder recorder(&device);
+    device.input(true);
+    QCOMPARE(recorder.take(), QStringList({"output(true)", "output(1)"}));
+    qobject_cast<CheckBoxWidget*>(widget.get())->input(true);
+    QVERIFY(widget->findChildren<QWidget*>().isEmpty());
+}
+
+QTEST_MAIN(tst_CheckBoxWidget)
+#include "tst_CheckBoxWidget.moc"
