@@ -38,3 +38,13 @@ void GraphFrame::build(QGridLayout* layout, const QString& caption, const PlotVi
     layout->setRowStretch(0, 1);
     layout->setRowStretch(1, 100);
 }
+
+void GraphFrame::recolour()
+{
+    if (!m_plot) {
+        return;
+    }
+    m_plot->recolour();
+    // A style sheet looks up the palette's colours only when it is set.
+    m_caption->setStyleSheet(kCaptionStyle);
+}

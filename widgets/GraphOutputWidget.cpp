@@ -116,8 +116,8 @@ void GraphOutputWidget::addThreshold(double value)
 void GraphOutputWidget::changeEvent(QEvent* event)
 {
     BaseWidget::changeEvent(event);
-    if (m_frame.plot() && event->type() == QEvent::PaletteChange) {
-        m_frame.plot()->recolour();
+    if (event->type() == QEvent::PaletteChange) {
+        m_frame.recolour();
     }
 }
 
@@ -179,7 +179,7 @@ GraphOutputWidget::Segments& GraphOutputWidget::segmentsOf(const QString& sender
     if (known != m_curves.end()) {
         return *known;
     }
-    QCPGraph* segment = m_frame.plot()->addGraph();
+    QCPGraph* segment = plot::addCurve(m_frame.plot());
     Segments& segments = m_curves[sender];
     segments.append(segment);
     segment->setName(sender);
@@ -215,7 +215,7 @@ void GraphOutputWidget::append(Segments& segments, double value, double time)
 QCPGraph* GraphOutputWidget::beginSegment(Segments& segments)
 {
     QCPGraph* previous = segments.last();
-    QCPGraph* segment = m_frame.plot()->addGraph();
+    QCPGraph* segment = plot::addCurve(m_frame.plot());
     segment->setPen(previous->pen());
     segment->setName(previous->name());
     previous->removeFromLegend();

@@ -30,8 +30,8 @@ void VectorGraphWidget::initialise()
 void VectorGraphWidget::changeEvent(QEvent* event)
 {
     BaseWidget::changeEvent(event);
-    if (m_frame.plot() && event->type() == QEvent::PaletteChange) {
-        m_frame.plot()->recolour();
+    if (event->type() == QEvent::PaletteChange) {
+        m_frame.recolour();
     }
 }
 

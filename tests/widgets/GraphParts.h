@@ -9,6 +9,7 @@
 
 #include <QDateTime>
 #include <QLabel>
+#include <QtTest>
 #include <qcustomplot.h>
 
 inline double secondsNow()

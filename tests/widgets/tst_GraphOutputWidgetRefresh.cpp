@@ -240,6 +240,7 @@ void tst_GraphOutputWidgetRefresh::newPaletteRecoloursTheGraphOnce()
     dark.setColor(QPalette::Text, QColor(0xee, 0xee, 0xdd));
     dark.setColor(QPalette::Base, QColor(0x10, 0x12, 0x14));
     dark.setColor(QPalette::Window, QColor(0x30, 0x32, 0x34));
+    dark.setColor(QPalette::AlternateBase, QColor(0x50, 0x52, 0x54));
     ofTheApplication ? QApplication::setPalette(dark) : stand.widget->setPalette(dark);
     QTRY_VERIFY(drawn.size() > 0);
     QTest::qWait(20);
@@ -247,6 +248,11 @@ void tst_GraphOutputWidgetRefresh::newPaletteRecoloursTheGraphOnce()
     QCOMPARE(stand.plot()->xAxis->tickLabelColor(), QColor(0xee, 0xee, 0xdd));
     QCOMPARE(stand.plot()->legend->brush().color(), QColor(0x30, 0x32, 0x34));
     QCOMPARE(stand.plot()->grab().toImage().pixelColor(1, 1), QColor(0x10, 0x12, 0x14));
+    if (ofTheApplication) {
+        const QImage caption = stand.caption()->grab().toImage();
+        QCOMPARE(caption.pixelColor(caption.width() - 20, caption.height() / 2),
+                 QColor(0x50, 0x52, 0x54));
+    }
     QApplication::setPalette(before);
 }
 

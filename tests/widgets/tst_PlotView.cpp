@@ -21,6 +21,8 @@ private slots:
     void removingBeforeAKeyKeepsThePointOnIt();
     void lastKeyIsTheGreatest();
     void sortedDataIsTakenAsItIs();
+    void curveFindsItsRangeAsTheLibraryDoes_data();
+    void curveFindsItsRangeAsTheLibraryDoes();
     void onlyTheInterfaceNamesCallsOfOneGeneration();
 
 private:
@@ -183,6 +185,51 @@ void tst_PlotView::sortedDataIsTakenAsItIs()
     plot::setSortedData(graph, {3}, {30});
     QCOMPARE(graph->dataCount(), 1);
     QCOMPARE(graph->data()->constBegin()->value, 30.0);
+}
+
+void tst_PlotView::curveFindsItsRangeAsTheLibraryDoes_data()
+{
+    QTest::addColumn<QVector<double>>("values");
+    const double nan = qQNaN();
+    QTest::newRow("none") << QVector<double>{};
+    QTest::newRow("one") << QVector<double>{-3};
+    QTest::newRow("three") << QVector<double>{2, 3, 1};
+    QTest::newRow("four") << QVector<double>{4, 2, 3, 1};
+    QTest::newRow("lowest and highest in each place") << QVector<double>{5, 1, 5, 5, 5, 5, 9, 5, 5};
+    QTest::newRow("lowest last") << QVector<double>{5, 4, 3, 2, 1, 0};
+    QTest::newRow("negative") << QVector<double>{-5, -4, -3, -2, -1};
+    QTest::newRow("nan among them") << QVector<double>{nan, 2, nan, 3, nan, nan};
+    QTest::newRow("nothing but nan") << QVector<double>{nan, nan, nan, nan, nan};
+    QTest::newRow("infinities") << QVector<double>{1, qInf(), -qInf(), 2, 3};
+    QTest::newRow("one infinity alone") << QVector<double>{qInf()};
+    QTest::newRow("largest") << QVector<double>{1.7e308, -1.7e308};
+}
+
+void tst_PlotView::curveFindsItsRangeAsTheLibraryDoes()
+{
+    QFETCH(QVector<double>, values);
+    QCustomPlot bare;
+    const QVector<QCPGraph*> curves{bare.addGraph(), plot::addCurve(&bare)};
+    QCOMPARE(bare.graphCount(), 2);
+    QCOMPARE(bare.graph(1), curves[1]);
+    QCOMPARE(bare.legend->itemCount(), 2);
+    for (QCPGraph* curve : curves) {
+        for (int i = 0; i < values.size(); ++i) {
+            curve->addData(i, values[i]);
+        }
+    }
+    for (QCP::SignDomain domain : {QCP::sdBoth, QCP::sdNegative, QCP::sdPositive}) {
+        for (const QCPRange& keys : {QCPRange(), QCPRange(1, 2)}) {
+            bool found[2];
+            const QCPRange expected = curves[0]->getValueRange(found[0], domain, keys);
+            const QCPRange range = curves[1]->getValueRange(found[1], domain, keys);
+            QCOMPARE(found[1], found[0]);
+            if (found[0]) {
+                QCOMPARE(range.lower, expected.lower);
+                QCOMPARE(range.upper, expected.upper);
+            }
+        }
+    }
 }
 
 void tst_PlotView::onlyTheInterfaceNamesCallsOfOneGeneration()

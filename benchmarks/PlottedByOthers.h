@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QPen>
+#include <QPointF>
+#include <QVector>
+#include <QWidget>
+
+#include <memory>
+
+/// The same curves as another library draws them, for comparison.
+class PlottedByOther
+{
+public:
+    virtual ~PlottedByOther() = default;
+
+    virtual QWidget* widget() = 0; ///< Owned by this.
+    virtual void addCurve(const QVector<QPointF>& points, const QPen& pen) = 0;
+    virtual void setTimeWindow(double from, double to) = 0; ///< Drawn by the event loop.
+};
+
+/// Null where the library was missing when this was built. Lines are antialiased where asked for.
+std::unique_ptr<PlottedByOther> plottedByQwt(bool antialiased);
+std::unique_ptr<PlottedByOther> plottedByCharts();

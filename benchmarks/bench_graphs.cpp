@@ -1,0 +1,413 @@
+// What graphs cost: a refresh against the bare plot library and two others, a value on its way in,
+// very many senders, and a panel full of graphs.
+
+#include "benchmarks/PlottedByOthers.h"
+#include "devices/GraphSettingsDevice.h"
+#include "devices/OutputGraphDevice.h"
+#include "widgets/GraphOutputWidget.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QDateTime>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QGridLayout>
+#include <QTabWidget>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <ctime>
+#include <memory>
+#include <vector>
+
+namespace {
+
+double secondsNow()
+{
+    return double(QDateTime::currentMSecsSinceEpoch()) * 0.001;
+}
+
+double residentMegabytes()
+{
+    QFile file("/proc/self/statm");
+    file.open(QIODevice::ReadOnly);
+    return file.readAll().split(' ').value(1).toDouble() * 4096 / 1e6;
+}
+
+/// A time graph with its widget, initialised.
+class Graph
+{
+public:
+    explicit Graph(const QMap<QString, QString>& params = {})
+    {
+        for (auto param = params.cbegin(); param != params.cend(); ++param) {
+            m_device.setParam(param.key(), param.value());
+        }
+        m_device.setObjectName("graph");
+        m_device.setRunning(m_device.initialise());
+        m_widget.reset(static_cast<GraphOutputWidget*>(m_device.createWidget()));
+        m_widget->initialise();
+    }
+
+    OutputGraphDevice& device() { return m_device; }
+    GraphOutputWidget& widget() { return *m_widget; }
+    QCustomPlot* plot() { return m_widget->findChild<QCustomPlot*>(); }
+
+    void feedFrom(GraphSettingsDevice& sender)
+    {
+        QObject::connect(&sender, SIGNAL(output(double)), &m_device, SLOT(input(double)));
+    }
+
+private:
+    OutputGraphDevice m_device;
+    std::unique_ptr<GraphOutputWidget> m_widget;
+};
+
+// --- A refresh ----------------------------------------------------------------------------------
+
+constexpr int kCurves = 10;
+constexpr int kPointsOfACurve = 10000;
+constexpr double kWindowSeconds = 100;
+constexpr QSize kPlotSize(800, 400);
+
+QVector<QPointF> curvePoints(int curve, double end)
+{
+    QVector<QPointF> points(kPointsOfACurve);
+    for (int i = 0; i < points.size(); ++i) {
+        const double noise = 0.1 * std::sin(i * 12.9898 + curve) * std::sin(i * 78.233);
+        points[i] = {end - kWindowSeconds + i * kWindowSeconds / kPointsOfACurve,
+                     0.8 * std::sin(i * 0.002 + curve) + noise};
+    }
+    return points;
+}
+
+/// The same curves as ours draws, in a plot of the library's own that does nothing but that.
+class BarePlot : public PlottedByOther
+{
+public:
+    explicit BarePlot(QCustomPlot& model) : m_model(model)
+    {
+        m_plot.setAntialiasedElements(QCP::aeAll);
+        m_plot.xAxis->setTicker(QSharedPointer<QCPAxisTickerDateTime>::create());
+        m_plot.xAxis->grid()->setPen(model.xAxis->grid()->pen());
+        m_plot.yAxis->grid()->setPen(model.yAxis->grid()->pen());
+        m_plot.legend->setVisible(true);
+    }
+
+    QWidget* widget() override { return &m_plot; }
+
+    void addCurve(const QVector<QPointF>& points, const QPen& pen) override
+    {
+        QCPGraph* const graph = m_plot.addGraph();
+        graph->setPen(pen);
+        graph->setName(m_model.graph(m_plot.graphCount() - 1)->name());
+        for (const QPointF& point : points) {
+            graph->addData(point.x(), point.y());
+        }
+    }
+
+    void setTimeWindow(double from, double to) override
+    {
+        m_plot.yAxis->setRange(m_model.yAxis->range());
+        m_plot.xAxis->setRange(from, to);
+        m_plot.replot(QCustomPlot::rpQueuedReplot);
+    }
+
+private:
+    QCustomPlot m_plot;
+    QCustomPlot& m_model;
+};
+
+/// Shows it with a plot of the common size and lets everything settle.
+void show(QWidget& window, const QWidget& plot)
+{
+    window.resize(kPlotSize);
+    window.show();
+    QApplication::processEvents();
+    window.resize(window.size() + kPlotSize - plot.size());
+    for (int i = 0; i < 10; ++i) {
+        QApplication::processEvents();
+    }
+}
+
+/// The median of the processor time that 15 frames cost each, turn and turn about, in milliseconds.
+template <class Ours, class Other>
+std::pair<double, double> medianFrames(Ours ours, Other other)
+{
+    constexpr int frames = 15;
+    const auto milliseconds = [](auto& frame) {
+        const std::clock_t start = std::clock();
+        frame();
+        return 1000.0 * double(std::clock() - start) / CLOCKS_PER_SEC;
+    };
+    std::vector<double> oursTimes;
+    std::vector<double> otherTimes;
+    for (int i = 0; i < frames; ++i) {
+        oursTimes.push_back(milliseconds(ours));
+        otherTimes.push_back(milliseconds(other));
+    }
+    std::sort(oursTimes.begin(), oursTimes.end());
+    std::sort(otherTimes.begin(), otherTimes.end());
+    return {oursTimes[frames / 2], otherTimes[frames / 2]};
+}
+
+/// A refresh of ours against the other's: at most 1.1 times the bare plot's, 0.6 times Qwt's, 0.1
+/// times Qt Charts'.
+template <class MakeOther>
+void refresh(benchmark::State& state, MakeOther makeOther)
+{
+    Graph graph({{"widget/timePeriod", QString::number(int(kWindowSeconds))}});
+    const std::unique_ptr<PlottedByOther> other = makeOther(*graph.plot());
+    if (!other) {
+        state.SkipWithError("left out: the library was not there when this was built");
+        return;
+    }
+    const double now = secondsNow();
+    for (int i = 0; i < kCurves; ++i) {
+        const QVector<QPointF> points = curvePoints(i, now);
+        for (const QPointF& point : points) {
+            graph.widget().input(point.y(), QString("sender %1").arg(i), point.x());
+        }
+        other->addCurve(points, graph.plot()->graph(i)->pen());
+    }
+    show(graph.widget(), *graph.plot());
+    show(*other->widget(), *other->widget());
+
+    // A frame is over when the queued drawing and the painting that it asks for are done.
+    const auto drawAll = [] {
+        QApplication::processEvents();
+        QApplication::processEvents();
+    };
+    for (auto _ : state) {
+        const auto [ours, others] = medianFrames(
+            [&] {
+                QMetaObject::invokeMethod(&graph.widget(), "updateGraph");
+                drawAll();
+            },
+            [&] {
+                const double end = secondsNow();
+                other->setTimeWindow(end - kWindowSeconds, end);
+                drawAll();
+            });
+        state.SetIterationTime(ours / 1000);
+        state.counters["ours_ms"] = ours;
+        state.counters["other_ms"] = others;
+        state.counters["ratio"] = ours / others;
+    }
+}
+
+void refreshAgainstBarePlot(benchmark::State& state)
+{
+    refresh(state, [](QCustomPlot& model) { return std::make_unique<BarePlot>(model); });
+}
+
+void refreshAgainstQwt(benchmark::State& state, bool antialiased)
+{
+    refresh(state, [&](QCustomPlot&) { return plottedByQwt(antialiased); });
+}
+
+void refreshAgainstCharts(benchmark::State& state)
+{
+    refresh(state, [](QCustomPlot&) { return plottedByCharts(); });
+}
+
+// --- A value ------------------------------------------------------------------------------------
+
+/// Hands a device's points on to the widget at a time of its own.
+class Clock : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Clock(Graph& graph) : m_widget(graph.widget())
+    {
+        QObject::disconnect(&graph.device(), nullptr, &m_widget, nullptr);
+        QObject::connect(&graph.device(), SIGNAL(output(double, QString, double)), this,
+                         SLOT(input(double, QString, double)));
+    }
+
+    double now = 1.7e9;
+
+public slots:
+    void input(double value, QString sender, double) { m_widget.input(value, sender, now); }
+
+private:
+    GraphOutputWidget& m_widget;
+};
+
+/// Ten senders at 1 kHz for ten minutes, 10 s of them on view. At most 1.5 us a value, from the
+/// first minute to the last, and no more memory than after the first two windows.
+void valueIntoAGraph(benchmark::State& state)
+{
+    constexpr int senders = 10;
+    constexpr int perSecond = 1000;
+    constexpr int minutes = 10;
+    Graph graph;
+    Clock clock(graph);
+    std::vector<std::unique_ptr<GraphSettingsDevice>> sources;
+    for (int i = 0; i < senders; ++i) {
+        sources.push_back(std::make_unique<GraphSettingsDevice>());
+        sources.back()->setObjectName(QString("sender %1").arg(i));
+        graph.feedFrom(*sources.back());
+    }
+    const auto passSeconds = [&](int seconds) {
+        const auto start = std::chrono::steady_clock::now();
+        for (int i = 0; i < seconds * perSecond; ++i) {
+            for (const auto& source : sources) {
+                source->input(0.001 * (i % 777));
+            }
+            clock.now += 1.0 / perSecond;
+        }
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    };
+    for (auto _ : state) {
+        passSeconds(20);
+        const double memory = residentMegabytes();
+        double total = 0;
+        double slowest = 0;
+        double quickest = 1e9;
+        for (int minute = 0; minute < minutes; ++minute) {
+            const double seconds = passSeconds(60);
+            total += seconds;
+            slowest = std::max(slowest, seconds);
+            quickest = std::min(quickest, seconds);
+        }
+        state.SetIterationTime(total);
+        constexpr double ofAMinute = 1e9 / (60.0 * perSecond * senders);
+        state.counters["ns_per_value"] = total * ofAMinute / minutes;
+        state.counters["slowest_minute_ns"] = slowest * ofAMinute;
+        state.counters["quickest_minute_ns"] = quickest * ofAMinute;
+        state.counters["more_MB"] = residentMegabytes() - memory;
+    }
+}
+
+/// Memory stays with the plot for each sender ever seen; nothing else happens.
+void distinctSenders(benchmark::State& state)
+{
+    const int count = int(state.range(0));
+    for (auto _ : state) {
+        const double memory = residentMegabytes();
+        auto graph = std::make_unique<Graph>();
+        for (int i = 0; i < count; ++i) {
+            graph->widget().input(i, QString::number(i), 1.7e9);
+        }
+        state.counters["kB_per_sender"] = (residentMegabytes() - memory) * 1000 / count;
+        if (graph->plot()->graphCount() != count) {
+            state.SkipWithError("senders were lost");
+        }
+    }
+}
+
+// --- A panel full of graphs ---------------------------------------------------------------------
+
+/// 12 graphs of 4 curves at 100 Hz, 1920 x 1080 in all: under 60 % of one core while on view, and
+/// little more than nothing on a tab that is not shown.
+void panelOfGraphs(benchmark::State& state, bool onView)
+{
+    constexpr int columns = 4;
+    constexpr int rows = 3;
+    constexpr int senders = 4;
+    std::vector<std::unique_ptr<Graph>> graphs;
+    std::vector<std::unique_ptr<GraphSettingsDevice>> sources;
+    auto* const page = new QWidget;
+    auto* const grid = new QGridLayout(page);
+    for (int i = 0; i < senders; ++i) {
+        sources.push_back(std::make_unique<GraphSettingsDevice>());
+        sources.back()->setObjectName(QString("sender %1").arg(i));
+    }
+    const auto value = [](int sender, double time) { return std::sin(time * 3 + sender); };
+    const double now = secondsNow();
+    for (int i = 0; i < columns * rows; ++i) {
+        graphs.push_back(std::make_unique<Graph>());
+        grid->addWidget(&graphs.back()->widget(), i / columns, i % columns);
+        for (int sender = 0; sender < senders; ++sender) {
+            graphs.back()->feedFrom(*sources[sender]);
+            for (double time = now - 10; time < now; time += 0.01) {
+                graphs.back()->widget().input(value(sender, time), sources[sender]->objectName(),
+                                              time);
+            }
+        }
+    }
+    QTabWidget tabs;
+    tabs.addTab(page, "graphs");
+    tabs.addTab(new QWidget, "other");
+    tabs.setCurrentIndex(onView ? 0 : 1);
+    tabs.resize(1920, 1080);
+    tabs.show();
+
+    QTimer feed;
+    QObject::connect(&feed, &QTimer::timeout, [&] {
+        const double time = secondsNow();
+        for (int sender = 0; sender < senders; ++sender) {
+            sources[sender]->input(value(sender, time));
+        }
+    });
+    feed.setTimerType(Qt::PreciseTimer);
+    feed.start(10);
+
+    int drawn = 0;
+    for (const auto& graph : graphs) {
+        QObject::connect(graph->plot(), &QCustomPlot::afterReplot, [&] { ++drawn; });
+    }
+    const auto run = [](int milliseconds) {
+        QEventLoop loop;
+        QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+        loop.exec();
+    };
+    run(1000);
+    for (auto _ : state) {
+        drawn = 0;
+        QElapsedTimer wall;
+        wall.start();
+        const std::clock_t before = std::clock();
+        run(6000);
+        const double cpu = double(std::clock() - before) / CLOCKS_PER_SEC;
+        const double seconds = wall.elapsed() / 1000.0;
+        state.SetIterationTime(cpu);
+        state.counters["percent_of_a_core"] = 100 * cpu / seconds;
+        state.counters["drawings_per_s"] = drawn / seconds;
+    }
+    for (const auto& graph : graphs) {
+        graph->widget().setParent(nullptr); // its own owner deletes it
+    }
+}
+
+void measuredOften(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->UseManualTime()->Iterations(1)->Repetitions(5)->ReportAggregatesOnly();
+    benchmark->Unit(benchmark::kMillisecond);
+}
+
+} // namespace
+
+BENCHMARK(refreshAgainstBarePlot)->Apply(measuredOften);
+BENCHMARK_CAPTURE(refreshAgainstQwt, antialiased_as_ours, true)->Apply(measuredOften);
+BENCHMARK_CAPTURE(refreshAgainstQwt, as_it_comes, false)->Apply(measuredOften);
+BENCHMARK(refreshAgainstCharts)->Apply(measuredOften);
+BENCHMARK(valueIntoAGraph)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(distinctSenders)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Iterations(1)
+    ->Unit(benchmark::kSecond);
+BENCHMARK_CAPTURE(panelOfGraphs, on_view, true)->UseManualTime()->Iterations(1);
+BENCHMARK_CAPTURE(panelOfGraphs, on_another_tab, false)->UseManualTime()->Iterations(1);
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) {
+        if (!text.contains("propagateSizeHints")) { // told by the platform for each window
+            fprintf(stderr, "%s\n", qPrintable(text));
+        }
+    });
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}
+
+#include "bench_graphs.moc"
