@@ -4,18 +4,18 @@
 
 LumenoBarDevice::LumenoBarDevice()
 {
-    addParam("widget/name", "", {}, true, {});
-    addParam("widget/units", "", {}, true, {});
-    addParam("widget/fontSize", "15", {}, true, {});
-    addParam("widget/barWidth", "8", {}, true, {});
+    addParam(kName, "");
+    addParam(kUnits, "");
+    addParam(kFontSize, "15");
+    addParam(kBarWidth, "8");
 }
 
 bool LumenoBarDevice::initialise()
 {
-    m_name = QString(getParam("widget/name"));
-    m_units = QString(getParam("widget/units"));
-    m_fontSize = getParam("widget/fontSize");
-    m_barWidth = getParam("widget/barWidth");
+    m_name = getParam(kName).value();
+    m_units = getParam(kUnits).value();
+    m_fontSize = getParam(kFontSize);
+    m_barWidth = getParam(kBarWidth);
     setDescription(m_name + " bar");
     return true;
 }

@@ -8,6 +8,11 @@ class LumenoBarDevice : public OutputBarDevice
     Q_OBJECT
 
 public:
+    static constexpr char kName[] = "widget/name";
+    static constexpr char kUnits[] = "widget/units";
+    static constexpr char kFontSize[] = "widget/fontSize";
+    static constexpr char kBarWidth[] = "widget/barWidth";
+
     LumenoBarDevice();
 
     bool initialise() override; ///< Always usable, whatever the parameters say.

@@ -4,15 +4,15 @@
 
 OutputBarDevice::OutputBarDevice()
 {
-    addParam("widget/minThreshold", "0", {}, true, {});
-    addParam("widget/maxThreshold", "1", {}, true, {});
-    addParam("widget/precision", "0", {}, true, {});
-    addParam("widget/minValue", "0", {}, true, {});
-    addParam("widget/maxValue", "1", {}, true, {});
-    addParam("widget/digitsStep", "0.5", {}, true, {});
-    addParam("widget/dashesStep", "0.1", {}, true, {});
-    addParam("widget/scaleHeight", "0.55", {}, true, {});
-    addParam("widget/arrowHeight", "0.45", {}, true, {});
+    addParam(kMinThreshold, "0");
+    addParam(kMaxThreshold, "1");
+    addParam(kPrecision, "0");
+    addParam(kMinValue, "0");
+    addParam(kMaxValue, "1");
+    addParam(kDigitsStep, "0.5");
+    addParam(kDashesStep, "0.1");
+    addParam(kScaleHeight, "0.55");
+    addParam(kArrowHeight, "0.45");
 }
 
 bool OutputBarDevice::initialise()

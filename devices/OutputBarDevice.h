@@ -8,6 +8,16 @@ class OutputBarDevice : public BaseGuiDevice
     Q_OBJECT
 
 public:
+    static constexpr char kMinThreshold[] = "widget/minThreshold";
+    static constexpr char kMaxThreshold[] = "widget/maxThreshold";
+    static constexpr char kPrecision[] = "widget/precision";
+    static constexpr char kMinValue[] = "widget/minValue";
+    static constexpr char kMaxValue[] = "widget/maxValue";
+    static constexpr char kDigitsStep[] = "widget/digitsStep";
+    static constexpr char kDashesStep[] = "widget/dashesStep";
+    static constexpr char kScaleHeight[] = "widget/scaleHeight";
+    static constexpr char kArrowHeight[] = "widget/arrowHeight";
+
     OutputBarDevice();
 
     bool initialise() override;

@@ -7,7 +7,9 @@
 #include "devices/IndicatorDevice.h"
 #include "devices/InputDevice.h"
 #include "devices/Label.h"
+#include "devices/LumenoBarDevice.h"
 #include "devices/MultilineDevice.h"
+#include "devices/OutputBarDevice.h"
 #include "devices/OutputDigitalDevice.h"
 #include "devices/OutputGraphDevice.h"
 #include "devices/OutputVector.h"
@@ -30,8 +32,10 @@ void NorvoGuiDevicesPluginInterface::registerDeviceType(DeviceManager& manager)
     manager.registerDeviceType<OutputDigitalDevice>("output_digital");
     manager.registerDeviceType<OutputGraphDevice>("output_graph");
     manager.registerDeviceType<GraphSettingsDevice>("graph_settings");
+    manager.registerDeviceType<OutputBarDevice>("output_bar");
     manager.registerDeviceType<PictureDevice>("picture");
     manager.registerDeviceType<MultilineDevice>("multiline");
+    manager.registerDeviceType<LumenoBarDevice>("output_lumeno");
     manager.registerDeviceType<CheckBoxDevice>("checkbox");
     manager.registerDeviceType<DropDownListDevice>("dropdownlist");
     manager.registerDeviceType<SliderDevice>("slider");

@@ -15,17 +15,13 @@ struct TimeAxis
     {
         return (time - now + GaugeHistory::kSpanSeconds) / GaugeHistory::kSpanSeconds * width;
     }
-    double time(double x) const
-    {
-        return x / width * GaugeHistory::kSpanSeconds - GaugeHistory::kSpanSeconds + now;
-    }
 };
 
 void appendPoint(QPolygonF& line, double x, double y)
 {
     constexpr double furthest = 1e6;
     if (!std::isnan(y)) {
-        line.append({x, qBound(-furthest, y, furthest)});
+        line.append({qBound(-furthest, x, furthest), qBound(-furthest, y, furthest)});
     }
 }
 
@@ -37,6 +33,11 @@ void GaugeHistory::insert(double time, double value)
         m_points.push_back({time, value});
         return;
     }
+    if (time == m_points.back().time) {
+        m_points.back().value = value;
+        return;
+    }
+    m_columns.clear();
     const auto at = std::lower_bound(m_points.begin(), m_points.end(), time,
                                      [](const Point& point, double t) { return point.time < t; });
     if (at->time == time) {
@@ -64,10 +65,21 @@ QPolygonF GaugeHistory::trace(double now, double width, const ValueAxis& axis) c
     return line;
 }
 
-/// Calls `sink` for the first, the smallest, the largest and the last point, each once, in the
-/// order of their times. Values that are no number are neither smallest nor largest.
-template <class Sink>
-void GaugeHistory::reduceColumn(Points::const_iterator first, Points::const_iterator end, Sink sink)
+double GaugeHistory::columnOf(const Point& point) const
+{
+    return std::floor(point.time / m_columnSeconds);
+}
+
+GaugeHistory::Points::const_iterator GaugeHistory::endOfColumn(double number) const
+{
+    return std::partition_point(m_points.cbegin(), m_points.cend(),
+                                [&](const Point& point) { return columnOf(point) <= number; });
+}
+
+/// The first, the smallest, the largest and the last point, each once, in the order of their times.
+/// Values that are no number are neither smallest nor largest.
+GaugeHistory::Column GaugeHistory::reduced(Points::const_iterator first,
+                                           Points::const_iterator end) const
 {
     auto smallest = first;
     auto largest = first;
@@ -79,29 +91,51 @@ void GaugeHistory::reduceColumn(Points::const_iterator first, Points::const_iter
             largest = point;
         }
     }
-    const auto inner = std::minmax(smallest, largest);
-    auto previous = end;
-    for (const auto& point : {first, inner.first, inner.second, end - 1}) {
-        if (point != previous) {
-            sink(*point);
-            previous = point;
+    Column column{columnOf(*first), {}};
+    const auto [earlier, later] = std::minmax(smallest, largest);
+    for (const auto& point : {first, earlier, later, end - 1}) {
+        if (column.points.isEmpty() || column.points.last().time != point->time) {
+            column.points.append(*point);
         }
+    }
+    return column;
+}
+
+void GaugeHistory::bringColumnsUpToDate()
+{
+    const double oldest = columnOf(m_points.front());
+    while (!m_columns.empty() && m_columns.front().number <= oldest) {
+        m_columns.pop_front();
+    }
+    if (!m_columns.empty()) {
+        m_columns.pop_back();
+    }
+    const auto endOfOldest = endOfColumn(oldest);
+    auto first = m_columns.empty() ? endOfOldest : endOfColumn(m_columns.back().number);
+    m_columns.push_front(reduced(m_points.cbegin(), endOfOldest));
+    while (first != m_points.cend()) {
+        const auto end = endOfColumn(columnOf(*first));
+        m_columns.push_back(reduced(first, end));
+        first = end;
     }
 }
 
-QPolygonF GaugeHistory::reducedTrace(double now, double width, const ValueAxis& axis) const
+QPolygonF GaugeHistory::reducedTrace(double now, double width, const ValueAxis& axis)
 {
-    const TimeAxis times{now, width};
     QPolygonF line;
-    auto first = m_points.cbegin();
-    while (first != m_points.cend()) {
-        const double columnEnd = times.time(std::floor(times.x(first->time)) + 1.0);
-        auto end = std::lower_bound(first + 1, m_points.cend(), columnEnd,
-                                    [](const Point& point, double t) { return point.time < t; });
-        reduceColumn(first, end, [&](const Point& point) {
+    if (m_points.empty()) {
+        return line;
+    }
+    if (m_columnSeconds != kSpanSeconds / width) {
+        m_columnSeconds = kSpanSeconds / width;
+        m_columns.clear();
+    }
+    bringColumnsUpToDate();
+    const TimeAxis times{now, width};
+    for (const Column& column : m_columns) {
+        for (const Point& point : column.points) {
             appendPoint(line, times.x(point.time), axis.y(point.value));
-        });
-        first = end;
+        }
     }
     return line;
 }

@@ -16,9 +16,8 @@ constexpr double kNearADigit = 0.01;
 /// The positions min, min + step, ... up to max.
 QVector<double> positions(const Scale& scale, double step, const GaugeHistory::ValueAxis& axis)
 {
-    const double pixels = (scale.max - scale.min) * axis.pixelsPerUnit;
-    const double count = (scale.max - scale.min) / step;
-    if (!(step > 0.0) || !std::isfinite(pixels) || !(count <= std::abs(pixels))) {
+    const double count = axis.range / step;
+    if (!(step > 0.0) || !(axis.range > 0.0) || !(count <= std::abs(axis.span))) {
         return {};
     }
     QVector<double> values;
@@ -56,7 +55,7 @@ double usedHeight(int widgetHeight, bool hasCaption)
 GaugeHistory::ValueAxis valueAxis(const Scale& scale, double height, int textHeight)
 {
     const double margin = 2.25 * textHeight;
-    return {height - margin, scale.min, (height - 2.0 * margin) / (scale.max - scale.min)};
+    return {height - margin, scale.min, scale.max - scale.min, height - 2.0 * margin};
 }
 
 QVector<Digit> digits(const Scale& scale, const GaugeHistory::ValueAxis& axis)

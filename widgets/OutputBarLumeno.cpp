@@ -1,7 +1,10 @@
 #include "widgets/OutputBarLumeno.h"
 
 #include "devices/LumenoBarDevice.h"
+#include "norvo/Truncation.h"
 #include "widgets/InnerControl.h"
+#include "widgets/Pixels.h"
+#include "widgets/ReadoutStyle.h"
 
 #include <QDateTime>
 #include <QPainter>
@@ -15,7 +18,7 @@ namespace {
 
 constexpr int kRefreshMs = 1000;
 constexpr int kLeastWidth = 80;
-constexpr int kMostDecimals = 100;
+constexpr int kLargestFont = 4096; ///< Pixels: beyond any screen.
 constexpr double kTraceWidth = 40.0;
 
 /// Seconds since the epoch; the fraction counts milliseconds.
@@ -23,6 +26,19 @@ double secondsSinceEpoch()
 {
     const qint64 ms = QDateTime::currentMSecsSinceEpoch();
     return double(ms / 1000) + double(ms % 1000) * 0.001;
+}
+
+QFont robotoFont(int pixelSize)
+{
+    QFont font("Roboto");
+    font.setPixelSize(qBound(1, pixelSize, kLargestFont));
+    return font;
+}
+
+/// In one line, whatever blanks and line feeds the text holds.
+void drawOneLine(QPainter& painter, const QRectF& box, const QString& text)
+{
+    painter.drawText(box, Qt::AlignLeft | Qt::TextSingleLine | Qt::TextDontClip, text);
 }
 
 } // namespace
@@ -39,15 +55,18 @@ void OutputBarLumeno::initialise()
     if (!bar) {
         return;
     }
-    m_precision = qMin(int(getParam("widget/precision")), kMostDecimals);
-    m_scale.digitsStep = getParam("widget/digitsStep");
-    m_scale.dashesStep = getParam("widget/dashesStep");
-    m_scale.min = getParam("widget/minValue");
-    m_scale.max = getParam("widget/maxValue");
-    m_fontSize = getParam("widget/fontSize");
-    m_barWidth = getParam("widget/barWidth");
-    m_name = QString(getParam("widget/name"));
-    m_units = QString(getParam("widget/units"));
+    m_precision = ReadoutStyle::decimals(getParam(LumenoBarDevice::kPrecision));
+    m_scale.digitsStep = getParam(LumenoBarDevice::kDigitsStep);
+    m_scale.dashesStep = getParam(LumenoBarDevice::kDashesStep);
+    m_scale.min = getParam(LumenoBarDevice::kMinValue);
+    m_scale.max = getParam(LumenoBarDevice::kMaxValue);
+    m_fontSize = getParam(LumenoBarDevice::kFontSize);
+    m_barWidth = getParam(LumenoBarDevice::kBarWidth);
+    m_name = getParam(LumenoBarDevice::kName).value();
+    m_units = getParam(LumenoBarDevice::kUnits).value();
+    m_textFont = robotoFont(m_fontSize);
+    m_valueFont = robotoFont(norvo::truncatedToInt(m_fontSize * 1.5));
+    m_valueFont.setBold(true);
     m_cache = QPixmap();
 
     connect(bar, SIGNAL(output(double)), this, SLOT(input(double)));
@@ -96,14 +115,7 @@ void OutputBarLumeno::update()
 GaugeHistory::ValueAxis OutputBarLumeno::valueAxis() const
 {
     return geometry::valueAxis(m_scale, geometry::usedHeight(height(), !m_name.isEmpty()),
-                               QFontMetrics(textFont()).height());
-}
-
-QFont OutputBarLumeno::textFont() const
-{
-    QFont font("Roboto");
-    font.setPixelSize(m_fontSize);
-    return font;
+                               QFontMetrics(m_textFont).height());
 }
 
 QString OutputBarLumeno::numberText(double value) const
@@ -113,43 +125,45 @@ QString OutputBarLumeno::numberText(double value) const
 
 void OutputBarLumeno::drawScale(QPainter& painter) const
 {
-    const QFontMetrics metrics(textFont());
+    const QFontMetrics metrics(m_textFont);
     const GaugeHistory::ValueAxis axis = valueAxis();
     const int barWidth = geometry::scaledBarWidth(m_barWidth);
     const double usedHeight = geometry::usedHeight(height(), !m_name.isEmpty());
 
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(width() * 0.5, 0.0);
-    painter.setFont(textFont());
+    painter.setFont(m_textFont);
     painter.setPen(m_textColor);
     painter.drawLines(geometry::shortDashes(m_scale, axis, barWidth));
     const auto digits = geometry::digits(m_scale, axis);
     for (const geometry::Digit& digit : digits) {
         const QString text = (digit.value >= 0.0 ? " " : "") + numberText(digit.value);
-        painter.drawText(geometry::digitBox(digit.y, barWidth, metrics.horizontalAdvance(text),
-                                            metrics.height()),
-                         text, QTextOption());
+        drawOneLine(painter,
+                    geometry::digitBox(digit.y, barWidth, metrics.horizontalAdvance(text),
+                                       metrics.height()),
+                    text);
         painter.drawLine(geometry::longDash(digit.y, barWidth));
     }
     const QStringList lines = geometry::captionLines(m_name);
     for (int i = 0; i < lines.size(); ++i) {
-        painter.drawText(geometry::captionBox(i, lines.size(), usedHeight,
-                                              metrics.horizontalAdvance(lines[i]),
-                                              metrics.height()),
-                         lines[i], QTextOption());
+        const QString line = QString(lines[i]).replace('\n', ' ');
+        drawOneLine(painter,
+                    geometry::captionBox(i, lines.size(), usedHeight,
+                                         metrics.horizontalAdvance(line), metrics.height()),
+                    line);
     }
     painter.translate(-width() * 0.5, 0.0);
 }
 
-void OutputBarLumeno::drawCachedScale(QPainter& painter)
+void OutputBarLumeno::drawScalePixmap(QPainter& painter, int pixelScale)
 {
-    const QSize wanted = size() * devicePixelRatioF();
-    if (m_cache.size() != wanted || m_cache.devicePixelRatioF() != devicePixelRatioF()) {
+    const QSize wanted = size() * pixelScale;
+    if (!m_cached || m_cache.size() != wanted || m_cache.devicePixelRatioF() != pixelScale) {
         m_cache = QPixmap(wanted);
-        m_cache.setDevicePixelRatio(devicePixelRatioF());
+        m_cache.setDevicePixelRatio(pixelScale);
         m_cache.fill(Qt::transparent);
-        QPainter cachePainter(&m_cache);
-        drawScale(cachePainter);
+        QPainter pixmapPainter(&m_cache);
+        drawScale(pixmapPainter);
     }
     painter.drawPixmap(0, 0, m_cache);
 }
@@ -163,10 +177,7 @@ void OutputBarLumeno::drawBar(QPainter& painter, int valueTextHeight) const
 
 void OutputBarLumeno::drawValue(QPainter& painter) const
 {
-    QFont valueFont = textFont();
-    valueFont.setBold(true);
-    valueFont.setPixelSize(int(m_fontSize * 1.5));
-    const QFontMetrics valueMetrics(valueFont);
+    const QFontMetrics valueMetrics(m_valueFont);
     if (!m_history.isEmpty()) {
         drawBar(painter, valueMetrics.height());
     }
@@ -174,19 +185,19 @@ void OutputBarLumeno::drawValue(QPainter& painter) const
     const QString text = m_history.isEmpty() ? "-" : numberText(m_history.latestValue());
     const int width = valueMetrics.horizontalAdvance(text);
     painter.setPen(m_accentColor);
-    painter.setFont(valueFont);
-    painter.drawText(geometry::valueBox(width, valueMetrics.height()), text, QTextOption());
+    painter.setFont(m_valueFont);
+    drawOneLine(painter, geometry::valueBox(width, valueMetrics.height()), text);
 
-    const QFontMetrics unitsMetrics(textFont());
+    const QFontMetrics unitsMetrics(m_textFont);
     painter.setPen(m_textColor);
-    painter.setFont(textFont());
-    painter.drawText(geometry::unitsBox(width, valueMetrics.height(),
-                                        unitsMetrics.horizontalAdvance(m_units),
-                                        unitsMetrics.height()),
-                     m_units, QTextOption());
+    painter.setFont(m_textFont);
+    drawOneLine(painter,
+                geometry::unitsBox(width, valueMetrics.height(),
+                                   unitsMetrics.horizontalAdvance(m_units), unitsMetrics.height()),
+                m_units);
 }
 
-void OutputBarLumeno::drawTrace(QPainter& painter) const
+void OutputBarLumeno::drawTrace(QPainter& painter)
 {
     if (m_history.size() < 2) {
         return;
@@ -207,8 +218,9 @@ void OutputBarLumeno::paintEvent(QPaintEvent*)
     setMinimumWidth(kLeastWidth);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (m_cached) {
-        drawCachedScale(painter);
+    const int pixelScale = wholePixelScale(painter);
+    if (pixelScale > 0) {
+        drawScalePixmap(painter, pixelScale);
     } else {
         drawScale(painter);
     }

@@ -4,6 +4,7 @@
 #include "widgets/LumenoGeometry.h"
 
 #include <QColor>
+#include <QFont>
 #include <QPixmap>
 
 class QTimer;
@@ -12,9 +13,10 @@ class QTimer;
 /// bar a trace of the last ten seconds.
 ///
 /// Scale and caption are drawn once into a pixmap and shown from there until size, parameters or
-/// text colour change. The trace is reduced to what its 40 pixels can show. A scale whose steps are
-/// no positive numbers, or whose marks would outnumber its pixels, is not drawn, nor is one whose
-/// ends are equal; a bar or trace at no number is not drawn. A font size below 1 draws nothing.
+/// text colour change; where the picture is scaled by no whole number they are drawn each time. The
+/// trace is reduced to what its 40 pixels can show. A scale whose steps are no positive numbers, or
+/// whose marks would outnumber its pixels, is not drawn, nor is one whose ends are equal; a bar or
+/// trace at no number is not drawn. A font size below 1 draws nothing.
 class OutputBarLumeno : public BaseWidget
 {
     Q_OBJECT
@@ -25,8 +27,12 @@ public:
     void initialise() override;
     void deinitialise() override; ///< Stops the refreshing; the initialised flag stays set.
 
-    /// False: everything is drawn anew at each paint. The picture is the same.
+    /// False: the pixmap and the whole trace are drawn anew at each paint. The picture is the same.
     void setCached(bool cached) { m_cached = cached; }
+
+    /// Draws scale and caption as they stand in the widget. Through the pixmap, pixels that a line
+    /// or letter covers in part come out at most one level of 255 different, from rounding twice.
+    void drawScale(QPainter& painter) const;
 
 public slots:
     void input(double value);
@@ -37,19 +43,19 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void drawScale(QPainter& painter) const;
-    void drawCachedScale(QPainter& painter);
+    void drawScalePixmap(QPainter& painter, int pixelScale);
     void drawBar(QPainter& painter, int valueTextHeight) const;
     void drawValue(QPainter& painter) const;
-    void drawTrace(QPainter& painter) const;
+    void drawTrace(QPainter& painter);
     GaugeHistory::ValueAxis valueAxis() const;
-    QFont textFont() const;
     QString numberText(double value) const;
 
     norvo::lumeno::Scale m_scale;
     int m_precision = 0;
     int m_fontSize = 0; ///< Pixels.
     int m_barWidth = 0; ///< Pixels.
+    QFont m_textFont;
+    QFont m_valueFont;
     QTimer* m_refreshTimer = nullptr;
     QColor m_accentColor;
     QColor m_textColor;

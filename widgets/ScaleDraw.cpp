@@ -1,5 +1,6 @@
 #include "widgets/ScaleDraw.h"
 
+#include "norvo/Truncation.h"
 #include "widgets/Pixels.h"
 #include "widgets/TextHelper.h"
 
@@ -13,9 +14,20 @@ constexpr int kMarginDashes = 2;
 constexpr double kShortTickShare = 0.4;
 constexpr double kLongTickShare = 0.6;
 constexpr double kTickTopShare = 0.07;
-constexpr int kMostDecimals = 100;
 
-/// How many ticks that is; 0 for a count that cannot be drawn on so many pixels.
+/// How many ticks a range has with `more` than its own; 0 for steps that lead nowhere.
+double tickCount(double range, double step, int more)
+{
+    return step > 0.0 ? std::ceil(range / step + more) : 0.0;
+}
+
+/// From tick to tick; 0 where there are less than two, or so many that it comes to nothing.
+double pixelStep(double length, double count)
+{
+    return count > 1.0 ? length / (count - 1.0) : 0.0;
+}
+
+/// How many ticks are drawn: all, or none where they would outnumber the pixels.
 int drawableCount(double count, int pixels)
 {
     return count >= 1.0 && count <= pixels ? int(count) : 0;
@@ -68,18 +80,16 @@ void ScaleDraw::calcRanges()
 {
     const int width = m_region.width();
     m_range = std::abs(m_max - m_min);
-    const bool hasDashes = m_dashesStep > 0.0;
-    const bool hasDigits = m_digitsStep > 0.0;
-    const double dashes = std::ceil(m_range / m_dashesStep + 2 * kMarginDashes + 1);
-    m_dashCount = hasDashes ? drawableCount(dashes, width) : 0;
-    m_dashPixelStep = m_dashCount > 1 ? double(width) / (m_dashCount - 1) : 0.0;
+    const double dashes = tickCount(m_range, m_dashesStep, 2 * kMarginDashes + 1);
+    m_dashCount = drawableCount(dashes, width);
+    m_dashPixelStep = pixelStep(width, dashes);
 
     m_startX = m_region.left() + kMarginDashes * m_dashPixelStep;
     m_pixelLength = width - 2 * kMarginDashes * m_dashPixelStep;
 
-    const double digits = std::ceil(m_range / m_digitsStep + 1);
-    m_digitCount = hasDigits ? drawableCount(digits, width) : 0;
-    m_digitPixelStep = m_digitCount > 1 ? m_pixelLength / (m_digitCount - 1) : 0.0;
+    const double digits = tickCount(m_range, m_digitsStep, 1);
+    m_digitCount = drawableCount(digits, width);
+    m_digitPixelStep = pixelStep(m_pixelLength, digits);
 }
 
 QRect ScaleDraw::greenZone() const
@@ -165,7 +175,7 @@ void ScaleDraw::drawText(QPainter& painter) const
 {
     painter.setPen(m_tickPen);
     painter.setFont(m_font);
-    const int decimals = int(qBound(-1.0, m_precision, double(kMostDecimals)));
+    const int decimals = norvo::truncatedToInt(m_precision);
     double value = m_min;
     for (int j = 0; j < m_digitCount; ++j) {
         const QString text = TextHelper::doubleToStr(value, decimals);

@@ -13,8 +13,8 @@ class QPainter;
 ///
 /// The short ticks run over the whole region, two of them beyond the scale at either end; the long
 /// ones run over the scale alone. Steps that are no positive number, or so small that the ticks
-/// would outnumber the pixels, leave their ticks away; without short ticks the scale fills the
-/// region. A range of 0 has no green zone and a single number, at the scale's start.
+/// would outnumber the pixels, leave their ticks away; without steps for short ticks the scale
+/// fills the region. A range of 0 has no green zone and a single number, at the scale's start.
 class ScaleDraw
 {
 public:

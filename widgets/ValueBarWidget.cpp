@@ -2,6 +2,7 @@
 
 #include "devices/OutputBarDevice.h"
 #include "widgets/InnerControl.h"
+#include "widgets/Pixels.h"
 #include "widgets/ValueBarGeometry.h"
 
 #include <QPainter>
@@ -31,18 +32,19 @@ void ValueBarWidget::initialise()
     if (!bar) {
         return;
     }
-    m_minValue = getParam("widget/minValue");
-    m_maxValue = getParam("widget/maxValue");
-    m_scaleHeight = clampedShare(getParam("widget/scaleHeight"));
-    m_arrowHeight = clampedShare(getParam("widget/arrowHeight"));
+    m_minValue = getParam(OutputBarDevice::kMinValue);
+    m_maxValue = getParam(OutputBarDevice::kMaxValue);
+    m_scaleHeight = clampedShare(getParam(OutputBarDevice::kScaleHeight));
+    m_arrowHeight = clampedShare(getParam(OutputBarDevice::kArrowHeight));
 
     connect(bar, SIGNAL(output(double)), this, SLOT(input(double)));
     setUpdatesEnabled(true);
 
-    m_scale =
-        std::make_unique<ScaleDraw>(m_minValue, m_maxValue, getParam("widget/digitsStep"),
-                                    getParam("widget/dashesStep"), getParam("widget/precision"));
-    SetThreshold(getParam("widget/minThreshold"), getParam("widget/maxThreshold"));
+    m_scale = std::make_unique<ScaleDraw>(
+        m_minValue, m_maxValue, getParam(OutputBarDevice::kDigitsStep),
+        getParam(OutputBarDevice::kDashesStep), getParam(OutputBarDevice::kPrecision));
+    SetThreshold(getParam(OutputBarDevice::kMinThreshold),
+                 getParam(OutputBarDevice::kMaxThreshold));
     m_maskDirty = true;
     setInitialised(true);
     input(0.0);
@@ -97,7 +99,9 @@ void ValueBarWidget::updateMask()
 
 void ValueBarWidget::updateScale(QPainter& painter)
 {
-    drawPanel(painter, m_maskRegion);
+    if (m_scale) {
+        drawPanel(painter, m_maskRegion);
+    }
 }
 
 void ValueBarWidget::drawPanel(QPainter& painter, const QRegion& clip)
@@ -112,19 +116,19 @@ void ValueBarWidget::drawPanel(QPainter& painter, const QRegion& clip)
     m_scale->draw(painter);
 }
 
-void ValueBarWidget::renderCache()
+void ValueBarWidget::renderCache(int pixelScale)
 {
-    m_cache = QPixmap(size() * devicePixelRatioF());
-    m_cache.setDevicePixelRatio(devicePixelRatioF());
+    m_cache = QPixmap(size() * pixelScale);
+    m_cache.setDevicePixelRatio(pixelScale);
     m_cache.fill(Qt::black);
     QPainter painter(&m_cache);
     drawPanel(painter, m_maskRegion);
 }
 
-void ValueBarWidget::drawCachedPanel(QPainter& painter)
+void ValueBarWidget::drawCachedPanel(QPainter& painter, int pixelScale)
 {
-    if (m_cache.isNull() || m_cache.devicePixelRatioF() != devicePixelRatioF()) {
-        renderCache();
+    if (m_cache.isNull() || m_cache.devicePixelRatioF() != pixelScale) {
+        renderCache(pixelScale);
     }
     const QRegion corners = m_maskRegion & geometry::corners(size());
     painter.setClipRegion(m_maskRegion - corners);
@@ -163,8 +167,9 @@ void ValueBarWidget::paintEvent(QPaintEvent*)
     }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (m_cached) {
-        drawCachedPanel(painter);
+    const int pixelScale = wholePixelScale(painter);
+    if (m_cached && pixelScale > 0) {
+        drawCachedPanel(painter, pixelScale);
     } else {
         updateScale(painter);
     }

@@ -12,8 +12,8 @@
 ///
 /// Panel and scale are drawn once into a pixmap and shown from there until the size or the scale
 /// changes; only the panel's corners, whose edges blend with what lies behind the widget, are drawn
-/// each time. A pointer beyond the scale is clipped by the panel; one at no number or at an
-/// infinity is not drawn.
+/// each time. Where the picture is scaled by no whole number, all is drawn each time. A pointer
+/// beyond the scale is clipped by the panel; one at no number or at an infinity is not drawn.
 class ValueBarWidget : public BaseWidget
 {
     Q_OBJECT
@@ -27,8 +27,9 @@ public:
 
     void SetThreshold(double low, double high);    ///< The green zone; ignored without a scale.
     void customHeight(double scaleHeight, double); ///< Clamped to 0...1; the second is ignored.
-    void updateScale(QPainter& painter);           ///< Draws panel and scale, clipped to the panel.
-    void updateMask();                             ///< Makes the mask of the panel anew.
+    /// Draws panel and scale, clipped to the mask; nothing without a scale.
+    void updateScale(QPainter& painter);
+    void updateMask(); ///< Makes the mask of the panel anew.
 
     /// False: everything is drawn anew at each paint. The picture is the same.
     void setCached(bool cached) { m_cached = cached; }
@@ -42,8 +43,8 @@ protected:
 
 private:
     void drawPanel(QPainter& painter, const QRegion& clip);
-    void drawCachedPanel(QPainter& painter);
-    void renderCache();
+    void drawCachedPanel(QPainter& painter, int pixelScale);
+    void renderCache(int pixelScale);
     void drawPointer(QPainter& painter);
 
     double m_scaleHeight = 0.0;

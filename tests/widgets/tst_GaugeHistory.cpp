@@ -9,7 +9,7 @@ namespace {
 
 constexpr double kWidth = 40.0;
 constexpr double kNow = 1000.0;
-const GaugeHistory::ValueAxis kAxis{100.0, 0.0, 10.0};
+const GaugeHistory::ValueAxis kAxis{100.0, 0.0, 10.0, 100.0};
 
 /// `count` points of a wave over the last ten seconds.
 GaugeHistory wave(int count)
@@ -69,6 +69,7 @@ private slots:
     void reducedTraceHasFirstSmallestLargestAndLastOfAColumn();
     void reducedTraceHasAtMostFourPointsAColumn();
     void reducedTraceLooksLikeTheWholeOne();
+    void reducedTraceFollowsValuesThatComeAndGo();
     void shortTraceIsNotReduced();
     void pointsAtNoNumberAreLeftOut();
 };
@@ -150,7 +151,7 @@ void tst_GaugeHistory::reducedTraceHasFirstSmallestLargestAndLastOfAColumn()
 
 void tst_GaugeHistory::reducedTraceHasAtMostFourPointsAColumn()
 {
-    const GaugeHistory history = wave(100000);
+    GaugeHistory history = wave(100000);
     QCOMPARE(history.size(), 100000);
     const int points = history.reducedTrace(kNow, kWidth, kAxis).size();
     QVERIFY(points <= 4 * 42);
@@ -159,16 +160,48 @@ void tst_GaugeHistory::reducedTraceHasAtMostFourPointsAColumn()
 
 void tst_GaugeHistory::reducedTraceLooksLikeTheWholeOne()
 {
-    const GaugeHistory history = wave(300);
+    GaugeHistory history = wave(300);
     const QImage whole = drawn(history.trace(kNow, kWidth, kAxis));
     const QImage reduced = drawn(history.reducedTrace(kNow, kWidth, kAxis));
     QCOMPARE(inkMissing(whole, reduced), 0);
     QCOMPARE(inkMissing(reduced, whole), 0);
 }
 
+void tst_GaugeHistory::reducedTraceFollowsValuesThatComeAndGo()
+{
+    QRandomGenerator random(7);
+    GaugeHistory followed;
+    QMap<double, double> all;
+    double now = kNow;
+    for (int i = 0; i < 3000; ++i) {
+        const int step = random.bounded(5);
+        now += step == 4 ? 0.05 : step == 3 ? 0.0 : 0.001;
+        // Now and then the clock is set back, or a value replaces an earlier one.
+        const double time =
+            i % 500 == 499 ? all.keys().value(all.size() / 2) + (i & 512 ? 1e-4 : 0) : now;
+        const double value = random.bounded(100) * 0.1;
+        followed.insert(time, value);
+        all.insert(time, value);
+        if (i % 7 == 0) {
+            followed.prune(now);
+        }
+        if (i % 3 == 0) {
+            GaugeHistory fresh;
+            for (auto point = all.cbegin(); point != all.cend(); ++point) {
+                fresh.insert(point.key(), point.value());
+            }
+            fresh.prune(now);
+            followed.prune(now);
+            QCOMPARE(followed.size(), fresh.size());
+            QCOMPARE(followed.reducedTrace(now, kWidth, kAxis),
+                     fresh.reducedTrace(now, kWidth, kAxis));
+        }
+    }
+}
+
 void tst_GaugeHistory::shortTraceIsNotReduced()
 {
-    const GaugeHistory history = wave(20);
+    GaugeHistory history = wave(20);
     QCOMPARE(history.reducedTrace(kNow, kWidth, kAxis), history.trace(kNow, kWidth, kAxis));
 }
 

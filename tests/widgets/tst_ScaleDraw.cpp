@@ -37,6 +37,7 @@ private slots:
     void rangeOfZeroHasOneNumberAtTheStartAndNoGreenZone();
     void scaleThatCannotBeDrawnHasNoTicks_data();
     void scaleThatCannotBeDrawnHasNoTicks();
+    void ticksTooManyToDrawKeepTheScalesPlace();
     void reversedRangeHasTheSameTicks();
     void drawsItsColoursWhereTheGeometrySays();
     void drawingHugeValuesEnds();
@@ -158,8 +159,22 @@ void tst_ScaleDraw::scaleThatCannotBeDrawnHasNoTicks()
     double start = 0.0;
     double end = 0.0;
     scale.getValuePxRange(start, end);
-    QCOMPARE(start, 5.0);
-    QCOMPARE(end, 145.0);
+    QVERIFY(start >= 5.0 && start < 6.0);
+    QVERIFY(end <= 145.0 && end > 144.0);
+}
+
+void tst_ScaleDraw::ticksTooManyToDrawKeepTheScalesPlace()
+{
+    // 1 / 0.001 + 2 x 2 + 1 ticks have 1004 gaps; two of them lie before the scale.
+    ScaleDraw scale(0.0, 1.0, 0.5, 0.001, 0.0);
+    scale.setRegion(kRegion);
+    double start = 0.0;
+    double end = 0.0;
+    scale.getValuePxRange(start, end);
+    QCOMPARE(start, 5.0 + 2.0 * 140.0 / 1004.0);
+    QCOMPARE(end, 145.0 - 2.0 * 140.0 / 1004.0);
+    QCOMPARE(scale.dashCount(), 0);
+    QCOMPARE(scale.digitCount(), 3);
 }
 
 void tst_ScaleDraw::reversedRangeHasTheSameTicks()

@@ -12,6 +12,7 @@ class tst_TextHelper : public QObject
 private slots:
     void writesFixedPoint_data();
     void writesFixedPoint();
+    void hugePrecisionEndsWithTheNumber();
     void followsTheGlobalCppLocaleAlone();
 };
 
@@ -46,6 +47,12 @@ void tst_TextHelper::writesFixedPoint()
     QFETCH(int, precision);
 
     QTEST(TextHelper::doubleToStr(value, precision), "text");
+}
+
+void tst_TextHelper::hugePrecisionEndsWithTheNumber()
+{
+    const QString text = TextHelper::doubleToStr(0.5, std::numeric_limits<int>::max());
+    QCOMPARE(text, QString("0.5").leftJustified(2 + 1074, '0'));
 }
 
 void tst_TextHelper::followsTheGlobalCppLocaleAlone()

@@ -1,0 +1,370 @@
+#include "Declarations.h"
+#include "LumenoGauge.h"
+#include "MessageLog.h"
+
+#include <QtTest>
+
+namespace {
+
+/// `text` as the gauge draws it, in the same place of an empty picture.
+QImage drawnText(LumenoGauge& gauge, const QRectF& box, const QFont& font, const QColor& colour,
+                 const QString& text)
+{
+    QImage image(gauge.widget->size(), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(gauge.widget->width() * 0.5, 0.0);
+    painter.setFont(font);
+    painter.setPen(colour);
+    painter.drawText(box, text, QTextOption());
+    return image;
+}
+
+/// Whether the picture shows `text` in its box, but for rounding, and that there is any ink.
+bool shows(LumenoGauge& gauge, const QRectF& box, const QFont& font, const QColor& colour,
+           const QString& text)
+{
+    const QImage expected = drawnText(gauge, box, font, colour, text);
+    const QRect area =
+        box.translated(gauge.widget->width() * 0.5, 0.0).toAlignedRect() & expected.rect();
+    QImage empty(area.size(), QImage::Format_RGB32);
+    empty.fill(Qt::white);
+    return largestDifference(expected.copy(area), empty) > 100 &&
+           largestDifference(gauge.picture().copy(area), expected.copy(area)) <= 1;
+}
+
+double advance(const QFont& font, const QString& text)
+{
+    return QFontMetrics(font).horizontalAdvance(text);
+}
+
+} // namespace
+
+class tst_OutputBarLumeno : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void declaresItsSlots();
+    void incompatibleDeviceIsToldAndNothingIsDrawn();
+    void asksForItsRoom();
+    void defaultScaleHasLongDashesAtDigitsAndShortOnesBetween_data();
+    void defaultScaleHasLongDashesAtDigitsAndShortOnesBetween();
+    void digitsStandRightOfTheirDashes();
+    void negativeDigitsHaveNoLeadingBlank();
+    void noInputYetReadsDashWithoutBarAndTrace();
+    void oneInputHasValueAndBarButNoTrace_data();
+    void oneInputHasValueAndBarButNoTrace();
+    void barStopsBelowTheValuesText();
+    void unitsStandBesideTheValue();
+    void captionStandsAtTheBottom();
+    void captionTypedWithBackslashNHasTwoLines();
+    void realLineFeedDoesNotSplitTheCaption();
+    void emptyCaptionStretchesTheScaleBy15Percent();
+    void paletteChangeColoursTheScaleButNotTheAccent();
+    void fontSizeBelowOneDrawsNothing_data();
+    void fontSizeBelowOneDrawsNothing();
+    void wrongSettingsStillDrawTheValue_data();
+    void wrongSettingsStillDrawTheValue();
+};
+
+void tst_OutputBarLumeno::declaresItsSlots()
+{
+    QCOMPARE(methodTable(OutputBarLumeno::staticMetaObject),
+             QStringList({"slot input(double)", "slot update()"}));
+}
+
+void tst_OutputBarLumeno::incompatibleDeviceIsToldAndNothingIsDrawn()
+{
+    OutputBarDevice base;
+    OutputBarLumeno widget(&base, nullptr);
+    QCOMPARE(widget.minimumWidth(), 80);
+    MessageLog log;
+    widget.initialise();
+    QCOMPARE(log.take(),
+             QStringList("debug: OutputBarLumeno: Error! Attached to incompatible device"));
+    QVERIFY(!widget.isInitialised());
+    QVERIFY(!widget.findChild<QTimer*>());
+    widget.resize(120, 300);
+    widget.input(0.5);
+    QImage empty(widget.size(), QImage::Format_RGB32);
+    empty.fill(Qt::white);
+    QCOMPARE(pictureOf(widget, Qt::white), empty);
+}
+
+void tst_OutputBarLumeno::asksForItsRoom()
+{
+    LumenoGauge gauge;
+    QCOMPARE(gauge.widget->minimumSize(), QSize(70, 150));
+    QCOMPARE(gauge.widget->sizePolicy(),
+             QSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding));
+    gauge.picture();
+    QCOMPARE(gauge.widget->minimumSize(), QSize(80, 150));
+}
+
+void tst_OutputBarLumeno::defaultScaleHasLongDashesAtDigitsAndShortOnesBetween_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("90 x 200") << QSize(90, 200);
+    QTest::newRow("120 x 300") << QSize(120, 300);
+    QTest::newRow("240 x 600") << QSize(240, 600);
+}
+
+void tst_OutputBarLumeno::defaultScaleHasLongDashesAtDigitsAndShortOnesBetween()
+{
+    QFETCH(QSize, size);
+    LumenoGauge gauge({}, size);
+    const QImage image = gauge.picture();
+    const int top = int(gauge.y(1.0)) - 4;
+    const int bottom = int(gauge.y(0.0)) + 4;
+    // With a bar width of 8 the dashes reach from -5 to 3, the long ones to 6.
+    for (const int x : {-4, 2}) {
+        const QVector<double> all = marksDown(image, gauge.centre() + x, top, bottom);
+        QCOMPARE(all.size(), 11);
+        for (int i = 0; i < 11; ++i) {
+            QVERIFY(qAbs(all[i] - gauge.y(1.0 - i * 0.1)) < 1.5);
+        }
+    }
+    const QVector<double> digits = marksDown(image, gauge.centre() + 5, top, bottom);
+    QCOMPARE(digits.size(), 3);
+    for (int i = 0; i < 3; ++i) {
+        QVERIFY(qAbs(digits[i] - gauge.y(1.0 - i * 0.5)) < 1.5);
+    }
+    QCOMPARE(marksDown(image, gauge.centre() - 8, top, bottom).size(), 0);
+}
+
+void tst_OutputBarLumeno::digitsStandRightOfTheirDashes()
+{
+    LumenoGauge gauge;
+    const QFont font = LumenoGauge::textFont();
+    const double height = LumenoGauge::textHeight();
+    for (const auto& [value, text] :
+         {std::pair(0.0, " 0.0"), std::pair(0.5, " 0.5"), std::pair(1.0, " 1.0")}) {
+        const QRectF box(3.0 + 6.0, gauge.y(value) - 1.0 - 0.5 * height, advance(font, text),
+                         height);
+        QVERIFY2(shows(gauge, box, font, Qt::blue, text), text);
+    }
+}
+
+void tst_OutputBarLumeno::negativeDigitsHaveNoLeadingBlank()
+{
+    LumenoGauge gauge({{"widget/minValue", "-1"}, {"widget/digitsStep", "1"}});
+    const QFont font = LumenoGauge::textFont();
+    const double height = LumenoGauge::textHeight();
+    const QRectF lowest(9.0, gauge.y(0.0) - 1.0 - 0.5 * height, advance(font, "-1.0"), height);
+    QVERIFY(shows(gauge, lowest, font, Qt::blue, "-1.0"));
+    const QRectF middle(9.0, gauge.y(0.5) - 1.0 - 0.5 * height, advance(font, " 0.0"), height);
+    QVERIFY(shows(gauge, middle, font, Qt::blue, " 0.0"));
+}
+
+void tst_OutputBarLumeno::noInputYetReadsDashWithoutBarAndTrace()
+{
+    LumenoGauge gauge;
+    const QFont font = LumenoGauge::textFont(22, true);
+    const double width = advance(font, "-");
+    const QRectF box(-1.0 - 0.5 * width, 0.0, width + 2.0, LumenoGauge::valueHeight());
+    QVERIFY(shows(gauge, box, font, Qt::red, "-"));
+    const QImage image = gauge.picture();
+    const int below = LumenoGauge::valueHeight();
+    QCOMPARE(countAccent(image.copy(0, below, image.width(), image.height() - below)), 0);
+    QCOMPARE(
+        marksDown(image, gauge.centre() + 5, int(gauge.y(1.0)) - 4, int(gauge.y(0.0)) + 4).size(),
+        3);
+}
+
+void tst_OutputBarLumeno::oneInputHasValueAndBarButNoTrace_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("on the scale") << 0.65 << "0.7";
+    QTest::newRow("below the minimum fills downwards") << -0.05 << "-0.1";
+}
+
+void tst_OutputBarLumeno::oneInputHasValueAndBarButNoTrace()
+{
+    QFETCH(double, value);
+    QFETCH(QString, text);
+    LumenoGauge gauge({}, {120, 400});
+    gauge.device.input(value);
+    const QFont font = LumenoGauge::textFont(22, true);
+    const double width = advance(font, text);
+    const QRectF box(-1.0 - 0.5 * width, 0.0, width + 2.0, LumenoGauge::valueHeight());
+    QVERIFY(shows(gauge, box, font, Qt::red, text));
+
+    // The bar covers -6 to 2 around the centre, from the base to the value.
+    const QImage image = gauge.picture();
+    const int low = qRound(qMax(gauge.y(0.0), gauge.y(value)));
+    const int high = qRound(qMin(gauge.y(0.0), gauge.y(value)));
+    for (const int x : {-6, -2, 1}) {
+        QCOMPARE(image.pixelColor(gauge.centre() + x, (low + high) / 2 + 5), QColor(Qt::red));
+        QCOMPARE(image.pixelColor(gauge.centre() + x, low - 2), QColor(Qt::red));
+        QCOMPARE(image.pixelColor(gauge.centre() + x, high + 2), QColor(Qt::red));
+        QVERIFY(!isAccent(image.pixelColor(gauge.centre() + x, low + 2)));
+        QVERIFY(!isAccent(image.pixelColor(gauge.centre() + x, high - 2)));
+    }
+    const int beside = (low + high) / 2;
+    for (const int x : {-7, 2}) {
+        QVERIFY(!isAccent(image.pixelColor(gauge.centre() + x, beside)));
+    }
+    QCOMPARE(countAccent(image.copy(0, high - 3, gauge.centre() - 6, low - high + 6)), 0);
+}
+
+void tst_OutputBarLumeno::barStopsBelowTheValuesText()
+{
+    for (const double value : {100.0, 1e300, qInf()}) {
+        LumenoGauge gauge;
+        gauge.device.input(value);
+        const QImage image = gauge.picture();
+        const int top = LumenoGauge::valueHeight();
+        QCOMPARE(image.pixelColor(gauge.centre() - 4, top + 1), QColor(Qt::red));
+        QCOMPARE(image.pixelColor(gauge.centre() - 4, int(gauge.y(0.0)) - 2), QColor(Qt::red));
+    }
+    LumenoGauge gauge;
+    gauge.device.input(qQNaN());
+    QVERIFY(!isAccent(gauge.picture().pixelColor(gauge.centre() - 4, int(gauge.y(0.0)) - 2)));
+}
+
+void tst_OutputBarLumeno::unitsStandBesideTheValue()
+{
+    LumenoGauge gauge({{"widget/units", "m / s"}});
+    gauge.device.input(0.5);
+    const QFont font = LumenoGauge::textFont();
+    const double value = advance(LumenoGauge::textFont(22, true), "0.5");
+    const QRectF box(0.5 * value + 1.0,
+                     0.93 * LumenoGauge::valueHeight() - LumenoGauge::textHeight(),
+                     advance(font, "m / s"), LumenoGauge::textHeight());
+    QVERIFY(shows(gauge, box, font, Qt::blue, "m / s"));
+}
+
+void tst_OutputBarLumeno::captionStandsAtTheBottom()
+{
+    for (const QSize& size : {QSize(90, 200), QSize(121, 301), QSize(240, 600)}) {
+        LumenoGauge gauge({{"widget/name", "Oil pump"}}, size);
+        const QFont font = LumenoGauge::textFont();
+        const double width = advance(font, "Oil pump");
+        const double height = LumenoGauge::textHeight();
+        QVERIFY(shows(gauge, {-0.5 * width, gauge.height() - height, width, height}, font, Qt::blue,
+                      "Oil pump"));
+    }
+}
+
+void tst_OutputBarLumeno::captionTypedWithBackslashNHasTwoLines()
+{
+    LumenoGauge gauge({{"widget/name", "Oil\\npump"}});
+    const QFont font = LumenoGauge::textFont();
+    const double height = LumenoGauge::textHeight();
+    double top = gauge.height() - 2.0 * height;
+    for (const char* line : {"Oil", "pump"}) {
+        const double width = advance(font, line);
+        QVERIFY2(shows(gauge, {-0.5 * width, top, width, height}, font, Qt::blue, line), line);
+        top += height;
+    }
+}
+
+void tst_OutputBarLumeno::realLineFeedDoesNotSplitTheCaption()
+{
+    LumenoGauge gauge({{"widget/name", "Oil\npump"}});
+    LumenoGauge inOneLine({{"widget/name", "Oil pump"}});
+    QCOMPARE(gauge.picture(), inOneLine.picture());
+}
+
+void tst_OutputBarLumeno::emptyCaptionStretchesTheScaleBy15Percent()
+{
+    LumenoGauge gauge({{"widget/name", ""}}, {120, 200});
+    gauge.device.input(0.9);
+    const double base = 200.0 * 1.15 - gauge.margin();
+    QVERIFY(base > gauge.y(0.0) + 29.0);
+    const QImage image = gauge.picture();
+    QCOMPARE(image.pixelColor(gauge.centre() - 4, qRound(base) - 2), QColor(Qt::red));
+    QVERIFY(!isAccent(image.pixelColor(gauge.centre() - 4, qRound(base) + 2)));
+    const QVector<double> digits =
+        marksDown(image, gauge.centre() + 5, int(gauge.margin()) - 4, int(base) + 4);
+    QCOMPARE(digits.size(), 3);
+    QVERIFY(qAbs(digits[0] - gauge.margin()) < 1.5);
+    QVERIFY(qAbs(digits[2] - base) < 1.5);
+}
+
+void tst_OutputBarLumeno::paletteChangeColoursTheScaleButNotTheAccent()
+{
+    LumenoGauge gauge({{"widget/units", "l"}});
+    gauge.device.input(0.5);
+    const QImage before = gauge.picture();
+    QPalette palette = gauge.widget->palette();
+    palette.setColor(QPalette::Text, QColor(0, 160, 0));
+    palette.setColor(QPalette::Highlight, QColor(0, 200, 200));
+    gauge.widget->setPalette(palette);
+    const QImage after = gauge.picture();
+    QCOMPARE(countAccent(after), countAccent(before));
+    int green = 0;
+    for (int y = 0; y < after.height(); ++y) {
+        for (int x = 0; x < after.width(); ++x) {
+            const QColor colour = after.pixelColor(x, y);
+            green += colour.green() > colour.blue() + 60 && colour.green() > colour.red() + 60;
+            QVERIFY(!isText(colour));
+            if (isText(before.pixelColor(x, y))) {
+                QVERIFY(colour.green() > colour.blue());
+            }
+        }
+    }
+    QVERIFY(green > 100);
+}
+
+void tst_OutputBarLumeno::fontSizeBelowOneDrawsNothing_data()
+{
+    QTest::addColumn<QString>("fontSize");
+    QTest::newRow("zero") << "0";
+    QTest::newRow("negative") << "-15";
+    QTest::newRow("no number") << "large";
+}
+
+void tst_OutputBarLumeno::fontSizeBelowOneDrawsNothing()
+{
+    QFETCH(QString, fontSize);
+    LumenoGauge gauge({{"widget/fontSize", fontSize}});
+    gauge.device.input(0.5);
+    QImage empty(gauge.widget->size(), QImage::Format_RGB32);
+    empty.fill(Qt::white);
+    QCOMPARE(gauge.picture(), empty);
+    QCOMPARE(gauge.widget->minimumWidth(), 70);
+}
+
+void tst_OutputBarLumeno::wrongSettingsStillDrawTheValue_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("text");
+    for (const char* step : {"widget/digitsStep", "widget/dashesStep"}) {
+        for (const char* text : {"0", "-0.5", "nan", "inf", "1e-300", "1e-5"}) {
+            QTest::addRow("%s %s", step, text) << step << text;
+        }
+    }
+    QTest::newRow("equal ends") << "widget/maxValue"
+                                << "0";
+    QTest::newRow("reversed ends") << "widget/maxValue"
+                                   << "-1";
+    QTest::newRow("huge maximum") << "widget/maxValue"
+                                  << "1e308";
+    QTest::newRow("infinite minimum") << "widget/minValue"
+                                      << "-inf";
+    QTest::newRow("huge bar width") << "widget/barWidth"
+                                    << "2147483647";
+    QTest::newRow("negative bar width") << "widget/barWidth"
+                                        << "-2147483648";
+}
+
+void tst_OutputBarLumeno::wrongSettingsStillDrawTheValue()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, text);
+    LumenoGauge gauge({{name, text}});
+    gauge.device.input(0.5);
+    QTest::qSleep(2); // The next value comes at another time.
+    gauge.device.input(0.5);
+    const QFont font = LumenoGauge::textFont(22, true);
+    const double width = advance(font, "0.5");
+    const QRectF box(-1.0 - 0.5 * width, 0.0, width + 2.0, LumenoGauge::valueHeight() - 3);
+    QVERIFY(shows(gauge, box, font, Qt::red, "0.5"));
+}
+
+QTEST_MAIN(tst_OutputBarLumeno)
+#include "tst_OutputBarLumeno.moc"
