@@ -15,6 +15,7 @@
 #include "devices/OutputVector.h"
 #include "devices/OutputWithProgress.h"
 #include "devices/PictureDevice.h"
+#include "devices/QmlGuiDevice.h"
 #include "devices/SliderDevice.h"
 #include "norvo/DeviceManager.h"
 
@@ -38,6 +39,7 @@ void NorvoGuiDevicesPluginInterface::registerDeviceType(DeviceManager& manager)
     manager.registerDeviceType<LumenoBarDevice>("output_lumeno");
     manager.registerDeviceType<CheckBoxDevice>("checkbox");
     manager.registerDeviceType<DropDownListDevice>("dropdownlist");
+    manager.registerDeviceType<QmlGuiDevice>("qml_widget");
     manager.registerDeviceType<SliderDevice>("slider");
 
     qDebug().noquote() << "NorvoGui devices plugins was registered";

@@ -1,8 +1,6 @@
 #include "host/panel/Display.h"
 
-#include <QOffscreenSurface>
-#include <QOpenGLContext>
-#include <QQuickWindow>
+#include "host/gui/QmlRenderer.h"
 
 #include <cstdio>
 #include <unistd.h>
@@ -87,17 +85,6 @@ QApplication* makeApplication(Display::Kind kind)
     return new QApplication(count, arguments);
 }
 
-bool hasOpenGl()
-{
-    if (isOffScreen()) {
-        return false; // It may offer one, of a display that is there by chance.
-    }
-    QOffscreenSurface surface;
-    surface.create();
-    QOpenGLContext context;
-    return context.create() && context.makeCurrent(&surface);
-}
-
 } // namespace
 
 std::unique_ptr<QApplication> Display::open(Kind kind, QString& reason)
@@ -116,21 +103,15 @@ std::unique_ptr<QApplication> Display::open(Kind kind, QString& reason)
     for (const QString& message : qAsConst(messages)) {
         qWarning().noquote() << message;
     }
-    chooseQuickRenderer();
+    {
+        const MessageKeeper
+            keeper; // What a platform without OpenGL says to the question is no news.
+        chooseQuickRenderer();
+    }
     if (isOffScreen() && !s_usualHandler) {
         s_usualHandler = qInstallMessageHandler(dropPlatformRemarks);
     }
     return application;
-}
-
-/// Qt Quick inside a widget ends the process where it finds no OpenGL, so it is told beforehand to
-/// do without.
-void Display::chooseQuickRenderer()
-{
-    const MessageKeeper keeper; // What a platform without OpenGL says to the question is no news.
-    if (!hasOpenGl()) {
-        QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
-    }
 }
 
 } // namespace norvo

@@ -19,9 +19,6 @@ public:
     /// be opened, the process ends with that reason on standard error and exit status 1, because
     /// Qt does not come back from it.
     static std::unique_ptr<QApplication> open(Kind kind, QString& reason);
-
-private:
-    static void chooseQuickRenderer();
 };
 
 } // namespace norvo

@@ -11,6 +11,7 @@
 #include "norvo/BaseWidget.h"
 #include "norvo/Categories.h"
 #include "norvo/DeviceManager.h"
+#include "norvo/QmlDeviceImpl.h"
 
 #include <QVBoxLayout>
 
@@ -152,6 +153,7 @@ void Panel::createDevices()
             continue;
         }
         device->setObjectName(id);
+        device->setProperty(QmlDeviceImpl::kNetworkProperty, setting.network);
         setParams(setting, *device);
         connect(device, &BaseDevice::paramChanged, this,
                 [this, id, device](const QString& param, const QString& value) {

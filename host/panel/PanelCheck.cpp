@@ -7,6 +7,7 @@
 
 #include "norvo/BaseGuiDevice.h"
 #include "norvo/DeviceManager.h"
+#include "norvo/QmlDeviceImpl.h"
 
 #include <QHash>
 #include <QStringList>
@@ -65,6 +66,7 @@ private:
             subject.device.reset(m_manager.createDevice(setting.type.text));
             if (subject.device) {
                 subject.device->setObjectName(setting.id.text);
+                subject.device->setProperty(QmlDeviceImpl::kNetworkProperty, setting.network);
                 examineParams(setting, *subject.device);
                 learnMethods(subject);
             } else if (!setting.type.text.isEmpty()) {

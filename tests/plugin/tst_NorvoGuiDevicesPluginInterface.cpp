@@ -41,6 +41,7 @@ const QVector<Type> kRegistrations{
     {"output_lumeno", "LumenoBarDevice"},
     {"checkbox", "CheckBoxDevice"},
     {"dropdownlist", "DropDownListDevice"},
+    {"qml_widget", "QmlGuiDevice", 2, 1},
     {"slider", "SliderDevice"},
 };
 

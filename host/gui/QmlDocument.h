@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QString>
+#include <QUrl>
+
+#include <memory>
+
+class QQmlEngine;
+class QQmlError;
+class QQuickItem;
+
+namespace norvo {
+
+/// A QML document by its place, and what a user is to read about it.
+class QmlDocument
+{
+public:
+    /// `path` is relative to the working directory, or the URL of a resource or of a far file.
+    static QmlDocument fromFile(const QString& path);
+    /// Files that `code` names are relative to the working directory.
+    static QmlDocument fromText(const QString& code);
+
+    /// Makes the item that the document describes; null when that fails, and `fault` says why.
+    std::unique_ptr<QQuickItem> load(QQmlEngine& engine, QString& fault) const;
+
+    /// `file:line:column: text`, with the file as the user knows it.
+    QString told(const QQmlError& error) const;
+
+private:
+    QString told(const QList<QQmlError>& errors) const;
+    QString rootFault() const;
+
+    QString m_name; ///< As the user knows it.
+    QUrl m_url;
+    QString m_code;
+    bool m_isFile = true;
+};
+
+/// Where the root object of a document begins.
+struct QmlRoot
+{
+    int line = 0; ///< From 1; 0: there is none.
+    int column = 0;
+    QString type; ///< As it is written.
+};
+
+QmlRoot findQmlRoot(const QString& code);
+
+} // namespace norvo

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QByteArray>
+#include <QMetaMethod>
+#include <QVector>
+
+class QObject;
+
+namespace norvo {
+
+/// A signal or function of a QML item as it can be wired.
+struct QmlMethod
+{
+    int itemIndex = -1;     ///< In the item's meta-object.
+    QVector<int> itemTypes; ///< The meta types of the arguments there.
+    QByteArray name;
+    QVector<int> types; ///< The meta types of the arguments here; QVariant there may differ here.
+
+    QByteArray signature() const;
+    bool isConverted() const { return types != itemTypes; }
+};
+
+using QmlMethods = QVector<QmlMethod>;
+
+/// The signals of `item` that QML declares, but for the change signals of properties. Each stands
+/// in front of its converted forms.
+QmlMethods qmlSignals(const QObject& item);
+
+/// The functions of `item` that QML declares, each in all its forms.
+QmlMethods qmlSlots(const QObject& item);
+
+} // namespace norvo

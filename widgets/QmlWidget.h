@@ -1,0 +1,38 @@
+#pragma once
+
+#include "norvo/BaseWidget.h"
+
+#include <QPointer>
+
+class QmlDeviceImpl;
+class QQuickItem;
+class QQuickWidget;
+class QQuickWindow;
+
+/// Shows the QML item of a QmlGuiDevice, at least at the item's own size, on whatever lies behind.
+///
+/// The item lies in an empty root item, its `parent`, that always has the size of the widget. It
+/// belongs to the device and outlives the widget.
+class QmlWidget : public BaseWidget
+{
+    Q_OBJECT
+
+public:
+    QmlWidget(QmlDeviceImpl* impl, BaseGuiDevice* device, QWidget* parent);
+    ~QmlWidget() override;
+
+    void initialise() override; ///< Logs a critical message where there is nothing to show.
+    void deinitialise() override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void buildQuickWidget();
+    void makeTransparent();
+    void adopt(QQuickItem* item);
+
+    QPointer<QmlDeviceImpl> m_impl;
+    QPointer<QQuickWidget> m_quickWidget;
+    QPointer<QQuickWindow> m_window; ///< The quick widget's.
+};
