@@ -158,7 +158,7 @@ void GraphOutputWidget::inputColor(QString sender, QString color)
     if (!isInitialised()) {
         return;
     }
-    const QColor colour = QColor::isValidColor(color) ? QColor(color) : QColor();
+    const QColor colour(color);
     QCPGraph* segment = lastSegment(sender);
     segment->setPen(curvePen(colour));
     if (segment->brush() != QBrush(Qt::NoBrush)) {
