@@ -11,11 +11,12 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QSlider>
 
 #include <chrono>
 #include <functional>
+#include <memory>
 
 namespace {
 
@@ -38,7 +39,29 @@ private:
     double m_sum = 0;
 };
 
-/// A control of ours and its bare counterpart, side by side on view.
+/// A window with one control, on view. Each has its own: what one has left to be repainted would
+/// make marking the other dearer.
+class Window : public QWidget
+{
+public:
+    explicit Window(QWidget* control)
+    {
+        (new QGridLayout(this))->addWidget(control);
+        resize(400, 200);
+        show();
+        QApplication::processEvents();
+    }
+};
+
+/// A bare control as deep in its window as ours is.
+QWidget* framed(QWidget* control)
+{
+    auto* const frame = new QWidget;
+    (new QGridLayout(frame))->addWidget(control);
+    return frame;
+}
+
+/// A control of ours and its bare counterpart.
 template <class Device>
 struct Rivals
 {
@@ -52,17 +75,14 @@ struct Rivals
         QObject::connect(&device, SIGNAL(output(double)), &wires, SLOT(input(double)));
         BaseWidget* const widget = device.createWidget();
         widget->initialise();
-        auto* const row = new QHBoxLayout(&window);
-        row->addWidget(widget);
-        row->addWidget(bare);
-        window.resize(800, 200);
-        window.show();
-        QApplication::processEvents();
+        window = std::make_unique<Window>(widget);
+        bareWindow = std::make_unique<Window>(framed(bare));
     }
 
     Wires wires;
     Device device;
-    QWidget window;
+    std::unique_ptr<Window> window;
+    std::unique_ptr<Window> bareWindow;
 };
 
 double secondsFor(const std::function<void(int)>& feed)
