@@ -77,7 +77,7 @@ void LogArea::dropWhatCannotBeDrawn()
     const QFontMetricsF metrics(font());
     const qreal width = viewport()->width() - 2 * document()->documentMargin();
     const int columns = qMax(1, norvo::truncatedToInt(width / metrics.averageCharWidth()));
-    const qreal mostRows = document()->blockCount() + document()->characterCount() / columns * 2.0;
+    const qreal mostRows = document()->blockCount() + 2.0 * document()->characterCount() / columns;
     if (mostRows * metrics.lineSpacing() <= kTallestEstimatePixels) {
         return;
     }

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr qint64 kMostPixels = 8192 * 8192;
+constexpr qint64 kMostPixels = 8192LL * 8192;
 
 /// What speaks against a picture of that size; empty when nothing does.
 QString objectionTo(const QSize& size)
@@ -32,7 +32,7 @@ QImage readImage(const QString& fileName, QString& error)
     if (!error.isEmpty()) {
         return QImage();
     }
-    const QImage image = reader.read();
+    QImage image = reader.read();
     error = reader.errorString();
     return image;
 }
