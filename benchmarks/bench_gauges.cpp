@@ -169,7 +169,7 @@ void traceOf(benchmark::State& state)
     double now = 0;
     const auto feed = [&](int i) {
         now += GaugeHistory::kSpanSeconds / count;
-        history.insert(now, wave(i) + (i % 13) * 0.01);
+        history.insert(now, 0.5 + 0.4 * std::sin(now * 3.0) + (i % 13) * 0.01);
         history.prune(now);
     };
     for (int i = 0; i < 2 * count; ++i) {

@@ -113,16 +113,46 @@ void ValueBarWidget::drawPanel(QPainter& painter, const QRegion& clip)
     painter.drawRoundedRect(geometry::panel(size()), geometry::kCornerRadius,
                             geometry::kCornerRadius);
     m_scale->setRegion(geometry::scaleRegion(size(), m_scaleHeight));
-    m_scale->draw(painter);
+    if (clip.boundingRect().bottom() >= geometry::scaleRegion(size(), m_scaleHeight).top() - 1) {
+        m_scale->draw(painter);
+    }
+}
+
+QImage ValueBarWidget::panelOn(const QColor& background, int pixelScale)
+{
+    QImage image(size() * pixelScale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(pixelScale);
+    image.fill(background);
+    QPainter painter(&image);
+    drawPanel(painter, m_maskRegion);
+    return image;
 }
 
 void ValueBarWidget::renderCache(int pixelScale)
 {
+    const QImage onBlack = panelOn(Qt::black, pixelScale);
+    const QImage onWhite = panelOn(Qt::white, pixelScale);
+    QRegion seeThrough;
+    const QRegion edges = m_maskRegion & geometry::corners(size());
+    for (const QRect& rect : edges) {
+        for (int y = rect.top() * pixelScale; y < (rect.bottom() + 1) * pixelScale; ++y) {
+            for (int x = rect.left() * pixelScale; x < (rect.right() + 1) * pixelScale; ++x) {
+                if (onBlack.pixel(x, y) != onWhite.pixel(x, y)) {
+                    seeThrough += QRect(x / pixelScale, y / pixelScale, 1, 1);
+                }
+            }
+        }
+    }
+    const QRect upperHalf(0, 0, width(), height() / 2);
+    m_seeThrough[0] = seeThrough & upperHalf;
+    m_seeThrough[1] = seeThrough - upperHalf;
+
     m_cache = QPixmap(size() * pixelScale);
     m_cache.setDevicePixelRatio(pixelScale);
-    m_cache.fill(Qt::black);
+    m_cache.fill(Qt::transparent);
     QPainter painter(&m_cache);
-    drawPanel(painter, m_maskRegion);
+    painter.setClipRegion(m_maskRegion - seeThrough);
+    painter.drawImage(0, 0, onBlack);
 }
 
 void ValueBarWidget::drawCachedPanel(QPainter& painter, int pixelScale)
@@ -130,14 +160,14 @@ void ValueBarWidget::drawCachedPanel(QPainter& painter, int pixelScale)
     if (m_cache.isNull() || m_cache.devicePixelRatioF() != pixelScale) {
         renderCache(pixelScale);
     }
-    const QRegion corners = m_maskRegion & geometry::corners(size());
-    painter.setClipRegion(m_maskRegion - corners);
     painter.drawPixmap(0, 0, m_cache);
-
-    m_scale->setVisiblePart(corners);
-    drawPanel(painter, corners);
+    for (const QRegion& part : m_seeThrough) {
+        if (!part.isEmpty()) {
+            m_scale->setVisiblePart(part);
+            drawPanel(painter, part);
+        }
+    }
     m_scale->setVisiblePart({});
-    painter.setClipRegion(m_maskRegion);
 }
 
 void ValueBarWidget::drawPointer(QPainter& painter)
@@ -148,9 +178,16 @@ void ValueBarWidget::drawPointer(QPainter& painter)
     if (!std::isfinite(m_normalised)) {
         return;
     }
+    const QPolygon pointer = geometry::pointer(size(), m_arrowHeight, start, end, m_normalised);
+    const QRect room = pointer.boundingRect().adjusted(-3, -3, 3, 3);
+    if (geometry::panel(size()).contains(room) && !geometry::corners(size()).intersects(room)) {
+        painter.setClipping(false); // Costs less than a clip that would change nothing.
+    } else {
+        painter.setClipRegion(m_maskRegion);
+    }
     painter.setPen(QPen(QColor("#3C3C3C"), 2));
     painter.setBrush(Qt::black);
-    painter.drawPolygon(geometry::pointer(size(), m_arrowHeight, start, end, m_normalised));
+    painter.drawPolygon(pointer);
 }
 
 void ValueBarWidget::paintEvent(QPaintEvent*)

@@ -11,9 +11,10 @@
 /// A horizontal gauge: a light panel with a scale at its bottom and a pointer above it.
 ///
 /// Panel and scale are drawn once into a pixmap and shown from there until the size or the scale
-/// changes; only the panel's corners, whose edges blend with what lies behind the widget, are drawn
-/// each time. Where the picture is scaled by no whole number, all is drawn each time. A pointer
-/// beyond the scale is clipped by the panel; one at no number or at an infinity is not drawn.
+/// changes; only the few pixels at the panel's corners that blend with what lies behind the widget
+/// are drawn each time. Where the picture is scaled by no whole number, all is drawn each time. A
+/// pointer beyond the scale is clipped by the panel; one at no number or at an infinity is not
+/// drawn.
 class ValueBarWidget : public BaseWidget
 {
     Q_OBJECT
@@ -45,6 +46,7 @@ private:
     void drawPanel(QPainter& painter, const QRegion& clip);
     void drawCachedPanel(QPainter& painter, int pixelScale);
     void renderCache(int pixelScale);
+    QImage panelOn(const QColor& background, int pixelScale);
     void drawPointer(QPainter& painter);
 
     double m_scaleHeight = 0.0;
@@ -54,8 +56,9 @@ private:
     double m_maxValue = 0.0;
     std::unique_ptr<ScaleDraw> m_scale;
     std::unique_ptr<QBitmap> m_mask;
-    QRegion m_maskRegion; ///< The same, as painting needs it.
-    QPixmap m_cache;      ///< Null: to be drawn.
+    QRegion m_maskRegion;    ///< The same, as painting needs it.
+    QRegion m_seeThrough[2]; ///< What of it blends with what lies behind, above and below.
+    QPixmap m_cache;         ///< Transparent there and beside the panel. Null: to be drawn.
     bool m_maskDirty = false;
     bool m_cached = true;
 };

@@ -43,7 +43,9 @@ inline int largestDifference(const QImage& one, const QImage& other)
 inline int paintsToCome(EventCounter& events)
 {
     int paints = 0;
-    QTest::qWaitFor([&] { return (paints += events.take(QEvent::Paint)) > 0; });
+    if (!QTest::qWaitFor([&] { return (paints += events.take(QEvent::Paint)) > 0; })) {
+        return 0;
+    }
     QCoreApplication::processEvents();
     return paints + events.take(QEvent::Paint);
 }

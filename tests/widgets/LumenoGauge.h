@@ -94,3 +94,36 @@ inline QVector<double> marksDown(const QImage& image, int x, int top, int bottom
     }
     return middles;
 }
+
+/// `text` as the gauge draws it, in the same place of an empty picture.
+inline QImage drawnText(LumenoGauge& gauge, const QRectF& box, const QFont& font,
+                        const QColor& colour, const QString& text)
+{
+    QImage image(gauge.widget->size(), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(gauge.widget->width() * 0.5, 0.0);
+    painter.setFont(font);
+    painter.setPen(colour);
+    painter.drawText(box, text, QTextOption());
+    return image;
+}
+
+/// Whether the picture shows `text` in its box, but for rounding, and that there is any ink.
+inline bool shows(LumenoGauge& gauge, const QRectF& box, const QFont& font, const QColor& colour,
+                  const QString& text)
+{
+    const QImage expected = drawnText(gauge, box, font, colour, text);
+    const QRect area =
+        box.translated(gauge.widget->width() * 0.5, 0.0).toAlignedRect() & expected.rect();
+    QImage empty(area.size(), QImage::Format_RGB32);
+    empty.fill(Qt::white);
+    return largestDifference(expected.copy(area), empty) > 100 &&
+           largestDifference(gauge.picture().copy(area), expected.copy(area)) <= 1;
+}
+
+inline double advance(const QFont& font, const QString& text)
+{
+    return QFontMetrics(font).horizontalAdvance(text);
+}
