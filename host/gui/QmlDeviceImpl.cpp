@@ -44,7 +44,7 @@ struct QmlDeviceImpl::Private
         if (!item) {
             return;
         }
-        item->disconnect();
+        item->disconnect(wrapper.get());
         item->setParentItem(nullptr);
         item->deleteLater();
         retired.removeAll(nullptr);
@@ -140,8 +140,8 @@ void QmlDeviceImpl::deinit()
     if (d->owner) {
         d->owner->disconnect(this);
     }
-    d->wrapper.reset();
     d->retireItem();
+    d->wrapper.reset();
 }
 
 QObject* QmlDeviceImpl::getSignalWrapper(const QString& name, QString& signature)

@@ -7,6 +7,7 @@
 
 #include <private/qmetaobjectbuilder_p.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace norvo {

@@ -163,9 +163,9 @@ void tst_QmlWidget::faceIsDrawnWhereItLies()
 
 void tst_QmlWidget::whatTheFaceLeavesFreeIsTransparent()
 {
+    QWidget panel; // dies after the widget in it
     Face face(code("import QtQuick 2.0\nItem { width: 100; height: 100\n"
                    "Rectangle { width: 50; height: 100; color: '#ff0000' } }\n"));
-    QWidget panel;
     panel.setStyleSheet("QWidget#panel { background: #0000ff; }");
     panel.setObjectName("panel");
     panel.resize(100, 100);
@@ -175,7 +175,6 @@ void tst_QmlWidget::whatTheFaceLeavesFreeIsTransparent()
     face.widget->show();
     QTRY_COMPARE(panel.grab().toImage().pixelColor(25, 50), QColor("#ff0000"));
     QCOMPARE(panel.grab().toImage().pixelColor(75, 50), QColor("#0000ff"));
-    face.widget->setParent(nullptr);
 }
 
 void tst_QmlWidget::pressReachesTheFace()
