@@ -188,8 +188,8 @@ GraphOutputWidget::Segments& GraphOutputWidget::segmentsOf(const QString& sender
     const int count = m_curves.size();
     segment->setPen(curvePen(senderColour(count)));
     if (count > 1) {
-        m_frame.plot()->axisRect()->insetLayout()->setInsetAlignment(0,
-                                                                     Qt::AlignTop | Qt::AlignRight);
+        m_frame.plot()->xAxis->axisRect()->insetLayout()->setInsetAlignment(0, Qt::AlignTop |
+                                                                                   Qt::AlignRight);
         m_frame.plot()->legend->setVisible(true);
     }
     return segments;

@@ -78,7 +78,13 @@ public:
 
 inline QCPGraph* addCurve(QCustomPlot* plot)
 {
-    return new Curve(plot->xAxis, plot->yAxis);
+    // On its own the library asks every legend entry whether it has the curve already.
+    plot->setAutoAddPlottableToLegend(false);
+    auto* curve = new Curve(plot->xAxis, plot->yAxis);
+    plot->setAutoAddPlottableToLegend(true);
+    QCPLegend* legend = plot->legend;
+    legend->addElement(legend->rowCount(), 0, new QCPPlottableLegendItem(legend, curve));
+    return curve;
 }
 
 inline bool hasData(const QCPGraph* graph)

@@ -360,7 +360,7 @@ void tst_GraphOutputWidgetCurves::strangePeriodsAndTimeouts()
 void tst_GraphOutputWidgetCurves::manySendersAreTaken()
 {
     TimeGraph stand;
-    constexpr int count = 2000;
+    constexpr int count = 5000;
     for (int i = 0; i < count; ++i) {
         stand.input(i, QString::number(i), 100);
     }
