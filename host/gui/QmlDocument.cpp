@@ -79,13 +79,11 @@ std::unique_ptr<QQuickItem> QmlDocument::load(QQmlEngine& engine, QString& fault
         fault = told(component.errors());
         return nullptr;
     }
-    auto* const item = qobject_cast<QQuickItem*>(root.get());
-    if (!item) {
+    if (!qobject_cast<QQuickItem*>(root.get())) {
         fault = rootFault();
         return nullptr;
     }
-    root.release();
-    return std::unique_ptr<QQuickItem>(item);
+    return std::unique_ptr<QQuickItem>(static_cast<QQuickItem*>(root.release()));
 }
 
 QString QmlDocument::told(const QQmlError& error) const

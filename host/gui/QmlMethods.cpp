@@ -31,7 +31,6 @@ QSet<int> changeSignals(const QMetaObject& meta, int firstProperty)
     return indexes;
 }
 
-/// The method as it stands; its types are empty where one of them cannot be passed on.
 QmlMethod plainMethod(const QMetaMethod& method)
 {
     QmlMethod plain;
@@ -75,7 +74,7 @@ Types typedAs(Types types, int type)
     return types;
 }
 
-/// In how many kinds each form can be had, besides the plain one.
+/// The forms in which a signal of these types can be had, besides the plain one.
 QVector<Types> convertedSignalForms(const Types& types)
 {
     if (!types.contains(QMetaType::QVariant)) {
@@ -91,6 +90,7 @@ QVector<Types> convertedSignalForms(const Types& types)
             {QMetaType::Int}};
 }
 
+/// All forms in which a function of these types can be had.
 QVector<Types> slotForms(const Types& types)
 {
     if (!types.contains(QMetaType::QVariant)) {

@@ -14,7 +14,7 @@ struct QmlMethod
     int itemIndex = -1;     ///< In the item's meta-object.
     QVector<int> itemTypes; ///< The meta types of the arguments there.
     QByteArray name;
-    QVector<int> types; ///< The meta types of the arguments here; QVariant there may differ here.
+    QVector<int> types; ///< The meta types here; another one where that is QVariant.
 
     QByteArray signature() const;
     bool isConverted() const { return types != itemTypes; }
