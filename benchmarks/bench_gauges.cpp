@@ -198,7 +198,7 @@ void lumenoRepaint(benchmark::State& state)
     for (qint64 next = 0, i = 0; next < 11000; next += period, ++i) {
         while (clock.elapsed() < next) {
         }
-        gauge.device().input(wave(int(i)));
+        gauge.device().input(0.5 + 0.4 * std::sin(double(next) * 0.003) + double(i % 13) * 0.01);
     }
     const auto nothing = [](double) {};
     for (auto _ : state) {
