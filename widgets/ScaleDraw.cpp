@@ -129,11 +129,6 @@ QPoint ScaleDraw::textPosition(int j, int textWidth) const
             toPixel(m_metrics.height() + m_region.top() + m_region.height() * kLongTickShare)};
 }
 
-bool ScaleDraw::isVisible(const QRect& rect) const
-{
-    return m_visible.isEmpty() || m_visible.intersects(rect);
-}
-
 void ScaleDraw::draw(QPainter& painter) const
 {
     drawZones(painter);
@@ -157,17 +152,12 @@ void ScaleDraw::drawZones(QPainter& painter) const
 
 void ScaleDraw::drawDashes(QPainter& painter) const
 {
-    const auto drawTick = [&](const QLine& tick) {
-        if (isVisible(QRect(tick.p1(), tick.p2()).adjusted(-2, -2, 2, 2))) {
-            painter.drawLine(tick);
-        }
-    };
     painter.setPen(m_tickPen);
     for (int i = 0; i < m_dashCount; ++i) {
-        drawTick(dash(i));
+        painter.drawLine(dash(i));
     }
     for (int j = 0; j < m_digitCount; ++j) {
-        drawTick(digitDash(j));
+        painter.drawLine(digitDash(j));
     }
 }
 
@@ -180,12 +170,7 @@ void ScaleDraw::drawText(QPainter& painter) const
     for (int j = 0; j < m_digitCount; ++j) {
         const QString text = TextHelper::doubleToStr(value, decimals);
         const int width = m_metrics.horizontalAdvance(text);
-        const QPoint position = textPosition(j, width);
-        const QRect box(position.x(), position.y() - m_metrics.height(), width,
-                        2 * m_metrics.height());
-        if (isVisible(box.adjusted(-2, 0, 2, 0))) {
-            painter.drawText(position, text);
-        }
+        painter.drawText(textPosition(j, width), text);
         value += m_digitsStep;
     }
 }

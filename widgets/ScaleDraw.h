@@ -5,7 +5,6 @@
 #include <QFontMetrics>
 #include <QPen>
 #include <QRect>
-#include <QRegion>
 
 class QPainter;
 
@@ -32,9 +31,6 @@ public:
     void drawDashes(QPainter& painter) const;
     void drawText(QPainter& painter) const;
 
-    /// Leaves away the ticks and numbers that do not touch `visible`; an empty region shows all.
-    void setVisiblePart(const QRegion& visible) { m_visible = visible; }
-
     int dashCount() const { return m_dashCount; }    ///< 0: no short ticks.
     int digitCount() const { return m_digitCount; }  ///< 0: no long ticks.
     QRect greenZone() const;                         ///< Empty where there is none.
@@ -44,7 +40,6 @@ public:
 
 private:
     double digitX(int j) const;
-    bool isVisible(const QRect& rect) const;
 
     QRect m_region;
     double m_min = 0.0;
@@ -67,5 +62,4 @@ private:
     double m_startX = 0.0;
     double m_pixelLength = 0.0;
     double m_range = 0.0;
-    QRegion m_visible;
 };

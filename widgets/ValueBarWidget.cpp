@@ -54,7 +54,7 @@ void ValueBarWidget::deinitialise()
 {
     m_scale.reset();
     m_mask.reset();
-    m_cache = QPixmap();
+    m_panel = QPixmap();
     setInitialised(false);
 }
 
@@ -62,14 +62,14 @@ void ValueBarWidget::SetThreshold(double low, double high)
 {
     if (m_scale) {
         m_scale->setGreenZone(low, high);
-        m_cache = QPixmap();
+        m_panel = QPixmap();
     }
 }
 
 void ValueBarWidget::customHeight(double scaleHeight, double)
 {
     m_scaleHeight = clampedShare(scaleHeight);
-    m_cache = QPixmap();
+    m_panel = QPixmap();
 }
 
 void ValueBarWidget::input(double value)
@@ -94,80 +94,31 @@ void ValueBarWidget::updateMask()
     m_mask = std::make_unique<QBitmap>(
         picture.createMaskFromColor(QColor(Qt::white).rgb(), Qt::MaskOutColor));
     m_maskRegion = QRegion(*m_mask);
-    m_cache = QPixmap();
+    m_panel = QPixmap();
 }
 
 void ValueBarWidget::updateScale(QPainter& painter)
 {
-    if (m_scale) {
-        drawPanel(painter, m_maskRegion);
+    if (!m_scale) {
+        return;
     }
-}
-
-void ValueBarWidget::drawPanel(QPainter& painter, const QRegion& clip)
-{
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setClipRegion(clip);
+    painter.setClipRegion(m_maskRegion);
     painter.setBrush(QColor("#F5F5E6"));
     painter.setPen(QColor("#808080"));
     painter.drawRoundedRect(geometry::panel(size()), geometry::kCornerRadius,
                             geometry::kCornerRadius);
     m_scale->setRegion(geometry::scaleRegion(size(), m_scaleHeight));
-    if (clip.boundingRect().bottom() >= geometry::scaleRegion(size(), m_scaleHeight).top() - 1) {
-        m_scale->draw(painter);
-    }
+    m_scale->draw(painter);
 }
 
-QImage ValueBarWidget::panelOn(const QColor& background, int pixelScale)
+void ValueBarWidget::renderPanel(int pixelScale)
 {
-    QImage image(size() * pixelScale, QImage::Format_RGB32);
-    image.setDevicePixelRatio(pixelScale);
-    image.fill(background);
-    QPainter painter(&image);
-    drawPanel(painter, m_maskRegion);
-    return image;
-}
-
-void ValueBarWidget::renderCache(int pixelScale)
-{
-    const QImage onBlack = panelOn(Qt::black, pixelScale);
-    const QImage onWhite = panelOn(Qt::white, pixelScale);
-    QRegion seeThrough;
-    const QRegion edges = m_maskRegion & geometry::corners(size());
-    for (const QRect& rect : edges) {
-        for (int y = rect.top() * pixelScale; y < (rect.bottom() + 1) * pixelScale; ++y) {
-            for (int x = rect.left() * pixelScale; x < (rect.right() + 1) * pixelScale; ++x) {
-                if (onBlack.pixel(x, y) != onWhite.pixel(x, y)) {
-                    seeThrough += QRect(x / pixelScale, y / pixelScale, 1, 1);
-                }
-            }
-        }
-    }
-    const QRect upperHalf(0, 0, width(), height() / 2);
-    m_seeThrough[0] = seeThrough & upperHalf;
-    m_seeThrough[1] = seeThrough - upperHalf;
-
-    m_cache = QPixmap(size() * pixelScale);
-    m_cache.setDevicePixelRatio(pixelScale);
-    m_cache.fill(Qt::transparent);
-    QPainter painter(&m_cache);
-    painter.setClipRegion(m_maskRegion - seeThrough);
-    painter.drawImage(0, 0, onBlack);
-}
-
-void ValueBarWidget::drawCachedPanel(QPainter& painter, int pixelScale)
-{
-    if (m_cache.isNull() || m_cache.devicePixelRatioF() != pixelScale) {
-        renderCache(pixelScale);
-    }
-    painter.drawPixmap(0, 0, m_cache);
-    for (const QRegion& part : m_seeThrough) {
-        if (!part.isEmpty()) {
-            m_scale->setVisiblePart(part);
-            drawPanel(painter, part);
-        }
-    }
-    m_scale->setVisiblePart({});
+    m_panel = QPixmap(size() * pixelScale);
+    m_panel.setDevicePixelRatio(pixelScale);
+    m_panel.fill(Qt::transparent);
+    QPainter painter(&m_panel);
+    updateScale(painter);
 }
 
 void ValueBarWidget::drawPointer(QPainter& painter)
@@ -205,10 +156,13 @@ void ValueBarWidget::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const int pixelScale = wholePixelScale(painter);
-    if (m_cached && pixelScale > 0) {
-        drawCachedPanel(painter, pixelScale);
-    } else {
+    if (pixelScale == 0) {
         updateScale(painter);
+    } else {
+        if (!m_cached || m_panel.isNull() || m_panel.devicePixelRatioF() != pixelScale) {
+            renderPanel(pixelScale);
+        }
+        painter.drawPixmap(0, 0, m_panel);
     }
     drawPointer(painter);
 }

@@ -10,11 +10,10 @@
 
 /// A horizontal gauge: a light panel with a scale at its bottom and a pointer above it.
 ///
-/// Panel and scale are drawn once into a pixmap and shown from there until the size or the scale
-/// changes; only the few pixels at the panel's corners that blend with what lies behind the widget
-/// are drawn each time. Where the picture is scaled by no whole number, all is drawn each time. A
-/// pointer beyond the scale is clipped by the panel; one at no number or at an infinity is not
-/// drawn.
+/// Panel and scale are drawn into a pixmap, which is shown until the size or the scale changes; what
+/// blends with the widget's background is within one colour level of being drawn on it directly.
+/// Where the picture is scaled by no whole number, all is drawn directly each time. A pointer beyond
+/// the scale is clipped by the panel; one at no number or at an infinity is not drawn.
 class ValueBarWidget : public BaseWidget
 {
     Q_OBJECT
@@ -32,7 +31,7 @@ public:
     void updateScale(QPainter& painter);
     void updateMask(); ///< Makes the mask of the panel anew.
 
-    /// False: everything is drawn anew at each paint. The picture is the same.
+    /// False: the pixmap is made anew at each paint. The picture is the same.
     void setCached(bool cached) { m_cached = cached; }
 
 public slots:
@@ -43,10 +42,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void drawPanel(QPainter& painter, const QRegion& clip);
-    void drawCachedPanel(QPainter& painter, int pixelScale);
-    void renderCache(int pixelScale);
-    QImage panelOn(const QColor& background, int pixelScale);
+    void renderPanel(int pixelScale);
     void drawPointer(QPainter& painter);
 
     double m_scaleHeight = 0.0;
@@ -56,9 +52,8 @@ private:
     double m_maxValue = 0.0;
     std::unique_ptr<ScaleDraw> m_scale;
     std::unique_ptr<QBitmap> m_mask;
-    QRegion m_maskRegion;    ///< The same, as painting needs it.
-    QRegion m_seeThrough[2]; ///< What of it blends with what lies behind, above and below.
-    QPixmap m_cache;         ///< Transparent there and beside the panel. Null: to be drawn.
+    QRegion m_maskRegion; ///< The same, as painting needs it.
+    QPixmap m_panel;      ///< Panel and scale. Null: to be drawn.
     bool m_maskDirty = false;
     bool m_cached = true;
 };

@@ -68,6 +68,8 @@ private slots:
     void valueBarLooksAsDrawnAnew_data();
     void valueBarLooksAsDrawnAnew();
     void valueBarAtAnotherScaleLooksAsDrawnAnew();
+    void panelLooksAsDrawnDirectly_data();
+    void panelLooksAsDrawnDirectly();
     void lumenoLooksAsDrawnAnew_data();
     void lumenoLooksAsDrawnAnew();
     void lumenoScaleLooksAsDrawnDirectly_data();
@@ -103,6 +105,34 @@ void tst_GaugePixmaps::valueBarAtAnotherScaleLooksAsDrawnAnew()
     for (const double scale : {1.0, 2.0, 1.0, 1.1, 3.0, 0.5}) {
         QVERIFY(bars.alike(Qt::cyan, scale));
     }
+}
+
+void tst_GaugePixmaps::panelLooksAsDrawnDirectly_data()
+{
+    sizesAndBackgrounds({{400, 120}, {210, 75}, {101, 61}, {37, 29}});
+}
+
+void tst_GaugePixmaps::panelLooksAsDrawnDirectly()
+{
+    QFETCH(QSize, size);
+    QFETCH(QColor, behind);
+    QFETCH(double, scale);
+    Stand<OutputBarDevice> stand({{"widget/minThreshold", "0.2"}, {"widget/arrowHeight", "0"}});
+    stand.widget->resize(size);
+    auto& bar = static_cast<ValueBarWidget&>(*stand.widget);
+    stand.device.input(qQNaN()); // No pointer.
+    const QImage shown = pictureOf(bar, behind, scale);
+
+    QImage direct(shown.size(), shown.format());
+    direct.fill(behind);
+    QPainter painter(&direct);
+    painter.scale(scale, scale);
+    bar.updateScale(painter);
+    painter.end();
+    QVERIFY(largestDifference(shown, direct) <= 1);
+    QImage empty(shown.size(), shown.format());
+    empty.fill(behind);
+    QVERIFY(largestDifference(shown, empty) > 50);
 }
 
 void tst_GaugePixmaps::lumenoLooksAsDrawnAnew_data()
