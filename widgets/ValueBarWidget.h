@@ -10,10 +10,11 @@
 
 /// A horizontal gauge: a light panel with a scale at its bottom and a pointer above it.
 ///
-/// Panel and scale are drawn into a pixmap, which is shown until the size or the scale changes; what
-/// blends with the widget's background is within one colour level of being drawn on it directly.
-/// Where the picture is scaled by no whole number, all is drawn directly each time. A pointer beyond
-/// the scale is clipped by the panel; one at no number or at an infinity is not drawn.
+/// Panel and scale are drawn into a pixmap, which is shown until the size or the scale changes;
+/// what blends with the widget's background is within one colour level of being drawn on it
+/// directly. Where the picture is scaled by no whole number, all is drawn directly each time. A
+/// pointer beyond the scale is clipped by the panel; one at no number or at an infinity is not
+/// drawn.
 class ValueBarWidget : public BaseWidget
 {
     Q_OBJECT
