@@ -1,5 +1,6 @@
 #include "devices/IndicatorDevice.h"
 
+#include "devices/Caption.h"
 #include "widgets/LampWidget.h"
 
 IndicatorDevice::IndicatorDevice()
@@ -11,12 +12,7 @@ IndicatorDevice::IndicatorDevice()
 
 bool IndicatorDevice::initialise()
 {
-    m_caption = getParam(kCaption).value();
-    if (m_caption.isEmpty()) {
-        m_caption = objectName();
-        setParam(kCaption, m_caption);
-    }
-    setDescription(m_caption);
+    m_caption = settleCaption(*this, kCaption);
     return paramsOk();
 }
 

@@ -1,5 +1,6 @@
 #include "devices/OutputDigitalDevice.h"
 
+#include "devices/Caption.h"
 #include "devices/ReadoutOutputs.h"
 #include "widgets/DigitalWidget.h"
 
@@ -27,12 +28,7 @@ OutputDigitalDevice::~OutputDigitalDevice() = default;
 
 bool OutputDigitalDevice::initialise()
 {
-    m_caption = getParam(kName).value();
-    if (m_caption.isEmpty()) {
-        m_caption = objectName();
-        setParam(kName, m_caption);
-    }
-    setDescription(m_caption);
+    m_caption = settleCaption(*this, kName);
     if (!paramsOk()) {
         return false;
     }

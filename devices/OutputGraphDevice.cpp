@@ -1,5 +1,6 @@
 #include "devices/OutputGraphDevice.h"
 
+#include "devices/Caption.h"
 #include "widgets/GraphOutputWidget.h"
 
 #include <QDateTime>
@@ -28,12 +29,7 @@ OutputGraphDevice::OutputGraphDevice()
 
 bool OutputGraphDevice::initialise()
 {
-    QString name = getParam("name");
-    if (name.isEmpty()) {
-        name = getObjectName();
-        setParam("name", name);
-    }
-    setDescription(name);
+    settleCaption(*this, "name");
     return paramsOk();
 }
 

@@ -1,5 +1,6 @@
 #include "devices/OutputVector.h"
 
+#include "devices/Caption.h"
 #include "widgets/VectorGraphWidget.h"
 
 OutputVector::OutputVector()
@@ -12,12 +13,7 @@ OutputVector::OutputVector()
 
 bool OutputVector::initialise()
 {
-    QString name = getParam("name");
-    if (name.isEmpty()) {
-        name = getObjectName();
-        setParam("name", name);
-    }
-    setDescription(name);
+    settleCaption(*this, "name");
     return paramsOk();
 }
 

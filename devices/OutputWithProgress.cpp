@@ -1,5 +1,6 @@
 #include "devices/OutputWithProgress.h"
 
+#include "devices/Caption.h"
 #include "devices/ReadoutOutputs.h"
 #include "widgets/DigitalWithProgress.h"
 
@@ -59,13 +60,8 @@ bool OutputWithProgress::initialise()
     m_dashesStep = getParam(kDashesStep);
     m_alarmEnabled = getParam(kAlarm);
     m_alarmFile = getParam(kAlarmFile).value();
-    m_name = getParam(kName).value();
     m_type = getParam(kType).value();
-    if (m_name.isEmpty()) {
-        m_name = objectName();
-        setParam(kName, m_name);
-    }
-    setDescription(m_name);
+    m_name = settleCaption(*this, kName);
 
     const bool ok = paramsOk();
     if (ok && m_timeoutMs > 0) {
