@@ -76,8 +76,11 @@ void DigitalWidget::setActive(bool active)
     if (!active) {
         ReadoutStyle::setLook(m_value, ReadoutStyle::kTimedOut);
     }
-    m_caption->setEnabled(active);
-    update();
+    // The labels ask for their own repaints; the rest is drawn anew only when the state changes.
+    if (m_caption->isEnabled() != active) {
+        m_caption->setEnabled(active);
+        update();
+    }
 }
 
 void DigitalWidget::timeout()
@@ -102,7 +105,6 @@ void DigitalWidget::input(double value)
     ReadoutStyle::setLook(m_value,
                           m_outOfRange ? ReadoutStyle::kOutOfRange : ReadoutStyle::kInRange);
     setActive(true);
-    update();
 }
 
 void DigitalWidget::blinkTimerExpired()
