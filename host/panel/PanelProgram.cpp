@@ -56,8 +56,9 @@ int PanelProgram::run()
     if (m_options.action == Options::Action::Check) {
         return reportCheck(faults);
     }
+    // From before anything is told to the very end, so that no signal cuts the stop short.
+    const UnixSignals unixSignals;
     print(stderr, faults);
-    const UnixSignals unixSignals; // To the very end, so that no signal cuts the stop short.
     return hasErrors(faults) ? showFaults(faults, unixSignals)
                              : runPanel(plugins.manager(), description, unixSignals);
 }
