@@ -1,10 +1,10 @@
 // Starting a large panel, phase by phase, and what a busy panel costs while it runs.
 
-#include "host/panel/Panel.h"
-#include "host/panel/PanelCheck.h"
-#include "host/panel/PanelFile.h"
-#include "host/panel/PanelWindow.h"
-#include "host/panel/PluginSet.h"
+#include "host/panel/run/Panel.h"
+#include "host/panel/plan/PanelCheck.h"
+#include "host/panel/file/PanelFile.h"
+#include "host/window/PanelWindow.h"
+#include "host/program/PluginSet.h"
 
 #include <benchmark/benchmark.h>
 

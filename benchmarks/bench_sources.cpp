@@ -1,8 +1,8 @@
 // What the sources cost the thread that draws the panel.
 
-#include "host/sources/LineQueue.h"
-#include "host/sources/SystemDevice.h"
-#include "host/sources/Waveform.h"
+#include "plugins/sources/process/LineQueue.h"
+#include "plugins/sources/SystemDevice.h"
+#include "plugins/sources/Waveform.h"
 
 #include <benchmark/benchmark.h>
 

@@ -56,23 +56,49 @@ function(norvo_add_plugin name)
         INSTALL_RPATH "$ORIGIN/../..")
 endfunction()
 
-# norvo_add_test(NAME [SOURCES ...] [LIBRARIES ...] [TIMEOUT seconds])
-# A Qt Test program NAME.cpp, run off-screen; a connection that Qt refuses makes it fail.
-function(norvo_add_test name)
-    cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LIBRARIES" ${ARGN})
+# norvo_add_room(NAME SOURCES ... LIBRARIES ...)
+# One room of the host: a static library, so that tests and benchmarks can link it.
+function(norvo_add_room name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+    target_link_libraries(${name} PUBLIC ${ARG_LIBRARIES})
+    target_precompile_headers(${name} PRIVATE <QtCore>)
+endfunction()
+
+# norvo_add_tests(NAME SOURCES ... [LIBRARIES ...] [DEPENDS ...] [TIMEOUT seconds])
+# One Qt Test program for all the tests of an area. Each tst_X.cpp among the sources, which ends with
+# one of the macros of tests/TestMain.h, is a test tst_X of ctest: `NAME tst_X`, run off-screen; a
+# connection that Qt refuses makes it fail.
+function(norvo_add_tests name)
+    cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LIBRARIES;DEPENDS" ${ARGN})
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)
     endif()
-    add_executable(${name} ${name}.cpp ${ARG_SOURCES})
-    target_link_libraries(${name} PRIVATE Qt5::Test ${ARG_LIBRARIES})
+    add_executable(${name} ${PROJECT_SOURCE_DIR}/tests/TestMain.cpp ${ARG_SOURCES})
+    # Qt Quick for all of them, so that all share one set of precompiled headers.
+    target_link_libraries(${name} PRIVATE Qt5::Test Qt5::QuickWidgets ${ARG_LIBRARIES})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/tests)
     target_compile_definitions(${name} PRIVATE
         NORVO_BUILD_DIR="${CMAKE_BINARY_DIR}" NORVO_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
     target_precompile_headers(${name} REUSE_FROM test_headers)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-    add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+    if(ARG_DEPENDS)
+        add_dependencies(${name} ${ARG_DEPENDS})
+    endif()
+    foreach(source ${ARG_SOURCES})
+        if(source MATCHES "(tst_[A-Za-z0-9_]+)\\.cpp$")
+            norvo_add_test_run(${CMAKE_MATCH_1} ${name} ${CMAKE_MATCH_1} ${ARG_TIMEOUT})
+        endif()
+    endforeach()
+endfunction()
+
+# norvo_add_test_run(NAME PROGRAM CLASS TIMEOUT)
+# A run of one test class under a name of its own.
+function(norvo_add_test_run name program class timeout)
+    add_test(NAME ${name} COMMAND ${program} ${class} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
     set_tests_properties(${name} PROPERTIES
-        TIMEOUT ${ARG_TIMEOUT}
+        TIMEOUT ${timeout}
         FAIL_REGULAR_EXPRESSION "QObject::connect:"
         ENVIRONMENT "${NORVO_TEST_ENVIRONMENT}")
 endfunction()

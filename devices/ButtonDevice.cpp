@@ -1,7 +1,5 @@
 #include "devices/ButtonDevice.h"
 
-#include "widgets/ButtonWidget.h"
-
 namespace {
 
 constexpr char kToggled[] = "toggled";
@@ -28,11 +26,6 @@ void ButtonDevice::postInitialisation()
     if (m_isToggleMode) {
         emit toggled(m_toggled);
     }
-}
-
-BaseWidget* ButtonDevice::createWidget()
-{
-    return new ButtonWidget(this, nullptr);
 }
 
 void ButtonDevice::setToggled(bool _toggled)

@@ -1,18 +1,11 @@
 #include "devices/CheckBoxDevice.h"
 
-#include "widgets/CheckBoxWidget.h"
-
 #include <limits>
 
 CheckBoxDevice::CheckBoxDevice()
 {
     addParam(kLabel, "");
     addParam(kSize, "16");
-}
-
-BaseWidget* CheckBoxDevice::createWidget()
-{
-    return new CheckBoxWidget(this, nullptr);
 }
 
 void CheckBoxDevice::input(bool check)

@@ -1,7 +1,6 @@
 #include "devices/DropDownListDevice.h"
 
 #include "norvo/Truncation.h"
-#include "widgets/DropDownListWidget.h"
 
 #include <QScopedValueRollback>
 
@@ -41,11 +40,6 @@ QStringList DropDownListDevice::choices()
 bool DropDownListDevice::initialise()
 {
     return choices().isEmpty() ? error("Cant't parse options string") : true;
-}
-
-BaseWidget* DropDownListDevice::createWidget()
-{
-    return new DropDownListWidget(this, nullptr);
 }
 
 void DropDownListDevice::input(int index)

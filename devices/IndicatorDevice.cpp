@@ -1,7 +1,6 @@
 #include "devices/IndicatorDevice.h"
 
 #include "devices/Caption.h"
-#include "widgets/LampWidget.h"
 
 IndicatorDevice::IndicatorDevice()
 {
@@ -14,11 +13,6 @@ bool IndicatorDevice::initialise()
 {
     m_caption = settleCaption(*this, kCaption);
     return paramsOk();
-}
-
-BaseWidget* IndicatorDevice::createWidget()
-{
-    return new LampWidget(this, nullptr);
 }
 
 void IndicatorDevice::input(bool value)

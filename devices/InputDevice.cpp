@@ -2,7 +2,6 @@
 
 #include "devices/LenientNumber.h"
 #include "norvo/Truncation.h"
-#include "widgets/InputFieldWidget.h"
 
 namespace {
 
@@ -53,11 +52,6 @@ bool InputDevice::initialise()
     m_useScreenNumpad = getParam(kUseScreenNumpad);
     m_useScreenKeyboard = getParam(kUseScreenKeyboard);
     return paramsOk();
-}
-
-BaseWidget* InputDevice::createWidget()
-{
-    return new InputFieldWidget(this, nullptr);
 }
 
 void InputDevice::wgInput(double val)

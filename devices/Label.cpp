@@ -1,7 +1,5 @@
 #include "devices/Label.h"
 
-#include "widgets/LabelWidget.h"
-
 #include <QtNumeric>
 
 namespace {
@@ -37,11 +35,6 @@ bool Label::initialise()
 void Label::postInitialisation()
 {
     emit output(withoutValue(m_text));
-}
-
-BaseWidget* Label::createWidget()
-{
-    return new LabelWidget(this, nullptr);
 }
 
 void Label::inputWarning(bool warning)

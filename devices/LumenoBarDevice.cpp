@@ -1,7 +1,5 @@
 #include "devices/LumenoBarDevice.h"
 
-#include "widgets/OutputBarLumeno.h"
-
 LumenoBarDevice::LumenoBarDevice()
 {
     addParam(kName, "");
@@ -18,9 +16,4 @@ bool LumenoBarDevice::initialise()
     m_barWidth = getParam(kBarWidth);
     setDescription(m_name + " bar");
     return true;
-}
-
-BaseWidget* LumenoBarDevice::createWidget()
-{
-    return new OutputBarLumeno(this, nullptr);
 }

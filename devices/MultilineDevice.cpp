@@ -1,16 +1,9 @@
 #include "devices/MultilineDevice.h"
 
-#include "widgets/TextWidget.h"
-
 MultilineDevice::MultilineDevice()
 {
     addParam(kFontSize, "30");
     addParam(kDisableScrolling, "false");
-}
-
-BaseWidget* MultilineDevice::createWidget()
-{
-    return new TextWidget(this, nullptr);
 }
 
 void MultilineDevice::input(unsigned char value)

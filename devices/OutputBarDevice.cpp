@@ -1,7 +1,5 @@
 #include "devices/OutputBarDevice.h"
 
-#include "widgets/ValueBarWidget.h"
-
 OutputBarDevice::OutputBarDevice()
 {
     addParam(kMinThreshold, "0");
@@ -19,11 +17,6 @@ bool OutputBarDevice::initialise()
 {
     setDescription("BAR");
     return paramsOk();
-}
-
-BaseWidget* OutputBarDevice::createWidget()
-{
-    return new ValueBarWidget(this, nullptr);
 }
 
 void OutputBarDevice::input(double value)

@@ -2,7 +2,6 @@
 
 #include "devices/Caption.h"
 #include "devices/ReadoutOutputs.h"
-#include "widgets/DigitalWidget.h"
 
 #include <QTimer>
 
@@ -44,11 +43,6 @@ bool OutputDigitalDevice::initialise()
 void OutputDigitalDevice::deinitialise()
 {
     m_timeout.reset();
-}
-
-BaseWidget* OutputDigitalDevice::createWidget()
-{
-    return new DigitalWidget(this, nullptr);
 }
 
 void OutputDigitalDevice::timerTimeout()

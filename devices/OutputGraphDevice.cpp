@@ -1,7 +1,6 @@
 #include "devices/OutputGraphDevice.h"
 
 #include "devices/Caption.h"
-#include "widgets/GraphOutputWidget.h"
 
 #include <QDateTime>
 
@@ -31,13 +30,6 @@ bool OutputGraphDevice::initialise()
 {
     settleCaption(*this, "name");
     return paramsOk();
-}
-
-BaseWidget* OutputGraphDevice::createWidget()
-{
-    auto* widget = new GraphOutputWidget(this, nullptr);
-    QMetaObject::invokeMethod(this, "resendData", Qt::QueuedConnection);
-    return widget;
 }
 
 void OutputGraphDevice::input(double value)

@@ -1,7 +1,6 @@
 #include "devices/OutputVector.h"
 
 #include "devices/Caption.h"
-#include "widgets/VectorGraphWidget.h"
 
 OutputVector::OutputVector()
 {
@@ -15,11 +14,6 @@ bool OutputVector::initialise()
 {
     settleCaption(*this, "name");
     return paramsOk();
-}
-
-BaseWidget* OutputVector::createWidget()
-{
-    return new VectorGraphWidget(this, nullptr);
 }
 
 void OutputVector::input(DoubleVec data)

@@ -2,7 +2,6 @@
 
 #include "devices/Caption.h"
 #include "devices/ReadoutOutputs.h"
-#include "widgets/DigitalWithProgress.h"
 
 #include <QTimer>
 
@@ -75,11 +74,6 @@ bool OutputWithProgress::initialise()
 void OutputWithProgress::deinitialise()
 {
     m_timeout.reset();
-}
-
-BaseWidget* OutputWithProgress::createWidget()
-{
-    return new DigitalWithProgress(this, nullptr, true);
 }
 
 void OutputWithProgress::timerTimeout()

@@ -1,7 +1,6 @@
 #include "devices/QmlGuiDevice.h"
 
 #include "norvo/QmlDeviceImpl.h"
-#include "widgets/QmlWidget.h"
 
 #include <QDebug>
 #include <QDir>
@@ -97,9 +96,4 @@ QStringList QmlGuiDevice::grabMethods(const QString& name, QMetaMethod::MethodTy
 {
     return m_impl ? m_impl->grabMethods(name, type, flag)
                   : BaseGuiDevice::grabMethods(name, type, flag);
-}
-
-BaseWidget* QmlGuiDevice::createWidget()
-{
-    return new QmlWidget(m_impl.get(), this, nullptr);
 }

@@ -1,7 +1,5 @@
 #include "devices/SliderDevice.h"
 
-#include "widgets/SliderWidget.h"
-
 #include <algorithm>
 
 SliderDevice::SliderDevice()
@@ -22,11 +20,6 @@ QStringList SliderDevice::grabMethods(const QString& name, QMetaMethod::MethodTy
                       methods.end());
     }
     return methods;
-}
-
-BaseWidget* SliderDevice::createWidget()
-{
-    return new SliderWidget(this, nullptr);
 }
 
 void SliderDevice::wgInput(double value)

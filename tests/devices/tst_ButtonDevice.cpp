@@ -2,6 +2,7 @@
 #include "Recorder.h"
 
 #include "devices/ButtonDevice.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -197,5 +198,5 @@ void tst_ButtonDevice::clickEmitsInEitherMode()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_ButtonDevice)
+NORVO_GUILESS_TEST(tst_ButtonDevice)
 #include "tst_ButtonDevice.moc"

@@ -2,6 +2,7 @@
 #include "Recorder.h"
 
 #include "devices/CheckBoxDevice.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -90,5 +91,5 @@ void tst_CheckBoxDevice::numberAboveEpsilonIsYes()
                                   : QStringList({"output(false)", "output(0)"}));
 }
 
-QTEST_MAIN(tst_CheckBoxDevice)
+NORVO_TEST(tst_CheckBoxDevice)
 #include "tst_CheckBoxDevice.moc"

@@ -3,6 +3,7 @@
 #include "Recorder.h"
 
 #include "devices/DropDownListDevice.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -290,5 +291,5 @@ void tst_DropDownListDevice::outlivesItsStop()
     QCOMPARE(device.getItem(), std::optional<QString>("value1"));
 }
 
-QTEST_MAIN(tst_DropDownListDevice)
+NORVO_TEST(tst_DropDownListDevice)
 #include "tst_DropDownListDevice.moc"

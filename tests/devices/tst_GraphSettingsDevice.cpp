@@ -3,6 +3,7 @@
 
 #include "devices/GraphSettingsDevice.h"
 #include "devices/OutputGraphDevice.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -181,5 +182,5 @@ void tst_GraphSettingsDevice::settingsReachTheCurveThatTheRelayFeeds()
                           "outputFill(\"A\", true)"}));
 }
 
-QTEST_GUILESS_MAIN(tst_GraphSettingsDevice)
+NORVO_GUILESS_TEST(tst_GraphSettingsDevice)
 #include "tst_GraphSettingsDevice.moc"

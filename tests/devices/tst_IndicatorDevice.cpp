@@ -2,6 +2,7 @@
 #include "Recorder.h"
 
 #include "devices/IndicatorDevice.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -91,5 +92,5 @@ void tst_IndicatorDevice::inputWhileNotRunningIsDropped()
     QCOMPARE(recorder.take(), QStringList());
 }
 
-QTEST_MAIN(tst_IndicatorDevice)
+NORVO_TEST(tst_IndicatorDevice)
 #include "tst_IndicatorDevice.moc"

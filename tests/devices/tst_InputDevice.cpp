@@ -1,6 +1,7 @@
 #include "Declarations.h"
 
 #include "devices/InputDevice.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -120,5 +121,5 @@ void tst_InputDevice::decimalsAreCutTowardZero()
     QTEST(device.getDecimals(), "decimals");
 }
 
-QTEST_GUILESS_MAIN(tst_InputDevice)
+NORVO_GUILESS_TEST(tst_InputDevice)
 #include "tst_InputDevice.moc"

@@ -1,6 +1,7 @@
 #include "Recorder.h"
 
 #include "devices/InputDevice.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -187,5 +188,5 @@ void tst_InputDeviceValues::stateWhileATextFromTheWiringIsShown()
     QCOMPARE(m_states, QStringList("2,5|0|"));
 }
 
-QTEST_GUILESS_MAIN(tst_InputDeviceValues)
+NORVO_GUILESS_TEST(tst_InputDeviceValues)
 #include "tst_InputDeviceValues.moc"

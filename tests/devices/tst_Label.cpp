@@ -3,6 +3,7 @@
 #include "Recorder.h"
 
 #include "devices/Label.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -197,5 +198,5 @@ void tst_Label::inputsDoNotNeedTheRunningFlag()
     QCOMPARE(recorder.take(), QStringList({quoted("1"), quoted("text")}));
 }
 
-QTEST_GUILESS_MAIN(tst_Label)
+NORVO_GUILESS_TEST(tst_Label)
 #include "tst_Label.moc"

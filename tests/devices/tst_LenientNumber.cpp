@@ -1,4 +1,5 @@
 #include "devices/LenientNumber.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -37,5 +38,5 @@ void tst_LenientNumber::readsOrNot()
     QTEST(number.value_or(0), "number");
 }
 
-QTEST_GUILESS_MAIN(tst_LenientNumber)
+NORVO_GUILESS_TEST(tst_LenientNumber)
 #include "tst_LenientNumber.moc"

@@ -3,6 +3,7 @@
 
 #include "devices/LumenoBarDevice.h"
 #include "norvo/BaseWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -94,5 +95,5 @@ void tst_LumenoBarDevice::createsAWidgetWithoutParent()
     QCOMPARE(widget->metaObject()->className(), "OutputBarLumeno");
 }
 
-QTEST_MAIN(tst_LumenoBarDevice)
+NORVO_TEST(tst_LumenoBarDevice)
 #include "tst_LumenoBarDevice.moc"

@@ -2,6 +2,7 @@
 #include "Recorder.h"
 
 #include "devices/MultilineDevice.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -119,5 +120,5 @@ void tst_MultilineDevice::inputWhileNotRunningIsDropped()
     QCOMPARE(recorder.take(), QStringList());
 }
 
-QTEST_MAIN(tst_MultilineDevice)
+NORVO_TEST(tst_MultilineDevice)
 #include "tst_MultilineDevice.moc"

@@ -3,6 +3,7 @@
 
 #include "devices/OutputBarDevice.h"
 #include "norvo/BaseWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -105,5 +106,5 @@ void tst_OutputBarDevice::createsAWidgetWithoutParent()
     QCOMPARE(widget->metaObject()->className(), "ValueBarWidget");
 }
 
-QTEST_MAIN(tst_OutputBarDevice)
+NORVO_TEST(tst_OutputBarDevice)
 #include "tst_OutputBarDevice.moc"

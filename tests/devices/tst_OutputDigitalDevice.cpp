@@ -2,6 +2,7 @@
 #include "Recorder.h"
 
 #include "devices/OutputDigitalDevice.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -270,5 +271,5 @@ void tst_OutputDigitalDevice::initialiseAgainReplacesTheTimer()
     QVERIFY2(alerts.size() <= 5, qPrintable(QString::number(alerts.size())));
 }
 
-QTEST_GUILESS_MAIN(tst_OutputDigitalDevice)
+NORVO_GUILESS_TEST(tst_OutputDigitalDevice)
 #include "tst_OutputDigitalDevice.moc"

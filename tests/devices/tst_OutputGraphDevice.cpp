@@ -5,6 +5,7 @@
 #include "devices/OutputDigitalDevice.h"
 #include "devices/OutputGraphDevice.h"
 #include "norvo/BaseWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -357,5 +358,5 @@ void tst_OutputGraphDevice::settingsOutliveDeinitialise()
     QCOMPARE(running.resent().first(), QString("outputName(\"pump\", \"Pump\")"));
 }
 
-QTEST_MAIN(tst_OutputGraphDevice)
+NORVO_TEST(tst_OutputGraphDevice)
 #include "tst_OutputGraphDevice.moc"

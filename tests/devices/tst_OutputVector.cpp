@@ -2,6 +2,7 @@
 
 #include "devices/OutputVector.h"
 #include "norvo/BaseWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -126,5 +127,5 @@ void tst_OutputVector::createsAWidgetWithoutParent()
     QCOMPARE(widget->metaObject()->className(), "VectorGraphWidget");
 }
 
-QTEST_MAIN(tst_OutputVector)
+NORVO_TEST(tst_OutputVector)
 #include "tst_OutputVector.moc"

@@ -3,6 +3,7 @@
 
 #include "devices/OutputDigitalDevice.h"
 #include "devices/OutputWithProgress.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -301,5 +302,5 @@ void tst_OutputWithProgress::timeoutOfZeroOrLessIsNone()
     QCOMPARE(recorder.take(), QStringList());
 }
 
-QTEST_GUILESS_MAIN(tst_OutputWithProgress)
+NORVO_GUILESS_TEST(tst_OutputWithProgress)
 #include "tst_OutputWithProgress.moc"

@@ -1,6 +1,7 @@
 #include "Declarations.h"
 
 #include "devices/PictureDevice.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -34,5 +35,5 @@ void tst_PictureDevice::initialiseSucceedsWhateverTheParameters()
     QVERIFY(device.initialise());
 }
 
-QTEST_MAIN(tst_PictureDevice)
+NORVO_TEST(tst_PictureDevice)
 #include "tst_PictureDevice.moc"

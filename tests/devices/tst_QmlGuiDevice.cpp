@@ -6,6 +6,7 @@
 #include "devices/QmlGuiDevice.h"
 #include "norvo/BaseWidget.h"
 #include "norvo/DeviceTypeInfo.h"
+#include "TestMain.h"
 
 #include <QLabel>
 #include <QQmlEngine>
@@ -304,5 +305,5 @@ void tst_QmlGuiDevice::valueIsDoubledInJavaScriptAndNamedAfterTheDevice()
     QCOMPARE(named[0][1].toString(), QString("doubler"));
 }
 
-QTEST_MAIN(tst_QmlGuiDevice)
+NORVO_TEST(tst_QmlGuiDevice)
 #include "tst_QmlGuiDevice.moc"

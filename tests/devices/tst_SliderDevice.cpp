@@ -2,6 +2,7 @@
 #include "Recorder.h"
 
 #include "devices/SliderDevice.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -91,5 +92,5 @@ void tst_SliderDevice::widgetsMethodsAreListedOnlyWhenAskedFor()
     QCOMPARE(device.grabMethods(name, QMetaMethod::MethodType(type), flag), methods);
 }
 
-QTEST_MAIN(tst_SliderDevice)
+NORVO_TEST(tst_SliderDevice)
 #include "tst_SliderDevice.moc"

@@ -3,6 +3,7 @@
 #include "norvo/DeviceManager.h"
 #include "norvo/DevicePluginInterface.h"
 #include "norvo/DoubleVec.h"
+#include "TestMain.h"
 
 #include <QLabel>
 #include <QLibrary>
@@ -181,5 +182,5 @@ void tst_GraphsOfThePlugin::relayTellsItsSettings()
     QCOMPARE(relay->description(), QString("orange"));
 }
 
-QTEST_MAIN(tst_GraphsOfThePlugin)
+NORVO_TEST(tst_GraphsOfThePlugin)
 #include "tst_GraphsOfThePlugin.moc"

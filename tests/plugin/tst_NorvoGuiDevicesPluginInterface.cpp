@@ -3,6 +3,7 @@
 #include "norvo/BaseDevice.h"
 #include "norvo/DeviceManager.h"
 #include "norvo/DevicePluginInterface.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -268,5 +269,5 @@ void tst_NorvoGuiDevicesPluginInterface::registeringAgainOnlyAddsThePathsAgain()
     QVERIFY(manager.factories().value("label") == factory);
 }
 
-QTEST_GUILESS_MAIN(tst_NorvoGuiDevicesPluginInterface)
+NORVO_GUILESS_TEST(tst_NorvoGuiDevicesPluginInterface)
 #include "tst_NorvoGuiDevicesPluginInterface.moc"

@@ -6,6 +6,7 @@
 #include "devices/ButtonDevice.h"
 #include "devices/Label.h"
 #include "widgets/ButtonWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -198,5 +199,5 @@ void tst_ButtonWidget::pressedIsNeverEmitted()
     QVERIFY(stand.device.isToggled());
 }
 
-QTEST_MAIN(tst_ButtonWidget)
+NORVO_TEST(tst_ButtonWidget)
 #include "tst_ButtonWidget.moc"

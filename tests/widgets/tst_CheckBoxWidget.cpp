@@ -7,6 +7,7 @@
 #include "devices/ButtonDevice.h"
 #include "devices/CheckBoxDevice.h"
 #include "widgets/CheckBoxWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -225,5 +226,5 @@ void tst_CheckBoxWidget::inputBeforeInitialiseStillPassesTheDevice()
     QVERIFY(widget->findChildren<QWidget*>().isEmpty());
 }
 
-QTEST_MAIN(tst_CheckBoxWidget)
+NORVO_TEST(tst_CheckBoxWidget)
 #include "tst_CheckBoxWidget.moc"

@@ -5,6 +5,7 @@
 #include "Recorder.h"
 
 #include "devices/Label.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -242,5 +243,5 @@ void tst_DigitalWidget::afterDeinitialiseValuesAreStillShown()
     QCOMPARE(readout.value()->styleSheet(), ReadoutLooks::kGreen);
 }
 
-QTEST_MAIN(tst_DigitalWidget)
+NORVO_TEST(tst_DigitalWidget)
 #include "tst_DigitalWidget.moc"

@@ -1,4 +1,5 @@
 #include "DigitalReadout.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -93,5 +94,5 @@ void tst_DigitalWidgetValues::withoutTimeoutTheColourStays()
     QCOMPARE(readout.value()->styleSheet(), ReadoutLooks::kGreen);
 }
 
-QTEST_MAIN(tst_DigitalWidgetValues)
+NORVO_TEST(tst_DigitalWidgetValues)
 #include "tst_DigitalWidgetValues.moc"

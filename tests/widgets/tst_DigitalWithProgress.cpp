@@ -5,6 +5,7 @@
 #include "Recorder.h"
 
 #include "devices/Label.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -253,5 +254,5 @@ void tst_DigitalWithProgress::afterDeinitialiseValuesAreStillShown()
     QCOMPARE(readout.value()->text(), QString("42"));
 }
 
-QTEST_MAIN(tst_DigitalWithProgress)
+NORVO_TEST(tst_DigitalWithProgress)
 #include "tst_DigitalWithProgress.moc"

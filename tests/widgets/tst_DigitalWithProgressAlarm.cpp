@@ -1,5 +1,6 @@
 #include "ProgressReadout.h"
 #include "Recorder.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -252,5 +253,5 @@ void tst_DigitalWithProgressAlarm::stopAlarmLeavesItRunning()
     QCOMPARE(readout.recorder.take(), kOn);
 }
 
-QTEST_MAIN(tst_DigitalWithProgressAlarm)
+NORVO_TEST(tst_DigitalWithProgressAlarm)
 #include "tst_DigitalWithProgressAlarm.moc"

@@ -1,4 +1,5 @@
 #include "ProgressReadout.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -168,5 +169,5 @@ void tst_DigitalWithProgressValues::timeoutGreysAndAValueRevives()
     QVERIFY(readout.bar()->isEnabled());
 }
 
-QTEST_MAIN(tst_DigitalWithProgressValues)
+NORVO_TEST(tst_DigitalWithProgressValues)
 #include "tst_DigitalWithProgressValues.moc"

@@ -4,6 +4,7 @@
 
 #include "devices/DropDownListDevice.h"
 #include "widgets/DropDownListWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -168,5 +169,5 @@ void tst_DropDownListChoice::operatorBackToTheHeldIndexSendsTheTextOnly()
     QCOMPARE(wired.recorder->take(), QStringList("currentTextChanged(\"b\")"));
 }
 
-QTEST_MAIN(tst_DropDownListChoice)
+NORVO_TEST(tst_DropDownListChoice)
 #include "tst_DropDownListChoice.moc"

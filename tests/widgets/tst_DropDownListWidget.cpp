@@ -7,6 +7,7 @@
 #include "devices/ButtonDevice.h"
 #include "devices/DropDownListDevice.h"
 #include "widgets/DropDownListWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -279,5 +280,5 @@ void tst_DropDownListWidget::secondInitialiseLeavesOneListAndOneConnection()
              QStringList({"output(1)", "output(1)", "currentTextChanged(\"value2\")"}));
 }
 
-QTEST_MAIN(tst_DropDownListWidget)
+NORVO_TEST(tst_DropDownListWidget)
 #include "tst_DropDownListWidget.moc"

@@ -1,4 +1,5 @@
 #include "widgets/GaugeHistory.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -219,5 +220,5 @@ void tst_GaugeHistory::pointsAtNoNumberAreLeftOut()
     }
 }
 
-QTEST_MAIN(tst_GaugeHistory)
+NORVO_TEST(tst_GaugeHistory)
 #include "tst_GaugeHistory.moc"

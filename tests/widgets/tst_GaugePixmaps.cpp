@@ -5,6 +5,7 @@
 #include "devices/OutputBarDevice.h"
 #include "widgets/OutputBarLumeno.h"
 #include "widgets/ValueBarWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -203,5 +204,5 @@ void tst_GaugePixmaps::lumenoInAnotherSizeOrColourLooksAsDrawnAnew()
     QVERIFY(gauges.alike(Qt::white, 2.0));
 }
 
-QTEST_MAIN(tst_GaugePixmaps)
+NORVO_TEST(tst_GaugePixmaps)
 #include "tst_GaugePixmaps.moc"

@@ -4,6 +4,7 @@
 
 #include "devices/GraphSettingsDevice.h"
 #include "devices/Label.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -310,5 +311,5 @@ void tst_GraphOutputWidget::oldPlotDoesNotShowThrough()
     QCOMPARE(oldDrawn.size(), 0);
 }
 
-QTEST_MAIN(tst_GraphOutputWidget)
+NORVO_TEST(tst_GraphOutputWidget)
 #include "tst_GraphOutputWidget.moc"

@@ -1,5 +1,6 @@
 #include "GraphParts.h"
 #include "MessageLog.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -371,5 +372,5 @@ void tst_GraphOutputWidgetCurves::manySendersAreTaken()
     QCOMPARE(stand.plot()->graphCount(), count + 1);
 }
 
-QTEST_MAIN(tst_GraphOutputWidgetCurves)
+NORVO_TEST(tst_GraphOutputWidgetCurves)
 #include "tst_GraphOutputWidgetCurves.moc"

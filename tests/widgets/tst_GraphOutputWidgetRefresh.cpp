@@ -1,4 +1,5 @@
 #include "GraphParts.h"
+#include "TestMain.h"
 
 #include <QTabWidget>
 #include <QtTest>
@@ -275,5 +276,5 @@ void tst_GraphOutputWidgetRefresh::otherChangeEventsLeaveTheColours()
     }
 }
 
-QTEST_MAIN(tst_GraphOutputWidgetRefresh)
+NORVO_TEST(tst_GraphOutputWidgetRefresh)
 #include "tst_GraphOutputWidgetRefresh.moc"

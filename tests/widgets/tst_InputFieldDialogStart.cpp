@@ -1,4 +1,5 @@
 #include "InputFieldPress.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -86,5 +87,5 @@ void tst_InputFieldDialogStart::keyboardStartsFromTheTextShown()
              1);
 }
 
-QTEST_MAIN(tst_InputFieldDialogStart)
+NORVO_TEST(tst_InputFieldDialogStart)
 #include "tst_InputFieldDialogStart.moc"

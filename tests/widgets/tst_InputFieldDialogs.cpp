@@ -1,4 +1,5 @@
 #include "InputFieldPress.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -200,5 +201,5 @@ void tst_InputFieldDialogs::widgetMayDieUnderItsDialog()
     }
 }
 
-QTEST_MAIN(tst_InputFieldDialogs)
+NORVO_TEST(tst_InputFieldDialogs)
 #include "tst_InputFieldDialogs.moc"

@@ -1,4 +1,5 @@
 #include "RunningField.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -136,5 +137,5 @@ void tst_InputFieldEditing::editsAreDroppedWhileTheDeviceDoesNotRun()
     QCOMPARE(field.fromDevice->take(), QStringList({"wgOutput(\"7\")", "wgOutput(7)"}));
 }
 
-QTEST_MAIN(tst_InputFieldEditing)
+NORVO_TEST(tst_InputFieldEditing)
 #include "tst_InputFieldEditing.moc"

@@ -1,4 +1,5 @@
 #include "InputFieldParts.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -104,5 +105,5 @@ void tst_InputFieldLayout::editorHasTheFocusOfTheWidget()
     QCOMPARE(stand.widget->focusProxy(), editorOf(stand));
 }
 
-QTEST_MAIN(tst_InputFieldLayout)
+NORVO_TEST(tst_InputFieldLayout)
 #include "tst_InputFieldLayout.moc"

@@ -1,4 +1,5 @@
 #include "InputFieldParts.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -223,5 +224,5 @@ void tst_InputFieldWidget::decimalPointIsAPointInEveryCountry()
     QCOMPARE(lineText, QString("0.25"));
 }
 
-QTEST_MAIN(tst_InputFieldWidget)
+NORVO_TEST(tst_InputFieldWidget)
 #include "tst_InputFieldWidget.moc"

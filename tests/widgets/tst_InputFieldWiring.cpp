@@ -1,4 +1,5 @@
 #include "RunningField.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -133,5 +134,5 @@ void tst_InputFieldWiring::oddNumbersFromTheWiringDoNoHarm()
     }
 }
 
-QTEST_MAIN(tst_InputFieldWiring)
+NORVO_TEST(tst_InputFieldWiring)
 #include "tst_InputFieldWiring.moc"

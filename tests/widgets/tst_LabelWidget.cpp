@@ -6,6 +6,7 @@
 #include "devices/ButtonDevice.h"
 #include "devices/Label.h"
 #include "widgets/LabelWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -207,5 +208,5 @@ void tst_LabelWidget::nothingIsShownAfterDeinitialise()
     QCOMPARE(stand.only<QLabel>()->text(), QString("last"));
 }
 
-QTEST_MAIN(tst_LabelWidget)
+NORVO_TEST(tst_LabelWidget)
 #include "tst_LabelWidget.moc"

@@ -2,6 +2,7 @@
 
 #include "devices/IndicatorDevice.h"
 #include "widgets/LampWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -156,5 +157,5 @@ void tst_LampLook::setFontSizeChangesOnlyTheFont()
     QCOMPARE(lamp->styleSheet(), sheet("#2e4e18", "gray"));
 }
 
-QTEST_MAIN(tst_LampLook)
+NORVO_TEST(tst_LampLook)
 #include "tst_LampLook.moc"

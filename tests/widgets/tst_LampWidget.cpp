@@ -7,6 +7,7 @@
 #include "devices/ButtonDevice.h"
 #include "devices/IndicatorDevice.h"
 #include "widgets/LampWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -160,5 +161,5 @@ void tst_LampWidget::secondInitialiseLeavesOneConnectionAndOneLamp()
     QCOMPARE(stand.only<QLabel>()->styleSheet(), sheet("red", "white"));
 }
 
-QTEST_MAIN(tst_LampWidget)
+NORVO_TEST(tst_LampWidget)
 #include "tst_LampWidget.moc"

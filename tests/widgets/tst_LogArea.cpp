@@ -1,4 +1,5 @@
 #include "widgets/LogArea.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -236,5 +237,5 @@ void tst_LogArea::editsCanStillBeUndoneAfterwards()
     QCOMPARE(area.document()->blockCount(), lines);
 }
 
-QTEST_MAIN(tst_LogArea)
+NORVO_TEST(tst_LogArea)
 #include "tst_LogArea.moc"

@@ -1,4 +1,5 @@
 #include "widgets/LumenoGeometry.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -201,5 +202,5 @@ void tst_LumenoGeometry::stepThatDoesNotMoveTheValueEnds()
     QVERIFY(digits(scale, axisOf(scale)).size() <= 66);
 }
 
-QTEST_APPLESS_MAIN(tst_LumenoGeometry)
+NORVO_APPLESS_TEST(tst_LumenoGeometry)
 #include "tst_LumenoGeometry.moc"

@@ -1,6 +1,7 @@
 #include "Declarations.h"
 #include "LumenoGauge.h"
 #include "MessageLog.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -200,5 +201,5 @@ void tst_OutputBarLumeno::fontSizeBelowOneDrawsNothing()
     QCOMPARE(gauge.widget->minimumWidth(), 70);
 }
 
-QTEST_MAIN(tst_OutputBarLumeno)
+NORVO_TEST(tst_OutputBarLumeno)
 #include "tst_OutputBarLumeno.moc"

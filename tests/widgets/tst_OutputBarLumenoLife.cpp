@@ -1,4 +1,5 @@
 #include "LumenoGauge.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -210,5 +211,5 @@ void tst_OutputBarLumenoLife::everyChangeTakesTheTextColourAndAsksForNoPaint()
     QCOMPARE(marksDown(gauge.picture(), gauge.centre() + 5, 30, 280).size(), 0);
 }
 
-QTEST_MAIN(tst_OutputBarLumenoLife)
+NORVO_TEST(tst_OutputBarLumenoLife)
 #include "tst_OutputBarLumenoLife.moc"

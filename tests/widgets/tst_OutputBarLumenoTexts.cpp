@@ -1,4 +1,5 @@
 #include "LumenoGauge.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -139,5 +140,5 @@ void tst_OutputBarLumenoTexts::wrongSettingsStillDrawTheValue()
     QVERIFY(shows(gauge, box, font, Qt::red, "0.5"));
 }
 
-QTEST_MAIN(tst_OutputBarLumenoTexts)
+NORVO_TEST(tst_OutputBarLumenoTexts)
 #include "tst_OutputBarLumenoTexts.moc"

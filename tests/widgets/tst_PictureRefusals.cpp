@@ -3,6 +3,7 @@
 
 #include "devices/PictureDevice.h"
 #include "widgets/PictureWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -150,5 +151,5 @@ void tst_PictureRefusals::hugeTargetSizeIsRefused()
     QVERIFY(stand.widget->findChildren<QWidget*>().isEmpty());
 }
 
-QTEST_MAIN(tst_PictureRefusals)
+NORVO_TEST(tst_PictureRefusals)
 #include "tst_PictureRefusals.moc"

@@ -5,6 +5,7 @@
 #include "devices/ButtonDevice.h"
 #include "devices/PictureDevice.h"
 #include "widgets/PictureWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -192,5 +193,5 @@ void tst_PictureWidget::pictureIsSeenInTheMiddle()
     QVERIFY(seen.pixelColor(102, 47) != QColor(Qt::red));
 }
 
-QTEST_MAIN(tst_PictureWidget)
+NORVO_TEST(tst_PictureWidget)
 #include "tst_PictureWidget.moc"

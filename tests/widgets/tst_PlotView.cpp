@@ -1,4 +1,5 @@
 #include "widgets/PlotView.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -266,5 +267,5 @@ void tst_PlotView::onlyTheInterfaceNamesCallsOfOneGeneration()
     QVERIFY(readers >= 9);
 }
 
-QTEST_MAIN(tst_PlotView)
+NORVO_TEST(tst_PlotView)
 #include "tst_PlotView.moc"

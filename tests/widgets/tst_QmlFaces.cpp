@@ -2,6 +2,7 @@
 #include "Stand.h"
 
 #include "devices/QmlGuiDevice.h"
+#include "TestMain.h"
 
 #include <QQuickItem>
 #include <QQuickWidget>
@@ -118,5 +119,5 @@ void tst_QmlFaces::gaugePointsAtTheNumber()
     QCOMPARE(log.take().filter("device: "), QStringList());
 }
 
-QTEST_MAIN(tst_QmlFaces)
+NORVO_TEST(tst_QmlFaces)
 #include "tst_QmlFaces.moc"

@@ -5,6 +5,7 @@
 #include "devices/QmlGuiDevice.h"
 #include "norvo/QmlDeviceImpl.h"
 #include "widgets/QmlWidget.h"
+#include "TestMain.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -275,5 +276,5 @@ void tst_QmlWidget::widgetMayOutliveItsDevice()
     QCOMPARE(log.take(), QStringList("critical: : QmlDeviceImpl not initialised!"));
 }
 
-QTEST_MAIN(tst_QmlWidget)
+NORVO_TEST(tst_QmlWidget)
 #include "tst_QmlWidget.moc"

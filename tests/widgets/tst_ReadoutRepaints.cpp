@@ -6,6 +6,7 @@
 #include "Stand.h"
 
 #include "devices/OutputDigitalDevice.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -130,5 +131,5 @@ void tst_ReadoutRepaints::movingBarPaintsOncePerTurn()
     QCOMPARE(readout.bar()->value(), 1000);
 }
 
-QTEST_MAIN(tst_ReadoutRepaints)
+NORVO_TEST(tst_ReadoutRepaints)
 #include "tst_ReadoutRepaints.moc"

@@ -1,4 +1,5 @@
 #include "widgets/ScaleDraw.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -218,5 +219,5 @@ void tst_ScaleDraw::drawingHugeValuesEnds()
     QVERIFY(scale.digitCount() > 0);
 }
 
-QTEST_MAIN(tst_ScaleDraw)
+NORVO_TEST(tst_ScaleDraw)
 #include "tst_ScaleDraw.moc"

@@ -8,6 +8,7 @@
 #include "devices/ButtonDevice.h"
 #include "devices/SliderDevice.h"
 #include "widgets/SliderWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -285,5 +286,5 @@ void tst_SliderWidget::operatorDragsTheHandle()
     QCOMPARE(recorder.take(), QStringList("output(100)"));
 }
 
-QTEST_MAIN(tst_SliderWidget)
+NORVO_TEST(tst_SliderWidget)
 #include "tst_SliderWidget.moc"

@@ -1,4 +1,5 @@
 #include "widgets/TextHelper.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -73,5 +74,5 @@ void tst_TextHelper::followsTheGlobalCppLocaleAlone()
     QCOMPARE(text, QString("1,5"));
 }
 
-QTEST_APPLESS_MAIN(tst_TextHelper)
+NORVO_APPLESS_TEST(tst_TextHelper)
 #include "tst_TextHelper.moc"

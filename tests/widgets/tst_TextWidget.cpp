@@ -6,6 +6,7 @@
 #include "devices/ButtonDevice.h"
 #include "devices/MultilineDevice.h"
 #include "widgets/TextWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -243,5 +244,5 @@ void tst_TextWidget::scrollEnableTakesEffectWithTheNextLine()
     QCOMPARE(bar->value(), bar->maximum());
 }
 
-QTEST_MAIN(tst_TextWidget)
+NORVO_TEST(tst_TextWidget)
 #include "tst_TextWidget.moc"

@@ -1,4 +1,5 @@
 #include "widgets/ValueBarGeometry.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -87,5 +88,5 @@ void tst_ValueBarGeometry::cornersCoverTheRoundedEdge()
     QVERIFY(!region.contains(QPoint(5, 60)));
 }
 
-QTEST_APPLESS_MAIN(tst_ValueBarGeometry)
+NORVO_APPLESS_TEST(tst_ValueBarGeometry)
 #include "tst_ValueBarGeometry.moc"

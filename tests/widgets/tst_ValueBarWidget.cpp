@@ -3,6 +3,7 @@
 #include "ValueBar.h"
 
 #include "devices/LumenoBarDevice.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -208,5 +209,5 @@ void tst_ValueBarWidget::valueThatIsNoNumberHasNoPointer()
     QVERIFY(!pointerColumns(bar).isEmpty());
 }
 
-QTEST_MAIN(tst_ValueBarWidget)
+NORVO_TEST(tst_ValueBarWidget)
 #include "tst_ValueBarWidget.moc"

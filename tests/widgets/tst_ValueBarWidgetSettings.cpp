@@ -1,4 +1,5 @@
 #include "ValueBar.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -203,5 +204,5 @@ void tst_ValueBarWidgetSettings::wrongSettingsStillDrawPanelAndPointer()
     QVERIFY(band == kRed || band == kGreen);
 }
 
-QTEST_MAIN(tst_ValueBarWidgetSettings)
+NORVO_TEST(tst_ValueBarWidgetSettings)
 #include "tst_ValueBarWidgetSettings.moc"

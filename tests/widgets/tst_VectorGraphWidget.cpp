@@ -3,6 +3,7 @@
 #include "GridPlaces.h"
 
 #include "devices/Label.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -376,5 +377,5 @@ void tst_VectorGraphWidget::paletteChangeEventAppliesTheColoursAnew()
     QCOMPARE(stand.plot()->yAxis->labelColor(), stand.plot()->palette().color(QPalette::Text));
 }
 
-QTEST_MAIN(tst_VectorGraphWidget)
+NORVO_TEST(tst_VectorGraphWidget)
 #include "tst_VectorGraphWidget.moc"

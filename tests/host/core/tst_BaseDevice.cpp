@@ -1,6 +1,7 @@
 #include "norvo/BaseDevice.h"
 
 #include "MessageLog.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -215,6 +216,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_BaseDevice)
+NORVO_GUILESS_TEST(tst_BaseDevice)
 
 #include "tst_BaseDevice.moc"

@@ -1,4 +1,5 @@
 #include "norvo/BaseDevice.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -191,6 +192,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_BaseDeviceMethods)
+NORVO_GUILESS_TEST(tst_BaseDeviceMethods)
 
 #include "tst_BaseDeviceMethods.moc"

@@ -1,4 +1,5 @@
 #include "norvo/CaseInsensetiveDictionary.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -115,6 +116,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_CaseInsensetiveDictionary)
+NORVO_GUILESS_TEST(tst_CaseInsensetiveDictionary)
 
 #include "tst_CaseInsensetiveDictionary.moc"

@@ -1,6 +1,7 @@
 #include "norvo/BaseDevice.h"
 #include "norvo/Categories.h"
 #include "norvo/DeviceManager.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -134,6 +135,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_DeviceManager)
+NORVO_GUILESS_TEST(tst_DeviceManager)
 
 #include "tst_DeviceManager.moc"

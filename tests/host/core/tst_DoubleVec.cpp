@@ -2,6 +2,7 @@
 #include "norvo/DeviceManager.h"
 #include "norvo/DevicePluginInterface.h"
 #include "norvo/DoubleVec.h"
+#include "TestMain.h"
 
 #include <QLibrary>
 #include <QPluginLoader>
@@ -116,6 +117,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_DoubleVec)
+NORVO_GUILESS_TEST(tst_DoubleVec)
 
 #include "tst_DoubleVec.moc"

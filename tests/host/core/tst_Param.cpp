@@ -1,4 +1,5 @@
 #include "norvo/Param.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -243,6 +244,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_Param)
+NORVO_GUILESS_TEST(tst_Param)
 
 #include "tst_Param.moc"

@@ -1,6 +1,7 @@
 #include "norvo/ParametersEntity.h"
 
 #include "MessageLog.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -233,6 +234,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_ParametersEntity)
+NORVO_GUILESS_TEST(tst_ParametersEntity)
 
 #include "tst_ParametersEntity.moc"

@@ -1,5 +1,6 @@
 #include "norvo/BaseGuiDevice.h"
 #include "norvo/BaseWidget.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -107,6 +108,6 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_BaseGuiDevice)
+NORVO_TEST(tst_BaseGuiDevice)
 
 #include "tst_BaseGuiDevice.moc"

@@ -1,6 +1,7 @@
 #include "norvo/BaseWidget.h"
 
 #include "MessageLog.h"
+#include "TestMain.h"
 
 #include <QGridLayout>
 #include <QtTest>
@@ -225,6 +226,6 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_BaseWidget)
+NORVO_TEST(tst_BaseWidget)
 
 #include "tst_BaseWidget.moc"

@@ -1,6 +1,7 @@
 #include "ModalDialog.h"
 
 #include "norvo/NumpadDialog.h"
+#include "TestMain.h"
 
 #include <QtTest>
 
@@ -77,5 +78,5 @@ void tst_Icons::pointsItsWay()
     QCOMPARE(alpha(0, 0), 0);
 }
 
-QTEST_MAIN(tst_Icons)
+NORVO_TEST(tst_Icons)
 #include "tst_Icons.moc"

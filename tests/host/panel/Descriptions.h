@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/panel/PanelDescription.h"
+#include "host/panel/file/PanelDescription.h"
 
 #include <QMap>
 

@@ -1,0 +1,74 @@
+#include "host/gui/dialogs/EntryDialog.h"
+
+#include "host/gui/dialogs/EntryDisplay.h"
+#include "host/gui/dialogs/TouchKey.h"
+
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPointer>
+#include <QScreen>
+#include <QWindow>
+
+namespace norvo {
+namespace {
+
+constexpr int kTextPixels = 17;
+
+} // namespace
+
+EntryDialog::EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& title)
+    : QDialog(parent, flags),
+      m_display(new EntryDisplay),
+      m_reason(new QLabel),
+      m_ok(new TouchKey("ok", tr("OK"))),
+      m_cancel(new TouchKey("cancel", tr("Cancel")))
+{
+    setWindowTitle(title);
+    setModal(true);
+    m_reason->setObjectName("reason");
+    QFont readable = font();
+    readable.setPixelSize(kTextPixels);
+    setFont(readable);
+    m_reason->setFont(readable);
+    m_reason->setMinimumHeight(m_reason->fontMetrics().height());
+    m_display->setAccessibleName(title);
+    m_ok->setDefault(true);
+    connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
+    connect(m_cancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+bool EntryDialog::isConfirmed(EntryDialog* dialog)
+{
+    const QPointer<EntryDialog> guard(dialog);
+    return dialog->exec() == QDialog::Accepted && guard;
+}
+
+void EntryDialog::showFault(const QString& reason)
+{
+    m_display->setFaulty(!reason.isEmpty());
+    m_reason->setText(reason);
+    m_ok->setEnabled(reason.isEmpty());
+}
+
+void EntryDialog::fitIntoScreen(const QSize& preferred)
+{
+    resize(preferred.boundedTo(screen()->availableSize()));
+}
+
+void EntryDialog::setVisible(bool visible)
+{
+    QDialog::setVisible(visible);
+    m_display->end(false); // Qt has selected the text, and the first key would replace it
+}
+
+void EntryDialog::showEvent(QShowEvent* event)
+{
+    // Without a parent it would get lost behind a panel that fills the screen.
+    QWindow* const behind = QGuiApplication::focusWindow();
+    if (!parentWidget() && behind && behind != windowHandle()) {
+        windowHandle()->setTransientParent(behind);
+    }
+    QDialog::showEvent(event);
+}
+
+} // namespace norvo

@@ -1,0 +1,31 @@
+#include "host/gui/dialogs/EntryDisplay.h"
+
+namespace norvo {
+
+EntryDisplay::EntryDisplay()
+{
+    constexpr int fontPixels = 32;
+    constexpr int height = 60;
+    QFont large = font();
+    large.setPixelSize(fontPixels);
+    setFont(large);
+    setMinimumHeight(height);
+    setObjectName("display");
+}
+
+void EntryDisplay::setFaulty(bool faulty)
+{
+    if (faulty == m_isFaulty) {
+        return;
+    }
+    m_isFaulty = faulty;
+    QPalette colours;
+    if (faulty) {
+        colours.setColor(QPalette::Base, QColor("#c62828"));
+        colours.setColor(QPalette::Text, Qt::white);
+        colours.setColor(QPalette::PlaceholderText, QColor("#ffd0d0"));
+    }
+    setPalette(colours);
+}
+
+} // namespace norvo

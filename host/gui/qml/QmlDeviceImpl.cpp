@@ -1,0 +1,178 @@
+#include "norvo/QmlDeviceImpl.h"
+
+#include "host/gui/qml/QmlDocument.h"
+#include "host/gui/qml/QmlNetwork.h"
+#include "host/gui/qml/QmlRenderer.h"
+#include "host/gui/qml/QmlWrapper.h"
+
+#include "norvo/ParametersEntity.h"
+
+#include <QDebug>
+#include <QPointer>
+#include <QQmlEngine>
+#include <QQmlError>
+#include <QQuickItem>
+
+using norvo::QmlDocument;
+using norvo::QmlNetwork;
+using norvo::QmlWrapper;
+
+struct QmlDeviceImpl::Private
+{
+    explicit Private(QQmlEngine* qmlEngine) : engine(qmlEngine) {}
+
+    QPointer<QQmlEngine> engine;
+    QmlNetwork network;
+    QPointer<QObject> owner;
+    QmlDocument document;                ///< The newest, even if it did not load.
+    std::unique_ptr<QmlWrapper> wrapper; ///< Null when there is no item.
+    QPointer<QQuickItem> item;
+    QVector<QPointer<QQuickItem>> retired; ///< Waiting for the event loop to delete them.
+
+    void alert(const QString& text)
+    {
+        if (auto* const device = dynamic_cast<ParametersEntity*>(owner.data())) {
+            device->alert(text);
+        } else {
+            qWarning().noquote() << text;
+        }
+    }
+
+    /// Gives up the item. It may be the one whose handler has led here, so it is deleted later.
+    void retireItem()
+    {
+        if (!item) {
+            return;
+        }
+        item->disconnect(wrapper.get());
+        item->setParentItem(nullptr);
+        item->deleteLater();
+        retired.removeAll(nullptr);
+        retired.append(item);
+        item = nullptr;
+    }
+
+    /// All signals and slots there are, for comparison.
+    QStringList methods() const
+    {
+        QStringList list;
+        for (const auto type : {QMetaMethod::Signal, QMetaMethod::Slot}) {
+            const QStringList signatures = wrapper ? wrapper->signatures({}, type) : QStringList();
+            for (const QString& signature : signatures) {
+                list.append(QString("%1 %2").arg(type).arg(signature));
+            }
+        }
+        return list;
+    }
+
+    /// The wires stay where they can.
+    void wrap(QQuickItem& newItem)
+    {
+        if (wrapper && wrapper->fits(newItem)) {
+            wrapper->bind(newItem);
+        } else {
+            wrapper = std::make_unique<QmlWrapper>(newItem);
+        }
+        wrapper->setObjectName(owner ? owner->objectName() : QString());
+    }
+};
+
+QmlDeviceImpl::QmlDeviceImpl(QQmlEngine* engine) : d(std::make_unique<Private>(engine))
+{
+    norvo::chooseQuickRenderer();
+    engine->setNetworkAccessManagerFactory(&d->network);
+    engine->setOutputWarningsToStandardError(false);
+    connect(engine, &QQmlEngine::warnings, this, [this](const QList<QQmlError>& warnings) {
+        for (const QQmlError& warning : warnings) {
+            d->alert(d->document.told(warning));
+        }
+    });
+    const auto tellRefusal = [this](const QString& url) {
+        d->alert(QString("%1 is refused: the network is closed to this document; \"network: true\" "
+                         "at the device opens it")
+                     .arg(url));
+    };
+    connect(&d->network, &QmlNetwork::refused, this, tellRefusal, Qt::QueuedConnection);
+}
+
+QmlDeviceImpl::~QmlDeviceImpl()
+{
+    deinit();
+    for (const QPointer<QQuickItem>& item : qAsConst(d->retired)) {
+        delete item;
+    }
+    if (d->engine) {
+        d->engine->setNetworkAccessManagerFactory(nullptr);
+    }
+}
+
+QString QmlDeviceImpl::init(QObject* owner, const QString& sourceType, const QString& sourceData,
+                            const QString& sourceCode, bool& methodsChanged)
+{
+    const QStringList before = d->methods();
+    d->retireItem();
+    if (d->owner) {
+        d->owner->disconnect(this);
+    }
+    d->owner = owner;
+    d->network.setAllowed(owner && owner->property(kNetworkProperty).toBool());
+    d->document = sourceType == "file" ? QmlDocument::fromFile(sourceData)
+                                       : QmlDocument::fromText(sourceCode);
+    d->engine->clearComponentCache(); // The files may have changed.
+
+    QString fault;
+    d->item = d->document.load(*d->engine, fault).release();
+    if (d->item) {
+        d->wrap(*d->item);
+        if (owner) {
+            connect(owner, &QObject::objectNameChanged, this,
+                    [this](const QString& name) { d->wrapper->setObjectName(name); });
+        }
+    } else {
+        d->wrapper.reset();
+    }
+    methodsChanged = d->methods() != before;
+    return fault;
+}
+
+void QmlDeviceImpl::deinit()
+{
+    if (d->owner) {
+        d->owner->disconnect(this);
+    }
+    d->retireItem();
+    d->wrapper.reset();
+}
+
+QObject* QmlDeviceImpl::getSignalWrapper(const QString& name, QString& signature)
+{
+    signature = d->wrapper ? d->wrapper->resolve(name, QMetaMethod::Signal) : QString();
+    return signature.isEmpty() ? nullptr : d->wrapper.get();
+}
+
+QObject* QmlDeviceImpl::getSlotWrapper(const QString& name, QString& signature)
+{
+    signature = d->wrapper ? d->wrapper->resolve(name, QMetaMethod::Slot) : QString();
+    return signature.isEmpty() ? nullptr : d->wrapper.get();
+}
+
+QStringList QmlDeviceImpl::grabMethods(const QString& name, QMetaMethod::MethodType type,
+                                       bool) const
+{
+    return d->wrapper ? d->wrapper->signatures(name, type) : QStringList();
+}
+
+bool QmlDeviceImpl::isInitialised() const
+{
+    return d->wrapper != nullptr;
+}
+
+QQmlEngine* QmlDeviceImpl::getEngine() const
+{
+    return d->engine;
+}
+
+QQuickItem* QmlDeviceImpl::getItem() const
+{
+    return d->item;
+}

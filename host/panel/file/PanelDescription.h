@@ -1,0 +1,53 @@
+#pragma once
+
+#include "host/panel/file/Fault.h"
+
+#include <QString>
+#include <QVector>
+
+namespace norvo {
+
+/// A text of the panel file and where its first character stands.
+struct PlacedText
+{
+    QString text;
+    Place place;
+};
+
+struct ParamSetting
+{
+    PlacedText name;  ///< Nested maps are joined: "widget/row".
+    PlacedText value; ///< Letter by letter as written.
+};
+
+struct DeviceSetting
+{
+    PlacedText id;
+    PlacedText type; ///< The type key.
+    QVector<ParamSetting> params;
+    bool network = false; ///< The key "network: true" stands at this device.
+};
+
+struct Endpoint
+{
+    PlacedText device; ///< The id.
+    PlacedText method; ///< A name or a full signature.
+};
+
+struct Arrow
+{
+    Endpoint from;
+    Endpoint to;
+    PlacedText whole; ///< The arrow as written.
+};
+
+/// What a panel file says, before anybody knows whether such devices exist.
+struct PanelDescription
+{
+    QString file; ///< As the user named it.
+    PlacedText title;
+    QVector<DeviceSetting> devices; ///< In the order of the file.
+    QVector<Arrow> connections;     ///< In the order of the file.
+};
+
+} // namespace norvo

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "host/panel/file/PanelDescription.h"
+#include "host/yaml/SourceText.h"
+#include "host/yaml/YamlTree.h"
+
+#include <QHash>
+
+namespace norvo {
+
+/// Finds a panel in a YAML tree. Goes on after each fault, to tell them all.
+class PanelReader
+{
+public:
+    static constexpr int kLongestName = 256;   ///< Of a parameter, in characters.
+    static constexpr int kLongestArrow = 1000; ///< In characters.
+
+    PanelReader(const SourceText& source, const QString& fileName, Faults& faults);
+
+    PanelDescription read(const YamlNode& root);
+
+private:
+    enum class Keys { Any, Panel, Devices };
+    struct Params;
+
+    void checkKeys(const YamlNode& node, Keys keys);
+    void readTitle(const YamlEntry& entry);
+    void readDevices(const YamlEntry& entry);
+    void readDevice(const YamlEntry& entry);
+    void checkId(const PlacedText& id);
+    void readSettings(const YamlNode& value, DeviceSetting& device);
+    void readSetting(const YamlEntry& entry, DeviceSetting& device);
+    void readType(const YamlEntry& entry, DeviceSetting& device);
+    void readNetwork(const YamlEntry& entry, DeviceSetting& device);
+    void readParams(const YamlEntry& entry, DeviceSetting& device);
+    void readParam(const YamlEntry& entry, const QString& prefix, Params& params);
+    void readConnections(const YamlEntry& entry);
+    void readArrow(const YamlEntry& entry);
+    bool readEndpoint(const YamlNode& node, int begin, int end, bool isSource, Endpoint& endpoint);
+
+    void refuse(const Place& place, const QString& text);
+
+    const SourceText& m_source;
+    Faults& m_faults;
+    PanelDescription m_description;
+};
+
+} // namespace norvo

@@ -1,0 +1,266 @@
+#include "host/panel/plan/Wiring.h"
+
+#include "host/panel/file/Suggestion.h"
+
+#include "norvo/BaseDevice.h"
+
+#include <QMetaMethod>
+#include <QStringList>
+
+#include <algorithm>
+
+namespace norvo {
+
+namespace {
+
+constexpr int kPairsTold = 12;
+
+/// An output or an input of a device.
+struct Method
+{
+    QObject* object;
+    QString signature;
+};
+using Methods = QVector<Method>;
+
+/// One end of an arrow: a device and what it sends or takes.
+struct End
+{
+    const Endpoint& written;
+    BaseDevice& device;
+    QMetaMethod::MethodType type;
+
+    QString id() const { return written.device.text; }
+    QString text() const { return written.method.text.trimmed(); }
+    bool isSignature() const { return text().contains('('); }
+    QString name() const { return text().section('(', 0, 0).trimmed(); }
+
+    /// The one method that `wanted`, a name or a signature, asks for; no object if there is none.
+    Method find(const QString& wanted) const
+    {
+        QString signature;
+        QObject* object = type == QMetaMethod::Signal ? device.getProvider(wanted, signature)
+                                                      : device.getReceiver(wanted, signature);
+        return {object, signature};
+    }
+
+    /// The signatures that the device has under this name; everything on offer for an empty one.
+    QStringList signatures(const QString& wanted) const
+    {
+        return device.grabMethods(wanted, type, !wanted.isEmpty());
+    }
+
+    Methods methods(const QString& wanted) const
+    {
+        Methods found;
+        const QStringList all = signatures(wanted);
+        for (const QString& signature : all) {
+            const Method method = find(signature);
+            if (method.object) {
+                found.append(method);
+            }
+        }
+        return found;
+    }
+};
+
+struct Pair
+{
+    Method signal;
+    Method slot;
+};
+using Pairs = QVector<Pair>;
+
+QString arguments(const QString& signature)
+{
+    return signature.mid(signature.indexOf('('));
+}
+
+bool fits(const Method& signal, const Method& slot)
+{
+    return QMetaObject::checkConnectArgs(signal.signature.toUtf8().constData(),
+                                         slot.signature.toUtf8().constData());
+}
+
+bool isEqual(const Pair& pair)
+{
+    return arguments(pair.signal.signature) == arguments(pair.slot.signature);
+}
+
+Pairs fittingPairs(const Methods& signalMethods, const Methods& slotMethods)
+{
+    Pairs pairs;
+    for (const Method& signal : signalMethods) {
+        for (const Method& slot : slotMethods) {
+            if (fits(signal, slot)) {
+                pairs.append({signal, slot});
+            }
+        }
+    }
+    return pairs;
+}
+
+/// The methods that the text of this end can mean.
+Methods meantBy(const End& end)
+{
+    if (!end.isSignature()) {
+        return end.methods(end.name());
+    }
+    const Method method = end.find(end.text());
+    return method.object ? Methods{method} : Methods{};
+}
+
+/// Some receivers convert: they can be asked for arguments that they do not list. Adds what `slot`,
+/// named without signature, answers when it is asked for the very arguments of the signals.
+void addConverted(const End& slot, const Methods& signalMethods, Methods& slotMethods)
+{
+    if (slot.isSignature()) {
+        return;
+    }
+    for (const Method& signal : signalMethods) {
+        const Method method = slot.find(slot.name() + arguments(signal.signature));
+        const auto isKnown = [&method](const Method& known) {
+            return known.signature == method.signature;
+        };
+        if (method.object && std::none_of(slotMethods.cbegin(), slotMethods.cend(), isKnown)) {
+            slotMethods.append(method);
+        }
+    }
+}
+
+QString unknownMethod(const End& end)
+{
+    const bool isSignal = end.type == QMetaMethod::Signal;
+    QString text = QString("%1 has no %2 %3")
+                       .arg(inQuotes(end.id()), isSignal ? "signal" : "slot", inQuotes(end.text()));
+    const QStringList overloads = end.signatures(end.name());
+    if (!overloads.isEmpty()) {
+        return text + QString("; it has %1").arg(overloads.join(", "));
+    }
+    const QStringList all = end.signatures({});
+    QStringList names;
+    for (const QString& signature : all) {
+        names.append(signature.section('(', 0, 0));
+    }
+    names.removeDuplicates();
+    text += all.isEmpty() ? QString("; it has none") : QString("; it has %1").arg(all.join(", "));
+    return text + didYouMean(end.name(), names);
+}
+
+QString told(const Pairs& pairs, const End& from, const End& to)
+{
+    QStringList texts;
+    for (const Pair& pair : pairs.mid(0, kPairsTold)) {
+        texts.append(QString("%1.%2 -> %3.%4")
+                         .arg(from.id(), pair.signal.signature, to.id(), pair.slot.signature));
+    }
+    QString text = texts.join(", ");
+    if (pairs.size() > kPairsTold) {
+        text += QString(" and %1 more").arg(pairs.size() - kPairsTold);
+    }
+    return text;
+}
+
+/// All pairs of the two devices that fit, those nearest to what was written first.
+Pairs nearestPairs(const End& from, const End& to)
+{
+    Pairs pairs = fittingPairs(from.methods({}), to.methods({}));
+    const auto distance = [&from, &to](const Pair& pair) {
+        return (pair.signal.signature.section('(', 0, 0) == from.name() ? 0 : 1) +
+               (pair.slot.signature.section('(', 0, 0) == to.name() ? 0 : 1) +
+               (isEqual(pair) ? 0 : 1);
+    };
+    std::stable_sort(pairs.begin(), pairs.end(), [&distance](const Pair& a, const Pair& b) {
+        return distance(a) < distance(b);
+    });
+    return pairs;
+}
+
+QString misfit(const End& from, const End& to, const Methods& signalMethods,
+               const Methods& slotMethods)
+{
+    const auto list = [](const Methods& methods) {
+        QStringList signatures;
+        for (const Method& method : methods) {
+            signatures.append(method.signature);
+        }
+        return signatures.join(" or ");
+    };
+    const QString text = QString("%1.%2 does not fit %3.%4")
+                             .arg(from.id(), list(signalMethods), to.id(), list(slotMethods));
+    const Pairs pairs = nearestPairs(from, to);
+    return text + (pairs.isEmpty() ? QString("; nothing that %1 sends fits %2")
+                                         .arg(inQuotes(from.id()), inQuotes(to.id()))
+                                   : QString("; what fits: %1").arg(told(pairs, from, to)));
+}
+
+} // namespace
+
+std::optional<Wire> resolveArrow(const Arrow& arrow, BaseDevice& from, BaseDevice& to,
+                                 const QString& file, Faults& faults)
+{
+    const auto refuse = [&faults, &file](const Place& place, const QString& text) {
+        faults.append({Fault::Severity::Error, file, place, text});
+    };
+    const End source{arrow.from, from, QMetaMethod::Signal};
+    const End target{arrow.to, to, QMetaMethod::Slot};
+    const Methods signalMethods = meantBy(source);
+    Methods slotMethods = meantBy(target);
+    addConverted(target, signalMethods, slotMethods);
+    if (signalMethods.isEmpty()) {
+        refuse(arrow.from.method.place, unknownMethod(source));
+    }
+    if (slotMethods.isEmpty()) {
+        refuse(arrow.to.method.place, unknownMethod(target));
+    }
+    if (signalMethods.isEmpty() || slotMethods.isEmpty()) {
+        return std::nullopt;
+    }
+
+    Pairs pairs = fittingPairs(signalMethods, slotMethods);
+    Pairs equal;
+    std::copy_if(pairs.cbegin(), pairs.cend(), std::back_inserter(equal), isEqual);
+    if (!equal.isEmpty()) {
+        pairs = equal;
+    }
+    if (pairs.isEmpty()) {
+        refuse(arrow.whole.place, misfit(source, target, signalMethods, slotMethods));
+        return std::nullopt;
+    }
+    if (pairs.size() > 1) {
+        refuse(arrow.whole.place,
+               QString("%1 can mean several pairs; choose one of: %2")
+                   .arg(inQuotes(arrow.whole.text), told(pairs, source, target)));
+        return std::nullopt;
+    }
+    const Pair& pair = pairs.constFirst();
+    return Wire{pair.signal.object, pair.signal.signature, pair.slot.object, pair.slot.signature};
+}
+
+Fault unknownDevice(const Endpoint& end, const PanelDescription& description)
+{
+    QStringList ids;
+    for (const DeviceSetting& setting : description.devices) {
+        ids.append(setting.id.text);
+    }
+    return {Fault::Severity::Error, description.file, end.device.place,
+            "there is no device " + inQuotes(end.device.text) + didYouMean(end.device.text, ids)};
+}
+
+QMetaObject::Connection connectWire(const Wire& wire, Qt::ConnectionType type)
+{
+    const QMetaObject* meta = wire.provider->metaObject();
+    const QMetaMethod signal = meta->method(meta->indexOfSignal(wire.signal.toUtf8().constData()));
+    if (type == Qt::QueuedConnection) {
+        // Asking for a parameter's type also registers it, which a queued connection needs.
+        for (int i = 0; i < signal.parameterCount(); ++i) {
+            if (signal.parameterType(i) == QMetaType::UnknownType) {
+                return {};
+            }
+        }
+    }
+    return QObject::connect(wire.provider, ("2" + wire.signal.toUtf8()).constData(), wire.receiver,
+                            ("1" + wire.slot.toUtf8()).constData(), type);
+}
+
+} // namespace norvo

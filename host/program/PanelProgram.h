@@ -1,0 +1,39 @@
+#pragma once
+
+#include "host/program/CommandLine.h"
+#include "host/panel/file/Fault.h"
+
+class DeviceManager;
+
+namespace norvo {
+
+struct PanelDescription;
+class PanelWindow;
+class PluginSet;
+class StateFile;
+class UnixSignals;
+
+/// The program from its options to its exit status: 0, or 1 when something kept it from doing what
+/// it was asked for.
+class PanelProgram
+{
+public:
+    explicit PanelProgram(const Options& options);
+
+    int run(); ///< Once in a process.
+
+private:
+    bool loadPlugins(PluginSet& plugins) const;
+    int reportCheck(const Faults& faults) const;
+    int showFaults(const Faults& faults, const UnixSignals& unixSignals) const;
+    int runPanel(const DeviceManager& manager, const PanelDescription& description,
+                 const UnixSignals& unixSignals) const;
+    void readState(StateFile& state) const;
+    /// Shows the window until the end; returns the exit status.
+    int show(PanelWindow& window, const UnixSignals& unixSignals) const;
+    int takePicture(PanelWindow& window) const;
+
+    const Options m_options;
+};
+
+} // namespace norvo

@@ -1,0 +1,41 @@
+#include "host/window/FaultTile.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace norvo {
+
+namespace {
+
+// Background and text are both set, so that the tile reads the same on a light and a dark panel.
+const char* const kLook = "norvo--FaultTile { background: #fdecea; border: 2px solid #b3261e;"
+                          " border-radius: 4px; }"
+                          "norvo--FaultTile QLabel { background: transparent; color: #5f1410; }";
+
+QLabel* addText(QVBoxLayout& layout, const QString& text)
+{
+    auto* label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    layout.addWidget(label);
+    return label;
+}
+
+} // namespace
+
+FaultTile::FaultTile(const QString& id, const QString& reason, QWidget* parent) : QFrame(parent)
+{
+    setObjectName(id);
+    setStyleSheet(kLook);
+    setToolTip(reason.toHtmlEscaped());
+    auto* layout = new QVBoxLayout(this);
+    QLabel* heading = addText(*layout, id);
+    QFont bold = heading->font();
+    bold.setBold(true);
+    heading->setFont(bold);
+    addText(*layout, reason);
+    layout->addStretch();
+}
+
+} // namespace norvo

@@ -1,0 +1,56 @@
+#include "host/window/PanelWindow.h"
+
+#include "host/window/FaultsPage.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace norvo {
+
+PanelWindow::PanelWindow(const QString& title) : m_scroll(new QScrollArea)
+{
+    setWindowTitle(title);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setWidget(new QWidget);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_scroll);
+}
+
+QWidget* PanelWindow::page() const
+{
+    return m_scroll->widget();
+}
+
+void PanelWindow::showFaults(const Faults& faults)
+{
+    m_scroll->setWidget(new FaultsPage(faults));
+}
+
+void PanelWindow::fit(const QSize& limit)
+{
+    resize(page()->sizeHint().expandedTo(kSmallest).boundedTo(limit));
+}
+
+void PanelWindow::closeEvent(QCloseEvent* event)
+{
+    event->accept();
+    emit closed();
+}
+
+void PanelWindow::keyPressEvent(QKeyEvent* event)
+{
+    const bool isFull = isFullScreen();
+    if (event->key() == Qt::Key_F11) {
+        isFull ? showNormal() : showFullScreen();
+    } else if (event->key() == Qt::Key_Escape && isFull) {
+        showNormal();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+} // namespace norvo

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "host/panel/file/Fault.h"
+
+#include <QWidget>
+
+class QScrollArea;
+
+namespace norvo {
+
+/// The program's window: a page for the panel, or what is wrong with it. Scroll bars come only
+/// where the page does not fit.
+///
+/// F11 changes between the whole screen and a window, Escape leaves the whole screen.
+class PanelWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    static constexpr QSize kSmallest{800, 480}; ///< The size that a page gets at least.
+
+    explicit PanelWindow(const QString& title);
+
+    QWidget* page() const;                 ///< Empty at first, without layout; the window owns it.
+    void showFaults(const Faults& faults); ///< Replaces the page.
+
+    /// Gives the window the size that its page asks for, between kSmallest and `limit`.
+    void fit(const QSize& limit);
+
+signals:
+    void closed();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QScrollArea* m_scroll;
+};
+
+} // namespace norvo

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "host/yaml/Place.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace norvo {
+
+/// Something wrong at one place of a text.
+struct Problem
+{
+    Place place;
+    QString text;
+};
+
+/// A UTF-8 text that knows the line and column of each of its bytes. Lines end with LF or CR LF; a
+/// byte order mark at the start counts as nothing.
+class SourceText
+{
+public:
+    explicit SourceText(const QByteArray& bytes);
+
+    /// Blanks, tabs and line ends.
+    static bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
+    const QByteArray& bytes() const { return m_bytes; }
+    int size() const { return m_bytes.size(); }
+    int start() const { return m_lineStarts.front(); } ///< The first byte after the mark.
+    /// NUL beyond the end, which no sound text holds.
+    char at(int offset) const { return offset < size() ? m_bytes.at(offset) : '\0'; }
+    int lineStart(int offset) const; ///< The first byte of the line that the byte stands in.
+    Place placeAt(int offset) const; ///< In constant time but for the search of the line.
+
+    /// The first byte that no text file should hold: invalid UTF-8, or a control character other
+    /// than a tab or the end of a line.
+    std::optional<Problem> firstBadByte() const;
+
+private:
+    int lineIndex(int offset) const;
+    int charactersBefore(int offset) const;
+
+    const QByteArray m_bytes;
+    std::vector<int> m_lineStarts;
+    std::vector<int> m_characters; ///< How many begin before each 256th byte.
+};
+
+} // namespace norvo

@@ -1,0 +1,228 @@
+#include "plugins/sources/ProcReadings.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <string_view>
+
+namespace norvo {
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r";
+
+/// Takes the part of `text` up to `separator`, which goes as well.
+std::string_view takeUntil(std::string_view& text, char separator)
+{
+    const size_t end = std::min(text.find(separator), text.size());
+    const std::string_view part = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    return part;
+}
+
+/// Takes the next word of `line`; empty when there is none left.
+std::string_view takeWord(std::string_view& line)
+{
+    line.remove_prefix(std::min(line.find_first_not_of(kBlanks), line.size()));
+    const size_t end = std::min(line.find_first_of(kBlanks), line.size());
+    const std::string_view word = line.substr(0, end);
+    line.remove_prefix(end);
+    return word;
+}
+
+template <class Number>
+std::optional<Number> readNumber(std::string_view word)
+{
+    Number number{};
+    const auto [end, fault] = std::from_chars(word.data(), word.data() + word.size(), number);
+    if (fault != std::errc() || end != word.data() + word.size()) {
+        return std::nullopt;
+    }
+    return number;
+}
+
+/// The first word as a number that is finite and not negative.
+std::optional<double> readAmount(const QByteArray& text)
+{
+    std::string_view line(text.constData(), size_t(text.size()));
+    const std::optional<double> number = readNumber<double>(takeWord(line));
+    return number && std::isfinite(*number) && *number >= 0.0 ? number : std::nullopt;
+}
+
+std::string_view viewOf(const QByteArray& text)
+{
+    return {text.constData(), size_t(text.size())};
+}
+
+/// Reads "15 0 0 0 ...": bytes received stand first, bytes sent ninth.
+std::optional<InterfaceCounters> readInterface(std::string_view columns)
+{
+    constexpr int sentColumn = 8;
+
+    InterfaceCounters counters;
+    for (int column = 0; column <= sentColumn; ++column) {
+        const std::optional<quint64> number = readNumber<quint64>(takeWord(columns));
+        if (!number) {
+            return std::nullopt;
+        }
+        if (column == 0) {
+            counters.received = *number;
+        } else if (column == sentColumn) {
+            counters.sent = *number;
+        }
+    }
+    return counters;
+}
+
+quint64 growth(quint64 before, quint64 after)
+{
+    return after >= before ? after - before : after;
+}
+
+} // namespace
+
+std::optional<CpuTimes> parseCpuTimes(const QByteArray& stat)
+{
+    // user nice system idle iowait irq softirq steal; old kernels end after the fourth. What
+    // follows (guest times) is contained in the first two already.
+    constexpr int fewest = 4;
+    constexpr int most = 8;
+
+    std::string_view text = viewOf(stat);
+    std::string_view line = takeUntil(text, '\n');
+    if (takeWord(line) != "cpu") {
+        return std::nullopt;
+    }
+    CpuTimes times;
+    for (int column = 0; column < most; ++column) {
+        const std::string_view word = takeWord(line);
+        if (word.empty() && column >= fewest) {
+            break;
+        }
+        const std::optional<quint64> ticks = readNumber<quint64>(word);
+        if (!ticks) {
+            return std::nullopt;
+        }
+        times.total += *ticks;
+        if (column == 3 || column == 4) {
+            times.idle += *ticks;
+        }
+    }
+    return times;
+}
+
+std::optional<double> parseUsedMemory(const QByteArray& meminfo)
+{
+    std::optional<double> total;
+    std::optional<double> available;
+    std::optional<double> free;
+    double reclaimable = 0.0;
+
+    std::string_view text = viewOf(meminfo);
+    while (!text.empty() && !(total && available)) {
+        std::string_view line = takeUntil(text, '\n');
+        const std::string_view key = takeUntil(line, ':');
+        const std::optional<quint64> number = readNumber<quint64>(takeWord(line));
+        if (!number) {
+            continue;
+        }
+        const double amount = double(*number);
+        if (key == "MemTotal") {
+            total = amount;
+        } else if (key == "MemAvailable") {
+            available = amount;
+        } else if (key == "MemFree") {
+            free = amount;
+        } else if (key == "Buffers" || key == "Cached") {
+            reclaimable += amount;
+        }
+    }
+    if (!available && free) { // Kernels before 3.14 do not say what is available.
+        available = *free + reclaimable;
+    }
+    if (!available || total.value_or(0.0) <= 0.0) {
+        return std::nullopt;
+    }
+    return std::clamp(100.0 * (1.0 - *available / *total), 0.0, 100.0);
+}
+
+std::optional<double> parseLoadAverage(const QByteArray& loadavg)
+{
+    return readAmount(loadavg);
+}
+
+std::optional<TrafficCounters> parseTraffic(const QByteArray& netDev)
+{
+    std::string_view text = viewOf(netDev);
+    if (takeUntil(text, '\n').find("Receive") == std::string_view::npos) {
+        return std::nullopt;
+    }
+    takeUntil(text, '\n'); // The names of the columns.
+
+    TrafficCounters traffic;
+    while (!text.empty()) {
+        std::string_view line = takeUntil(text, '\n');
+        // The last colon: alias names ("eth0:1") have one of their own, numbers have none.
+        const size_t colon = line.rfind(':');
+        if (colon == std::string_view::npos) {
+            return std::nullopt;
+        }
+        std::string_view head = line.substr(0, colon);
+        const std::string_view name = takeWord(head);
+        const auto counters = readInterface(line.substr(colon + 1));
+        if (!counters) {
+            return std::nullopt;
+        }
+        if (name != "lo") {
+            traffic.insert(QByteArray(name.data(), int(name.size())), *counters);
+        }
+    }
+    return traffic;
+}
+
+std::optional<qint64> parseUptime(const QByteArray& uptime)
+{
+    constexpr double longest = 1e15; // Well inside the integer's range.
+
+    const std::optional<double> seconds = readAmount(uptime);
+    if (!seconds || *seconds > longest) {
+        return std::nullopt;
+    }
+    return qint64(*seconds);
+}
+
+std::optional<double> cpuLoad(const CpuTimes& before, const CpuTimes& after)
+{
+    // The sums may have wrapped; their differences are right nevertheless.
+    const auto total = qint64(after.total - before.total);
+    const auto idle = qint64(after.idle - before.idle);
+    if (total <= 0) {
+        return std::nullopt;
+    }
+    return std::clamp(100.0 * (1.0 - double(idle) / double(total)), 0.0, 100.0);
+}
+
+InterfaceCounters trafficBetween(const TrafficCounters& before, const TrafficCounters& after)
+{
+    InterfaceCounters moved;
+    for (auto now = after.cbegin(); now != after.cend(); ++now) {
+        const auto then = before.constFind(now.key());
+        if (then != before.cend()) {
+            moved.received += growth(then->received, now->received);
+            moved.sent += growth(then->sent, now->sent);
+        }
+    }
+    return moved;
+}
+
+QString uptimeText(qint64 seconds)
+{
+    constexpr QChar zero('0');
+    return QStringLiteral("%1 d %2:%3:%4")
+        .arg(seconds / 86400)
+        .arg(seconds / 3600 % 24, 2, 10, zero)
+        .arg(seconds / 60 % 60, 2, 10, zero)
+        .arg(seconds % 60, 2, 10, zero);
+}
+
+} // namespace norvo

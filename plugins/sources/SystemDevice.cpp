@@ -1,0 +1,190 @@
+#include "plugins/sources/SystemDevice.h"
+
+#include "norvo/Categories.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <utility>
+
+namespace {
+
+constexpr int kShortestIntervalMs = 50;
+constexpr int kLongestFirstIntervalMs = 200;
+constexpr int kLongestFile = 1024 * 1024;
+constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+
+const QString kInterval = QStringLiteral("interval");
+
+/// The whole file, or nothing and the reason. Its size is not asked: below /proc it is always 0.
+std::optional<QByteArray> readFile(const QString& path, QString& fault)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        fault = file.errorString();
+        return std::nullopt;
+    }
+    QByteArray text;
+    std::array<char, 16384> block;
+    while (const qint64 count = file.read(block.data(), block.size())) {
+        if (count < 0) {
+            fault = file.errorString();
+            return std::nullopt;
+        }
+        text.append(block.data(), int(count));
+        if (text.size() > kLongestFile) {
+            fault = QStringLiteral("longer than 1 MiB");
+            return std::nullopt;
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+SystemDevice::SystemDevice(const QString& procFolder) : m_procFolder(procFolder)
+{
+    addParam(kInterval, "1000");
+    Param& interval = getParam(kInterval);
+    interval.setDescription("Time between two readings, at least 50");
+    interval.setUnit("ms");
+
+    m_timer.setTimerType(Qt::PreciseTimer);
+    connect(&m_timer, &QTimer::timeout, this, [this] {
+        m_timer.setInterval(m_intervalMs);
+        takeReading();
+    });
+}
+
+DeviceTypeInfo SystemDevice::typeInfo()
+{
+    DeviceTypeInfo info;
+    info.title = "System";
+    info.description = "Load, memory, network traffic and uptime of this machine";
+    info.categories = QStringList{norvo::kCategorySystem};
+    return info;
+}
+
+bool SystemDevice::initialise()
+{
+    if (!paramsOk()) {
+        return error(paramFaults().join("; "));
+    }
+    m_intervalMs = std::max<int>(kShortestIntervalMs, getParam(kInterval));
+    m_cpu.reset();
+    m_traffic.reset();
+    m_troubled.clear();
+    m_paused = false;
+    return true;
+}
+
+void SystemDevice::postInitialisation()
+{
+    if (isRunning()) {
+        startReading();
+    }
+}
+
+void SystemDevice::startReading()
+{
+    takeReading();
+    if (!m_paused) {
+        m_timer.start(std::min(m_intervalMs, kLongestFirstIntervalMs));
+    }
+}
+
+void SystemDevice::setPaused(bool paused)
+{
+    if (m_paused == paused) {
+        return;
+    }
+    m_paused = paused;
+    m_timer.stop();
+    if (!m_paused && isRunning()) {
+        // What happened during the pause is not to count as the load of now.
+        m_cpu.reset();
+        m_traffic.reset();
+        startReading();
+    }
+}
+
+void SystemDevice::preShutdown()
+{
+    m_timer.stop();
+}
+
+void SystemDevice::deinitialise()
+{
+    m_timer.stop();
+}
+
+void SystemDevice::takeReading()
+{
+    const auto cpuNow = read("stat", norvo::parseCpuTimes);
+    const auto memoryNow = read("meminfo", norvo::parseUsedMemory);
+    const auto loadNow = read("loadavg", norvo::parseLoadAverage);
+    const auto trafficNow = read("net/dev", norvo::parseTraffic);
+    const double seconds = m_sinceTraffic.isValid() ? m_sinceTraffic.nsecsElapsed() * 1e-9 : 0.0;
+    m_sinceTraffic.start();
+    const auto uptimeNow = read("uptime", norvo::parseUptime);
+
+    emitCpu(cpuNow);
+    emit memory(memoryNow.value_or(kUnknown));
+    emit load(loadNow.value_or(kUnknown));
+    emitTraffic(trafficNow, seconds);
+    emit uptime(uptimeNow ? norvo::uptimeText(*uptimeNow) : QStringLiteral("nan"));
+}
+
+void SystemDevice::emitCpu(const std::optional<norvo::CpuTimes>& now)
+{
+    const auto before = std::exchange(m_cpu, now);
+    if (!now) {
+        emit cpu(kUnknown);
+    } else if (before) {
+        if (const auto percent = norvo::cpuLoad(*before, *now)) {
+            emit cpu(*percent);
+        }
+    }
+}
+
+void SystemDevice::emitTraffic(const std::optional<norvo::TrafficCounters>& now, double seconds)
+{
+    const auto before = std::exchange(m_traffic, now);
+    if (!now) {
+        emit received(kUnknown);
+        emit sent(kUnknown);
+    } else if (before && seconds > 0.0) {
+        const norvo::InterfaceCounters moved = norvo::trafficBetween(*before, *now);
+        emit received(double(moved.received) / seconds);
+        emit sent(double(moved.sent) / seconds);
+    }
+}
+
+template <class T>
+std::optional<T> SystemDevice::read(const char* file, std::optional<T> (*parse)(const QByteArray&))
+{
+    const QString path = m_procFolder + '/' + QLatin1String(file);
+    QString fault;
+    const std::optional<QByteArray> text = readFile(path, fault);
+    std::optional<T> value;
+    if (text) {
+        value = parse(*text);
+        fault = QStringLiteral("its text is not what was expected");
+    }
+    if (value) {
+        m_troubled.remove(path);
+    } else {
+        tellOnce(path, fault);
+    }
+    return value;
+}
+
+void SystemDevice::tellOnce(const QString& path, const QString& fault)
+{
+    if (!m_troubled.contains(path)) {
+        m_troubled.insert(path);
+        alert(QString("Cannot read %1: %2").arg(path, fault));
+    }
+}

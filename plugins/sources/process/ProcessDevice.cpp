@@ -1,0 +1,271 @@
+#include "plugins/sources/process/ProcessDevice.h"
+
+#include "plugins/sources/process/CommandWords.h"
+#include "norvo/Categories.h"
+
+#include <QDebug>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr norvo::LineQueue::Limits kOutputLimits{1024 * 1024, 50000, 4 * 1024 * 1024};
+constexpr norvo::LineQueue::Limits kErrorLimits{4096, 200, 256 * 1024};
+constexpr int kLoggedLinesPerSecond = 100;
+constexpr int kLongestNumber = 400; ///< Every finite double fits, with all its digits.
+constexpr auto kGrace = 500ms;
+constexpr auto kFirstReport = 1s;
+constexpr auto kNextReports = 10s;
+
+const QString kCommand = QStringLiteral("command");
+const QString kRestart = QStringLiteral("restart");
+const QStringList kRestarts{"never", "on-failure", "always"}; ///< In the order of Restart.
+
+/// The file that the first word of a command names; empty when there is none.
+QString findProgram(const QString& name)
+{
+    if (!name.contains('/')) {
+        return QStandardPaths::findExecutable(name);
+    }
+    const QFileInfo file(name);
+    return file.isFile() && file.isExecutable() ? name : QString();
+}
+
+} // namespace
+
+ProcessDevice::ProcessDevice()
+{
+    addParam(kCommand, QString());
+    getParam(kCommand).setDescription("The program and its arguments; quotes keep blanks together");
+    addParam(kRestart, kRestarts);
+    getParam(kRestart).setDescription("Whether to start it anew when it has ended");
+
+    m_restartTimer.setSingleShot(true);
+    connect(&m_restartTimer, &QTimer::timeout, this, &ProcessDevice::start);
+    m_reportTimer.setSingleShot(true);
+    connect(&m_reportTimer, &QTimer::timeout, this, &ProcessDevice::reportLosses);
+}
+
+ProcessDevice::~ProcessDevice() = default;
+
+DeviceTypeInfo ProcessDevice::typeInfo()
+{
+    DeviceTypeInfo info;
+    info.title = "Process";
+    info.description = "A program whose lines of output become values";
+    info.categories = QStringList{norvo::kCategorySystem};
+    return info;
+}
+
+bool ProcessDevice::initialise()
+{
+    norvo::CommandWords command = norvo::splitCommand(getParam(kCommand));
+    if (!command.fault.isEmpty()) {
+        return error(QString("parameter \"command\": %1").arg(command.fault));
+    }
+    const QString name = command.words.takeFirst();
+    m_program = findProgram(name);
+    if (m_program.isEmpty()) {
+        return error(QString("parameter \"command\": there is no program \"%1\"").arg(name));
+    }
+    m_arguments = command.words;
+    m_restart = Restart(std::max(0, kRestarts.indexOf(getParam(kRestart))));
+    m_delay = {};
+    return true;
+}
+
+void ProcessDevice::postInitialisation()
+{
+    if (isRunning()) {
+        start();
+    }
+}
+
+void ProcessDevice::preShutdown()
+{
+    m_restartTimer.stop();
+    m_reportTimer.stop();
+    if (m_output) {
+        m_output->disconnect(this);
+        m_errors->disconnect(this);
+    }
+    if (m_child) {
+        m_child->disconnect(this);
+        m_child->terminate();
+        m_stopping.start();
+    }
+}
+
+void ProcessDevice::deinitialise()
+{
+    if (m_child && !m_stopping.isValid()) {
+        preShutdown();
+    }
+    // What it still has to say is taken off it, so that it can end in order.
+    while (m_child && !m_child->waitForEnd(4ms) && !m_stopping.hasExpired(kGrace / 1ms)) {
+        if (m_output) {
+            m_output->discard();
+            m_errors->discard();
+        }
+    }
+    m_stopping.invalidate();
+    m_output.reset();
+    m_errors.reset();
+    m_child.reset();
+}
+
+void ProcessDevice::start()
+{
+    m_child = std::make_unique<norvo::ChildProcess>();
+    connect(m_child.get(), &norvo::ChildProcess::started, this, &ProcessDevice::onStarted);
+    connect(m_child.get(), &norvo::ChildProcess::failed, this, &ProcessDevice::onFailed);
+    connect(m_child.get(), &norvo::ChildProcess::exited, this, &ProcessDevice::onExited);
+    m_run.start();
+    m_child->start(m_program, m_arguments);
+}
+
+void ProcessDevice::onStarted()
+{
+    using norvo::LinePump;
+
+    m_output = std::make_unique<LinePump>(m_child->takeOutput(), kOutputLimits);
+    connect(m_output.get(), &LinePump::line, this, &ProcessDevice::onLine);
+    connect(m_output.get(), &LinePump::drained, this, &ProcessDevice::onDrained);
+    m_errors = std::make_unique<LinePump>(m_child->takeErrors(), kErrorLimits);
+    connect(m_errors.get(), &LinePump::line, this, &ProcessDevice::onErrorLine);
+    connect(m_errors.get(), &LinePump::drained, this, &ProcessDevice::onDrained);
+    m_pumpsLeft = 2;
+    emit running(true);
+}
+
+void ProcessDevice::onFailed(const QString& reason)
+{
+    constexpr int anyFailure = 127;
+
+    dismissChild();
+    restartAfter(anyFailure);
+    alert(QString("cannot start \"%1\": %2").arg(m_program, reason));
+}
+
+void ProcessDevice::onExited(int code)
+{
+    m_exitCode = code;
+    m_output->finish();
+    m_errors->finish();
+}
+
+void ProcessDevice::onDrained()
+{
+    if (--m_pumpsLeft == 0) {
+        conclude();
+    }
+}
+
+void ProcessDevice::conclude()
+{
+    reportLosses();
+    dismissChild();
+    restartAfter(m_exitCode);
+    if (isRunning()) {
+        emit running(false);
+    }
+    if (isRunning()) {
+        emit finished(m_exitCode);
+    }
+}
+
+void ProcessDevice::dismissChild()
+{
+    // One of them has called us.
+    for (QObject* gone :
+         {static_cast<QObject*>(m_output.release()), static_cast<QObject*>(m_errors.release()),
+          static_cast<QObject*>(m_child.release())}) {
+        if (gone) {
+            gone->disconnect(this);
+            gone->deleteLater();
+        }
+    }
+}
+
+void ProcessDevice::restartAfter(int code)
+{
+    if (m_restart == Restart::Always || (m_restart == Restart::OnFailure && code != 0)) {
+        m_restartTimer.start(m_delay.next(std::chrono::milliseconds(m_run.elapsed())));
+    }
+}
+
+void ProcessDevice::onLine(const QByteArray& line)
+{
+    if (m_output->queue().hasLosses()) {
+        reportSoon();
+    }
+    if (!isRunning()) {
+        return;
+    }
+    const QString text = QString::fromUtf8(line);
+    bool isNumber = false;
+    const double number = text.size() <= kLongestNumber ? text.trimmed().toDouble(&isNumber) : 0.0;
+    emit output(text);
+    if (isNumber && isRunning()) {
+        emit output(number);
+    }
+}
+
+void ProcessDevice::onErrorLine(const QByteArray& line)
+{
+    if (!m_logSecond.isValid() || m_logSecond.hasExpired(1000)) {
+        m_logSecond.start();
+        m_loggedLines = 0;
+    }
+    if (++m_loggedLines <= kLoggedLinesPerSecond) {
+        qInfo().noquote().nospace() << objectName() << ": " << QString::fromUtf8(line);
+    } else {
+        ++m_unloggedLines;
+        reportSoon();
+    }
+}
+
+void ProcessDevice::input(QString line)
+{
+    if (!isRunning()) {
+        return;
+    }
+    if (!m_child || !m_child->write(line.toUtf8() + '\n')) {
+        ++m_lostInputs;
+        reportSoon();
+    }
+}
+
+void ProcessDevice::reportSoon()
+{
+    if (!m_reportTimer.isActive()) {
+        m_reportTimer.start(m_reportedBefore ? kNextReports : kFirstReport);
+    }
+}
+
+void ProcessDevice::reportLosses()
+{
+    if (m_output) {
+        m_droppedLines += m_output->queue().takeDropped();
+        m_cutLines += m_output->queue().takeCut();
+        m_unloggedLines += m_errors->queue().takeDropped();
+    }
+    reportLoss(m_droppedLines, "lines of output dropped, they came too fast: %1");
+    reportLoss(m_cutLines, "lines of output cut at 1 MiB: %1");
+    reportLoss(m_unloggedLines, "lines of standard error not logged: %1");
+    reportLoss(m_lostInputs, "inputs lost, the program does not read them: %1");
+}
+
+void ProcessDevice::reportLoss(qint64& count, const QString& text)
+{
+    if (const qint64 lost = std::exchange(count, 0)) {
+        m_reportedBefore = true;
+        alert(text.arg(lost));
+    }
+}

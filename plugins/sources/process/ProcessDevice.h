@@ -1,0 +1,90 @@
+#pragma once
+
+#include "plugins/sources/process/ChildProcess.h"
+#include "plugins/sources/process/LinePump.h"
+#include "plugins/sources/process/RestartDelay.h"
+#include "norvo/BaseDevice.h"
+#include "norvo/DeviceTypeInfo.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <memory>
+
+/// A child program whose lines of output become values.
+///
+/// Parameters: "command", the program and its arguments (see splitCommand()), and "restart":
+/// "never", "on-failure" (any exit status but 0) or "always". It is started in
+/// postInitialisation(), with the panel's environment and working folder, in a process group of its
+/// own; the whole group ends with the program, with the panel, and at the stop (SIGTERM, and
+/// SIGKILL half a second later). Before each restart in a row passes twice the time, from 0.5 s to
+/// 30 s, and 0.5 s again after a run of 10 s.
+///
+/// A line has 1 MiB at most, the rest is cut. 50,000 lines or 4 MiB may wait to be emitted; of more
+/// than that the oldest are dropped. What has been lost is told in an alert from time to time.
+/// Standard error goes to the log, 100 lines a second at most.
+class ProcessDevice : public BaseDevice
+{
+    Q_OBJECT
+
+public:
+    ProcessDevice();
+    ~ProcessDevice() override;
+
+    static DeviceTypeInfo typeInfo();
+
+    /// False where the command does not read or there is no such program.
+    bool initialise() override;
+    void postInitialisation() override;
+    void preShutdown() override;
+    void deinitialise() override;
+
+signals:
+    void output(QString line);  ///< Each line of standard output, without its end.
+    void output(double number); ///< After the text, where that reads as a number.
+    /// The exit status, or 128 and the number of the signal that killed it; after running(false).
+    void finished(int code);
+    void running(bool on);
+
+public slots:
+    /// Writes the text and a line feed to the program's standard input.
+    void input(QString line);
+
+private:
+    enum class Restart { Never, OnFailure, Always };
+
+    void start();
+    void onStarted();
+    void onFailed(const QString& reason);
+    void onExited(int code);
+    void onLine(const QByteArray& line);
+    void onErrorLine(const QByteArray& line);
+    void onDrained();
+    void conclude();
+    void dismissChild();
+    void restartAfter(int code);
+    void reportSoon();
+    void reportLosses();
+    void reportLoss(qint64& count, const QString& text);
+
+    QString m_program; ///< The path of its file.
+    QStringList m_arguments;
+    Restart m_restart = Restart::Never;
+    norvo::RestartDelay m_delay;
+    QTimer m_restartTimer;
+    std::unique_ptr<norvo::ChildProcess> m_child;
+    std::unique_ptr<norvo::LinePump> m_output;
+    std::unique_ptr<norvo::LinePump> m_errors;
+    int m_pumpsLeft = 0; ///< Of a program that has ended: those with lines left.
+    int m_exitCode = 0;
+    QElapsedTimer m_run;
+    QElapsedTimer m_stopping;
+    QElapsedTimer m_logSecond;
+    int m_loggedLines = 0; ///< Within that second.
+    QTimer m_reportTimer;
+    bool m_reportedBefore = false;
+    qint64 m_droppedLines = 0;
+    qint64 m_cutLines = 0;
+    qint64 m_unloggedLines = 0;
+    qint64 m_lostInputs = 0;
+};

@@ -1,0 +1,263 @@
+#include "QmlOwner.h"
+
+#include "MessageLog.h"
+#include "TestMain.h"
+
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QtTest>
+
+namespace {
+
+/// A server on this machine that counts who asks it for something, and answers with a document.
+class Neighbour
+{
+public:
+    Neighbour()
+    {
+        m_server.listen(QHostAddress::LocalHost);
+        QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [this] {
+            ++m_calls;
+            QTcpSocket* const socket = m_server.nextPendingConnection();
+            QObject::connect(socket, &QTcpSocket::readyRead, socket, [socket] {
+                const bool isThere = socket->readAll().startsWith("GET /far.qml ");
+                const QByteArray body =
+                    isThere ? "import QtQuick 2.0\nItem { signal far() }\n" : "";
+                socket->write((isThere ? "HTTP/1.1 200 OK\r\n" : "HTTP/1.1 404 Not Found\r\n") +
+                              QByteArray("Connection: close\r\nContent-Length: ") +
+                              QByteArray::number(body.size()) + "\r\n\r\n" + body);
+                socket->disconnectFromHost();
+            });
+        });
+    }
+
+    QString url(const QString& path) const
+    {
+        return QString("http://127.0.0.1:%1/%2").arg(m_server.serverPort()).arg(path);
+    }
+    int calls() const { return m_calls; }
+
+private:
+    QTcpServer m_server;
+    int m_calls = 0;
+};
+
+QString refusal(const QString& url)
+{
+    return "warning: face: " + url +
+           " is refused: the network is closed to this document; \"network: true\" at the device "
+           "opens it";
+}
+
+} // namespace
+
+class tst_QmlDeviceImplFaults : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(m_folder.isValid()); }
+
+    void textThatDoesNotLoadIsTold_data();
+    void textThatDoesNotLoadIsTold();
+    void fileThatDoesNotLoadIsTold();
+    void faultInAFileBeneathNamesThatFile();
+    void nothingOfABadDocumentStays();
+    void errorInAHandlerIsToldAndTheRestRunsOn();
+    void errorWhileLoadingIsToldAndTheItemStands();
+    void networkIsRefused_data();
+    void networkIsRefused();
+    void farImportIsRefused();
+    void networkIsThereWhereItIsAllowed();
+
+private:
+    QString file(const QString& name, const QByteArray& text)
+    {
+        QFile out(m_folder.filePath(name));
+        out.open(QIODevice::WriteOnly);
+        out.write(text);
+        return out.fileName();
+    }
+
+    QTemporaryDir m_folder;
+};
+
+void tst_QmlDeviceImplFaults::textThatDoesNotLoadIsTold_data()
+{
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<QString>("fault");
+    const auto row = [](const char* name, const char* code, const QString& fault) {
+        QTest::newRow(name) << QString(code) << "sourceCode:" + fault;
+    };
+    row("empty text", "", " File is empty");
+    row("syntax", "import QtQuick 2.0\nItem {\n  width: 3 +\n}\n",
+        "4:1: Expected token `numeric literal'");
+    row("unknown property", "import QtQuick 2.0\nItem {\n    wide: 3\n}\n",
+        "3:5: Cannot assign to non-existent property \"wide\"");
+    row("unknown type", "import QtQuick 2.0\nItem { Knob {} }\n", "2:8: Knob is not a type");
+    row("missing import", "import QtQuick 2.0\nimport No.Such 1.0\nItem {}\n",
+        "2:1: module \"No.Such\" is not installed");
+    row("two faults", "import No.Such 1.0\nimport Nor.This 1.0\nItem {}\n",
+        "2:1: module \"Nor.This\" is not installed; sourceCode:1:1: module \"No.Such\" is not "
+        "installed");
+    row("root is an object", "import QtQml 2.0\n\n  QtObject {}\n",
+        "3:3: the root object must be an Item, and QtObject is none");
+    row("root behind remarks",
+        "/* Item\n */ import QtQml 2.0; import \".\" as Here // Item {\n// }\nQtObject {}\n",
+        "4:1: the root object must be an Item, and QtObject is none");
+    row("root on the line of its import", "import QtQml 2.0; /* a\nb */ QtObject {}",
+        "2:6: the root object must be an Item, and QtObject is none");
+    row("root with a property", "import QtQml 2.0 as Q; Q.Timer { property int a }\n",
+        "1:24: the root object must be an Item, and Q.Timer is none");
+}
+
+void tst_QmlDeviceImplFaults::textThatDoesNotLoadIsTold()
+{
+    QFETCH(QString, code);
+    QFETCH(QString, fault);
+    QmlOwner owner;
+    QCOMPARE(owner.load(code), fault);
+    QVERIFY(!owner.impl.isInitialised());
+}
+
+void tst_QmlDeviceImplFaults::fileThatDoesNotLoadIsTold()
+{
+    QmlOwner owner;
+    QCOMPARE(owner.loadFile("no/such.qml"), QString("no/such.qml: No such file or directory"));
+    const QString path = file("bad.qml", "import QtQuick 2.0\nItem {\n    wide: 3\n}\n");
+    const QString relative = QDir::current().relativeFilePath(path);
+    QCOMPARE(owner.loadFile(relative),
+             relative + ":3:5: Cannot assign to non-existent property \"wide\"");
+    QVERIFY(owner.loadFile(m_folder.path()).startsWith(m_folder.path() + ": "));
+    QCOMPARE(owner.loadFile(file("object.qml", "import QtQml 2.0\nQtObject {}\n")),
+             m_folder.filePath("object.qml") +
+                 ":2:1: the root object must be an Item, and QtObject is none");
+}
+
+void tst_QmlDeviceImplFaults::faultInAFileBeneathNamesThatFile()
+{
+    const QString beneath = file("Beneath.qml", "import QtQuick 2.0\nItem {\n  wide: 3 }\n");
+    const QString face = file("Face.qml", "import QtQuick 2.0\nBeneath {}\n");
+    QmlOwner owner;
+    QCOMPARE(owner.loadFile(face), face + ":2:1: Type Beneath unavailable; " + beneath +
+                                       ":3:3: Cannot assign to non-existent property \"wide\"");
+}
+
+void tst_QmlDeviceImplFaults::nothingOfABadDocumentStays()
+{
+    QmlOwner owner;
+    QCOMPARE(owner.loadBody("signal output(real v)"), QString());
+    const QPointer<QQuickItem> good = owner.impl.getItem();
+    QVERIFY(!owner.load("import QtQml 2.0\nQtObject { signal output(real v) }\n").isEmpty());
+    QVERIFY(owner.haveMethodsChanged);
+    QVERIFY(!owner.impl.isInitialised());
+    QVERIFY(!owner.impl.getItem());
+    QVERIFY(!owner.provider("output"));
+    QCOMPARE(owner.impl.grabMethods({}, QMetaMethod::Signal, true), QStringList());
+    QTRY_VERIFY(!good);
+    QVERIFY(!owner.load("Item {").isEmpty());
+    QVERIFY(!owner.haveMethodsChanged);
+    QCOMPARE(owner.loadBody("signal output(real v)"), QString());
+    QVERIFY(owner.haveMethodsChanged);
+    QVERIFY(owner.provider("output"));
+}
+
+void tst_QmlDeviceImplFaults::errorInAHandlerIsToldAndTheRestRunsOn()
+{
+    QmlOwner owner;
+    const QString path = file("throws.qml", "import QtQuick 2.0\n"
+                                            "Item {\n"
+                                            "    signal output(real v)\n"
+                                            "    function input(v) {\n"
+                                            "        if (v < 0)\n"
+                                            "            missing.call()\n"
+                                            "        output(v)\n"
+                                            "    }\n"
+                                            "    onOutput: if (v > 9) throw new Error('too much')\n"
+                                            "}\n");
+    QCOMPARE(owner.loadFile(path), QString());
+    QSignalSpy heard(owner.provider("output"), SIGNAL(output(double)));
+    QSignalSpy alerts(&owner, &BaseDevice::alertRaised);
+    QObject* const receiver = owner.receiver("input(double)");
+    MessageLog log;
+    QVERIFY(QMetaObject::invokeMethod(receiver, "input", Q_ARG(double, -1)));
+    QCOMPARE(log.take(),
+             QStringList("warning: face: " + path + ":6: ReferenceError: missing is not defined"));
+    QCOMPARE(alerts.count(), 1);
+    QVERIFY(QMetaObject::invokeMethod(receiver, "input", Q_ARG(double, 10)));
+    QCOMPARE(log.take(), QStringList("warning: face: " + path + ":9: Error: too much"));
+    QCOMPARE(heard.count(), 1);
+    QVERIFY(QMetaObject::invokeMethod(receiver, "input", Q_ARG(double, 5)));
+    QCOMPARE(heard.count(), 2);
+    QCOMPARE(log.take(), QStringList());
+}
+
+void tst_QmlDeviceImplFaults::errorWhileLoadingIsToldAndTheItemStands()
+{
+    QmlOwner owner;
+    MessageLog log;
+    QCOMPARE(owner.loadBody("width: missing.width"), QString());
+    QCOMPARE(log.take(),
+             QStringList("warning: face: sourceCode:3: ReferenceError: missing is not defined"));
+    QVERIFY(owner.impl.isInitialised());
+}
+
+void tst_QmlDeviceImplFaults::networkIsRefused_data()
+{
+    QTest::addColumn<QString>("body");
+    QTest::newRow("picture") << "Image { source: '%1' }";
+    QTest::newRow("request") << "Component.onCompleted: { var r = new XMLHttpRequest();"
+                                " r.open('GET', '%1'); r.send() }";
+    QTest::newRow("component") << "Component.onCompleted: Qt.createComponent('%1')";
+    QTest::newRow("loader") << "Loader { source: '%1' }";
+    QTest::newRow("font") << "FontLoader { source: '%1' }";
+}
+
+void tst_QmlDeviceImplFaults::networkIsRefused()
+{
+    QFETCH(QString, body);
+    Neighbour neighbour;
+    QmlOwner owner;
+    QStringList told;
+    MessageLog log;
+    QCOMPARE(owner.loadBody(body.arg(neighbour.url("thing"))), QString());
+    QTRY_VERIFY((told += log.take()).contains(refusal(neighbour.url("thing"))));
+    QCOMPARE(told.filter("is refused").size(), 1);
+    QCOMPARE(neighbour.calls(), 0);
+}
+
+void tst_QmlDeviceImplFaults::farImportIsRefused()
+{
+    Neighbour neighbour;
+    QmlOwner owner;
+    MessageLog log;
+    const QString fault = owner.load("import QtQuick 2.0\nimport \"" + neighbour.url("far") +
+                                     "\"\nItem { Far {} }\n");
+    QCOMPARE(fault, QString("sourceCode:3:8: Far is not a type"));
+    QVERIFY(!owner.loadFile(neighbour.url("far.qml")).isEmpty());
+    QCoreApplication::processEvents();
+    const QStringList told = log.take();
+    QVERIFY2(told.filter("is refused").size() == 2, qPrintable(told.join('\n')));
+    QVERIFY(told.contains(refusal(neighbour.url("far.qml"))));
+    QCOMPARE(neighbour.calls(), 0);
+}
+
+void tst_QmlDeviceImplFaults::networkIsThereWhereItIsAllowed()
+{
+    Neighbour neighbour;
+    QmlOwner owner;
+    owner.QObject::setProperty(QmlDeviceImpl::kNetworkProperty, true);
+    MessageLog log;
+    QCOMPARE(owner.loadFile(neighbour.url("far.qml")), QString());
+    QVERIFY(owner.provider("far"));
+    const int calls = neighbour.calls();
+    QVERIFY(calls > 0);
+    QCOMPARE(log.take(), QStringList());
+
+    owner.QObject::setProperty(QmlDeviceImpl::kNetworkProperty, false);
+    QVERIFY(!owner.loadFile(neighbour.url("far.qml")).isEmpty()); // the next document has none
+    QCOMPARE(neighbour.calls(), calls);
+}
+
+NORVO_TEST(tst_QmlDeviceImplFaults)
+#include "tst_QmlDeviceImplFaults.moc"

@@ -1,0 +1,300 @@
+#include "host/panel/file/PanelFile.h"
+#include "TestMain.h"
+
+#include <QtTest>
+
+using norvo::Fault;
+using norvo::Faults;
+using norvo::PanelFile;
+
+namespace {
+
+const QString kFolder = "tests/panels/bad/";
+
+struct FileFaults
+{
+    const char* name;
+    QStringList lines;
+};
+
+const QVector<FileFaults> kFaults{
+    {"empty", {"1:1: error: the file is empty; a panel begins with \"devices:\""}},
+    {"only-comments", {"1:1: error: the file is empty; a panel begins with \"devices:\""}},
+    {"absent-value", {"1:1: error: the file is empty; a panel begins with \"devices:\""}},
+    {"nul-byte", {"1:9: error: a NUL byte stands here; a panel file is plain text"}},
+    {"control-character",
+     {"1:9: error: a control character (U+0004) stands here; a panel file is plain text"}},
+    {"carriage-returns",
+     {"1:13: error: a carriage return without a line feed stands here; a "
+      "panel file is plain text"}},
+    {"invalid-utf8", {"1:15: error: this byte is not valid UTF-8; save the file as UTF-8"}},
+    {"tab-indentation", {"3:1: error: a tab stands in the indentation; use blanks"}},
+    {"tab-after-blanks", {"4:3: error: a tab stands in the indentation; use blanks"}},
+    {"tab-in-brackets", {"3:1: error: a tab stands in the indentation; use blanks"}},
+    {"alias-bomb", {"6:36: error: more than 100,000 values once aliases are followed"}},
+    {"alias-of-itself", {"4:13: error: this alias stands inside the value that it names"}},
+    {"alias-without-anchor",
+     {"3:13: error: broken YAML: no anchor of this name stands above; a text "
+      "that begins with \"*\" needs quotes"}},
+    {"deep-nesting", {"2:77: error: nested deeper than 64 levels"}},
+    {"second-document",
+     {"2:1: error: a second document begins here; a file holds one, without this \"---\""}},
+    {"top-level-list",
+     {"1:1: error: a panel is a map with the keys title, devices and connections"}},
+    {"top-level-text",
+     {"2:1: error: a panel is a map with the keys title, devices and connections"}},
+    {"unclosed-quotes",
+     {"5:21: error: broken YAML: the quotes that open here never close; '\"' is missing"}},
+    {"unclosed-quotes-at-end",
+     {"1:8: error: broken YAML: the quotes that open here never close; \"'\" is missing"}},
+    {"unclosed-list",
+     {"1:14: error: broken YAML: the list that opens here is not closed; "
+      "\"]\" is missing before line 3, column 6"}},
+    {"unclosed-map",
+     {"2:8: error: broken YAML: the map that opens here is not closed; \"}\" "
+      "is missing before line 3, column 7"}},
+    {"bracket-mismatch",
+     {"1:23: error: broken YAML: \"}\" is not expected here; check that brackets match"}},
+    {"colon-in-text",
+     {"1:13: error: broken YAML: no \":\" is expected here; check the "
+      "indentation, or put a text that holds \": \" in quotes"}},
+    {"param-map-under-text",
+     {"6:12: error: broken YAML: no \":\" is expected here; check the "
+      "indentation, or put a text that holds \": \" in quotes"}},
+    {"wrong-indentation",
+     {"4:3: error: broken YAML: the next key of the map that begins in line "
+      "1, column 1 is expected here; check the indentation and the quotes"}},
+    {"list-under-text",
+     {"3:1: error: broken YAML: the next key of the map that begins in line "
+      "1, column 1 is expected here; check the indentation and the quotes"}},
+    {"list-on-the-line",
+     {"1:14: error: broken YAML: no list entry is expected here; a list "
+      "begins on a line of its own, and the text \"-\" needs quotes"}},
+    {"text-after-quotes",
+     {"1:16: error: broken YAML: the next key of the map that begins in line "
+      "1, column 1 is expected here; check the indentation and the quotes"}},
+    {"reserved-character",
+     {"1:8: error: broken YAML: no text begins with \"@\"; put it in quotes"}},
+    {"unknown-escape",
+     {"1:17: error: broken YAML: no character is written like this; a "
+      "backslash in double quotes is written twice"}},
+    {"star-alone",
+     {"1:9: error: broken YAML: a name is expected after \"*\"; a text that "
+      "begins with \"*\" needs quotes"}},
+    {"document-line-in-quotes",
+     {"2:1: error: broken YAML: a text in quotes holds this line; it is not "
+      "closed, or the line needs indentation"}},
+    {"loose-text-after-list",
+     {"2:1: error: broken YAML: this belongs to nothing above it; check the "
+      "indentation and the quotes"}},
+    {"merge-key", {"5:5: error: \"<<\" merges nothing here; give the alias as the value itself"}},
+    {"key-no-text", {"2:1: error: a key must be a text"}},
+    {"key-twice-top",
+     {"3:1: error: the key \"title\" is given twice; it stands in line 1, column 1 already"}},
+    {"key-twice-in-device",
+     {"4:5: error: the key \"device\" is given twice; it stands in line 3, column 5 already"}},
+    {"key-twice-in-list",
+     {"2:5: error: an arrow is a text such as \"source.signal -> target.slot\"",
+      "2:18: error: the key \"a\" is given twice; it stands in line 2, column 6 already"}},
+    {"device-twice",
+     {"5:3: error: the device \"cpu\" is given twice; it stands in line 2, column 3 already"}},
+    {"param-twice",
+     {"4:42: error: the key \"Value\" is given twice; it stands in line 4, "
+      "column 14 already"}},
+    {"param-twice-any-case",
+     {"6:7: error: the parameter \"value\" is given twice; it stands in line "
+      "5, column 7 already"}},
+    {"param-twice-joined",
+     {"6:27: error: the parameter \"widget/row\" is given twice; it stands in "
+      "line 5, column 7 already"}},
+    {"unknown-key",
+     {"1:1: error: unknown key \"devcies\"; did you mean \"devices\"?",
+      "2:1: error: unknown key \"layout\"; a panel has title, devices and connections"}},
+    {"unknown-key-of-device",
+     {"4:5: error: unknown key \"parms\" of the device \"cpu\"; did you mean \"params\"?",
+      "5:5: error: unknown key \"interval\" of the device \"cpu\"; a device has device, "
+      "params and network"}},
+    {"title-list", {"1:8: error: the title must be a text"}},
+    {"devices-list", {"2:3: error: devices must be a map: the id of each device, and what it is"}},
+    {"devices-text", {"1:10: error: devices must be a map: the id of each device, and what it is"}},
+    {"device-text",
+     {"2:8: error: the device \"cpu\" must be a map, such as {device: system}",
+      "3:9: error: the device \"text\" must be a map, such as {device: TYPE}"}},
+    {"device-list", {"2:8: error: the device \"cpu\" must be a map, such as {device: TYPE}"}},
+    {"no-type",
+     {"2:3: error: the device \"cpu\" has no type; add \"device: TYPE\"",
+      "4:3: error: the device \"text\" has no type; add \"device: TYPE\""}},
+    {"empty-type",
+     {"3:5: error: the type of the device \"cpu\" is empty; write \"device: TYPE\"",
+      "4:18: error: the type of the device \"text\" is empty; write \"device: TYPE\""}},
+    {"type-no-text", {"3:13: error: the type of a device must be a text"}},
+    {"bad-ids",
+     {"2:3: error: the device id \"a.b\" holds more than letters, digits, \"_\" and \"-\"",
+      "3:3: error: the device id \"a b\" holds more than letters, digits, \"_\" and \"-\"",
+      "4:3: error: the id of a device is empty"}},
+    {"params-list",
+     {"4:13: error: params must be a map: the name of each parameter, and its value"}},
+    {"params-text",
+     {"4:13: error: params must be a map: the name of each parameter, and its value"}},
+    {"param-list",
+     {"5:17: error: the parameter \"interval\" must be a text or a map, not a list",
+      "6:21: error: the parameter \"widget/row\" must be a text or a map, not a list"}},
+    {"param-without-name", {"4:14: error: the name of a parameter is empty"}},
+    {"network-no-bool",
+     {"2:31: error: network must be true or false, not \"yes\"",
+      "3:22: error: network must be true or false, not \"\"",
+      "4:31: error: network must be true or false"}},
+    {"connections-map",
+     {"2:3: error: connections must be a list of arrows such as "
+      "\"source.signal -> target.slot\""}},
+    {"connections-text",
+     {"1:14: error: connections must be a list of arrows such as "
+      "\"source.signal -> target.slot\""}},
+    {"arrow-no-text",
+     {"2:5: error: an arrow is a text such as \"source.signal -> target.slot\"",
+      "3:5: error: an arrow is a text such as \"source.signal -> target.slot\""}},
+    {"arrow-empty",
+     {"2:3: error: the arrow is empty; write one such as \"source.signal -> target.slot\"",
+      "3:5: error: the arrow is empty; write one such as \"source.signal -> target.slot\""}},
+    {"arrow-without-head",
+     {"2:5: error: \"a.x b.y\" holds no \"->\"; write an arrow such as "
+      "\"source.signal -> target.slot\"",
+      "3:5: error: \"a.x > b.y\" holds no \"->\"; write an arrow such as "
+      "\"source.signal -> target.slot\""}},
+    {"arrow-with-two-heads", {"2:17: error: an arrow holds one \"->\"; write one arrow for each"}},
+    {"arrow-empty-side",
+     {"2:5: error: nothing stands before \"->\"; write a device's id and its "
+      "signal, \"id.signal\"",
+      "3:9: error: nothing stands after \"->\"; write a device's id and its "
+      "slot, \"id.slot\"",
+      "4:6: error: nothing stands before \"->\"; write a device's id and its "
+      "signal, \"id.signal\"",
+      "4:6: error: nothing stands after \"->\"; write a device's id and its "
+      "slot, \"id.slot\""}},
+    {"arrow-without-point",
+     {"2:5: error: \"a\" names no signal; write \"a.signal\"",
+      "2:10: error: \"b\" names no slot; write \"b.slot\"",
+      "3:6: error: \"a(double)\" names no signal; write \"a(double).signal\"",
+      "3:19: error: \"\"b\"\" names no slot; write \"\"b\".slot\""}},
+    {"arrow-half-endpoint",
+     {"2:5: error: the id of a device is missing before \".x\"",
+      "2:11: error: \"b.\" names no slot; write \"b.slot\""}},
+    {"much-of-everything",
+     {"14:32: error: the parameter \"widget/column\" must be a text or a map, not a list",
+      "20:3: error: the arrow is empty; write one such as \"source.signal -> target.slot\"",
+      "21:5: error: an arrow is a text such as \"source.signal -> target.slot\""}},
+    {"many-faults",
+     {"1:1: error: unknown key \"titel\"; did you mean \"title\"?",
+      "3:3: error: the device id \"a b\" holds more than letters, digits, \"_\" and \"-\"",
+      "3:32: error: params must be a map: the name of each parameter, and its value",
+      "4:3: error: the device \"text\" has no type; add \"device: TYPE\"",
+      "5:14: error: network must be true or false, not \"maybe\"",
+      "7:5: error: \"a.x\" holds no \"->\"; write an arrow such as \"source.signal -> "
+      "target.slot\"",
+      "8:12: error: \"b\" names no slot; write \"b.slot\"",
+      "9:1: error: the key \"devices\" is given twice; it stands in line 2, column 1 "
+      "already"}}};
+
+/// What reading the file tells, each line without the file's name.
+QStringList faultsOf(const QString& name)
+{
+    const QString file = kFolder + name + ".yaml";
+    Faults faults;
+    PanelFile::read(file, faults);
+    QStringList lines;
+    for (const Fault& fault : faults) {
+        lines += fault.toString().mid(file.size() + 1);
+    }
+    return lines;
+}
+
+} // namespace
+
+/// One file for each fault of form, under the file's name.
+class tst_PanelFileFaults : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyFileTellsItsFaults_data()
+    {
+        QTest::addColumn<QStringList>("expected");
+        for (const FileFaults& file : kFaults) {
+            QTest::newRow(file.name) << file.lines;
+        }
+    }
+    void everyFileTellsItsFaults()
+    {
+        QFETCH(QStringList, expected);
+        const QString file = kFolder + QTest::currentDataTag() + ".yaml";
+        QVERIFY2(QFile::exists(file), qPrintable(file));
+        QCOMPARE(faultsOf(QTest::currentDataTag()).join('\n'), expected.join('\n'));
+    }
+
+    void allOtherFilesAreSoundInForm()
+    {
+        const QStringList files = QDir(kFolder).entryList({"*.yaml"});
+        QVERIFY(files.size() >= kFaults.size());
+        for (const QString& file : files) {
+            const QString name = QFileInfo(file).baseName();
+            const bool isListed =
+                std::any_of(kFaults.cbegin(), kFaults.cend(),
+                            [&name](const FileFaults& known) { return name == known.name; });
+            QVERIFY2(isListed || faultsOf(name).isEmpty(), qPrintable(file));
+        }
+    }
+
+    void theNameIsTheOneThatTheUserGave()
+    {
+        Faults faults;
+        const QString file = "./tests/../tests/panels/bad/title-list.yaml";
+        QCOMPARE(PanelFile::read(file, faults).file, file);
+        QCOMPARE(faults.size(), 1);
+        QCOMPARE(faults.first().toString(), file + ":1:8: error: the title must be a text");
+        QCOMPARE(PanelFile::parse("title: x", "-", faults).file, QString("-"));
+    }
+
+    void faultsAreAppendedBehindOlderOnes()
+    {
+        Faults faults{{Fault::Severity::Warning, "other", {9, 9}, "older"}};
+        PanelFile::parse("b: 1\na: 1\n", "new", faults);
+        QCOMPARE(faults.size(), 3);
+        QCOMPARE(faults[0].file, QString("other"));
+        QCOMPARE(faults[1].place.line, 1);
+        QCOMPARE(faults[2].place.line, 2);
+    }
+
+    void faultsOfASharedValueAreToldOnce()
+    {
+        Faults faults;
+        PanelFile::parse("devices:\n  a: &a {device: x, network: 1, params: {v: [1], w: 1, w: 2}}\n"
+                         "  b: *a\n  c: *a\n",
+                         "p", faults);
+        QStringList lines;
+        for (const Fault& fault : faults) {
+            lines += fault.toString();
+        }
+        QCOMPARE(lines, (QStringList{"p:2:30: error: network must be true or false, not \"1\"",
+                                     "p:2:45: error: the parameter \"v\" must be a text or a map, "
+                                     "not a list",
+                                     "p:2:56: error: the key \"w\" is given twice; it stands in "
+                                     "line 2, column 50 already"}));
+    }
+
+    void whatIsSoundBesideAFaultIsRead()
+    {
+        Faults faults;
+        const auto panel = PanelFile::read(kFolder + "many-faults.yaml", faults);
+        QCOMPARE(panel.devices.size(), 2);
+        QCOMPARE(panel.devices[0].type.text, QString("label"));
+        QCOMPARE(panel.devices[1].id.text, QString("text"));
+        QVERIFY(panel.connections.isEmpty());
+        const auto texts = PanelFile::read(kFolder + "device-text.yaml", faults);
+        QCOMPARE(texts.devices.size(), 2);
+        QCOMPARE(texts.devices[0].id.text, QString("cpu"));
+        QCOMPARE(texts.devices[0].type.text, QString());
+    }
+};
+
+NORVO_GUILESS_TEST(tst_PanelFileFaults)
+#include "tst_PanelFileFaults.moc"

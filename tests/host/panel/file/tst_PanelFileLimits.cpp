@@ -1,0 +1,262 @@
+#include "host/panel/file/PanelFile.h"
+
+#include "PanelTexts.h"
+#include "TestMain.h"
+
+#include <QtTest>
+
+#include <unistd.h>
+
+using norvo::Faults;
+using norvo::PanelFile;
+using panels::faultsOf;
+
+namespace {
+
+constexpr int kSizeLimit = 4 * 1024 * 1024;
+constexpr int kMostValues = 100000;
+
+QString firstFaultOf(const QByteArray& text)
+{
+    return faultsOf(text).section('\n', 0, 0);
+}
+
+QString readFaultsOf(const QString& file)
+{
+    Faults faults;
+    const auto panel = PanelFile::read(file, faults);
+    return panel.file == file && faults.size() == 1 ? faults.first().toString() : QString();
+}
+
+void write(const QString& name, const QByteArray& content)
+{
+    QFile file(name);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), qint64(content.size()));
+}
+
+/// A panel of that many values: three of its own, and arrows.
+QByteArray ofValues(int count)
+{
+    return "title: x\nconnections:\n" + QByteArray("- a.x -> b.y\n").repeated(count - 3);
+}
+
+} // namespace
+
+class tst_PanelFileLimits : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void fileThatCannotBeRead();
+    void sizeLimit();
+    void depthLimit_data();
+    void depthLimit();
+    void manyOpenBracketsDoNotOverflowTheStack_data();
+    void manyOpenBracketsDoNotOverflowTheStack();
+    void bracketsInTextsAreNoLevels();
+    void aliasesCountInTheDepth();
+    void valueLimit();
+    void keysAreNoValues();
+    void aliasBombsAreRefusedUnexpanded();
+    void aliasOfAnOpenValueIsRefused();
+    void longKeysAndNames();
+    void longArrow();
+    void longTextsAreShortenedInFaults();
+};
+
+void tst_PanelFileLimits::fileThatCannotBeRead()
+{
+    QTemporaryDir folder;
+    const QString missing = folder.filePath("missing.yaml");
+    QCOMPARE(readFaultsOf(missing), missing + ": error: there is no such file");
+    QCOMPARE(readFaultsOf(folder.path()),
+             folder.path() + ": error: this is a folder, not a panel file");
+    QCOMPARE(readFaultsOf("/dev/null"), QString("/dev/null: error: this is no regular file"));
+    const QString unreadable = "/proc/self/mem";
+    QCOMPARE(readFaultsOf(unreadable),
+             unreadable + ": error: the file cannot be read: Input/output error");
+    if (geteuid() != 0) { // To whom nothing is forbidden.
+        const QString forbidden = folder.filePath("forbidden.yaml");
+        write(forbidden, "title: x\n");
+        QVERIFY(QFile::setPermissions(forbidden, QFileDevice::WriteOwner));
+        QCOMPARE(readFaultsOf(forbidden),
+                 forbidden + ": error: the file cannot be read: Permission denied");
+    }
+}
+
+void tst_PanelFileLimits::sizeLimit()
+{
+    QTemporaryDir folder;
+    const QString file = folder.filePath("panel.yaml");
+    QByteArray text = "title: x\n#";
+    text += QByteArray(kSizeLimit - text.size(), 'x');
+    write(file, text);
+    Faults faults;
+    QCOMPARE(PanelFile::read(file, faults).title.text, QString("x"));
+    QVERIFY(faults.isEmpty());
+
+    const QString expected = ": error: the file is larger than 4 MiB, the limit of a panel";
+    write(file, text + 'x');
+    QCOMPARE(readFaultsOf(file), file + expected);
+    QCOMPARE(panels::faultsOf(text + 'x'), expected.mid(1));
+}
+
+void tst_PanelFileLimits::depthLimit_data()
+{
+    QTest::addColumn<QByteArray>("opening");
+    QTest::addColumn<QByteArray>("closing");
+    QTest::addColumn<int>("column"); // Of the level beyond the last one, without the opening key.
+    QTest::newRow("lists") << QByteArray("[") << QByteArray("]") << 64;
+    QTest::newRow("maps in braces") << QByteArray("{a: ") << QByteArray("}") << 4 * 63 + 1;
+    QTest::newRow("lists of dashes") << QByteArray("- ") << QByteArray() << 2 * 63 + 1;
+    QTest::newRow("maps as keys") << QByteArray("? ") << QByteArray() << 2 * 63 + 1;
+}
+
+void tst_PanelFileLimits::depthLimit()
+{
+    QFETCH(QByteArray, opening);
+    QFETCH(QByteArray, closing);
+    QFETCH(int, column);
+    const auto text = [&](int levels) { // Together with the outer map.
+        return "x:\n  " + opening.repeated(levels - 1) + "a" + closing.repeated(levels - 1);
+    };
+    const QString fault = QString("2:%1: error: nested deeper than 64 levels").arg(column + 2);
+    QVERIFY(!faultsOf(text(64)).contains("nested"));
+    QCOMPARE(faultsOf(text(65)), fault);
+    QCOMPARE(faultsOf(text(500)), fault);
+}
+
+void tst_PanelFileLimits::manyOpenBracketsDoNotOverflowTheStack_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("expected");
+    const QString deep = ": error: nested deeper than 64 levels";
+    QTest::newRow("[") << QByteArray(100000, '[') << "1:65" + deep;
+    QTest::newRow("{") << QByteArray(100000, '{') << "1:65" + deep;
+    QTest::newRow("[{") << QByteArray("[{").repeated(50000) << "1:65" + deep;
+    QTest::newRow("[ a line each") << QByteArray("[\n").repeated(100000) << "65:1" + deep;
+    QTest::newRow("- ") << QByteArray("- ").repeated(100000) << "1:129" + deep;
+    QTest::newRow("? ") << QByteArray("? ").repeated(100000) << "1:129" + deep;
+    QTest::newRow("closed") << QByteArray(100000, '[') + QByteArray(100000, ']') << "1:65" + deep;
+}
+
+void tst_PanelFileLimits::manyOpenBracketsDoNotOverflowTheStack()
+{
+    QFETCH(QByteArray, text);
+    QTEST(faultsOf(text), "expected");
+}
+
+void tst_PanelFileLimits::bracketsInTextsAreNoLevels()
+{
+    const QByteArray many = QByteArray("[{").repeated(50000);
+    QCOMPARE(faultsOf("title: \"" + many + "\""), QString());
+    QCOMPARE(faultsOf("title: '" + many + "'"), QString());
+    QCOMPARE(faultsOf("title: x" + many), QString());
+    QCOMPARE(faultsOf("title: |\n  " + many), QString());
+    QCOMPARE(faultsOf("title: x # " + many), QString());
+}
+
+void tst_PanelFileLimits::aliasesCountInTheDepth()
+{
+    const auto text = [](int outer, int inner) {
+        return "x: &x " + QByteArray(inner, '[') + QByteArray(inner, ']') +
+               "\ny: " + QByteArray(outer, '[') + "*x" + QByteArray(outer, ']') + "\n";
+    };
+    QVERIFY(!faultsOf(text(33, 30)).contains("nested"));
+    QCOMPARE(faultsOf(text(34, 30)),
+             QString("2:38: error: nested deeper than 64 levels once this alias is followed"));
+    QVERIFY(!faultsOf(text(0, 63)).contains("nested"));
+}
+
+void tst_PanelFileLimits::valueLimit()
+{
+    QCOMPARE(faultsOf(ofValues(kMostValues)), QString());
+    QCOMPARE(faultsOf(ofValues(kMostValues + 1)),
+             QString("100000:3: error: more than 100,000 values once aliases are followed"));
+    // The same through aliases: the list again, and the one that has the anchor.
+    const QByteArray twice = "connections: &x\n" + QByteArray("- a.x -> b.y\n").repeated(49998);
+    QCOMPARE(firstFaultOf(twice + "title: *x\n"),
+             QString("1:14: error: the title must be a text").replace("1:14", "50000:8"));
+    QCOMPARE(faultsOf(twice + "- a.x -> b.y\ntitle: *x\n"),
+             QString("50001:8: error: more than 100,000 values once aliases are followed"));
+}
+
+void tst_PanelFileLimits::keysAreNoValues()
+{
+    QByteArray text = "devices:\n  a:\n    device: x\n    params:\n";
+    const int params = kMostValues - 5;
+    for (int i = 0; i < params; ++i) {
+        text += "      p" + QByteArray::number(i) + ":\n";
+    }
+    Faults faults;
+    const auto panel = panels::parse(text, faults);
+    QCOMPARE(faults.size(), 0);
+    QCOMPARE(panel.devices.value(0).params.size(), params);
+    QVERIFY(faultsOf(text + "      one:\n      more:\n").contains("more than 100,000 values"));
+}
+
+void tst_PanelFileLimits::aliasBombsAreRefusedUnexpanded()
+{
+    QByteArray lists = "a0: &a0 [x, x]\n";
+    QByteArray maps = "a0: &a0 {x: y}\n";
+    QByteArray empty = "a0: &a0 []\n";
+    for (int i = 1; i < 60; ++i) {
+        const QByteArray name = "a" + QByteArray::number(i);
+        const QByteArray last = "*a" + QByteArray::number(i - 1);
+        lists += name + ": &" + name + " [" + last + ", " + last + "]\n";
+        maps += name + ": &" + name + " {x: " + last + ", y: " + last + "}\n";
+        empty += name + ": &" + name + " [" + last + ", " + last + ", " + last + "]\n";
+    }
+    const QString expected = ": error: more than 100,000 values once aliases are followed";
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(faultsOf(lists), "15:18" + expected);
+    QCOMPARE(faultsOf(maps), "16:15" + expected);
+    QCOMPARE(faultsOf(empty), "11:17" + expected);
+    QVERIFY(timer.elapsed() < 5000);
+}
+
+void tst_PanelFileLimits::aliasOfAnOpenValueIsRefused()
+{
+    const QString expected = ": error: this alias stands inside the value that it names";
+    QCOMPARE(faultsOf("title: &x [*x]\n"), "1:12" + expected);
+    QCOMPARE(faultsOf("title: &x {a: [b, {c: *x}]}\n"), "1:23" + expected);
+    QCOMPARE(faultsOf("title: &x {? *x : b}\n"), "1:14" + expected);
+    // A name that was given again stands for the latest value that is complete or open.
+    QCOMPARE(faultsOf("title: &x a\ndevices: &x {b: *x}\n"), "2:17" + expected);
+}
+
+void tst_PanelFileLimits::longKeysAndNames()
+{
+    const QByteArray k(1000, 'k');
+    QVERIFY(faultsOf("? " + k + "\n: x\n").contains("unknown key"));
+    QCOMPARE(faultsOf("? " + k + "k\n: x\n"),
+             QString("1:3: error: a key has 1000 characters at most"));
+
+    const QByteArray start = "devices: {a: {device: x, params: {";
+    QCOMPARE(faultsOf(start + k.left(256) + ": 1}}}"), QString());
+    QCOMPARE(faultsOf(start + k.left(257) + ": 1}}}"),
+             QString("1:35: error: the name of a parameter has 256 characters at most"));
+    QCOMPARE(faultsOf(start + k.left(200) + ": {" + k.left(55) + ": 1}}}}"), QString());
+    QCOMPARE(faultsOf(start + k.left(200) + ": {" + k.left(56) + ": 1}}}}"),
+             QString("1:238: error: the name of a parameter has 256 characters at most"));
+}
+
+void tst_PanelFileLimits::longArrow()
+{
+    const QByteArray name(992, 'a');
+    QCOMPARE(faultsOf("connections:\n- " + name + ".x -> b.y\n").left(60),
+             QString("2:3: error: an arrow has 1000 characters at most"));
+    QCOMPARE(faultsOf("connections:\n- " + name.left(991) + ".x -> b.y\n").left(60), QString());
+}
+
+void tst_PanelFileLimits::longTextsAreShortenedInFaults()
+{
+    const QByteArray text(100000, 'x');
+    QCOMPARE(faultsOf("devices: {a: {device: b, network: " + text + "}}"),
+             "1:35: error: network must be true or false, not \"" + QString(57, 'x') + "...\"");
+}
+
+NORVO_GUILESS_TEST(tst_PanelFileLimits)
+#include "tst_PanelFileLimits.moc"

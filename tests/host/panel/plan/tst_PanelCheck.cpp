@@ -1,0 +1,270 @@
+#include "host/panel/plan/PanelCheck.h"
+
+#include "host/panel/Descriptions.h"
+
+#include "devices/ButtonDevice.h"
+#include "devices/Label.h"
+#include "devices/OutputDigitalDevice.h"
+#include "fixtures/relays/StepsDevice.h"
+#include "host/panel/file/PanelFile.h"
+#include "norvo/DeviceManager.h"
+#include "TestMain.h"
+
+#include <QtTest>
+
+using norvo::PanelCheck;
+
+/// Says so when it is started, unless it is told to fail; only then it offers its slot.
+class LateDevice : public BaseDevice
+{
+    Q_OBJECT
+
+public:
+    LateDevice() { addParam("fault", ""); }
+
+    static DeviceTypeInfo typeInfo() { return {"", "", {}, 0, 1, ""}; }
+
+    bool initialise() override
+    {
+        recordStep(objectName(), "initialise");
+        const QString fault = getParam("fault").value();
+        m_known = fault.isEmpty();
+        return m_known || error(fault);
+    }
+    void deinitialise() override { recordStep(objectName(), "deinitialise"); }
+    QStringList grabMethods(const QString& name, QMetaMethod::MethodType type,
+                            bool flag) const override
+    {
+        return m_known ? BaseDevice::grabMethods(name, type, flag) : QStringList();
+    }
+
+public slots:
+    void input(QString) {}
+
+private:
+    bool m_known = false;
+};
+
+class tst_PanelCheck : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void badFiles_data();
+    void badFiles();
+    void goodPanelHasNoFaults();
+    void oddTextsAreToldAsTheyAre();
+    void noDeviceIsStarted();
+    void typeThatShowsItsMethodsLateIsInitialisedAlone();
+    void lateTypeThatFailsIsAWarningAndItsArrowsAreNotJudged();
+    void thousandsOfDevicesTakeNoTime();
+
+private:
+    DeviceManager m_manager;
+};
+
+void tst_PanelCheck::initTestCase()
+{
+    m_manager.registerDeviceType<ButtonDevice>("button");
+    m_manager.registerDeviceType<Label>("label");
+    m_manager.registerDeviceType<OutputDigitalDevice>("output_digital");
+}
+
+void tst_PanelCheck::init()
+{
+    qApp->setProperty("lifecycle", QStringList());
+}
+
+void tst_PanelCheck::badFiles_data()
+{
+    QTest::addColumn<QStringList>("expected"); // without the file's name
+
+    const auto fault = [](const char* file, const QStringList& lines) {
+        QTest::newRow(file) << lines;
+    };
+    const QString slotsOfLabel = "inputWarning(bool), input(QString), input(double)";
+    const QString type = "unknown device type ";
+    const QString is = "parameter ";
+    const QString row = "is not a whole number from 0 to 999, nor -1 for the next free place";
+    const QString span = "is not a whole number from 1 to 1000";
+    const QString circle = "; its values are passed on from the event loop";
+
+    fault("unknown-type", {"3:13: error: " + type + "\"buton\"; did you mean \"button\"?"});
+    fault("unknown-type-unlike-any", {"3:13: error: " + type +
+                                      "\"thermometer\"; known are "
+                                      "\"button\", \"label\", \"output_digital\""});
+    fault("unknown-parameter",
+          {"6:24: error: a device of type \"label\" has no parameter \"widget/fontsise\"; did you "
+           "mean \"widget/fontSize\"?"});
+    fault("value-is-no-number",
+          {"4:31: error: " + is + "\"widget/fontSize\": \"large\" is not a number"});
+    fault("value-is-neither-true-nor-false",
+          {"4:23: error: " + is + "\"toggled\": \"perhaps\" is neither true nor false"});
+    fault("option-outside-its-list",
+          {"4:20: warning: " + is +
+           "\"mode\": \"Toggle\" is none of \"toggle\", \"click\"; did you "
+           "mean \"toggle\"?"});
+    fault("row-is-no-whole-number", {"5:21: error: " + is + "\"widget/row\": \"1.5\" " + row,
+                                     "5:34: error: " + is + "\"widget/column\": \"-2\" " + row});
+    fault("span-out-of-range", {"5:25: error: " + is + "\"widget/rowspan\": \"0\" " + span,
+                                "5:37: error: " + is + "\"widget/colspan\": \"1001\" " + span});
+    fault("overlapping-cells",
+          {"6:3: error: \"low\" and \"wide\" (line 2) overlap at row 1, column 2"});
+    fault("overlapping-cells-of-an-area",
+          {"6:3: error: \"air\" and \"none\" (line 2) overlap at row 0, column 0 of area \"Air\""});
+    fault("unknown-signal",
+          {"5:10: error: \"stop\" has no signal \"toggeld\"; it has toggled(bool), clicked(); did "
+           "you mean \"toggled\"?"});
+    fault("unknown-slot", {"5:27: error: \"shown\" has no slot \"inputwarning\"; it has " +
+                           slotsOfLabel + "; did you mean \"inputWarning\"?"});
+    fault("unknown-overload",
+          {"5:10: error: \"stop\" has no signal \"toggled(double)\"; it has toggled(bool)",
+           "5:35: error: \"shown\" has no slot \"input(bool)\"; it has input(QString), "
+           "input(double)"});
+    fault("types-do-not-fit",
+          {"5:5: error: stop.toggled(bool) does not fit shown.input(QString) or input(double); "
+           "what fits: stop.toggled(bool) -> shown.inputWarning(bool)"});
+    fault("several-pairs-fit",
+          {"5:5: error: \"readout.output -> shown.input\" can mean several pairs; choose one of: "
+           "readout.output(double) -> shown.input(double), "
+           "readout.output(QString) -> shown.input(QString)"});
+    fault("missing-device", {"5:5: error: there is no device \"stpo\"; did you mean \"stop\"?",
+                             "5:21: error: there is no device \"label\""});
+    fault("duplicate-arrow",
+          {"6:5: warning: stop.toggled(bool) -> shown.inputWarning(bool) is connected already, in "
+           "line 5; each value will arrive twice"});
+    fault(
+        "circle",
+        {"8:5: warning: this arrow closes the circle first -> second -> third -> first" + circle});
+    fault("circle-of-one", {"4:5: warning: this arrow closes the circle shown -> shown" + circle});
+    fault("several-faults",
+          {"5:20: warning: " + is +
+               "\"mode\": \"clik\" is none of \"toggle\", \"click\"; did you "
+               "mean \"click\"?",
+           "5:59: error: a device of type \"button\" has no parameter \"size\"; known are "
+           "\"widget/row\", \"widget/column\", \"widget/rowspan\", \"widget/colspan\", "
+           "\"widget/area\", \"text\", \"toggled\", \"mode\", \"widget/fontSize\"",
+           "7:13: error: " + type + "\"butten\"; did you mean \"button\"?",
+           "8:3: error: \"shown\" and \"stop\" (line 3) overlap at row 0, column 0",
+           "10:65: error: " + is + "\"widget/precision\": \"two\" is not a number",
+           "13:5: error: stop.clicked() does not fit shown.input(QString) or input(double); what "
+           "fits: stop.toggled(bool) -> shown.inputWarning(bool)",
+           "14:21: error: there is no device \"nobody\""});
+}
+
+void tst_PanelCheck::badFiles()
+{
+    QFETCH(QStringList, expected);
+    const QString file = QString("tests/panels/bad/%1.yaml").arg(QTest::currentDataTag());
+    norvo::Faults faults;
+    const auto description = norvo::PanelFile::read(file, faults);
+    QCOMPARE(describe::lines(faults), QStringList());
+    expected.replaceInStrings(QRegularExpression("^"), file + ":");
+    QCOMPARE(describe::lines(PanelCheck::check(description, m_manager)), expected);
+}
+
+void tst_PanelCheck::goodPanelHasNoFaults()
+{
+    const auto description = describe::panel(
+        {describe::device("stop", "BUTTON", {{"MODE", "click"}, {"widget/row", "-1"}}),
+         describe::device("shown", "label", {{"widget/row", "1"}, {"widget/column", "0"}}),
+         describe::device("alone", "label", {{"widget/fontSize", "1e1"}})},
+        {"stop.toggled -> shown.inputWarning"});
+    QCOMPARE(describe::lines(PanelCheck::check(description, m_manager)), QStringList());
+}
+
+void tst_PanelCheck::oddTextsAreToldAsTheyAre()
+{
+    const QString odd = "%1 %2 %3 %4\n";
+    auto description = describe::panel(
+        {describe::device(odd, odd, {}, 1), describe::device("b", "label", {{odd, odd}}, 2),
+         describe::device("c", "button", {{"mode", odd}, {"widget/row", odd}}, 3)});
+    description.connections.append(describe::arrow("c.%1(%2,%3) -> b.%4", 4));
+    description.connections.append(describe::arrow("%1%2.x -> b.input(double)", 5));
+    const QStringList lines = describe::lines(PanelCheck::check(description, m_manager));
+    QCOMPARE(lines.size(), 7);
+    const QString shown = "\"%1 %2 %3 %4\\n\"";
+    QCOMPARE(lines[0], "panel.yaml:1:2: error: unknown device type " + shown +
+                           "; known are \"button\", \"label\", \"output_digital\"");
+    QVERIFY2(lines[1].startsWith("panel.yaml:2:3: error: a device of type \"label\" has no "
+                                 "parameter " +
+                                 shown + "; known are \"widget/row\", "),
+             qPrintable(lines[1]));
+    QCOMPARE(lines[2], "panel.yaml:3:4: warning: parameter \"mode\": " + shown +
+                           " is none of \"toggle\", \"click\"");
+    QCOMPARE(lines[3], "panel.yaml:3:4: error: parameter \"widget/row\": " + shown +
+                           " is not a whole number from 0 to 999, nor -1 for the next free "
+                           "place");
+    QCOMPARE(lines[4], "panel.yaml:4:3: error: \"c\" has no signal \"%1(%2,%3)\"; it has "
+                       "toggled(bool), clicked()");
+    QCOMPARE(lines[5], "panel.yaml:4:18: error: \"b\" has no slot \"%4\"; it has "
+                       "inputWarning(bool), input(QString), input(double)");
+    QCOMPARE(lines[6], "panel.yaml:5:1: error: there is no device \"%1%2\"");
+}
+
+void tst_PanelCheck::noDeviceIsStarted()
+{
+    DeviceManager manager;
+    manager.registerDeviceType<StepsDevice>("steps");
+    const auto description = describe::panel(
+        {describe::device("a", "steps"), describe::device("b", "steps")}, {"a.output -> b.input"});
+    QCOMPARE(describe::lines(PanelCheck::check(description, manager)), QStringList());
+    QStringList steps = qApp->property("lifecycle").toStringList();
+    steps.sort();
+    QCOMPARE(steps, QStringList({"a destructor", "b destructor"}));
+}
+
+void tst_PanelCheck::typeThatShowsItsMethodsLateIsInitialisedAlone()
+{
+    DeviceManager manager;
+    manager.registerDeviceType<StepsDevice>("steps");
+    manager.registerDeviceType<Label>("label");
+    manager.registerDeviceType<LateDevice>("late");
+    const auto description =
+        describe::panel({describe::device("a", "steps"), describe::device("l", "label"),
+                         describe::device("late", "late")},
+                        {"l.output -> late.input", "a.output -> late.input"});
+    QCOMPARE(
+        describe::lines(PanelCheck::check(description, manager)),
+        QStringList("panel.yaml:2:1: error: a.output(double) does not fit late.input(QString); "
+                    "nothing that \"a\" sends fits \"late\""));
+    QCOMPARE(qApp->property("lifecycle").toStringList().filter("initialise"),
+             QStringList({"late initialise", "late deinitialise"}));
+}
+
+void tst_PanelCheck::lateTypeThatFailsIsAWarningAndItsArrowsAreNotJudged()
+{
+    DeviceManager manager;
+    manager.registerDeviceType<LateDevice>("late");
+    const auto description = describe::panel(
+        {describe::device("a", "late", {{"fault", "no face"}}, 4), describe::device("b", "late")},
+        {"a.output -> b.input", "b.output -> a.input"});
+    QTest::ignoreMessage(QtWarningMsg, "a: no face");
+    const QStringList lines = describe::lines(PanelCheck::check(description, manager));
+    QCOMPARE(lines.filter("arrows"),
+             QStringList("panel.yaml:4:1: warning: device \"a\" does not start, and its arrows "
+                         "cannot be checked: no face"));
+    QCOMPARE(lines.filter("error"), QStringList());
+}
+
+void tst_PanelCheck::thousandsOfDevicesTakeNoTime()
+{
+    const int count = 2000;
+    QVector<norvo::DeviceSetting> devices;
+    QStringList arrows;
+    for (int i = 0; i < count; ++i) {
+        devices.append(describe::device(QString::number(i), "label"));
+        arrows.append(QString("%1.output -> %2.input").arg(i).arg((i + 1) % count));
+    }
+    const auto description = describe::panel(devices, arrows);
+    QElapsedTimer time;
+    time.start();
+    const auto faults = PanelCheck::check(description, m_manager);
+    QVERIFY2(time.elapsed() < 3000, qPrintable(QString::number(time.elapsed())));
+    QCOMPARE(faults.size(), 1); // the circle
+}
+
+NORVO_TEST(tst_PanelCheck)
+#include "tst_PanelCheck.moc"

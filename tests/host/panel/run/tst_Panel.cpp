@@ -1,0 +1,183 @@
+#include "host/panel/run/Panel.h"
+
+#include "host/panel/Descriptions.h"
+#include "GridPlace.h"
+
+#include "fixtures/relays/RecorderDevice.h"
+#include "fixtures/relays/TickerDevice.h"
+#include "norvo/BaseGuiDevice.h"
+#include "norvo/BaseWidget.h"
+#include "norvo/DeviceManager.h"
+#include "TestMain.h"
+
+#include <QTabWidget>
+#include <QtTest>
+
+using norvo::Panel;
+using norvo::PanelState;
+
+/// Writes its parameter "written" at each step of its life, and whatever it hears.
+class WritingDevice : public BaseGuiDevice
+{
+    Q_OBJECT
+
+public:
+    WritingDevice()
+    {
+        addParam("given", "default");
+        addParam("Written", "");
+    }
+
+    bool initialise() override
+    {
+        setParam("written", "initialise");
+        return true;
+    }
+    void postInitialisation() override { setParam("WRITTEN", "postInitialisation"); }
+    void preShutdown() override { setParam("written", "preShutdown"); }
+    void deinitialise() override { setParam("written", "deinitialise"); }
+    BaseWidget* createWidget() override { return new BaseWidget(this, nullptr); }
+    bool alert(QString text) override
+    {
+        qApp->setProperty("alert", text);
+        return true;
+    }
+
+public slots:
+    void input(QString text) { setParam("written", text); }
+};
+
+class tst_Panel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void idIsTheNameOfDeviceAndWidget();
+    void savedStateGoesOverTheFile();
+    void strayStateIsLeftAside();
+    void onlyWhatIsWrittenWhileRunningIsTold();
+    void arrowThatCannotBeConnectedIsAFault();
+    void widgetsStandInTheirCells();
+    void areasAreTabs();
+
+private:
+    DeviceManager m_manager;
+    QWidget m_page;
+};
+
+void tst_Panel::initTestCase()
+{
+    m_manager.registerDeviceType<WritingDevice>("writing");
+    m_manager.registerDeviceType<RecorderDevice>("recorder");
+    m_manager.registerDeviceType<TickerDevice>("ticker");
+}
+
+void tst_Panel::idIsTheNameOfDeviceAndWidget()
+{
+    Panel panel(m_manager, describe::panel({describe::device("Öl pump.1", "WRITING"),
+                                            describe::device("r", "recorder")}));
+    panel.start(&m_page);
+    QCOMPARE(panel.device("Öl pump.1")->objectName(), "Öl pump.1");
+    QCOMPARE(panel.widget("Öl pump.1")->objectName(), "Öl pump.1");
+    QVERIFY(panel.device("r"));
+    QVERIFY(!panel.widget("r"));
+    QVERIFY(!panel.device("nobody"));
+    QVERIFY(!panel.widget("nobody"));
+}
+
+void tst_Panel::savedStateGoesOverTheFile()
+{
+    Panel panel(m_manager,
+                describe::panel({describe::device("a", "writing", {{"given", "by file"}}),
+                                 describe::device("b", "writing", {{"GIVEN", "by file"}}),
+                                 describe::device("c", "writing")}),
+                PanelState{{"a", {{"Given", "by state"}}}});
+    panel.start(&m_page);
+    QCOMPARE(panel.device("a")->getParam("given").value(), "by state");
+    QCOMPARE(panel.device("b")->getParam("given").value(), "by file");
+    QCOMPARE(panel.device("c")->getParam("given").value(), "default");
+}
+
+void tst_Panel::strayStateIsLeftAside()
+{
+    qApp->setProperty("alert", QVariant());
+    Panel panel(m_manager, describe::panel({describe::device("a", "writing")}),
+                PanelState{{"a", {{"gone", "1"}}}, {"nobody", {{"given", "1"}}}});
+    panel.start(&m_page);
+    QCOMPARE(describe::lines(panel.faults()), QStringList());
+    QVERIFY(!qApp->property("alert").isValid());
+    QVERIFY(!panel.device("nobody"));
+}
+
+void tst_Panel::onlyWhatIsWrittenWhileRunningIsTold()
+{
+    Panel panel(m_manager, describe::panel({describe::device("a", "writing", {{"given", "x"}})}));
+    QSignalSpy written(&panel, &Panel::parameterWritten);
+    panel.start(&m_page);
+    QCOMPARE(written.size(), 1);
+    QCOMPARE(written[0], QVariantList({"a", "Written", "postInitialisation"}));
+    QMetaObject::invokeMethod(panel.device("a"), "input", Q_ARG(QString, "heard"));
+    QMetaObject::invokeMethod(panel.device("a"), "input", Q_ARG(QString, "heard"));
+    QCOMPARE(written.size(), 2);
+    QCOMPARE(written[1], QVariantList({"a", "Written", "heard"}));
+    panel.stop();
+    QCOMPARE(written.size(), 2);
+}
+
+void tst_Panel::arrowThatCannotBeConnectedIsAFault()
+{
+    Panel panel(m_manager,
+                describe::panel(
+                    {describe::device("tick", "ticker"), describe::device("r", "recorder")},
+                    {"tick.value -> r.input", "tock.value -> r.input", "tick.value -> r.inputs"}));
+    panel.start(&m_page);
+    QCOMPARE(describe::lines(panel.faults()),
+             QStringList({"panel.yaml:2:1: error: there is no device \"tock\"; did you mean "
+                          "\"tick\"?",
+                          "panel.yaml:3:17: error: \"r\" has no slot \"inputs\"; it has "
+                          "input(double), input(QString), input(bool); did you mean \"input\"?"}));
+    QCOMPARE(panel.device("r")->getIncomingConnections(), QStringList("tick.value(double)"));
+}
+
+void tst_Panel::widgetsStandInTheirCells()
+{
+    Panel panel(
+        m_manager,
+        describe::panel({describe::device("below", "writing"), describe::device("r", "recorder"),
+                         describe::device("wide", "writing",
+                                          {{"widget/row", "0"},
+                                           {"widget/column", "1"},
+                                           {"widget/rowspan", "2"},
+                                           {"widget/colspan", "3"}})}),
+        PanelState{{"wide", {{"widget/column", "2"}}}});
+    panel.start(&m_page);
+    QVERIFY(!m_page.findChild<QTabWidget*>());
+    QCOMPARE(placeOf(m_page, "wide"), "0,2,2,3");
+    QCOMPARE(placeOf(m_page, "below"), "2,0,1,1");
+}
+
+void tst_Panel::areasAreTabs()
+{
+    Panel panel(m_manager,
+                describe::panel({describe::device("none", "writing"),
+                                 describe::device("m", "writing", {{"widget/area", "Motors"}}),
+                                 describe::device("a", "writing", {{"widget/area", "Air"}}),
+                                 describe::device("n", "writing", {{"widget/area", "Motors"}})}));
+    panel.start(&m_page);
+    const auto* tabs = m_page.findChild<QTabWidget*>();
+    QVERIFY(tabs);
+    QCOMPARE(tabs->count(), 2);
+    QCOMPARE(tabs->tabText(0), "Motors");
+    QCOMPARE(tabs->tabText(1), "Air");
+    for (const char* id : {"none", "m", "n"}) {
+        QCOMPARE(panel.widget(id)->parentWidget(), tabs->widget(0));
+    }
+    QCOMPARE(panel.widget("a")->parentWidget(), tabs->widget(1));
+    QCOMPARE(placeOf(m_page, "none"), "0,0,1,1");
+    QCOMPARE(placeOf(m_page, "n"), "2,0,1,1");
+    QCOMPARE(placeOf(m_page, "a"), "0,0,1,1");
+}
+
+NORVO_TEST(tst_Panel)
+#include "tst_Panel.moc"

@@ -1,0 +1,130 @@
+#include "host/panel/run/Panel.h"
+
+#include "host/panel/Descriptions.h"
+#include "GridPlace.h"
+
+#include "fixtures/relays/FailingDevice.h"
+#include "fixtures/relays/RecorderDevice.h"
+#include "fixtures/relays/StepsDevice.h"
+#include "fixtures/relays/TickerDevice.h"
+#include "host/window/FaultTile.h"
+#include "norvo/DeviceManager.h"
+#include "TestMain.h"
+
+#include <QLabel>
+#include <QtTest>
+
+using norvo::FaultTile;
+using norvo::Panel;
+
+class WidgetlessDevice : public BaseGuiDevice
+{
+    Q_OBJECT
+
+public:
+    BaseWidget* createWidget() override { return nullptr; }
+};
+
+class tst_PanelTiles : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void failedDeviceLeavesATileAndTheRestRuns();
+    void tileTellsWhichParameterDoesNotRead();
+    void failedDeviceWithoutWidgetLeavesATileToo();
+    void unknownTypeLeavesATileInItsPlace();
+    void deviceThatMakesNoWidgetLeavesATile();
+
+private:
+    DeviceManager m_manager;
+    QWidget m_page;
+};
+
+void tst_PanelTiles::initTestCase()
+{
+    m_manager.registerDeviceType<StepsDevice>("steps");
+    m_manager.registerDeviceType<WidgetlessDevice>("widgetless");
+    m_manager.registerDeviceType<FailingDevice>("failing");
+    m_manager.registerDeviceType<RecorderDevice>("recorder");
+    m_manager.registerDeviceType<TickerDevice>("ticker");
+}
+
+void tst_PanelTiles::failedDeviceLeavesATileAndTheRestRuns()
+{
+    QTest::ignoreMessage(QtWarningMsg, "bad: told to fail");
+    Panel panel(m_manager,
+                describe::panel(
+                    {describe::device("a", "steps"),
+                     describe::device(
+                         "bad", "failing",
+                         {{"widget/row", "4"}, {"widget/column", "2"}, {"widget/colspan", "3"}}, 9),
+                     describe::device("r", "recorder")},
+                    {"bad.output -> r.input(double)", "bad.nothing -> r.input"}));
+    panel.start(&m_page);
+    QCOMPARE(describe::lines(panel.faults()),
+             QStringList("panel.yaml:9:1: error: device \"bad\" did not start: told to fail"));
+    QCOMPARE(placeOf(m_page, "bad"), "4,2,1,3");
+    const auto* tile = m_page.findChild<FaultTile*>("bad");
+    QVERIFY(tile);
+    QCOMPARE(tile->findChildren<QLabel*>()[0]->text(), "bad");
+    QCOMPARE(tile->findChildren<QLabel*>()[1]->text(), "told to fail");
+    QVERIFY(!panel.widget("bad"));
+    QVERIFY(!panel.device("bad")->isRunning());
+    QVERIFY(panel.device("a")->isRunning());
+    QVERIFY(panel.widget("a"));
+    QCOMPARE(panel.device("r")->getIncomingConnections(), QStringList());
+    panel.stop();
+    QVERIFY(m_page.findChildren<QWidget*>().isEmpty());
+}
+
+void tst_PanelTiles::tileTellsWhichParameterDoesNotRead()
+{
+    Panel panel(m_manager,
+                describe::panel({describe::device("t", "ticker", {{"interval", "often"}})}));
+    panel.start(&m_page);
+    const QString reason = "parameter \"interval\": \"often\" is not a number";
+    QCOMPARE(describe::lines(panel.faults()),
+             QStringList("panel.yaml: error: device \"t\" did not start: " + reason));
+    QCOMPARE(m_page.findChild<FaultTile*>("t")->findChildren<QLabel*>()[1]->text(), reason);
+}
+
+void tst_PanelTiles::failedDeviceWithoutWidgetLeavesATileToo()
+{
+    Panel panel(m_manager,
+                describe::panel({describe::device("t", "ticker", {{"interval", "often"}}),
+                                 describe::device("a", "steps")}));
+    panel.start(&m_page);
+    QCOMPARE(placeOf(m_page, "t"), "0,0,1,1");
+    QCOMPARE(placeOf(m_page, "a"), "1,0,1,1");
+}
+
+void tst_PanelTiles::unknownTypeLeavesATileInItsPlace()
+{
+    Panel panel(m_manager,
+                describe::panel({describe::device("x", "no such",
+                                                  {{"widget/Row", "3"}, {"widget/column", "1"}}),
+                                 describe::device("r", "recorder")},
+                                {"x.output -> r.input"}));
+    panel.start(&m_page);
+    QCOMPARE(describe::lines(panel.faults()),
+             QStringList("panel.yaml: error: device \"x\" did not start: unknown device type "
+                         "\"no such\""));
+    QCOMPARE(placeOf(m_page, "x"), "3,1,1,1");
+    QVERIFY(!panel.device("x"));
+    QVERIFY(panel.device("r")->isRunning());
+}
+
+void tst_PanelTiles::deviceThatMakesNoWidgetLeavesATile()
+{
+    Panel panel(m_manager, describe::panel({describe::device("w", "widgetless")}));
+    panel.start(&m_page);
+    QVERIFY(m_page.findChild<FaultTile*>("w"));
+    QCOMPARE(describe::lines(panel.faults()),
+             QStringList("panel.yaml: error: device \"w\" is not shown: it made no widget"));
+    QVERIFY(!panel.widget("w"));
+}
+
+NORVO_TEST(tst_PanelTiles)
+#include "tst_PanelTiles.moc"

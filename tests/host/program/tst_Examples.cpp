@@ -1,0 +1,109 @@
+#include "host/panel/run/Panel.h"
+#include "host/panel/plan/PanelCheck.h"
+#include "host/panel/file/PanelFile.h"
+#include "host/window/PanelWindow.h"
+#include "host/program/PluginSet.h"
+
+#include "norvo/BaseDevice.h"
+#include "norvo/BaseWidget.h"
+#include "TestMain.h"
+
+#include <QtTest>
+
+using namespace norvo;
+
+/// The panels that come with the program, on the plug-ins as they are built.
+class tst_Examples : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void haveNoFaults_data();
+    void haveNoFaults();
+    void galleryShowsEveryType();
+    void galleryRunsAValueThroughQmlAndBack();
+
+private:
+    PanelDescription read(const QString& example, Faults& faults) const;
+
+    PluginSet m_plugins;
+};
+
+void tst_Examples::initTestCase()
+{
+    m_plugins.load(NORVO_BUILD_DIR "/plugins");
+    QVERIFY(!m_plugins.isEmpty());
+}
+
+PanelDescription tst_Examples::read(const QString& example, Faults& faults) const
+{
+    return PanelFile::read(NORVO_SOURCE_DIR "/examples/" + example + "/panel.yaml", faults);
+}
+
+void tst_Examples::haveNoFaults_data()
+{
+    QTest::addColumn<QString>("example");
+
+    const QDir examples(NORVO_SOURCE_DIR "/examples");
+    const QStringList names = examples.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    QVERIFY(names.size() >= 4);
+    for (const QString& name : names) {
+        QTest::newRow(qPrintable(name)) << name;
+    }
+}
+
+void tst_Examples::haveNoFaults()
+{
+    QFETCH(QString, example);
+
+    Faults faults;
+    const PanelDescription description = read(example, faults);
+    faults += PanelCheck::check(description, m_plugins.manager());
+    for (const Fault& fault : qAsConst(faults)) {
+        qWarning("%s", qPrintable(fault.toString()));
+    }
+    QVERIFY(faults.isEmpty());
+
+    PanelWindow window(description.title.text);
+    Panel panel(m_plugins.manager(), description);
+    panel.start(window.page());
+    QVERIFY(panel.faults().isEmpty());
+}
+
+void tst_Examples::galleryShowsEveryType()
+{
+    Faults faults;
+    QStringList shown;
+    for (const DeviceSetting& device : read("gallery", faults).devices) {
+        shown.append(device.type.text);
+    }
+    const QStringList types = m_plugins.manager().factories().keys();
+    for (const QString& type : types) {
+        QVERIFY2(shown.contains(type), qPrintable(type));
+    }
+}
+
+void tst_Examples::galleryRunsAValueThroughQmlAndBack()
+{
+    Faults faults;
+    PanelWindow window("Gallery");
+    Panel panel(m_plugins.manager(), read("gallery", faults));
+    panel.start(window.page());
+
+    QSignalSpy doubled(panel.device("doubled"), SIGNAL(output(QString)));
+    QMetaObject::invokeMethod(panel.device("slide"), "input", Q_ARG(double, 21.0));
+    QCOMPARE(doubled.count(), 1);
+    QCOMPARE(doubled[0][0].toString(), QString("42"));
+    const auto* label = panel.widget("doubled")->findChild<QLabel*>();
+    QVERIFY(label);
+    QCOMPARE(label->text(), QString("42"));
+
+    QString signature;
+    const QObject* provider = panel.device("doubler")->getProvider("output", signature);
+    QVERIFY(provider && provider != panel.device("doubler"));
+    QCOMPARE(provider->objectName(), QString("doubler"));
+}
+
+NORVO_TEST(tst_Examples)
+#include "tst_Examples.moc"

@@ -1,0 +1,148 @@
+#include "CountingFolder.h"
+#include "TestMain.h"
+
+#include <QStandardPaths>
+#include <QtTest>
+
+/// The program from outside: with a display, without one, and with one that goes away.
+class tst_NorvoPanelDisplay : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void withoutDisplayItSaysWhatToDo();
+    void displayThatCannotBeOpenedIsOneLine_data();
+    void displayThatCannotBeOpenedIsOneLine();
+    void panelRunsOnAnXDisplay_data();
+    void panelRunsOnAnXDisplay();
+    void displayThatGoesAwayEndsThePanel();
+};
+
+namespace {
+
+const QByteArray kPatch = "devices:\n"
+                          "  a: {device: patch}\n";
+const QString kAdvice = "a picture of the panel needs no display: norvo-panel --screenshot OUT.png "
+                        "PANEL.yaml";
+
+/// An X server without a screen, for as long as it lives.
+class XServer : public QProcess
+{
+public:
+    static bool isInstalled() { return !QStandardPaths::findExecutable("Xvfb").isEmpty(); }
+
+    XServer() { start("Xvfb", {"-displayfd", "1", "-screen", "0", "1024x600x24"}); }
+    ~XServer() override { stop(); }
+
+    /// Empty when it does not start.
+    QString display()
+    {
+        while (!canReadLine() && waitForReadyRead(PanelProcess::kPatience)) {
+        }
+        const QByteArray number = readLine().trimmed();
+        return number.isEmpty() ? QString() : ":" + QString::fromLatin1(number);
+    }
+
+    void stop()
+    {
+        terminate();
+        waitForFinished(PanelProcess::kPatience);
+    }
+};
+
+/// The drivers and the bus behind a display keep memory to the end, in libraries that are gone by
+/// the time a sanitizer would name them.
+void setDisplay(PanelProcess& panel, const QString& display)
+{
+    panel.takeDisplayAway();
+    panel.setEnvironment("DISPLAY", display);
+    panel.setEnvironment("ASAN_OPTIONS", "detect_leaks=0");
+}
+
+} // namespace
+
+void tst_NorvoPanelDisplay::withoutDisplayItSaysWhatToDo()
+{
+    const PanelFolder folder(kPatch);
+    PanelProcess panel({folder.panel()});
+    panel.takeDisplayAway();
+    QCOMPARE(panel.runToEnd(), 1);
+    QCOMPARE(panel.errorLines(),
+             QStringList("norvo-panel: there is no display (neither DISPLAY nor WAYLAND_DISPLAY is "
+                         "set); " +
+                         kAdvice));
+}
+
+void tst_NorvoPanelDisplay::displayThatCannotBeOpenedIsOneLine_data()
+{
+    QTest::addColumn<QString>("variable");
+    QTest::addColumn<QString>("value");
+    QTest::newRow("no such X display") << "DISPLAY"
+                                       << ":47113";
+    QTest::newRow("no such Wayland display") << "WAYLAND_DISPLAY"
+                                             << "norvo-none";
+    QTest::newRow("no such platform") << "QT_QPA_PLATFORM"
+                                      << "nonsense";
+}
+
+void tst_NorvoPanelDisplay::displayThatCannotBeOpenedIsOneLine()
+{
+    QFETCH(QString, variable);
+    QFETCH(QString, value);
+    const PanelFolder folder(kPatch);
+    PanelProcess panel({folder.panel()});
+    panel.takeDisplayAway();
+    panel.setEnvironment(variable, value);
+    QCOMPARE(panel.runToEnd(), 1);
+    const QStringList lines = panel.errorLines();
+    QCOMPARE(lines.size(), 1);
+    QVERIFY2(lines[0].startsWith("norvo-panel: the display cannot be opened ("),
+             qPrintable(lines[0]));
+    QVERIFY2(lines[0].endsWith("); " + kAdvice), qPrintable(lines[0]));
+}
+
+void tst_NorvoPanelDisplay::panelRunsOnAnXDisplay_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::newRow("in a window") << QStringList();
+    QTest::newRow("on the whole screen") << QStringList("--fullscreen");
+}
+
+void tst_NorvoPanelDisplay::panelRunsOnAnXDisplay()
+{
+    QFETCH(QStringList, options);
+    if (!XServer::isInstalled()) {
+        QSKIP("there is no Xvfb");
+    }
+    XServer server;
+    const QString display = server.display();
+    QVERIFY(!display.isEmpty());
+    const CountingFolder folder;
+    PanelProcess panel(probes(options << folder.panel()));
+    setDisplay(panel, display);
+    panel.start();
+    QTRY_VERIFY_WITH_TIMEOUT(folder.counted() > 0, PanelProcess::kPatience);
+    panel.sendSignal(SIGTERM);
+    QCOMPARE(panel.waitForEnd(), 0);
+    QCOMPARE(panel.errorLines(), QStringList());
+    QCOMPARE(folder.saved(), folder.counted());
+}
+
+void tst_NorvoPanelDisplay::displayThatGoesAwayEndsThePanel()
+{
+    if (!XServer::isInstalled()) {
+        QSKIP("there is no Xvfb");
+    }
+    XServer server;
+    const CountingFolder folder;
+    PanelProcess panel(probes({folder.panel()}));
+    setDisplay(panel, server.display());
+    panel.start();
+    QTRY_VERIFY_WITH_TIMEOUT(folder.saved() > 0, PanelProcess::kPatience);
+    server.stop();
+    QCOMPARE(panel.waitForEnd(), 1);
+    QVERIFY(folder.saved() > 0);
+}
+
+NORVO_GUILESS_TEST(tst_NorvoPanelDisplay)
+#include "tst_NorvoPanelDisplay.moc"

@@ -1,0 +1,156 @@
+#include "CountingFolder.h"
+#include "TestMain.h"
+
+#include <QImage>
+#include <QtTest>
+
+/// The program from outside: a panel that runs, its picture, its state and its end.
+class tst_NorvoPanelRun : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void pictureShowsThePanel();
+    void pictureShowsTheFaults();
+    void pictureThatCannotBeWrittenIsTold_data();
+    void pictureThatCannotBeWrittenIsTold();
+    void startWithErrorsShowsThemAndStartsNothing();
+    void failedDeviceLeavesTheRestRunning();
+    void signalStopsWithTheStateSaved_data();
+    void signalStopsWithTheStateSaved();
+    void closedWindowStopsWithTheStateSaved();
+};
+
+namespace {
+
+const QByteArray kTwoPatches = "title: Two patches\n"
+                               "devices:\n"
+                               "  left:\n"
+                               "    device: patch\n"
+                               "    params: {colour: '#00ff00', widget/row: 0, widget/column: 0}\n"
+                               "  right:\n"
+                               "    device: patch\n"
+                               "    params: {colour: '#0000ff', widget/row: 0, widget/column: 1}\n";
+
+} // namespace
+
+void tst_NorvoPanelRun::pictureShowsThePanel()
+{
+    const PanelFolder folder(kTwoPatches);
+    const QString picture = folder.filePath("o.png");
+    PanelProcess panel(probes({"--screenshot", picture, "--after", "0", folder.panel()}));
+    panel.takeDisplayAway();
+    QCOMPARE(panel.runToEnd(), 0);
+    QCOMPARE(panel.errorLines(), QStringList());
+    const QImage image(picture);
+    QCOMPARE(image.size(), QSize(800, 480));
+    QCOMPARE(image.pixelColor(200, 240), QColor("#00ff00"));
+    QCOMPARE(image.pixelColor(600, 240), QColor("#0000ff"));
+}
+
+void tst_NorvoPanelRun::pictureShowsTheFaults()
+{
+    const PanelFolder folder("devices:\n  a: {device: pach}\n");
+    const QString picture = folder.filePath("o.png");
+    PanelProcess panel(probes({"--screenshot", picture, "--after", "0", folder.panel()}));
+    QCOMPARE(panel.runToEnd(), 1);
+    QCOMPARE(panel.errorLines().size(), 1);
+    QVERIFY(panel.errorLines()[0].startsWith(folder.panel() + ":2:15: error: "));
+    const QImage image(picture);
+    QCOMPARE(image.size(), QSize(800, 480));
+    QSet<QRgb> colours;
+    for (int x = 0; x < 400; ++x) {
+        for (int y = 0; y < 200; ++y) {
+            colours.insert(image.pixel(x, y));
+        }
+    }
+    QVERIFY2(colours.size() > 20, "text has many shades along its edges");
+}
+
+void tst_NorvoPanelRun::pictureThatCannotBeWrittenIsTold_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("no such folder") << "missing/o.png";
+    QTest::newRow("a folder") << ".";
+}
+
+void tst_NorvoPanelRun::pictureThatCannotBeWrittenIsTold()
+{
+    QFETCH(QString, name);
+    const PanelFolder folder(kTwoPatches);
+    const QString picture = folder.filePath(name);
+    PanelProcess panel(probes({"--screenshot", picture, "--after", "0", folder.panel()}));
+    QCOMPARE(panel.runToEnd(), 1);
+    QCOMPARE(panel.errorLines().size(), 1);
+    QVERIFY2(panel.errorLines()[0].startsWith("norvo-panel: the picture " + picture +
+                                              " cannot be written: "),
+             qPrintable(panel.errorLines()[0]));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             QStringList("panel.yaml"));
+}
+
+void tst_NorvoPanelRun::startWithErrorsShowsThemAndStartsNothing()
+{
+    const CountingFolder folder;
+    folder.add("  a: {device: pach}\n");
+    PanelProcess panel(probes({folder.panel()}));
+    panel.start();
+    QVERIFY(panel.waitForErrorText("panel.yaml:3:15: error: "));
+    QVERIFY2(!panel.waitForFinished(300), "the window waits to be read");
+    panel.sendSignal(SIGINT);
+    QCOMPARE(panel.waitForEnd(), 1);
+    QCOMPARE(panel.errorLines().size(), 1);
+    QVERIFY(!QFile::exists(folder.filePath("log")));
+}
+
+void tst_NorvoPanelRun::failedDeviceLeavesTheRestRunning()
+{
+    const CountingFolder folder;
+    folder.add("  bad: {device: failing}\n");
+    PanelProcess panel(probes({"--plugins", fixture("relays"), folder.panel()}));
+    panel.start();
+    QVERIFY(panel.waitForErrorText("told to fail"));
+    QTRY_VERIFY_WITH_TIMEOUT(folder.saved() > 0, PanelProcess::kPatience);
+    panel.sendSignal(SIGTERM);
+    QCOMPARE(panel.waitForEnd(), 0);
+    QVERIFY(panel.errorLines().filter(folder.panel() + ":3:3: error: ").size() == 1);
+}
+
+void tst_NorvoPanelRun::signalStopsWithTheStateSaved_data()
+{
+    QTest::addColumn<QVector<int>>("signalNumbers");
+    QTest::newRow("SIGTERM") << QVector<int>{SIGTERM};
+    QTest::newRow("SIGINT") << QVector<int>{SIGINT};
+    QTest::newRow("SIGTERM twice") << QVector<int>{SIGTERM, SIGTERM};
+    QTest::newRow("SIGINT twice") << QVector<int>{SIGINT, SIGINT};
+    QTest::newRow("SIGTERM, then SIGINT") << QVector<int>{SIGTERM, SIGINT};
+    QTest::newRow("a hundred") << QVector<int>(100, SIGTERM);
+}
+
+void tst_NorvoPanelRun::signalStopsWithTheStateSaved()
+{
+    QFETCH(QVector<int>, signalNumbers);
+    const CountingFolder folder;
+    PanelProcess panel(probes({folder.panel()}));
+    panel.start();
+    QTRY_VERIFY_WITH_TIMEOUT(folder.counted() > 0, PanelProcess::kPatience);
+    for (const int number : signalNumbers) {
+        panel.sendSignal(number);
+    }
+    QCOMPARE(panel.waitForEnd(), 0);
+    QCOMPARE(panel.errorLines(), QStringList());
+    QCOMPARE(folder.saved(), folder.counted());
+}
+
+void tst_NorvoPanelRun::closedWindowStopsWithTheStateSaved()
+{
+    const CountingFolder folder;
+    folder.add("  a: {device: patch, params: {closeAfter: 50}}\n");
+    PanelProcess panel(probes({folder.panel()}));
+    QCOMPARE(panel.runToEnd(), 0);
+    QVERIFY(folder.counted() > 0);
+    QCOMPARE(folder.saved(), folder.counted());
+}
+
+NORVO_GUILESS_TEST(tst_NorvoPanelRun)
+#include "tst_NorvoPanelRun.moc"

@@ -1,0 +1,142 @@
+#include "host/window/PanelPages.h"
+
+#include "host/window/FaultTile.h"
+#include "host/panel/plan/Placement.h"
+#include "TestMain.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QTabWidget>
+#include <QtTest>
+
+#include <cmath>
+
+using norvo::FaultTile;
+using norvo::PanelPages;
+
+namespace {
+
+double luminance(const QColor& color)
+{
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
+}
+
+/// As reading guidelines define it; 4.5 is needed for text.
+double contrast(const QColor& a, const QColor& b)
+{
+    const double high = qMax(luminance(a), luminance(b));
+    const double low = qMin(luminance(a), luminance(b));
+    return (high + 0.05) / (low + 0.05);
+}
+
+} // namespace
+
+class tst_PanelPages : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void withoutAreasThereIsOneGridAndNoTab();
+    void eachAreaIsATab();
+    void widgetsCoverTheirCells();
+    void tileTellsIdAndFault();
+    void tileIsLegible_data();
+    void tileIsLegible();
+};
+
+void tst_PanelPages::withoutAreasThereIsOneGridAndNoTab()
+{
+    const PanelPages pages({});
+    QVERIFY(!pages.findChild<QTabWidget*>());
+    QCOMPARE(pages.grid(""), pages.layout());
+}
+
+void tst_PanelPages::eachAreaIsATab()
+{
+    const PanelPages pages({"Motors", "Heat & air"});
+    auto* tabs = pages.findChild<QTabWidget*>();
+    QVERIFY(tabs);
+    QCOMPARE(tabs->count(), 2);
+    QCOMPARE(tabs->tabText(0), "Motors");
+    QCOMPARE(tabs->tabText(1), "Heat && air"); // a single one would be a mnemonic
+    QCOMPARE(tabs->currentIndex(), 0);
+    QCOMPARE(pages.grid("Motors"), tabs->widget(0)->layout());
+    QCOMPARE(pages.grid("Heat & air"), tabs->widget(1)->layout());
+    QVERIFY(!pages.grid("motors"));
+}
+
+void tst_PanelPages::widgetsCoverTheirCells()
+{
+    PanelPages pages({});
+    auto* widget = new QWidget;
+    pages.place(widget, {"", 2, 1, 3, 4});
+
+    int row, column, rowspan, colspan;
+    QCOMPARE(pages.grid("")->indexOf(widget), 0);
+    pages.grid("")->getItemPosition(0, &row, &column, &rowspan, &colspan);
+    QCOMPARE(row, 2);
+    QCOMPARE(column, 1);
+    QCOMPARE(rowspan, 3);
+    QCOMPARE(colspan, 4);
+}
+
+void tst_PanelPages::tileTellsIdAndFault()
+{
+    const FaultTile tile("pump", "no <such> file\nand more");
+    QCOMPARE(tile.objectName(), "pump");
+    const auto labels = tile.findChildren<QLabel*>();
+    QCOMPARE(labels.size(), 2);
+    QCOMPARE(labels[0]->text(), "pump");
+    QVERIFY(labels[0]->font().bold());
+    QCOMPARE(labels[1]->text(), "no <such> file\nand more");
+    QCOMPARE(labels[1]->textFormat(), Qt::PlainText);
+    QVERIFY(labels[1]->wordWrap());
+}
+
+void tst_PanelPages::tileIsLegible_data()
+{
+    QTest::addColumn<QColor>("window");
+    QTest::addColumn<QColor>("text");
+    QTest::newRow("onALightPanel") << QColor("#efefef") << QColor("#000000");
+    QTest::newRow("onADarkPanel") << QColor("#202020") << QColor("#ffffff");
+}
+
+void tst_PanelPages::tileIsLegible()
+{
+    QFETCH(QColor, window);
+    QFETCH(QColor, text);
+    const QPalette before = QApplication::palette();
+    QApplication::setPalette(
+        QPalette(text, window, window, window, window, text, text, window, window));
+    const auto restore = qScopeGuard([&before] { QApplication::setPalette(before); });
+    QWidget panel;
+    panel.resize(300, 200);
+    auto* tile = new FaultTile("pump", "MMMMMMMM", &panel);
+    tile->setGeometry(20, 20, 260, 160);
+    panel.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&panel));
+
+    const QImage image = panel.grab().toImage();
+    const QColor background = image.pixelColor(270, 170); // within the tile, clear of text
+    const QColor border = image.pixelColor(150, 20);
+    QVERIFY(contrast(background, border) > 3);
+    QVERIFY(contrast(border, window) > 2);
+
+    // The darkest and the lightest pixel of the fault's text.
+    const QLabel* fault = tile->findChildren<QLabel*>()[1];
+    const QRect area(fault->mapTo(&panel, QPoint(0, 0)), fault->size());
+    double best = 0;
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x) {
+            best = qMax(best, contrast(background, image.pixelColor(x, y)));
+        }
+    }
+    QVERIFY2(best > 7, qPrintable(QString::number(best)));
+}
+
+NORVO_TEST(tst_PanelPages)
+#include "tst_PanelPages.moc"

@@ -1,0 +1,203 @@
+#include "host/window/PanelWindow.h"
+
+#include "host/panel/file/Fault.h"
+#include "TestMain.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+using norvo::Fault;
+using norvo::Faults;
+using norvo::PanelWindow;
+
+namespace {
+
+const Faults kFaults{
+    {Fault::Severity::Error, "p.yaml", {3, 5}, "no such type \"botton\"; did you mean \"button\"?"},
+    {Fault::Severity::Warning, "p.yaml", {9, 1}, "<b>odd</b> & so"},
+};
+
+void setPalette(const QColor& background, const QColor& text)
+{
+    QPalette palette;
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button}) {
+        palette.setColor(role, background);
+    }
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(role, text);
+    }
+    QApplication::setPalette(palette);
+}
+
+} // namespace
+
+class tst_PanelWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup() { QApplication::setPalette(QPalette()); }
+    void smallPageGetsTheSmallestSize();
+    void largePageGetsItsSizeUpToTheLimit();
+    void scrollBarsComeOnlyWhenNeeded();
+    void pageFillsTheWindow();
+    void closingIsTold();
+    void keysLeaveAndEnterTheWholeScreen();
+    void faultsAreShownWithTheirPlaces();
+    void faultsCanBeSelectedAndNotChanged();
+    void faultsAreLegible_data();
+    void faultsAreLegible();
+    void summaryCounts();
+};
+
+void tst_PanelWindow::smallPageGetsTheSmallestSize()
+{
+    PanelWindow window("Bench");
+    QCOMPARE(window.windowTitle(), QString("Bench"));
+    window.fit({1920, 1080});
+    QCOMPARE(window.size(), QSize(800, 480));
+    window.fit({640, 400});
+    QCOMPARE(window.size(), QSize(640, 400));
+}
+
+void tst_PanelWindow::largePageGetsItsSizeUpToTheLimit()
+{
+    PanelWindow window("Bench");
+    auto* const content = new QFrame;
+    content->setMinimumSize(1000, 700);
+    auto* const layout = new QVBoxLayout(window.page());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(content);
+    window.fit({1920, 1080});
+    QCOMPARE(window.size(), QSize(1000, 700));
+    window.fit({900, 1080});
+    QCOMPARE(window.size(), QSize(900, 700));
+}
+
+void tst_PanelWindow::scrollBarsComeOnlyWhenNeeded()
+{
+    PanelWindow window("Bench");
+    auto* const content = new QFrame;
+    content->setMinimumSize(600, 300);
+    (new QVBoxLayout(window.page()))->addWidget(content);
+    window.fit({800, 480});
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const auto* const area = window.findChild<QScrollArea*>();
+    QVERIFY(!area->horizontalScrollBar()->isVisible());
+    QVERIFY(!area->verticalScrollBar()->isVisible());
+    window.resize(400, 480);
+    QTRY_VERIFY(area->horizontalScrollBar()->isVisible());
+    QVERIFY(!area->verticalScrollBar()->isVisible());
+}
+
+void tst_PanelWindow::pageFillsTheWindow()
+{
+    PanelWindow window("Bench");
+    window.page()->setAutoFillBackground(true);
+    window.page()->setPalette(QPalette(Qt::cyan));
+    window.fit({800, 480});
+    const QImage picture = window.grab().toImage();
+    for (const QPoint& corner : {QPoint(0, 0), QPoint(799, 0), QPoint(0, 479), QPoint(799, 479)}) {
+        QCOMPARE(picture.pixelColor(corner), QColor(Qt::cyan));
+    }
+}
+
+void tst_PanelWindow::closingIsTold()
+{
+    PanelWindow window("Bench");
+    QSignalSpy closed(&window, &PanelWindow::closed);
+    window.show();
+    window.close();
+    QCOMPARE(closed.size(), 1);
+}
+
+void tst_PanelWindow::keysLeaveAndEnterTheWholeScreen()
+{
+    PanelWindow window("Bench");
+    window.showFullScreen();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QTest::keyClick(&window, Qt::Key_Escape);
+    QVERIFY(!window.isFullScreen());
+    QVERIFY(window.isVisible());
+    QTest::keyClick(&window, Qt::Key_Escape);
+    QVERIFY(window.isVisible());
+    QTest::keyClick(&window, Qt::Key_F11);
+    QVERIFY(window.isFullScreen());
+    QTest::keyClick(&window, Qt::Key_F11);
+    QVERIFY(!window.isFullScreen());
+}
+
+void tst_PanelWindow::faultsAreShownWithTheirPlaces()
+{
+    PanelWindow window("Bench");
+    window.showFaults(kFaults);
+    QCOMPARE(window.findChild<QTextEdit*>()->toPlainText(),
+             QString("p.yaml:3:5: error:\nno such type \"botton\"; did you mean \"button\"?\n"
+                     "p.yaml:9:1: warning:\n<b>odd</b> & so"));
+    const QList<QLabel*> labels = window.page()->findChildren<QLabel*>();
+    QCOMPARE(labels.size(), 2);
+    QCOMPARE(labels[0]->text(), QString("This panel cannot start"));
+    QCOMPARE(labels[1]->text(), QString("1 error, 1 warning"));
+}
+
+void tst_PanelWindow::faultsCanBeSelectedAndNotChanged()
+{
+    PanelWindow window("Bench");
+    window.showFaults(kFaults);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    auto* const list = window.findChild<QTextEdit*>();
+    const QString before = list->toPlainText();
+    const QPoint onFirstWord(10, 12);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, onFirstWord);
+    QVERIFY2(before.contains(list->textCursor().selectedText()) &&
+                 !list->textCursor().selectedText().isEmpty(),
+             "a double click selects a word");
+    QTest::keyClicks(list, "x");
+    QTest::keyClick(list, Qt::Key_Delete);
+    QCOMPARE(list->toPlainText(), before);
+}
+
+void tst_PanelWindow::faultsAreLegible_data()
+{
+    QTest::addColumn<QColor>("background");
+    QTest::addColumn<QColor>("text");
+    QTest::newRow("light") << QColor("#efefef") << QColor("#101010");
+    QTest::newRow("dark") << QColor("#202020") << QColor("#f0f0f0");
+}
+
+void tst_PanelWindow::faultsAreLegible()
+{
+    QFETCH(QColor, background);
+    QFETCH(QColor, text);
+    setPalette(background, text);
+    PanelWindow window("Bench");
+    window.showFaults(kFaults);
+    window.fit({800, 480});
+    const QImage picture = window.grab().toImage();
+    QCOMPARE(picture.pixelColor(2, 2), background);
+    const QList<QWidget*> texts{window.findChildren<QLabel*>()[0],
+                                window.findChild<QTextEdit*>()->viewport()};
+    for (QWidget* widget : texts) {
+        const QPoint corner = widget->mapTo(&window, QPoint());
+        int inked = 0;
+        for (int x = 0; x < 200; ++x) {
+            for (int y = 0; y < widget->height(); ++y) {
+                const QColor pixel = picture.pixelColor(corner + QPoint(x, y));
+                inked += qAbs(pixel.lightness() - text.lightness()) < 40;
+            }
+        }
+        QVERIFY2(inked > 50, qPrintable(QString("%1 pixels of text").arg(inked)));
+    }
+}
+
+void tst_PanelWindow::summaryCounts()
+{
+    QCOMPARE(norvo::summary({}), QString("no faults"));
+    QCOMPARE(norvo::summary(kFaults + kFaults), QString("2 errors, 2 warnings"));
+    QCOMPARE(norvo::summary({kFaults[1]}), QString("1 warning"));
+}
+
+NORVO_TEST(tst_PanelWindow)
+#include "tst_PanelWindow.moc"

@@ -1,0 +1,292 @@
+#include "ProcessSubject.h"
+#include "TestMain.h"
+
+#include <QtTest>
+
+class tst_ProcessDevice : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void linesLeaveAsTextAndAsNumber();
+    void lastLineNeedsNoEnd();
+    void exitStatus_data();
+    void exitStatus();
+    void noShellIsInvolved();
+    void hasThePanelsEnvironmentAndFolder();
+    void standardSignalsAreAsUsual();
+    void inputIsALineOfStandardInput();
+    void inputNobodyReadsIsCounted();
+    void inputIntoAClosedEndIsCounted();
+    void inputAfterTheEndIsCounted();
+    void standardErrorGoesToTheLog();
+    void longestLineIsWhole();
+    void longerLineIsCutAndTold();
+    void mayCloseItsOutput();
+    void whatItLeavesBehindEndsWithIt();
+    void restarts_data();
+    void restarts();
+    void badCommandIsAnError_data();
+    void badCommandIsAnError();
+    void programThatDoesNotRunGivesAnAlert();
+    void startsOnlyWhenRunning();
+    void declaresItsParameters();
+};
+
+void tst_ProcessDevice::linesLeaveAsTextAndAsNumber()
+{
+    ProcessSubject child(R"(printf '1.5\nabc\n -7e3 \n0x10\n\n')");
+    QTRY_VERIFY(child.hasFinished());
+    QCOMPARE(child.notes,
+             (QStringList{"up", "text 1.5", "number 1.5", "text abc", "text  -7e3 ", "number -7000",
+                          "text 0x10", "text ", "down", "finished 0"}));
+    QVERIFY(child.alerts.isEmpty());
+}
+
+void tst_ProcessDevice::lastLineNeedsNoEnd()
+{
+    ProcessSubject child(R"(printf 'a\r\nb')");
+    QTRY_VERIFY(child.hasFinished());
+    QCOMPARE(child.lines, (QStringList{"a", "b"}));
+}
+
+void tst_ProcessDevice::exitStatus_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("last");
+
+    QTest::newRow("success") << "true"
+                             << "finished 0";
+    QTest::newRow("failure") << "sh -c 'exit 3'"
+                             << "finished 3";
+    QTest::newRow("killed") << "sh -c 'kill -9 $$'"
+                            << "finished 137";
+}
+
+void tst_ProcessDevice::exitStatus()
+{
+    QFETCH(QString, command);
+
+    ProcessSubject child(command);
+    QTRY_VERIFY(child.hasFinished());
+    QTEST(child.notes.last(), "last");
+}
+
+void tst_ProcessDevice::noShellIsInvolved()
+{
+    ProcessSubject child("echo $HOME '*' ; ls >x");
+    QTRY_VERIFY(child.hasFinished());
+    QCOMPARE(child.lines, QStringList{"$HOME * ; ls >x"});
+}
+
+void tst_ProcessDevice::hasThePanelsEnvironmentAndFolder()
+{
+    qputenv("NORVO_TEST_WORD", "here");
+    ProcessSubject child("sh -c 'echo $NORVO_TEST_WORD; pwd'");
+    QTRY_VERIFY(child.hasFinished());
+    QCOMPARE(child.lines, (QStringList{"here", QDir::currentPath()}));
+}
+
+void tst_ProcessDevice::standardSignalsAreAsUsual()
+{
+    ProcessSubject child("grep -E 'SigIgn|SigBlk' /proc/self/status");
+    QTRY_VERIFY(child.hasFinished());
+    QCOMPARE(child.lines, (QStringList{"SigBlk:\t0000000000000000", "SigIgn:\t0000000000000000"}));
+}
+
+void tst_ProcessDevice::inputIsALineOfStandardInput()
+{
+    ProcessSubject child("cat");
+    QTRY_COMPARE(child.notes, QStringList{"up"});
+    child.device.input("hello");
+    child.device.input(QString::fromUtf8("größer 3"));
+    child.device.input(QString(300000, 'x')); // More than a pipe holds.
+    QTRY_COMPARE(child.lines.size(), 3);
+    QCOMPARE(child.lines,
+             (QStringList{"hello", QString::fromUtf8("größer 3"), QString(300000, 'x')}));
+    QVERIFY(child.alerts.isEmpty());
+    child.stop();
+}
+
+void tst_ProcessDevice::inputNobodyReadsIsCounted()
+{
+    ProcessSubject child("sleep 1000");
+    QTRY_COMPARE(child.notes, QStringList{"up"});
+    const QString text(500000, 'x');
+    for (int i = 0; i < 5; ++i) {
+        child.device.input(text);
+    }
+    QTRY_COMPARE(child.alerts, QStringList{"inputs lost, the program does not read them: 3"});
+    child.stop();
+}
+
+void tst_ProcessDevice::inputIntoAClosedEndIsCounted()
+{
+    ProcessSubject child("sh -c 'exec <&-; echo closed; exec sleep 1000'");
+    QTRY_COMPARE(child.lines.size(), 1);
+    child.device.input("hello");
+    child.device.input("again");
+    QTRY_COMPARE(child.alerts, QStringList{"inputs lost, the program does not read them: 2"});
+    QCOMPARE(child.notes, (QStringList{"up", "text closed"}));
+    child.stop();
+}
+
+void tst_ProcessDevice::inputAfterTheEndIsCounted()
+{
+    ProcessSubject child("true");
+    QTRY_VERIFY(child.hasFinished());
+    child.device.input("hello");
+    QTRY_COMPARE(child.alerts, QStringList{"inputs lost, the program does not read them: 1"});
+    child.stop();
+    child.device.input("again");
+}
+
+void tst_ProcessDevice::standardErrorGoesToTheLog()
+{
+    QTest::ignoreMessage(QtInfoMsg, "child: oops");
+    QTest::ignoreMessage(QtInfoMsg, "child: again");
+    ProcessSubject child("sh -c 'echo oops >&2; printf again >&2'");
+    QTRY_VERIFY(child.hasFinished());
+    QVERIFY(child.lines.isEmpty());
+}
+
+void tst_ProcessDevice::longestLineIsWhole()
+{
+    ProcessSubject child("sh -c 'head -c 1048576 /dev/zero | tr \"\\\\0\" x; echo; echo next'");
+    QTRY_VERIFY(child.hasFinished());
+    QCOMPARE(child.lines, (QStringList{QString(1048576, 'x'), "next"}));
+    QVERIFY(child.alerts.isEmpty());
+}
+
+void tst_ProcessDevice::longerLineIsCutAndTold()
+{
+    ProcessSubject child("sh -c 'head -c 1048577 /dev/zero | tr \"\\\\0\" x; echo; echo next'");
+    QTRY_VERIFY(child.hasFinished());
+    QCOMPARE(child.lines, (QStringList{QString(1048576, 'x'), "next"}));
+    QCOMPARE(child.alerts, QStringList{"lines of output cut at 1 MiB: 1"});
+}
+
+void tst_ProcessDevice::mayCloseItsOutput()
+{
+    ProcessSubject child("sh -c 'echo a; exec >&- 2>&-; sleep 0.2; exit 4'");
+    QTRY_VERIFY(child.hasFinished());
+    QCOMPARE(child.notes, (QStringList{"up", "text a", "down", "finished 4"}));
+}
+
+void tst_ProcessDevice::whatItLeavesBehindEndsWithIt()
+{
+    ProcessSubject child("sh -c 'sleep 1000 & echo $!'");
+    QTRY_VERIFY(child.hasFinished());
+    QTRY_VERIFY(!isAlive(child.lines.value(0)));
+}
+
+void tst_ProcessDevice::restarts_data()
+{
+    QTest::addColumn<QString>("restart");
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<bool>("again");
+
+    QTest::newRow("never") << "never"
+                           << "false" << false;
+    QTest::newRow("unknownIsNever") << "Always"
+                                    << "false" << false;
+    QTest::newRow("onFailureAfterSuccess") << "on-failure"
+                                           << "true" << false;
+    QTest::newRow("onFailureAfterFailure") << "on-failure"
+                                           << "false" << true;
+    QTest::newRow("onFailureAfterSignal") << "on-failure"
+                                          << "sh -c 'kill $$'" << true;
+    QTest::newRow("alwaysAfterSuccess") << "always"
+                                        << "true" << true;
+}
+
+void tst_ProcessDevice::restarts()
+{
+    QFETCH(QString, restart);
+    QFETCH(QString, command);
+    QFETCH(bool, again);
+
+    ProcessSubject child(command, restart);
+    QTRY_VERIFY(child.hasFinished());
+    QElapsedTimer clock;
+    clock.start();
+    if (again) {
+        QTRY_COMPARE(child.notes.count("up"), 2);
+        QVERIFY2(clock.elapsed() >= 400, qPrintable(QString::number(clock.elapsed())));
+    } else {
+        QTest::qWait(900);
+        QCOMPARE(child.notes.count("up"), 1);
+    }
+    child.stop();
+}
+
+void tst_ProcessDevice::badCommandIsAnError_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("fault");
+
+    QTest::newRow("empty") << ""
+                           << "it names no program";
+    QTest::newRow("openQuote") << "echo 'a"
+                               << "the quote at character 6 is not closed";
+    QTest::newRow("missing") << "no-such-program -x"
+                             << "there is no program \"no-such-program\"";
+    QTest::newRow("missingPath") << "/no/such 1"
+                                 << "there is no program \"/no/such\"";
+    QTest::newRow("folder") << "/tmp"
+                            << "there is no program \"/tmp\"";
+    QTest::newRow("notExecutable") << "/etc/passwd"
+                                   << "there is no program \"/etc/passwd\"";
+}
+
+void tst_ProcessDevice::badCommandIsAnError()
+{
+    QFETCH(QString, command);
+    QFETCH(QString, fault);
+
+    QTest::ignoreMessage(QtWarningMsg, qPrintable("child: parameter \"command\": " + fault));
+    ProcessSubject child(command);
+    QVERIFY(!child.initialised);
+}
+
+void tst_ProcessDevice::programThatDoesNotRunGivesAnAlert()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath("text");
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("neither a program nor a script\n");
+    file.close();
+    QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+
+    ProcessSubject child(path, "on-failure");
+    QVERIFY(child.initialised);
+    const QString alert = QString("cannot start \"%1\": Exec format error").arg(path);
+    QTRY_COMPARE(child.alerts, (QStringList{alert, alert})); // Tried again.
+    QVERIFY(child.notes.isEmpty());
+    child.stop();
+}
+
+void tst_ProcessDevice::startsOnlyWhenRunning()
+{
+    ProcessDevice device;
+    QSignalSpy running(&device, &ProcessDevice::running);
+    device.setParam("command", "true");
+    QVERIFY(device.initialise());
+    device.postInitialisation();
+    QTest::qWait(100);
+    QCOMPARE(running.count(), 0);
+}
+
+void tst_ProcessDevice::declaresItsParameters()
+{
+    ProcessDevice device;
+    QCOMPARE(device.paramNames(), (QStringList{"command", "restart"}));
+    QCOMPARE(device.getParam("restart").options(), (QStringList{"never", "on-failure", "always"}));
+    QCOMPARE(device.grabMethods({}, QMetaMethod::Signal, true),
+             (QStringList{"output(QString)", "output(double)", "finished(int)", "running(bool)"}));
+    QCOMPARE(device.grabMethods({}, QMetaMethod::Slot, true), QStringList{"input(QString)"});
+}
+
+NORVO_GUILESS_TEST(tst_ProcessDevice)
+#include "tst_ProcessDevice.moc"
