@@ -55,6 +55,10 @@ public:
     /// True from after a successful initialise() until the stop. Only the host sets it.
     bool isRunning() const { return m_running; }
     void setRunning(bool running) { m_running = running; }
+    /// Whether the panel's author opens the network to what the device loads. Only the host sets
+    /// it, before initialise().
+    bool isNetworkAllowed() const { return m_networkAllowed; }
+    void setNetworkAllowed(bool allowed) { m_networkAllowed = allowed; }
 
 signals:
     void methodsChanged(); ///< The set of outputs and inputs has changed.
@@ -67,4 +71,5 @@ private:
     QString m_description;
     QStringList m_incoming;
     bool m_running = false;
+    bool m_networkAllowed = false;
 };

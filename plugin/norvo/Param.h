@@ -32,6 +32,8 @@ public:
     QString description() const { return m_description; }
     QString unit() const { return m_unit; }
     bool flag() const { return m_flag; } ///< True: meant to be set by a panel's author.
+    /// True: its device writes it while it runs, and the host keeps it across starts.
+    bool isPersistent() const { return m_persistent; }
     /// Other parameter to the values of it under which this one is enabled; empty: always.
     EnabledConditions enabledConditions() const { return m_enabledConditions; }
 
@@ -39,6 +41,7 @@ public:
     void setDisplayName(const QString& displayName) { m_displayName = displayName; }
     void setDescription(const QString& description) { m_description = description; }
     void setUnit(const QString& unit) { m_unit = unit; }
+    void setPersistent(bool persistent = true) { m_persistent = persistent; }
     void addEnabledCondition(const QString& otherParam, const QStringList& enablingValues);
 
     /// What is wrong with the value, or an empty text. Only a value whose default is a number or
@@ -55,4 +58,5 @@ private:
     QString m_unit;
     EnabledConditions m_enabledConditions;
     bool m_flag = true;
+    bool m_persistent = false;
 };

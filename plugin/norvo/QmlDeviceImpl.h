@@ -24,17 +24,15 @@ class NORVOGUI_EXPORT QmlDeviceImpl : public QObject
     Q_OBJECT
 
 public:
-    /// A dynamic property of the owner, read by init(). Unless it is true, the document has no
-    /// network: what it asks for is refused and told through alert().
-    static constexpr char kNetworkProperty[] = "networkAllowed";
-
     /// Gives the engine's network and warnings a new master. The engine is not owned and must
     /// outlive this object. Without a usable OpenGL, switches Qt Quick to its software renderer.
     explicit QmlDeviceImpl(QQmlEngine* engine);
     ~QmlDeviceImpl() override; ///< Deletes the item.
 
     /// Loads the document for `owner`: the file `sourceData`, relative to the working directory,
-    /// if `sourceType` is "file", otherwise the text `sourceCode`. Replaces the item before.
+    /// if `sourceType` is "file", otherwise the text `sourceCode`. Replaces the item before. Unless
+    /// the owner is a BaseDevice that is allowed the network, the document has none: what it asks
+    /// for is refused and reported through alert().
     /// Returns what is wrong, with file, line and column, or an empty text; nothing is left of a
     /// document that did not load. `methodsChanged` becomes whether grabMethods() tells something
     /// else than before; if not, the wires still stand.

@@ -5,7 +5,7 @@
 #include "host/gui/qml/QmlRenderer.h"
 #include "host/gui/qml/QmlWrapper.h"
 
-#include "norvo/ParametersEntity.h"
+#include "norvo/BaseDevice.h"
 
 #include <QDebug>
 #include <QPointer>
@@ -115,7 +115,8 @@ QString QmlDeviceImpl::init(QObject* owner, const QString& sourceType, const QSt
         d->owner->disconnect(this);
     }
     d->owner = owner;
-    d->network.setAllowed(owner && owner->property(kNetworkProperty).toBool());
+    const auto* const device = qobject_cast<BaseDevice*>(owner);
+    d->network.setAllowed(device && device->isNetworkAllowed());
     d->document = sourceType == "file" ? QmlDocument::fromFile(sourceData)
                                        : QmlDocument::fromText(sourceCode);
     d->engine->clearComponentCache(); // The files may have changed.

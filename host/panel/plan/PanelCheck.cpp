@@ -7,7 +7,6 @@
 
 #include "norvo/BaseGuiDevice.h"
 #include "norvo/DeviceManager.h"
-#include "norvo/QmlDeviceImpl.h"
 
 #include <QHash>
 #include <QStringList>
@@ -66,7 +65,7 @@ private:
             subject.device.reset(m_manager.createDevice(setting.type.text));
             if (subject.device) {
                 subject.device->setObjectName(setting.id.text);
-                subject.device->setProperty(QmlDeviceImpl::kNetworkProperty, setting.network);
+                subject.device->setNetworkAllowed(setting.network);
                 examineParams(setting, *subject.device);
                 learnMethods(subject);
             } else if (!setting.type.text.isEmpty()) {

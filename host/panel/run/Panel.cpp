@@ -11,7 +11,6 @@
 #include "norvo/BaseWidget.h"
 #include "norvo/Categories.h"
 #include "norvo/DeviceManager.h"
-#include "norvo/QmlDeviceImpl.h"
 
 #include <QVBoxLayout>
 
@@ -153,7 +152,7 @@ void Panel::createDevices()
             continue;
         }
         device->setObjectName(id);
-        device->setProperty(QmlDeviceImpl::kNetworkProperty, setting.network);
+        device->setNetworkAllowed(setting.network);
         setParams(setting, *device);
         connect(device, &BaseDevice::paramChanged, this,
                 [this, id, device](const QString& param, const QString& value) {

@@ -46,6 +46,15 @@ private slots:
         QCOMPARE(BaseDevice::staticMetaObject.superClass(), &QObject::staticMetaObject);
     }
 
+    void networkIsClosedUntilTheHostOpensIt()
+    {
+        Device device;
+        QVERIFY(!device.isNetworkAllowed());
+        device.setNetworkAllowed(true);
+        QVERIFY(device.isNetworkAllowed());
+        QVERIFY(!device.isRunning());
+    }
+
     void virtualOperationsStandInTheAgreedOrder()
     {
         const QVector<int> order{

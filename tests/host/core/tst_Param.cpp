@@ -242,6 +242,17 @@ private slots:
         param.setValue("c");
         QCOMPARE(param.fault(), QString());
     }
+
+    void isKeptAcrossStartsOnlyWhereItIsMarkedSo()
+    {
+        Param param("count", "0", {}, true, {});
+        QVERIFY(!param.isPersistent());
+        param.setPersistent();
+        QVERIFY(param.isPersistent());
+        QVERIFY(Param(param).isPersistent());
+        param.setPersistent(false);
+        QVERIFY(!param.isPersistent());
+    }
 };
 
 NORVO_GUILESS_TEST(tst_Param)

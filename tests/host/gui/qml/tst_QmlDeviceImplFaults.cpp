@@ -246,7 +246,7 @@ void tst_QmlDeviceImplFaults::networkIsThereWhereItIsAllowed()
 {
     Neighbour neighbour;
     QmlOwner owner;
-    owner.QObject::setProperty(QmlDeviceImpl::kNetworkProperty, true);
+    owner.setNetworkAllowed(true);
     MessageLog log;
     QCOMPARE(owner.loadFile(neighbour.url("far.qml")), QString());
     QVERIFY(owner.provider("far"));
@@ -254,7 +254,7 @@ void tst_QmlDeviceImplFaults::networkIsThereWhereItIsAllowed()
     QVERIFY(calls > 0);
     QCOMPARE(log.take(), QStringList());
 
-    owner.QObject::setProperty(QmlDeviceImpl::kNetworkProperty, false);
+    owner.setNetworkAllowed(false);
     QVERIFY(!owner.loadFile(neighbour.url("far.qml")).isEmpty()); // the next document has none
     QCOMPARE(neighbour.calls(), calls);
 }

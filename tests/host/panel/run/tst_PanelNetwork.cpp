@@ -5,7 +5,6 @@
 #include "norvo/BaseDevice.h"
 #include "norvo/DeviceManager.h"
 #include "norvo/DeviceTypeInfo.h"
-#include "norvo/QmlDeviceImpl.h"
 #include "TestMain.h"
 
 #include <QtTest>
@@ -22,8 +21,7 @@ public:
 
     bool initialise() override
     {
-        s_seen.append(objectName() +
-                      (property(QmlDeviceImpl::kNetworkProperty).toBool() ? " open" : " closed"));
+        s_seen.append(objectName() + (isNetworkAllowed() ? " open" : " closed"));
         return true;
     }
 };
