@@ -1,5 +1,7 @@
 #include "devices/Label.h"
 
+#include "devices/Decimals.h"
+
 #include <QtNumeric>
 
 namespace {
@@ -26,7 +28,7 @@ QString Label::withoutValue(const QString& text)
 bool Label::initialise()
 {
     m_text = getParam(kValue).value();
-    m_precision = getParam(kPrecision);
+    m_precision = norvo::decimals(getParam(kPrecision));
     m_alignment = getParam(kAlignment).value();
     setDescription(m_text);
     return true;

@@ -1,5 +1,6 @@
 #include "widgets/DigitalWidget.h"
 
+#include "devices/Decimals.h"
 #include "devices/OutputDigitalDevice.h"
 #include "widgets/InnerControl.h"
 #include "widgets/ReadoutStyle.h"
@@ -18,7 +19,7 @@ void DigitalWidget::initialise()
 
     m_minThreshold = getParam(OutputDigitalDevice::kMinThreshold);
     m_maxThreshold = getParam(OutputDigitalDevice::kMaxThreshold);
-    m_precision = ReadoutStyle::decimals(getParam(OutputDigitalDevice::kPrecision));
+    m_precision = norvo::decimals(getParam(OutputDigitalDevice::kPrecision));
     createLabels();
     setLayout(Qt::Horizontal);
     timeout();

@@ -1,5 +1,6 @@
 #include "widgets/DigitalWithProgress.h"
 
+#include "devices/Decimals.h"
 #include "devices/OutputWithProgress.h"
 #include "widgets/InnerControl.h"
 #include "widgets/ReadoutStyle.h"
@@ -86,7 +87,7 @@ void DigitalWithProgress::copyParameters(const OutputWithProgress& readout)
     m_maxValue = readout.getMaxValue();
     m_minThreshold = readout.getMinThreshold();
     m_maxThreshold = readout.getMaxThreshold();
-    m_precision = ReadoutStyle::decimals(readout.getPrecision());
+    m_precision = norvo::decimals(readout.getPrecision());
     m_alarmEnabled = readout.getAlarmEnabled();
     m_lastValue = 0;
 }

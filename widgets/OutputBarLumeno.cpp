@@ -1,10 +1,10 @@
 #include "widgets/OutputBarLumeno.h"
 
+#include "devices/Decimals.h"
 #include "devices/LumenoBarDevice.h"
 #include "norvo/Truncation.h"
 #include "widgets/InnerControl.h"
 #include "widgets/Pixels.h"
-#include "widgets/ReadoutStyle.h"
 
 #include <QDateTime>
 #include <QPainter>
@@ -55,7 +55,7 @@ void OutputBarLumeno::initialise()
     if (!bar) {
         return;
     }
-    m_precision = ReadoutStyle::decimals(getParam(LumenoBarDevice::kPrecision));
+    m_precision = norvo::decimals(getParam(LumenoBarDevice::kPrecision));
     m_scale.digitsStep = getParam(LumenoBarDevice::kDigitsStep);
     m_scale.dashesStep = getParam(LumenoBarDevice::kDashesStep);
     m_scale.min = getParam(LumenoBarDevice::kMinValue);

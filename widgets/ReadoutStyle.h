@@ -49,12 +49,6 @@ inline void setLook(QWidget* widget, const QString& styleSheet)
     }
 }
 
-/// As many decimals as a number can need; asking for more would only fill memory with zeros.
-inline int decimals(int precision)
-{
-    return std::min(precision, 1074);
-}
-
 /// The next phase of a caption that blinks; `timer`, whose object name holds the phase, ticks it.
 inline void blink(QObject& timer, QWidget* caption)
 {
@@ -78,7 +72,7 @@ inline int roundedMagnitude(double one, double other)
 inline QString widthSample(int magnitude, int precision)
 {
     return QString(QString::number(magnitude).size(), '3') + '.' +
-           QString(std::max(0, decimals(precision)), '3');
+           QString(std::max(0, precision), '3');
 }
 
 } // namespace ReadoutStyle

@@ -1,13 +1,13 @@
 #include "widgets/TextHelper.h"
 
-#include "widgets/ReadoutStyle.h"
+#include "devices/Decimals.h"
 
 #include <sstream>
 
 QString TextHelper::doubleToStr(double value, int precision)
 {
     std::stringstream stream;
-    stream.precision(ReadoutStyle::decimals(precision));
+    stream.precision(norvo::decimals(precision));
     stream << std::fixed << value;
     return QString::fromStdString(stream.str());
 }

@@ -117,6 +117,17 @@ void tst_Label::numberIsWrittenIntoTheTemplate_data()
                                     << "0" << -infinity << "-inf";
     QTest::newRow("precision that is no number") << "%1"
                                                  << "many" << 2.4 << "2";
+    QTest::newRow("as many decimals as a double can have")
+        << "%1"
+        << "1074" << 0.5 << QString("0.5").leftJustified(2 + 1074, '0');
+    QTest::newRow("no more decimals than a double can have")
+        << "%1"
+        << "2000" << 0.5 << QString("0.5").leftJustified(2 + 1074, '0');
+    QTest::newRow("any number of decimals")
+        << "%1"
+        << "99999999999" << 0.5 << QString("0.5").leftJustified(2 + 1074, '0');
+    QTest::newRow("negative precision is six") << "%1"
+                                               << "-1" << 0.5 << "0.500000";
 }
 
 void tst_Label::numberIsWrittenIntoTheTemplate()
