@@ -1,34 +1,9 @@
 #include "norvo/BaseDevice.h"
 
+#include "host/core/Methods.h"
 #include "norvo/DoubleVec.h"
 
 #include <QDebug>
-
-namespace {
-
-bool isOffered(const QMetaMethod& method, QMetaMethod::MethodType type)
-{
-    return method.methodType() == type && method.access() == QMetaMethod::Public;
-}
-
-/// The signature of the first public method of that type below BaseDevice which `name`, a method
-/// name or a full signature, asks for; empty when there is none.
-QString resolve(const QMetaObject* meta, const QString& name, QMetaMethod::MethodType type)
-{
-    const bool isSignature = name.contains('(');
-    const QByteArray wanted =
-        isSignature ? QMetaObject::normalizedSignature(name.toUtf8().constData()) : name.toUtf8();
-    for (int i = BaseDevice::staticMetaObject.methodCount(); i < meta->methodCount(); ++i) {
-        const QMetaMethod method = meta->method(i);
-        if (isOffered(method, type) &&
-            wanted == (isSignature ? method.methodSignature() : method.name())) {
-            return QString::fromUtf8(method.methodSignature());
-        }
-    }
-    return {};
-}
-
-} // namespace
 
 /// Qt refuses a queued wire by name as long as it does not know the type that it is to carry.
 BaseDevice::BaseDevice()
@@ -40,13 +15,13 @@ BaseDevice::~BaseDevice() = default;
 
 QObject* BaseDevice::getProvider(const QString& name, QString& signature)
 {
-    signature = resolve(metaObject(), name, QMetaMethod::Signal);
+    signature = norvo::signatureOf(*metaObject(), staticMetaObject, name, QMetaMethod::Signal);
     return signature.isEmpty() ? nullptr : this;
 }
 
 QObject* BaseDevice::getReceiver(const QString& name, QString& signature)
 {
-    signature = resolve(metaObject(), name, QMetaMethod::Slot);
+    signature = norvo::signatureOf(*metaObject(), staticMetaObject, name, QMetaMethod::Slot);
     return signature.isEmpty() ? nullptr : this;
 }
 
@@ -111,15 +86,7 @@ void BaseDevice::sendParamChanged()
 
 QStringList BaseDevice::grabMethods(const QString& name, QMetaMethod::MethodType type, bool) const
 {
-    QStringList signatures;
-    const QMetaObject* meta = metaObject();
-    for (int i = staticMetaObject.methodCount(); i < meta->methodCount(); ++i) {
-        const QMetaMethod method = meta->method(i);
-        if (isOffered(method, type) && (name.isEmpty() || method.name() == name.toUtf8())) {
-            signatures.append(QString::fromUtf8(method.methodSignature()));
-        }
-    }
-    return signatures;
+    return norvo::signatures(*metaObject(), staticMetaObject, name, type);
 }
 
 void BaseDevice::setDescription(const QString& description)

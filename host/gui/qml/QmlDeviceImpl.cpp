@@ -44,7 +44,7 @@ struct QmlDeviceImpl::Private
         if (!item) {
             return;
         }
-        item->disconnect(wrapper.get());
+        wrapper->unbind();
         item->setParentItem(nullptr);
         item->deleteLater();
         retired.removeAll(nullptr);
@@ -57,12 +57,19 @@ struct QmlDeviceImpl::Private
     {
         QStringList list;
         for (const auto type : {QMetaMethod::Signal, QMetaMethod::Slot}) {
-            const QStringList signatures = wrapper ? wrapper->signatures({}, type) : QStringList();
+            const QStringList signatures =
+                wrapper ? wrapper->ports().signatures({}, type) : QStringList();
             for (const QString& signature : signatures) {
                 list.append(QString("%1 %2").arg(type).arg(signature));
             }
         }
         return list;
+    }
+
+    QObject* find(const QString& name, QMetaMethod::MethodType type, QString& signature) const
+    {
+        signature = wrapper ? wrapper->ports().signatureOf(name, type) : QString();
+        return signature.isEmpty() ? nullptr : &wrapper->ports();
     }
 
     /// The wires stay where they can.
@@ -73,7 +80,7 @@ struct QmlDeviceImpl::Private
         } else {
             wrapper = std::make_unique<QmlWrapper>(newItem);
         }
-        wrapper->setObjectName(owner ? owner->objectName() : QString());
+        wrapper->ports().setObjectName(owner ? owner->objectName() : QString());
     }
 };
 
@@ -127,7 +134,7 @@ QString QmlDeviceImpl::init(QObject* owner, const QString& sourceType, const QSt
         d->wrap(*d->item);
         if (owner) {
             connect(owner, &QObject::objectNameChanged, this,
-                    [this](const QString& name) { d->wrapper->setObjectName(name); });
+                    [this](const QString& name) { d->wrapper->ports().setObjectName(name); });
         }
     } else {
         d->wrapper.reset();
@@ -147,20 +154,18 @@ void QmlDeviceImpl::deinit()
 
 QObject* QmlDeviceImpl::getSignalWrapper(const QString& name, QString& signature)
 {
-    signature = d->wrapper ? d->wrapper->resolve(name, QMetaMethod::Signal) : QString();
-    return signature.isEmpty() ? nullptr : d->wrapper.get();
+    return d->find(name, QMetaMethod::Signal, signature);
 }
 
 QObject* QmlDeviceImpl::getSlotWrapper(const QString& name, QString& signature)
 {
-    signature = d->wrapper ? d->wrapper->resolve(name, QMetaMethod::Slot) : QString();
-    return signature.isEmpty() ? nullptr : d->wrapper.get();
+    return d->find(name, QMetaMethod::Slot, signature);
 }
 
 QStringList QmlDeviceImpl::grabMethods(const QString& name, QMetaMethod::MethodType type,
                                        bool) const
 {
-    return d->wrapper ? d->wrapper->signatures(name, type) : QStringList();
+    return d->wrapper ? d->wrapper->ports().signatures(name, type) : QStringList();
 }
 
 bool QmlDeviceImpl::isInitialised() const

@@ -10,8 +10,6 @@ namespace norvo {
 
 namespace {
 
-using Types = QVector<int>;
-
 /// The first class of the item that QML did not make.
 const QMetaObject* compiledClass(const QObject& item)
 {
@@ -43,8 +41,7 @@ QmlMethod plainMethod(const QMetaMethod& method)
     return plain;
 }
 
-template <class Wanted>
-QmlMethods ownMethods(const QObject& item, Wanted isWanted)
+QmlMethods ownMethods(const QObject& item, bool signalsWanted)
 {
     const QMetaObject& meta = *item.metaObject();
     const QMetaObject* const compiled = compiledClass(item);
@@ -53,90 +50,41 @@ QmlMethods ownMethods(const QObject& item, Wanted isWanted)
     QmlMethods methods;
     for (int i = compiled->methodCount(); i < meta.methodCount(); ++i) {
         const QMetaMethod method = meta.method(i);
-        // What a document declares anew hides what the one that it is built on had.
-        const QMetaMethod newest = meta.method(meta.indexOfMethod(method.methodSignature()));
-        const QmlMethod plain = plainMethod(newest);
-        if (isWanted(method) && !changes.contains(i) && !known.contains(plain.signature()) &&
-            !plain.types.contains(QMetaType::UnknownType)) {
-            known.insert(plain.signature());
+        const QByteArray signature = method.methodSignature();
+        const bool isSignal = method.methodType() == QMetaMethod::Signal;
+        if (isSignal != signalsWanted || changes.contains(i) || known.contains(signature)) {
+            continue;
+        }
+        known.insert(signature);
+        // What a document declares again hides what the one that it is built on had.
+        const QmlMethod plain = plainMethod(meta.method(meta.indexOfMethod(signature)));
+        if (!plain.types.contains(QMetaType::UnknownType)) {
             methods.append(plain);
         }
     }
     return methods;
 }
 
-/// `types` with each untyped one made `type`.
-Types typedAs(Types types, int type)
+QmlMethod as(QmlMethod method, const QVector<int>& types)
 {
-    for (int& each : types) {
-        each = each == QMetaType::QVariant ? type : each;
-    }
-    return types;
-}
-
-/// The forms in which a signal of these types can be had, besides the plain one.
-QVector<Types> convertedSignalForms(const Types& types)
-{
-    if (!types.contains(QMetaType::QVariant)) {
-        return {};
-    }
-    if (types.size() > 1) {
-        return {typedAs(types, QMetaType::Double)};
-    }
-    return {{qMetaTypeId<DoubleVec>()},
-            {QMetaType::Double},
-            {QMetaType::QString},
-            {QMetaType::Bool},
-            {QMetaType::Int}};
-}
-
-/// All forms in which a function of these types can be had.
-QVector<Types> slotForms(const Types& types)
-{
-    if (!types.contains(QMetaType::QVariant)) {
-        return {types};
-    }
-    const Types kinds{QMetaType::Double, QMetaType::QString,       QMetaType::Bool,
-                      QMetaType::Int,    qMetaTypeId<DoubleVec>(), QMetaType::QByteArray};
-    QVector<Types> forms;
-    if (types.size() == 1) {
-        for (int kind : kinds) {
-            forms.append(Types{kind});
-        }
-    } else {
-        forms.append(typedAs(types, QMetaType::Double));
-    }
-    if (types == Types{QMetaType::QVariant, QMetaType::QVariant}) {
-        for (int kind : kinds) { // a value and its sender's name, as displays pass them on
-            forms.append(Types{kind, QMetaType::QString});
-        }
-    }
-    forms.append(types);
-    return forms;
+    method.types = types;
+    return method;
 }
 
 } // namespace
 
-QByteArray QmlMethod::signature() const
-{
-    QByteArray arguments;
-    for (int type : types) {
-        arguments += (arguments.isEmpty() ? "" : ",") + QByteArray(QMetaType::typeName(type));
-    }
-    return name + "(" + arguments + ")";
-}
-
 QmlMethods qmlSignals(const QObject& item)
 {
     QmlMethods methods;
-    const QmlMethods plain = ownMethods(
-        item, [](const QMetaMethod& method) { return method.methodType() == QMetaMethod::Signal; });
-    for (QmlMethod method : plain) {
-        methods.append(method);
-        const QVector<Types> forms = convertedSignalForms(method.itemTypes);
-        for (const Types& form : forms) {
-            method.types = form;
-            methods.append(method);
+    const QmlMethods plainMethods = ownMethods(item, true);
+    for (const QmlMethod& plain : plainMethods) {
+        methods.append(plain);
+        if (plain.types != QVector<int>{QMetaType::QVariant}) {
+            continue;
+        }
+        for (int kind : {qMetaTypeId<DoubleVec>(), int(QMetaType::Double), int(QMetaType::QString),
+                         int(QMetaType::Bool), int(QMetaType::Int)}) {
+            methods.append(as(plain, {kind}));
         }
     }
     return methods;
@@ -144,17 +92,21 @@ QmlMethods qmlSignals(const QObject& item)
 
 QmlMethods qmlSlots(const QObject& item)
 {
+    const QVector<int> value{QMetaType::QVariant};
+    const QVector<int> namedValue{QMetaType::QVariant, QMetaType::QVariant};
     QmlMethods methods;
-    const QmlMethods plain = ownMethods(item, [](const QMetaMethod& method) {
-        return method.methodType() == QMetaMethod::Slot ||
-               method.methodType() == QMetaMethod::Method;
-    });
-    for (QmlMethod method : plain) {
-        const QVector<Types> forms = slotForms(method.itemTypes);
-        for (const Types& form : forms) {
-            method.types = form;
-            methods.append(method);
+    const QmlMethods plainMethods = ownMethods(item, false);
+    for (const QmlMethod& plain : plainMethods) {
+        for (int kind :
+             {int(QMetaType::Double), int(QMetaType::QString), int(QMetaType::Bool),
+              int(QMetaType::Int), qMetaTypeId<DoubleVec>(), int(QMetaType::QByteArray)}) {
+            if (plain.types == value) {
+                methods.append(as(plain, {kind}));
+            } else if (plain.types == namedValue) { // as displays pass values on
+                methods.append(as(plain, {kind, QMetaType::QString}));
+            }
         }
+        methods.append(plain);
     }
     return methods;
 }

@@ -16,17 +16,22 @@ struct QmlMethod
     QByteArray name;
     QVector<int> types; ///< The meta types here; another one where that is QVariant.
 
-    QByteArray signature() const;
     bool isConverted() const { return types != itemTypes; }
+    /// Whether both are wired alike, whatever item they belong to.
+    bool isLike(const QmlMethod& other) const
+    {
+        return name == other.name && types == other.types && itemTypes == other.itemTypes;
+    }
 };
 
 using QmlMethods = QVector<QmlMethod>;
 
-/// The signals of `item` that QML declares, but for the change signals of properties. Each stands
-/// in front of its converted forms.
+/// The signals of `item` that QML declares, but for the change signals of properties. One with an
+/// untyped value stands in front of its converted forms.
 QmlMethods qmlSignals(const QObject& item);
 
-/// The functions of `item` that QML declares, each in all its forms.
+/// The functions of `item` that QML declares. One that begins with an untyped value, and has at
+/// most an untyped name behind, stands behind its converted forms.
 QmlMethods qmlSlots(const QObject& item);
 
 } // namespace norvo

@@ -2,70 +2,42 @@
 
 #include "host/gui/qml/QmlConversion.h"
 
-#include <QStringList>
 #include <QVarLengthArray>
 
-#include <private/qmetaobjectbuilder_p.h>
-
 #include <algorithm>
-#include <cstdlib>
 
 namespace norvo {
 
 namespace {
 
-std::shared_ptr<const QMetaObject> makeMetaObject(const QmlMethods& signalMethods,
-                                                  const QmlMethods& slotMethods)
-{
-    QMetaObjectBuilder builder;
-    builder.setClassName("norvo::QmlWrapper");
-    builder.setSuperClass(&QObject::staticMetaObject);
-    for (const QmlMethod& method : signalMethods) {
-        builder.addSignal(method.signature());
-    }
-    for (const QmlMethod& method : slotMethods) {
-        builder.addSlot(method.signature());
-    }
-    return {builder.toMetaObject(), [](QMetaObject* meta) { std::free(meta); }};
-}
-
 bool areAlike(const QmlMethods& some, const QmlMethods& others)
 {
     return std::equal(some.cbegin(), some.cend(), others.cbegin(), others.cend(),
-                      [](const QmlMethod& a, const QmlMethod& b) {
-                          return a.name == b.name && a.types == b.types &&
-                                 a.itemTypes == b.itemTypes;
-                      });
+                      [](const QmlMethod& a, const QmlMethod& b) { return a.isLike(b); });
 }
 
 using Values = QVarLengthArray<QVariant, 4>;
 using Arguments = QVarLengthArray<void*, 5>;
 
-/// Untyped values as what follows needs them; false where one does not read as its type.
-bool convert(const QmlMethod& method, Values& values)
-{
-    for (int i = 0; i < values.size(); ++i) {
-        if (method.itemTypes[i] != method.types[i]) {
-            values[i] = convertedTo(method.types[i], values[i]);
-            if (!values[i].isValid()) {
-                return false;
-            }
-        }
-    }
-    return true;
-}
-
 } // namespace
 
-QmlWrapper::QmlWrapper(QObject& item)
-    : m_signals(qmlSignals(item)),
-      m_slots(qmlSlots(item)),
-      m_meta(makeMetaObject(m_signals, m_slots))
+QmlWrapper::QmlWrapper(QObject& item) : m_signals(qmlSignals(item)), m_slots(qmlSlots(item))
 {
+    for (int i = 0; i < m_signals.size(); ++i) {
+        m_ports.addSignal(m_signals.at(i).name, m_signals.at(i).types);
+        if (!m_signals.at(i).isConverted()) {
+            m_ear.addSlot("hear" + QByteArray::number(i), m_signals.at(i).types,
+                          [this, i](void** arguments) { passOn(i, arguments); });
+        }
+    }
+    for (int i = 0; i < m_slots.size(); ++i) {
+        m_ports.addSlot(m_slots.at(i).name, m_slots.at(i).types,
+                        [this, i](void** arguments) { callItem(m_slots.at(i), arguments); });
+    }
+    m_ports.build();
+    m_ear.build();
     bind(item);
 }
-
-QmlWrapper::~QmlWrapper() = default;
 
 bool QmlWrapper::fits(const QObject& item) const
 {
@@ -74,99 +46,52 @@ bool QmlWrapper::fits(const QObject& item) const
 
 void QmlWrapper::bind(QObject& item)
 {
-    if (m_item) {
-        m_item->disconnect(this);
-    }
     m_item = &item;
     m_signals = qmlSignals(item);
     m_slots = qmlSlots(item);
-    for (int i = 0; i < m_signals.size(); ++i) {
-        if (!m_signals[i].isConverted()) {
-            QMetaObject::connect(&item, m_signals[i].itemIndex, this, m_meta->methodOffset() + i,
-                                 Qt::DirectConnection);
+    int ear = m_ear.metaObject()->methodOffset();
+    for (const QmlMethod& method : qAsConst(m_signals)) {
+        if (!method.isConverted()) {
+            QMetaObject::connect(&item, method.itemIndex, &m_ear, ear++, Qt::DirectConnection);
         }
     }
 }
 
-QString QmlWrapper::resolve(const QString& name, QMetaMethod::MethodType type) const
+void QmlWrapper::unbind()
 {
-    if (!name.contains('(')) {
-        return name.isEmpty() ? QString() : signatures(name, type).value(0);
+    if (m_item) {
+        m_item->disconnect(&m_ear);
     }
-    const QByteArray wanted = QMetaObject::normalizedSignature(name.toUtf8().constData());
-    const int index = m_meta->indexOfMethod(wanted);
-    return index >= m_meta->methodOffset() && m_meta->method(index).methodType() == type
-               ? QString::fromUtf8(wanted)
-               : QString();
-}
-
-QStringList QmlWrapper::signatures(const QString& name, QMetaMethod::MethodType type) const
-{
-    QStringList found;
-    for (int i = m_meta->methodOffset(); i < m_meta->methodCount(); ++i) {
-        const QMetaMethod method = m_meta->method(i);
-        if (method.methodType() == type && (name.isEmpty() || method.name() == name.toUtf8())) {
-            found.append(QString::fromUtf8(method.methodSignature()));
-        }
-    }
-    return found;
-}
-
-int QmlWrapper::qt_metacall(QMetaObject::Call call, int id, void** arguments)
-{
-    id = QObject::qt_metacall(call, id, arguments);
-    const int count = m_signals.size() + m_slots.size();
-    if (id < 0 || (call != QMetaObject::InvokeMetaMethod &&
-                   call != QMetaObject::RegisterMethodArgumentMetaType)) {
-        return id;
-    }
-    if (call == QMetaObject::RegisterMethodArgumentMetaType) {
-        *static_cast<int*>(arguments[0]) = -1; // all are known already
-    } else if (id < m_signals.size()) {
-        passOn(id, arguments);
-    } else if (id < count) {
-        callItem(m_slots[id - m_signals.size()], arguments);
-    }
-    return id - count;
+    m_item = nullptr;
 }
 
 /// Emits the signal and, where somebody listens, its converted forms.
 void QmlWrapper::passOn(int signal, void** arguments)
 {
-    const auto meta = m_meta; // Whoever hears a signal may be the end of this object.
-    const QmlMethod plain = m_signals[signal];
-    if (plain.isConverted() || !plain.types.contains(QMetaType::QVariant)) {
-        QMetaObject::activate(this, meta.get(), signal, arguments);
-        return;
-    }
-    const QPointer<QmlWrapper> guard(this);
-    Values plainValues;
-    Arguments plainArguments;
-    plainArguments.append(nullptr);
-    for (int i = 0; i < plain.types.size(); ++i) {
-        const bool isUntyped = plain.types[i] == QMetaType::QVariant;
-        plainValues.append(isUntyped ? fromQml(*static_cast<QVariant*>(arguments[i + 1]))
-                                     : QVariant(plain.types[i], arguments[i + 1]));
-    }
-    for (int i = 0; i < plain.types.size(); ++i) {
-        const bool isUntyped = plain.types[i] == QMetaType::QVariant;
-        plainArguments.append(isUntyped ? &plainValues[i] : plainValues[i].data());
-    }
-    QMetaObject::activate(this, meta.get(), signal, plainArguments.data());
-    for (int i = signal + 1; guard && i < m_signals.size() && m_signals[i].isConverted(); ++i) {
-        if (!isSignalConnected(meta->method(meta->methodOffset() + i))) {
-            continue;
+    const int count = m_signals.at(signal).types.size();
+    Values untyped(count);
+    Arguments passed(count + 1);
+    passed[0] = nullptr;
+    for (int i = 0; i < count; ++i) {
+        passed[i + 1] = arguments[i + 1];
+        if (m_signals.at(signal).types[i] == QMetaType::QVariant) {
+            untyped[i] = fromQml(*static_cast<QVariant*>(arguments[i + 1]));
+            passed[i + 1] = &untyped[i];
         }
-        Values values = plainValues;
-        if (!convert(m_signals[i], values)) {
-            continue;
+    }
+    const auto isForm = [this](int i) {
+        return i < m_signals.size() && m_signals.at(i).isConverted();
+    };
+    // Whoever hears a signal may be the end of this object.
+    const QPointer<QObject> guard(isForm(signal + 1) ? &m_ports : nullptr);
+    m_ports.activate(signal, passed.data());
+    for (int i = signal + 1; guard && isForm(i); ++i) {
+        QVariant value =
+            m_ports.isHeard(i) ? convertedTo(m_signals.at(i).types[0], untyped[0]) : QVariant();
+        if (value.isValid()) {
+            void* converted[] = {nullptr, value.data()};
+            m_ports.activate(i, converted);
         }
-        Arguments converted;
-        converted.append(nullptr);
-        for (QVariant& value : values) {
-            converted.append(value.data());
-        }
-        QMetaObject::activate(this, meta.get(), i, converted.data());
     }
 }
 
@@ -175,16 +100,14 @@ void QmlWrapper::callItem(const QmlMethod& slot, void** arguments) const
     if (!m_item) {
         return;
     }
-    Values values;
-    values.resize(slot.types.size());
-    Arguments passed;
-    passed.append(nullptr); // nobody reads the answer
+    Values values(slot.types.size());
+    Arguments passed(slot.types.size() + 1);
+    passed[0] = nullptr; // nobody reads the answer
     for (int i = 0; i < slot.types.size(); ++i) {
+        passed[i + 1] = arguments[i + 1];
         if (slot.itemTypes[i] == QMetaType::QVariant) {
             values[i] = toQml(slot.types[i], arguments[i + 1]);
-            passed.append(&values[i]);
-        } else {
-            passed.append(arguments[i + 1]);
+            passed[i + 1] = &values[i];
         }
     }
     QMetaObject::metacall(m_item, QMetaObject::InvokeMetaMethod, slot.itemIndex, passed.data());

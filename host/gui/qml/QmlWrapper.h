@@ -2,43 +2,36 @@
 
 #include "host/gui/qml/QmlMethods.h"
 
-#include <QObject>
-#include <QPointer>
+#include "norvo/DynamicPorts.h"
 
-#include <memory>
+#include <QPointer>
 
 namespace norvo {
 
 /// Stands for a QML item in the wiring: has a signal and a slot for each form of the item's own
 /// methods, passes signals on from the item and calls on to it, and converts on the way.
-class QmlWrapper : public QObject
+class QmlWrapper
 {
 public:
     explicit QmlWrapper(QObject& item);
-    ~QmlWrapper() override;
 
     /// Whether `item` has the same methods, so that it can take the place of the item before.
     bool fits(const QObject& item) const;
     /// Stands for `item`, which must fit, from now on; the wires stay.
     void bind(QObject& item);
+    void unbind(); ///< Hears the item no more, and calls it no more.
 
-    /// The signature of the first method of that type that `name`, a method name or a full
-    /// signature, asks for; empty when there is none.
-    QString resolve(const QString& name, QMetaMethod::MethodType type) const;
-    /// All signatures of that type; those of one name where that is not empty.
-    QStringList signatures(const QString& name, QMetaMethod::MethodType type) const;
-
-    const QMetaObject* metaObject() const override { return m_meta.get(); }
-    int qt_metacall(QMetaObject::Call call, int id, void** arguments) override;
+    DynamicPorts& ports() { return m_ports; } ///< What is wired.
 
 private:
     void passOn(int signal, void** arguments);
     void callItem(const QmlMethod& slot, void** arguments) const;
 
     QPointer<QObject> m_item;
-    QmlMethods m_signals;
+    QmlMethods m_signals; ///< In the order of the ports.
     QmlMethods m_slots;
-    std::shared_ptr<const QMetaObject> m_meta;
+    DynamicPorts m_ports;
+    DynamicPorts m_ear; ///< A slot for each signal of the item.
 };
 
 } // namespace norvo

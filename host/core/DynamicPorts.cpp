@@ -1,0 +1,222 @@
+#include "norvo/DynamicPorts.h"
+
+#include "host/core/Methods.h"
+
+#include <QSet>
+
+#include <vector>
+
+namespace {
+
+// The layout of a meta-object's data, as Qt's own compiler of meta-objects writes it in revision 8.
+constexpr uint kRevision = 8;
+constexpr uint kHeaderSize = 14;
+constexpr uint kMethodSize = 5; ///< Name, number of arguments, where these begin, tag, flags.
+constexpr uint kIsNamedType = 0x80000000; ///< The rest is the number of the string with the name.
+constexpr uint kPublicSignal = 0x06;
+constexpr uint kPublicSlot = 0x0a;
+
+/// The strings of a meta-object: a row of headers, each with the distance to its characters.
+class Strings
+{
+public:
+    uint add(const QByteArray& text)
+    {
+        m_texts.append(text);
+        return uint(m_texts.size() - 1);
+    }
+
+    /// Valid until the next add().
+    const QByteArrayData* headers()
+    {
+        m_headers.reset(new QByteArrayData[std::size_t(m_texts.size())]);
+        for (int i = 0; i < m_texts.size(); ++i) {
+            QByteArrayData& header = m_headers[std::size_t(i)];
+            header.ref.atomic.storeRelaxed(-1); // never counted, never freed
+            header.size = m_texts[i].size();
+            header.alloc = 0;
+            header.capacityReserved = 0;
+            header.offset = qptrdiff(quintptr(m_texts[i].constData()) - quintptr(&header));
+        }
+        return m_headers.get();
+    }
+
+private:
+    QVector<QByteArray> m_texts;
+    std::unique_ptr<QByteArrayData[]> m_headers;
+};
+
+struct Port
+{
+    QByteArray name;
+    QVector<int> types;
+    DynamicPorts::Slot slot; ///< Of a slot only.
+};
+
+QByteArray signatureText(const QByteArray& name, const QVector<int>& types)
+{
+    QByteArrayList typeNames;
+    for (int type : types) {
+        typeNames.append(QMetaType::typeName(type));
+    }
+    return name + "(" + typeNames.join(',') + ")";
+}
+
+} // namespace
+
+struct DynamicPorts::Table
+{
+    std::vector<Port> signalPorts;
+    std::vector<Port> slotPorts;
+    QSet<QByteArray> signatures;
+    Strings strings;
+    std::vector<uint> data;
+    QMetaObject meta = {};
+
+    bool isBuilt() const { return meta.d.data != nullptr; }
+    int count() const { return int(signalPorts.size() + slotPorts.size()); }
+
+    bool take(const QByteArray& name, const QVector<int>& types)
+    {
+        for (int type : types) {
+            if (!QMetaType::isRegistered(type)) {
+                return false;
+            }
+        }
+        const QByteArray signature = signatureText(name, types);
+        if (isBuilt() || signatures.contains(signature)) {
+            return false;
+        }
+        signatures.insert(signature);
+        return true;
+    }
+
+    /// Signals come first, as Qt asks for.
+    void build()
+    {
+        data = {kRevision,
+                strings.add("DynamicPorts"),
+                0,
+                0,
+                uint(count()),
+                kHeaderSize,
+                0,
+                0,
+                0,
+                0,
+                0,
+                0,
+                0,
+                uint(signalPorts.size())};
+        const uint noText = strings.add("");
+        uint arguments = kHeaderSize + kMethodSize * uint(count());
+        const auto addMethods = [&](const std::vector<Port>& ports, uint flags) {
+            for (const Port& port : ports) {
+                const uint argumentCount = uint(port.types.size());
+                data.insert(data.end(),
+                            {strings.add(port.name), argumentCount, arguments, noText, flags});
+                arguments += 1 + 2 * argumentCount;
+            }
+        };
+        addMethods(signalPorts, kPublicSignal);
+        addMethods(slotPorts, kPublicSlot);
+        addArguments(signalPorts, noText);
+        addArguments(slotPorts, noText);
+        data.push_back(0); // the end
+        meta.d.superdata = &QObject::staticMetaObject;
+        meta.d.stringdata = strings.headers();
+        meta.d.data = data.data();
+    }
+
+    /// For each method the type that it returns, those of its arguments, and their names.
+    void addArguments(const std::vector<Port>& ports, uint noText)
+    {
+        for (const Port& port : ports) {
+            data.push_back(QMetaType::Void);
+            for (int type : port.types) {
+                data.push_back(type < QMetaType::User
+                                   ? uint(type)
+                                   : kIsNamedType | strings.add(QMetaType::typeName(type)));
+            }
+            data.insert(data.end(), std::size_t(port.types.size()), noText);
+        }
+    }
+};
+
+DynamicPorts::DynamicPorts() : m_table(std::make_shared<Table>()) {}
+
+DynamicPorts::~DynamicPorts() = default;
+
+int DynamicPorts::addSignal(const QByteArray& name, const QVector<int>& types)
+{
+    if (!m_table->take(name, types)) {
+        return -1;
+    }
+    m_table->signalPorts.push_back({name, types, {}});
+    return int(m_table->signalPorts.size()) - 1;
+}
+
+bool DynamicPorts::addSlot(const QByteArray& name, const QVector<int>& types, Slot slot)
+{
+    if (!m_table->take(name, types)) {
+        return false;
+    }
+    m_table->slotPorts.push_back({name, types, std::move(slot)});
+    return true;
+}
+
+void DynamicPorts::build()
+{
+    Q_ASSERT(!m_table->isBuilt());
+    m_table->build();
+}
+
+void DynamicPorts::activate(int signal, void** arguments)
+{
+    Q_ASSERT(m_table->isBuilt() && signal >= 0 && signal < int(m_table->signalPorts.size()));
+    QMetaObject::activate(this, &m_table->meta, signal, arguments);
+}
+
+bool DynamicPorts::isHeard(int signal) const
+{
+    return isSignalConnected(m_table->meta.method(m_table->meta.methodOffset() + signal));
+}
+
+bool DynamicPorts::carries(int signal, const QVector<int>& types) const
+{
+    return m_table->signalPorts.at(std::size_t(signal)).types == types;
+}
+
+QStringList DynamicPorts::signatures(const QString& name, QMetaMethod::MethodType type) const
+{
+    return norvo::signatures(*metaObject(), QObject::staticMetaObject, name, type);
+}
+
+QString DynamicPorts::signatureOf(const QString& name, QMetaMethod::MethodType type) const
+{
+    return norvo::signatureOf(*metaObject(), QObject::staticMetaObject, name, type);
+}
+
+const QMetaObject* DynamicPorts::metaObject() const
+{
+    return m_table->isBuilt() ? &m_table->meta : QObject::metaObject();
+}
+
+int DynamicPorts::qt_metacall(QMetaObject::Call call, int id, void** arguments)
+{
+    id = QObject::qt_metacall(call, id, arguments);
+    const bool isCall = call == QMetaObject::InvokeMetaMethod;
+    if (id < 0 || (!isCall && call != QMetaObject::RegisterMethodArgumentMetaType)) {
+        return id;
+    }
+    const std::shared_ptr<Table> table = m_table;
+    const int signalCount = int(table->signalPorts.size());
+    if (!isCall) {
+        *static_cast<int*>(arguments[0]) = -1; // Qt knows all types already.
+    } else if (id < signalCount) {
+        activate(id, arguments);
+    } else if (id < table->count()) {
+        table->slotPorts[std::size_t(id - signalCount)].slot(arguments);
+    }
+    return id - table->count();
+}

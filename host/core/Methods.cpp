@@ -1,0 +1,31 @@
+#include "host/core/Methods.h"
+
+namespace norvo {
+
+QStringList signatures(const QMetaObject& meta, const QMetaObject& base, const QString& name,
+                       QMetaMethod::MethodType type)
+{
+    const QByteArray wanted = name.toUtf8();
+    QStringList found;
+    for (int i = base.methodCount(); i < meta.methodCount(); ++i) {
+        const QMetaMethod method = meta.method(i);
+        if (method.methodType() == type && method.access() == QMetaMethod::Public &&
+            (wanted.isEmpty() || method.name() == wanted)) {
+            found.append(QString::fromUtf8(method.methodSignature()));
+        }
+    }
+    return found;
+}
+
+QString signatureOf(const QMetaObject& meta, const QMetaObject& base, const QString& name,
+                    QMetaMethod::MethodType type)
+{
+    if (!name.contains('(')) {
+        return name.isEmpty() ? QString() : signatures(meta, base, name, type).value(0);
+    }
+    const QString wanted = QMetaObject::normalizedSignature(name.toUtf8().constData());
+    const QString bareName = wanted.left(wanted.indexOf('('));
+    return signatures(meta, base, bareName, type).contains(wanted) ? wanted : QString();
+}
+
+} // namespace norvo
