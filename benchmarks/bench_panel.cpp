@@ -105,10 +105,10 @@ static void startThousandLabels(benchmark::State& state)
         QElapsedTimer clock;
         total.start();
         clock.start();
-        Faults faults;
-        const PanelDescription description = PanelFile::parse(text, "panel.yaml", faults);
+        Diagnostics diagnostics("panel.yaml");
+        const PanelDescription description = PanelFile::parse(text, "panel.yaml", diagnostics);
         state.counters["1 parse"] = lap(clock);
-        faults += PanelCheck::check(description, manager);
+        PanelCheck::check(description, manager, diagnostics);
         state.counters["2 check"] = lap(clock);
 
         PanelWindow window("Benchmark");
@@ -126,9 +126,8 @@ static void startThousandLabels(benchmark::State& state)
         state.counters["8 show"] = lap(clock);
         state.SetIterationTime(double(total.nsecsElapsed()) * 1e-9);
         state.counters["KiB each"] = (residentKiB() - before) / kLabels;
-        if (!faults.isEmpty() || !panel.faults().isEmpty() || picture.isNull()) {
-            faults += panel.faults();
-            state.SkipWithError(qPrintable(faults.value(0).toString()));
+        if (!diagnostics.isEmpty() || !panel.diagnostics().isEmpty() || picture.isNull()) {
+            state.SkipWithError(qPrintable(diagnostics.sorted().value(0).toString()));
         }
     }
 }
@@ -141,10 +140,10 @@ BENCHMARK(startThousandLabels)
 /// Processor time over wall time while values arrive, in percent of one processor.
 static void runReadouts(benchmark::State& state)
 {
-    Faults faults;
+    Diagnostics diagnostics("panel.yaml");
     const QByteArray text =
         panelOf("output_digital", kReadouts, 20, "widget/valueSize: 14, widget/labelSize: 6");
-    const PanelDescription description = PanelFile::parse(text, "panel.yaml", faults);
+    const PanelDescription description = PanelFile::parse(text, "panel.yaml", diagnostics);
     PanelWindow window("Benchmark");
     Panel panel(deviceTypes(), description);
     panel.start(window.page());
@@ -160,8 +159,8 @@ static void runReadouts(benchmark::State& state)
         state.SetIterationTime(wall);
         state.counters["processor %"] = 100.0 * (processorSeconds() - before) / wall;
     }
-    if (hasErrors(faults) || !panel.faults().isEmpty()) {
-        state.SkipWithError("the panel has faults");
+    if (diagnostics.hasErrors() || !panel.diagnostics().isEmpty()) {
+        state.SkipWithError("the panel has errors");
     }
 }
 BENCHMARK(runReadouts)

@@ -127,7 +127,7 @@ norvo-panel --screenshot OUT.png PANEL.yaml      runs the panel unseen and leave
   -h, --help         shows this text
   -v, --version      shows the version
 
-Faults go to standard error, those that --check finds to standard output. SIGINT and SIGTERM stop
+Errors and warnings go to standard error, those that --check finds to standard output. SIGINT and SIGTERM stop
 the panel as closing its window does. A display is needed to run a panel and for nothing else.
 )");
 }

@@ -8,10 +8,11 @@ void print(FILE* stream, const QString& line)
     std::fflush(stream);
 }
 
-void print(FILE* stream, const Faults& faults)
+void print(FILE* stream, const Diagnostics& diagnostics)
 {
-    for (const Fault& fault : faults) {
-        print(stream, fault.toString());
+    const DiagnosticList list = diagnostics.sorted();
+    for (const Diagnostic& diagnostic : list) {
+        print(stream, diagnostic.toString());
     }
 }
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "host/panel/file/Fault.h"
+#include "host/panel/file/Diagnostics.h"
 
 #include <cstdio>
 
 namespace norvo {
 
-void print(FILE* stream, const QString& line);  ///< The line and its end, as UTF-8, at once.
-void print(FILE* stream, const Faults& faults); ///< One line each.
-void complain(const QString& text);             ///< "norvo-panel: text" on standard error.
+void print(FILE* stream, const QString& line); ///< The line and its end, as UTF-8, at once.
+void print(FILE* stream, const Diagnostics& diagnostics); ///< One line each.
+void complain(const QString& text); ///< "norvo-panel: text" on standard error.
 
 } // namespace norvo

@@ -10,7 +10,7 @@
 #include "host/program/PluginSet.h"
 #include "host/panel/file/StateFile.h"
 #include "host/program/UnixSignals.h"
-#include "host/panel/file/WholeFile.h"
+#include "host/panel/file/AtomicFile.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -49,18 +49,17 @@ int PanelProgram::run()
     if (!loadPlugins(plugins)) {
         return 1;
     }
-    Faults faults;
-    const PanelDescription description = PanelFile::read(m_options.panelFile, faults);
-    faults += PanelCheck::check(description, plugins.manager());
-    sortByPlace(faults);
+    Diagnostics diagnostics(m_options.panelFile);
+    const PanelDescription description = PanelFile::read(m_options.panelFile, diagnostics);
+    PanelCheck::check(description, plugins.manager(), diagnostics);
     if (m_options.action == Options::Action::Check) {
-        return reportCheck(faults);
+        return reportCheck(diagnostics);
     }
     // From before anything is told to the very end, so that no signal cuts the stop short.
     const UnixSignals unixSignals;
-    print(stderr, faults);
-    return hasErrors(faults) ? showFaults(faults, unixSignals)
-                             : runPanel(plugins.manager(), description, unixSignals);
+    print(stderr, diagnostics);
+    return diagnostics.hasErrors() ? showErrors(diagnostics, unixSignals)
+                                   : runPanel(plugins.manager(), description, unixSignals);
 }
 
 bool PanelProgram::loadPlugins(PluginSet& plugins) const
@@ -80,17 +79,17 @@ bool PanelProgram::loadPlugins(PluginSet& plugins) const
     return !plugins.isEmpty();
 }
 
-int PanelProgram::reportCheck(const Faults& faults) const
+int PanelProgram::reportCheck(const Diagnostics& diagnostics) const
 {
-    print(stdout, faults);
-    print(stdout, QString("%1: %2").arg(m_options.panelFile, summary(faults)));
-    return hasErrors(faults) ? 1 : 0;
+    print(stdout, diagnostics);
+    print(stdout, QString("%1: %2").arg(m_options.panelFile, diagnostics.summary()));
+    return diagnostics.hasErrors() ? 1 : 0;
 }
 
-int PanelProgram::showFaults(const Faults& faults, const UnixSignals& unixSignals) const
+int PanelProgram::showErrors(const Diagnostics& diagnostics, const UnixSignals& unixSignals) const
 {
     PanelWindow window(QFileInfo(m_options.panelFile).fileName());
-    window.showFaults(faults);
+    window.showErrors(diagnostics);
     show(window, unixSignals);
     return 1;
 }
@@ -111,7 +110,7 @@ int PanelProgram::runPanel(const DeviceManager& manager, const PanelDescription&
         QObject::connect(&panel, &Panel::parameterWritten, &state, &StateFile::set);
     }
     panel.start(window.page());
-    print(stderr, panel.faults());
+    print(stderr, panel.diagnostics());
     const int status = show(window, unixSignals);
     panel.stop();
     state.save();
@@ -155,7 +154,7 @@ int PanelProgram::takePicture(PanelWindow& window) const
     png.open(QIODevice::WriteOnly);
     window.grab().save(&png, "PNG");
     QString reason;
-    if (!writeWholeFile(m_options.pictureFile, png.data(), reason)) {
+    if (!writeFileAtomically(m_options.pictureFile, png.data(), reason)) {
         complain(
             QString("the picture %1 cannot be written: %2").arg(m_options.pictureFile, reason));
         return 1;

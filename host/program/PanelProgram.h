@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/program/CommandLine.h"
-#include "host/panel/file/Fault.h"
+#include "host/panel/file/Diagnostics.h"
 
 class DeviceManager;
 
@@ -24,8 +24,8 @@ public:
 
 private:
     bool loadPlugins(PluginSet& plugins) const;
-    int reportCheck(const Faults& faults) const;
-    int showFaults(const Faults& faults, const UnixSignals& unixSignals) const;
+    int reportCheck(const Diagnostics& diagnostics) const;
+    int showErrors(const Diagnostics& diagnostics, const UnixSignals& unixSignals) const;
     int runPanel(const DeviceManager& manager, const PanelDescription& description,
                  const UnixSignals& unixSignals) const;
     void readState(StateFile& state) const;

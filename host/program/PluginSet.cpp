@@ -1,6 +1,6 @@
 #include "host/program/PluginSet.h"
 
-#include "host/panel/file/Fault.h"
+#include "host/panel/file/Diagnostics.h"
 
 #include "norvo/DevicePluginInterface.h"
 
@@ -101,7 +101,7 @@ void PluginSet::enterTypes(const QString& file, QObject* plugin)
 
 void PluginSet::warn(const QString& file, const QString& text)
 {
-    m_warnings.append(Fault{Fault::Severity::Warning, file, {}, text}.toString());
+    m_warnings.append(Diagnostic{Diagnostic::Severity::Warning, file, {}, text}.toString());
 }
 
 } // namespace norvo

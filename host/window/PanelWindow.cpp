@@ -1,6 +1,6 @@
 #include "host/window/PanelWindow.h"
 
-#include "host/window/FaultsPage.h"
+#include "host/window/ErrorPage.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -25,9 +25,9 @@ QWidget* PanelWindow::page() const
     return m_scroll->widget();
 }
 
-void PanelWindow::showFaults(const Faults& faults)
+void PanelWindow::showErrors(const Diagnostics& diagnostics)
 {
-    m_scroll->setWidget(new FaultsPage(faults));
+    m_scroll->setWidget(new ErrorPage(diagnostics));
 }
 
 void PanelWindow::fit(const QSize& limit)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/panel/file/Fault.h"
+#include "host/panel/file/Diagnostics.h"
 
 #include <QWidget>
 
@@ -21,8 +21,8 @@ public:
 
     explicit PanelWindow(const QString& title);
 
-    QWidget* page() const;                 ///< Empty at first, without layout; the window owns it.
-    void showFaults(const Faults& faults); ///< Replaces the page.
+    QWidget* page() const; ///< Empty at first, without layout; the window owns it.
+    void showErrors(const Diagnostics& diagnostics); ///< Replaces the page.
 
     /// Gives the window the size that its page asks for, between kSmallest and `limit`.
     void fit(const QSize& limit);

@@ -1,7 +1,7 @@
 #include "host/yaml/YamlTree.h"
 
 #include "host/yaml/YamlBuilder.h"
-#include "host/yaml/YamlProblems.h"
+#include "host/yaml/YamlErrors.h"
 
 #include <yaml-cpp/parser.h>
 

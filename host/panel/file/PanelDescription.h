@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/panel/file/Fault.h"
+#include "host/panel/file/Diagnostics.h"
 
 #include <QString>
 #include <QVector>
@@ -34,7 +34,7 @@ struct Endpoint
     PlacedText method; ///< A name or a full signature.
 };
 
-struct Arrow
+struct ConnectionSetting
 {
     Endpoint from;
     Endpoint to;
@@ -46,8 +46,8 @@ struct PanelDescription
 {
     QString file; ///< As the user named it.
     PlacedText title;
-    QVector<DeviceSetting> devices; ///< In the order of the file.
-    QVector<Arrow> connections;     ///< In the order of the file.
+    QVector<DeviceSetting> devices;         ///< In the order of the file.
+    QVector<ConnectionSetting> connections; ///< In the order of the file.
 };
 
 } // namespace norvo

@@ -7,19 +7,11 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
-#include <tuple>
-
 namespace norvo {
 
 namespace {
 
 constexpr int kSizeLimit = 4 * 1024 * 1024;
-
-Fault error(const QString& fileName, const Place& place, const QString& text)
-{
-    return {Fault::Severity::Error, fileName, place, text};
-}
 
 /// Why the file cannot be a panel file; empty when it can.
 QString objection(const QString& fileName)
@@ -34,29 +26,15 @@ QString objection(const QString& fileName)
     return info.isFile() ? QString() : QString("this is no regular file");
 }
 
-/// By place. What is wrong with a value that has several aliases is told once.
-Faults inOrder(Faults faults)
-{
-    std::stable_sort(faults.begin(), faults.end(), [](const Fault& a, const Fault& b) {
-        return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
-    });
-    const auto end = std::unique(faults.begin(), faults.end(), [](const Fault& a, const Fault& b) {
-        return std::tie(a.place.line, a.place.column, a.text) ==
-               std::tie(b.place.line, b.place.column, b.text);
-    });
-    faults.erase(end, faults.end());
-    return faults;
-}
-
 } // namespace
 
-PanelDescription PanelFile::read(const QString& fileName, Faults& faults)
+PanelDescription PanelFile::read(const QString& fileName, Diagnostics& diagnostics)
 {
     PanelDescription nothing;
     nothing.file = fileName;
     const QString reason = objection(fileName);
     if (!reason.isEmpty()) {
-        faults.append(error(fileName, {}, reason));
+        diagnostics.error({}, reason);
         return nothing;
     }
     QFile file(fileName);
@@ -65,35 +43,32 @@ PanelDescription PanelFile::read(const QString& fileName, Faults& faults)
         text = file.read(kSizeLimit + 1);
     }
     if (file.error() != QFileDevice::NoError) {
-        faults.append(
-            error(fileName, {}, QString("the file cannot be read: %1").arg(file.errorString())));
+        diagnostics.error({}, QString("the file cannot be read: %1").arg(file.errorString()));
         return nothing;
     }
-    return parse(text, fileName, faults);
+    return parse(text, fileName, diagnostics);
 }
 
-PanelDescription PanelFile::parse(const QByteArray& text, const QString& fileName, Faults& faults)
+PanelDescription PanelFile::parse(const QByteArray& text, const QString& fileName,
+                                  Diagnostics& diagnostics)
 {
     PanelDescription description;
     description.file = fileName;
     if (text.size() > kSizeLimit) {
-        faults.append(error(fileName, {}, "the file is larger than 4 MiB, the limit of a panel"));
+        diagnostics.error({}, "the file is larger than 4 MiB, the limit of a panel");
         return description;
     }
     const SourceText source(text);
     if (const auto bad = source.firstBadByte()) {
-        faults.append(error(fileName, bad->place, bad->text));
+        diagnostics.error(bad->place, bad->text);
         return description;
     }
     const auto tree = YamlTree::read(source);
     if (const auto* problem = std::get_if<Problem>(&tree)) {
-        faults.append(error(fileName, problem->place, problem->text));
+        diagnostics.error(problem->place, problem->text);
         return description;
     }
-    Faults found;
-    description = PanelReader(source, fileName, found).read(*std::get<YamlNodePtr>(tree));
-    faults += inOrder(found);
-    return description;
+    return PanelReader(source, fileName, diagnostics).read(*std::get<YamlNodePtr>(tree));
 }
 
 } // namespace norvo

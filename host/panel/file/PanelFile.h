@@ -10,11 +10,12 @@ namespace norvo {
 class PanelFile
 {
 public:
-    /// Reads the file; what is wrong with it is appended to `faults`, all of it at once. The
-    /// description holds what could be read and is to be used only when no fault is an error.
-    static PanelDescription read(const QString& fileName, Faults& faults);
-    /// The same from a text; `fileName` only names it in faults.
-    static PanelDescription parse(const QByteArray& text, const QString& fileName, Faults& faults);
+    /// Reads the file and reports all that is wrong with it at once. The description holds what
+    /// could be read and is to be used only when there is no error.
+    static PanelDescription read(const QString& fileName, Diagnostics& diagnostics);
+    /// The same from a text; `fileName` is the one that the description names.
+    static PanelDescription parse(const QByteArray& text, const QString& fileName,
+                                  Diagnostics& diagnostics);
 };
 
 } // namespace norvo

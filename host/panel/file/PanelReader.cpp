@@ -1,6 +1,6 @@
 #include "host/panel/file/PanelReader.h"
 
-#include "host/panel/file/Suggestion.h"
+#include "host/panel/file/EditDistance.h"
 
 #include <algorithm>
 
@@ -46,8 +46,9 @@ struct PanelReader::Params
     QHash<QString, Place> seen; ///< Under their names in lower case.
 };
 
-PanelReader::PanelReader(const SourceText& source, const QString& fileName, Faults& faults)
-    : m_source(source), m_faults(faults)
+PanelReader::PanelReader(const SourceText& source, const QString& fileName,
+                         Diagnostics& diagnostics)
+    : m_source(source), m_diagnostics(diagnostics)
 {
     m_description.file = fileName;
 }
@@ -316,7 +317,7 @@ void PanelReader::readArrow(const YamlEntry& entry)
                "an arrow holds one \"->\"; write one arrow for each");
         return;
     }
-    Arrow arrow;
+    ConnectionSetting arrow;
     arrow.whole = {text, node.place};
     const bool isFromSound = readEndpoint(node, 0, head, true, arrow.from);
     const bool isToSound = readEndpoint(node, head + sign.size(), text.size(), false, arrow.to);
@@ -360,7 +361,7 @@ bool PanelReader::readEndpoint(const YamlNode& node, int begin, int end, bool is
 
 void PanelReader::refuse(const Place& place, const QString& text)
 {
-    m_faults.append({Fault::Severity::Error, m_description.file, place, text});
+    m_diagnostics.error(place, text);
 }
 
 } // namespace norvo

@@ -15,7 +15,7 @@ public:
     static constexpr int kLongestName = 256;   ///< Of a parameter, in characters.
     static constexpr int kLongestArrow = 1000; ///< In characters.
 
-    PanelReader(const SourceText& source, const QString& fileName, Faults& faults);
+    PanelReader(const SourceText& source, const QString& fileName, Diagnostics& diagnostics);
 
     PanelDescription read(const YamlNode& root);
 
@@ -41,7 +41,7 @@ private:
     void refuse(const Place& place, const QString& text);
 
     const SourceText& m_source;
-    Faults& m_faults;
+    Diagnostics& m_diagnostics;
     PanelDescription m_description;
 };
 

@@ -1,7 +1,7 @@
 #include "host/panel/file/StateFile.h"
 
-#include "host/panel/file/Fault.h"
-#include "host/panel/file/WholeFile.h"
+#include "host/panel/file/Diagnostics.h"
+#include "host/panel/file/AtomicFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -209,7 +209,7 @@ void StateFile::save()
         return;
     }
     QString reason;
-    if (writeWholeFile(m_fileName, toYaml(m_state), reason)) {
+    if (writeFileAtomically(m_fileName, toYaml(m_state), reason)) {
         m_unsaved = false;
         m_failureTold = false;
         return;
@@ -236,7 +236,7 @@ void StateFile::putAside(const QString& reason)
 
 void StateFile::tell(const QString& text)
 {
-    emit problem(Fault{Fault::Severity::Warning, m_fileName, {}, text}.toString());
+    emit problem(Diagnostic{Diagnostic::Severity::Warning, m_fileName, {}, text}.toString());
 }
 
 } // namespace norvo

@@ -1,8 +1,8 @@
 #include "host/panel/plan/PanelCheck.h"
 
-#include "host/panel/plan/Circles.h"
+#include "host/panel/plan/CycleFinder.h"
 #include "host/panel/plan/Placement.h"
-#include "host/panel/file/Suggestion.h"
+#include "host/panel/file/EditDistance.h"
 #include "host/panel/plan/Wiring.h"
 
 #include "norvo/BaseGuiDevice.h"
@@ -25,8 +25,9 @@ constexpr int kMethodsNeedInitialise = 1; ///< DeviceTypeInfo::flag
 class Examination
 {
 public:
-    Examination(const PanelDescription& description, const DeviceManager& manager)
-        : m_description(description), m_manager(manager)
+    Examination(const PanelDescription& description, const DeviceManager& manager,
+                Diagnostics& diagnostics)
+        : m_description(description), m_manager(manager), m_diagnostics(diagnostics)
     {}
     ~Examination()
     {
@@ -39,13 +40,11 @@ public:
     Examination(const Examination&) = delete;
     Examination& operator=(const Examination&) = delete;
 
-    Faults run()
+    void run()
     {
         examineDevices();
         examinePlacement();
         examineArrows();
-        sortByPlace(m_faults);
-        return m_faults;
     }
 
 private:
@@ -161,10 +160,10 @@ private:
 
     void examineArrows()
     {
-        const Circles circles(m_description);
+        const CycleFinder circles(m_description);
         QHash<QString, int> lines; // by the wire in full
         for (int i = 0; i < m_description.connections.size(); ++i) {
-            const Arrow& arrow = m_description.connections[i];
+            const ConnectionSetting& arrow = m_description.connections[i];
             if (circles.closes(i)) {
                 warn(arrow.whole.place,
                      QString("this arrow closes the circle %1; its values are passed on from the "
@@ -188,21 +187,21 @@ private:
         }
     }
 
-    std::optional<Wire> resolve(const Arrow& arrow)
+    std::optional<Wire> resolve(const ConnectionSetting& arrow)
     {
         const Subject* from = find(arrow.from);
         const Subject* to = find(arrow.to);
         if (!from || !to || !from->methodsKnown || !to->methodsKnown) {
             return std::nullopt;
         }
-        return resolveArrow(arrow, *from->device, *to->device, m_description.file, m_faults);
+        return resolveConnection(arrow, *from->device, *to->device, m_diagnostics);
     }
 
     const Subject* find(const Endpoint& end)
     {
         const int index = m_indexes.value(end.device.text, -1);
         if (index < 0) {
-            m_faults.append(unknownDevice(end, m_description));
+            reportUnknownDevice(end, m_description, m_diagnostics);
             return nullptr;
         }
         return &m_subjects[index];
@@ -225,28 +224,23 @@ private:
         return quotes.join(", ");
     }
 
-    void refuse(const Place& place, const QString& text)
-    {
-        m_faults.append({Fault::Severity::Error, m_description.file, place, text});
-    }
+    void refuse(const Place& place, const QString& text) { m_diagnostics.error(place, text); }
 
-    void warn(const Place& place, const QString& text)
-    {
-        m_faults.append({Fault::Severity::Warning, m_description.file, place, text});
-    }
+    void warn(const Place& place, const QString& text) { m_diagnostics.warning(place, text); }
 
     const PanelDescription& m_description;
     const DeviceManager& m_manager;
     std::vector<Subject> m_subjects; ///< In the order of the file.
     QHash<QString, int> m_indexes;   ///< Id to index in m_subjects.
-    Faults m_faults;
+    Diagnostics& m_diagnostics;
 };
 
 } // namespace
 
-Faults PanelCheck::check(const PanelDescription& description, const DeviceManager& manager)
+void PanelCheck::check(const PanelDescription& description, const DeviceManager& manager,
+                       Diagnostics& diagnostics)
 {
-    return Examination(description, manager).run();
+    Examination(description, manager, diagnostics).run();
 }
 
 } // namespace norvo

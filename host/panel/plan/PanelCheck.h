@@ -10,10 +10,11 @@ namespace norvo {
 class PanelCheck
 {
 public:
-    /// Everything that is wrong, in the order of the file. Devices are made and given their
+    /// Reports everything that is wrong. Devices are made and given their
     /// parameters, but none is started; only one whose type says that its methods are known no
     /// sooner is initialised on its own. A device without a type is left to whoever read the file.
-    static Faults check(const PanelDescription& description, const DeviceManager& manager);
+    static void check(const PanelDescription& description, const DeviceManager& manager,
+                      Diagnostics& diagnostics);
 };
 
 } // namespace norvo

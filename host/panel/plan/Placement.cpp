@@ -1,6 +1,6 @@
 #include "host/panel/plan/Placement.h"
 
-#include "host/panel/file/Fault.h"
+#include "host/panel/file/Diagnostics.h"
 
 #include "norvo/Categories.h"
 

@@ -1,6 +1,6 @@
 #include "host/panel/plan/Wiring.h"
 
-#include "host/panel/file/Suggestion.h"
+#include "host/panel/file/EditDistance.h"
 
 #include "norvo/BaseDevice.h"
 
@@ -196,22 +196,19 @@ QString misfit(const End& from, const End& to, const Methods& signalMethods,
 
 } // namespace
 
-std::optional<Wire> resolveArrow(const Arrow& arrow, BaseDevice& from, BaseDevice& to,
-                                 const QString& file, Faults& faults)
+std::optional<Wire> resolveConnection(const ConnectionSetting& arrow, BaseDevice& from,
+                                      BaseDevice& to, Diagnostics& diagnostics)
 {
-    const auto refuse = [&faults, &file](const Place& place, const QString& text) {
-        faults.append({Fault::Severity::Error, file, place, text});
-    };
     const End source{arrow.from, from, QMetaMethod::Signal};
     const End target{arrow.to, to, QMetaMethod::Slot};
     const Methods signalMethods = meantBy(source);
     Methods slotMethods = meantBy(target);
     addConverted(target, signalMethods, slotMethods);
     if (signalMethods.isEmpty()) {
-        refuse(arrow.from.method.place, unknownMethod(source));
+        diagnostics.error(arrow.from.method.place, unknownMethod(source));
     }
     if (slotMethods.isEmpty()) {
-        refuse(arrow.to.method.place, unknownMethod(target));
+        diagnostics.error(arrow.to.method.place, unknownMethod(target));
     }
     if (signalMethods.isEmpty() || slotMethods.isEmpty()) {
         return std::nullopt;
@@ -224,27 +221,28 @@ std::optional<Wire> resolveArrow(const Arrow& arrow, BaseDevice& from, BaseDevic
         pairs = equal;
     }
     if (pairs.isEmpty()) {
-        refuse(arrow.whole.place, misfit(source, target, signalMethods, slotMethods));
+        diagnostics.error(arrow.whole.place, misfit(source, target, signalMethods, slotMethods));
         return std::nullopt;
     }
     if (pairs.size() > 1) {
-        refuse(arrow.whole.place,
-               QString("%1 can mean several pairs; choose one of: %2")
-                   .arg(inQuotes(arrow.whole.text), told(pairs, source, target)));
+        diagnostics.error(arrow.whole.place,
+                          QString("%1 can mean several pairs; choose one of: %2")
+                              .arg(inQuotes(arrow.whole.text), told(pairs, source, target)));
         return std::nullopt;
     }
     const Pair& pair = pairs.constFirst();
     return Wire{pair.signal.object, pair.signal.signature, pair.slot.object, pair.slot.signature};
 }
 
-Fault unknownDevice(const Endpoint& end, const PanelDescription& description)
+void reportUnknownDevice(const Endpoint& end, const PanelDescription& description,
+                         Diagnostics& diagnostics)
 {
     QStringList ids;
     for (const DeviceSetting& setting : description.devices) {
         ids.append(setting.id.text);
     }
-    return {Fault::Severity::Error, description.file, end.device.place,
-            "there is no device " + inQuotes(end.device.text) + didYouMean(end.device.text, ids)};
+    diagnostics.error(end.device.place, "there is no device " + inQuotes(end.device.text) +
+                                            didYouMean(end.device.text, ids));
 }
 
 QMetaObject::Connection connectWire(const Wire& wire, Qt::ConnectionType type)

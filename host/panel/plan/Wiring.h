@@ -11,7 +11,7 @@ class BaseDevice;
 
 namespace norvo {
 
-/// An arrow of the panel file between two live objects. The signatures are normalised.
+/// A connection of the panel file between two live objects. The signatures are normalised.
 struct Wire
 {
     QObject* provider = nullptr;
@@ -20,17 +20,18 @@ struct Wire
     QString slot;
 };
 
-/// Finds out which signal and which slot an arrow means.
+/// Finds out which signal and which slot a connection means.
 ///
 /// A signature written in full must exist. One left out is chosen among the overloads that fit:
 /// the slot takes the first arguments of the signal, in order, or all of them. Where several pairs
 /// fit, one with equal arguments goes first; where that still leaves several, nothing is guessed.
-/// Every fault is appended to `faults` and tells what would be right.
-std::optional<Wire> resolveArrow(const Arrow& arrow, BaseDevice& from, BaseDevice& to,
-                                 const QString& file, Faults& faults);
+/// Every error says what would be right.
+std::optional<Wire> resolveConnection(const ConnectionSetting& arrow, BaseDevice& from,
+                                      BaseDevice& to, Diagnostics& diagnostics);
 
-/// The fault of an arrow that begins or ends at a device that the panel does not have.
-Fault unknownDevice(const Endpoint& end, const PanelDescription& description);
+/// Reports a connection that begins or ends at a device that the panel does not have.
+void reportUnknownDevice(const Endpoint& end, const PanelDescription& description,
+                         Diagnostics& diagnostics);
 
 /// Connects the two. An invalid connection when `type` is queued and the values cannot be stored.
 QMetaObject::Connection connectWire(const Wire& wire, Qt::ConnectionType type);

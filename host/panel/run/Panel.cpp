@@ -1,7 +1,7 @@
 #include "host/panel/run/Panel.h"
 
-#include "host/panel/plan/Circles.h"
-#include "host/window/FaultTile.h"
+#include "host/panel/plan/CycleFinder.h"
+#include "host/window/ErrorTile.h"
 #include "host/window/PanelPages.h"
 #include "host/panel/plan/Placement.h"
 #include "host/panel/run/QueuedWire.h"
@@ -63,7 +63,10 @@ QString settingOf(const DeviceSetting& setting, const QString& param)
 } // namespace
 
 Panel::Panel(const DeviceManager& manager, PanelDescription description, PanelState saved)
-    : m_manager(manager), m_description(std::move(description)), m_saved(std::move(saved))
+    : m_manager(manager),
+      m_description(std::move(description)),
+      m_saved(std::move(saved)),
+      m_diagnostics(m_description.file)
 {}
 
 Panel::~Panel()
@@ -95,7 +98,7 @@ void Panel::start(QWidget* page)
         return;
     }
     m_started = true;
-    m_faults.clear();
+    m_diagnostics = Diagnostics(m_description.file);
     createDevices();
     emit stepTaken(Step::Create);
     initialiseDevices();
@@ -200,7 +203,7 @@ void Panel::initialiseDevices()
 
 void Panel::connectWires()
 {
-    const Circles circles(m_description);
+    const CycleFinder circles(m_description);
     for (int arrow = 0; arrow < m_description.connections.size(); ++arrow) {
         connectArrow(arrow, circles.closes(arrow));
     }
@@ -208,18 +211,18 @@ void Panel::connectWires()
 
 void Panel::connectArrow(int number, bool closesCircle)
 {
-    const Arrow& arrow = m_description.connections[number];
+    const ConnectionSetting& arrow = m_description.connections[number];
     const Member* from = find(arrow.from.device.text);
     const Member* to = find(arrow.to.device.text);
     for (const Endpoint* end : {&arrow.from, &arrow.to}) {
         if (!find(end->device.text)) {
-            m_faults.append(unknownDevice(*end, m_description));
+            reportUnknownDevice(*end, m_description, m_diagnostics);
         }
     }
     if (!from || !to || !from->isUsable || !to->isUsable) {
         return;
     }
-    const auto wire = resolveArrow(arrow, *from->device, *to->device, m_description.file, m_faults);
+    const auto wire = resolveConnection(arrow, *from->device, *to->device, m_diagnostics);
     if (!wire) {
         return;
     }
@@ -230,10 +233,11 @@ void Panel::connectArrow(int number, bool closesCircle)
         live.direct = connectWire(*wire, Qt::AutoConnection);
     }
     if (live.queued && !live.queued->isConnected()) {
-        m_faults.append({Fault::Severity::Error, m_description.file, arrow.whole.place,
-                         inQuotes(arrow.whole.text) +
-                             " closes a circle, and its values are of a type that cannot go round "
-                             "one"});
+        m_diagnostics.error(
+            arrow.whole.place,
+            inQuotes(arrow.whole.text) +
+                " closes a circle, and its values are of a type that cannot go round "
+                "one");
         return;
     }
     m_wires.push_back(std::move(live));
@@ -284,7 +288,7 @@ void Panel::showWidget(Member& member, const Cells& cells)
         }
     }
     if (!member.widget) {
-        m_pages->place(new FaultTile(member.setting->id.text, member.reasons.join('\n')), cells);
+        m_pages->place(new ErrorTile(member.setting->id.text, member.reasons.join('\n')), cells);
         return;
     }
     member.widget->setObjectName(member.setting->id.text);
@@ -295,9 +299,9 @@ void Panel::showWidget(Member& member, const Cells& cells)
 void Panel::fail(Member& member, const QString& what, const QStringList& reasons)
 {
     member.reasons = reasons.isEmpty() ? QStringList("it gave no reason") : reasons;
-    m_faults.append({Fault::Severity::Error, m_description.file, member.setting->id.place,
-                     QString("device %1 %2: %3")
-                         .arg(inQuotes(member.setting->id.text), what, member.reasons.join("; "))});
+    m_diagnostics.error(member.setting->id.place, QString("device %1 %2: %3")
+                                                      .arg(inQuotes(member.setting->id.text), what,
+                                                           member.reasons.join("; ")));
 }
 
 } // namespace norvo

@@ -45,7 +45,7 @@ public:
     /// Null likewise, and for a device that has no widget or did not start.
     BaseWidget* widget(const QString& id) const;
     /// What went wrong at the last start.
-    const Faults& faults() const { return m_faults; }
+    const Diagnostics& diagnostics() const { return m_diagnostics; }
 
     /// Starts all devices and shows their widgets on `page`. Does nothing when started.
     void start(QWidget* page);
@@ -80,7 +80,7 @@ private:
     QHash<QString, int> m_indexes; ///< Id to index in m_members.
     std::vector<LiveWire> m_wires; ///< In the order of the file.
     QPointer<PanelPages> m_pages;
-    Faults m_faults;
+    Diagnostics m_diagnostics;
 };
 
 } // namespace norvo

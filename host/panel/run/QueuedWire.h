@@ -7,8 +7,8 @@ namespace norvo {
 /// A wire whose values arrive from the event loop, so that one that runs round a circle never
 /// deepens the stack.
 ///
-/// Circles that share a device can multiply a value at each turn. Only so many are therefore under
-/// way at a time: those sent beyond that are lost, until half of them have arrived.
+/// CycleFinder that share a device can multiply a value at each turn. Only so many are therefore
+/// under way at a time: those sent beyond that are lost, until half of them have arrived.
 class QueuedWire : public QObject
 {
     Q_OBJECT

@@ -21,7 +21,7 @@ inline norvo::DeviceSetting device(const QString& id, const QString& type,
 }
 
 /// From "a.output -> b.input"; columns count from the first letter.
-inline norvo::Arrow arrow(const QString& text, int line = 1)
+inline norvo::ConnectionSetting arrow(const QString& text, int line = 1)
 {
     const int second = text.indexOf("-> ") + 3;
     const auto end = [&text, line](int begin, int size) {
@@ -45,11 +45,11 @@ inline norvo::PanelDescription panel(const QVector<norvo::DeviceSetting>& device
     return description;
 }
 
-inline QStringList lines(const norvo::Faults& faults)
+inline QStringList lines(const norvo::Diagnostics& diagnostics)
 {
     QStringList texts;
-    for (const norvo::Fault& fault : faults) {
-        texts.append(fault.toString());
+    for (const norvo::Diagnostic& diagnostic : diagnostics.sorted()) {
+        texts.append(diagnostic.toString());
     }
     return texts;
 }

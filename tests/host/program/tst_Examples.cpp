@@ -25,7 +25,7 @@ private slots:
     void galleryRunsAValueThroughQmlAndBack();
 
 private:
-    PanelDescription read(const QString& example, Faults& faults) const;
+    PanelDescription read(const QString& example, Diagnostics& diagnostics) const;
 
     PluginSet m_plugins;
 };
@@ -36,9 +36,9 @@ void tst_Examples::initTestCase()
     QVERIFY(!m_plugins.isEmpty());
 }
 
-PanelDescription tst_Examples::read(const QString& example, Faults& faults) const
+PanelDescription tst_Examples::read(const QString& example, Diagnostics& diagnostics) const
 {
-    return PanelFile::read(NORVO_SOURCE_DIR "/examples/" + example + "/panel.yaml", faults);
+    return PanelFile::read(NORVO_SOURCE_DIR "/examples/" + example + "/panel.yaml", diagnostics);
 }
 
 void tst_Examples::haveNoFaults_data()
@@ -57,25 +57,25 @@ void tst_Examples::haveNoFaults()
 {
     QFETCH(QString, example);
 
-    Faults faults;
-    const PanelDescription description = read(example, faults);
-    faults += PanelCheck::check(description, m_plugins.manager());
-    for (const Fault& fault : qAsConst(faults)) {
+    Diagnostics diagnostics("panel.yaml");
+    const PanelDescription description = read(example, diagnostics);
+    PanelCheck::check(description, m_plugins.manager(), diagnostics);
+    for (const Diagnostic& fault : diagnostics.sorted()) {
         qWarning("%s", qPrintable(fault.toString()));
     }
-    QVERIFY(faults.isEmpty());
+    QVERIFY(diagnostics.isEmpty());
 
     PanelWindow window(description.title.text);
     Panel panel(m_plugins.manager(), description);
     panel.start(window.page());
-    QVERIFY(panel.faults().isEmpty());
+    QVERIFY(panel.diagnostics().isEmpty());
 }
 
 void tst_Examples::galleryShowsEveryType()
 {
-    Faults faults;
+    Diagnostics diagnostics("panel.yaml");
     QStringList shown;
-    for (const DeviceSetting& device : read("gallery", faults).devices) {
+    for (const DeviceSetting& device : read("gallery", diagnostics).devices) {
         shown.append(device.type.text);
     }
     const QStringList types = m_plugins.manager().factories().keys();
@@ -86,9 +86,9 @@ void tst_Examples::galleryShowsEveryType()
 
 void tst_Examples::galleryRunsAValueThroughQmlAndBack()
 {
-    Faults faults;
+    Diagnostics diagnostics("panel.yaml");
     PanelWindow window("Gallery");
-    Panel panel(m_plugins.manager(), read("gallery", faults));
+    Panel panel(m_plugins.manager(), read("gallery", diagnostics));
     panel.start(window.page());
 
     QSignalSpy doubled(panel.device("doubled"), SIGNAL(output(QString)));

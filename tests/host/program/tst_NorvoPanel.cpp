@@ -81,7 +81,7 @@ void tst_NorvoPanel::checkNeedsNoDisplay()
     check.setEnvironment("DISPLAY", ":47113");
     QCOMPARE(check.runToEnd(), 0);
     QCOMPARE(check.errorLines(), QStringList());
-    QCOMPARE(check.outputLines(), QStringList(folder.panel() + ": no faults"));
+    QCOMPARE(check.outputLines(), QStringList(folder.panel() + ": no errors"));
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList("panel.yaml"));
 }
 

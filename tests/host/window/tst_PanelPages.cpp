@@ -1,6 +1,6 @@
 #include "host/window/PanelPages.h"
 
-#include "host/window/FaultTile.h"
+#include "host/window/ErrorTile.h"
 #include "host/panel/plan/Placement.h"
 #include "TestMain.h"
 
@@ -11,7 +11,7 @@
 
 #include <cmath>
 
-using norvo::FaultTile;
+using norvo::ErrorTile;
 using norvo::PanelPages;
 
 namespace {
@@ -86,7 +86,7 @@ void tst_PanelPages::widgetsCoverTheirCells()
 
 void tst_PanelPages::tileTellsIdAndFault()
 {
-    const FaultTile tile("pump", "no <such> file\nand more");
+    const ErrorTile tile("pump", "no <such> file\nand more");
     QCOMPARE(tile.objectName(), "pump");
     const auto labels = tile.findChildren<QLabel*>();
     QCOMPARE(labels.size(), 2);
@@ -115,7 +115,7 @@ void tst_PanelPages::tileIsLegible()
     const auto restore = qScopeGuard([&before] { QApplication::setPalette(before); });
     QWidget panel;
     panel.resize(300, 200);
-    auto* tile = new FaultTile("pump", "MMMMMMMM", &panel);
+    auto* tile = new ErrorTile("pump", "MMMMMMMM", &panel);
     tile->setGeometry(20, 20, 260, 160);
     panel.show();
     QVERIFY(QTest::qWaitForWindowExposed(&panel));

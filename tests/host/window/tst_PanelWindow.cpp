@@ -1,21 +1,23 @@
 #include "host/window/PanelWindow.h"
 
-#include "host/panel/file/Fault.h"
+#include "host/panel/file/Diagnostics.h"
 #include "TestMain.h"
 
 #include <QtTest>
 #include <QtWidgets>
 
-using norvo::Fault;
-using norvo::Faults;
+using norvo::Diagnostics;
 using norvo::PanelWindow;
 
 namespace {
 
-const Faults kFaults{
-    {Fault::Severity::Error, "p.yaml", {3, 5}, "no such type \"botton\"; did you mean \"button\"?"},
-    {Fault::Severity::Warning, "p.yaml", {9, 1}, "<b>odd</b> & so"},
-};
+Diagnostics someDiagnostics()
+{
+    Diagnostics diagnostics("p.yaml");
+    diagnostics.error({3, 5}, "no such type \"botton\"; did you mean \"button\"?");
+    diagnostics.warning({9, 1}, "<b>odd</b> & so");
+    return diagnostics;
+}
 
 void setPalette(const QColor& background, const QColor& text)
 {
@@ -43,11 +45,10 @@ private slots:
     void pageFillsTheWindow();
     void closingIsTold();
     void keysLeaveAndEnterTheWholeScreen();
-    void faultsAreShownWithTheirPlaces();
-    void faultsCanBeSelectedAndNotChanged();
-    void faultsAreLegible_data();
-    void faultsAreLegible();
-    void summaryCounts();
+    void errorsAreShownWithTheirPlaces();
+    void errorsCanBeSelectedAndNotChanged();
+    void errorsAreLegible_data();
+    void errorsAreLegible();
 };
 
 void tst_PanelWindow::smallPageGetsTheSmallestSize()
@@ -128,10 +129,10 @@ void tst_PanelWindow::keysLeaveAndEnterTheWholeScreen()
     QVERIFY(!window.isFullScreen());
 }
 
-void tst_PanelWindow::faultsAreShownWithTheirPlaces()
+void tst_PanelWindow::errorsAreShownWithTheirPlaces()
 {
     PanelWindow window("Bench");
-    window.showFaults(kFaults);
+    window.showErrors(someDiagnostics());
     QCOMPARE(window.findChild<QTextEdit*>()->toPlainText(),
              QString("p.yaml:3:5: error:\nno such type \"botton\"; did you mean \"button\"?\n"
                      "p.yaml:9:1: warning:\n<b>odd</b> & so"));
@@ -141,10 +142,10 @@ void tst_PanelWindow::faultsAreShownWithTheirPlaces()
     QCOMPARE(labels[1]->text(), QString("1 error, 1 warning"));
 }
 
-void tst_PanelWindow::faultsCanBeSelectedAndNotChanged()
+void tst_PanelWindow::errorsCanBeSelectedAndNotChanged()
 {
     PanelWindow window("Bench");
-    window.showFaults(kFaults);
+    window.showErrors(someDiagnostics());
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     auto* const list = window.findChild<QTextEdit*>();
@@ -159,7 +160,7 @@ void tst_PanelWindow::faultsCanBeSelectedAndNotChanged()
     QCOMPARE(list->toPlainText(), before);
 }
 
-void tst_PanelWindow::faultsAreLegible_data()
+void tst_PanelWindow::errorsAreLegible_data()
 {
     QTest::addColumn<QColor>("background");
     QTest::addColumn<QColor>("text");
@@ -167,13 +168,13 @@ void tst_PanelWindow::faultsAreLegible_data()
     QTest::newRow("dark") << QColor("#202020") << QColor("#f0f0f0");
 }
 
-void tst_PanelWindow::faultsAreLegible()
+void tst_PanelWindow::errorsAreLegible()
 {
     QFETCH(QColor, background);
     QFETCH(QColor, text);
     setPalette(background, text);
     PanelWindow window("Bench");
-    window.showFaults(kFaults);
+    window.showErrors(someDiagnostics());
     window.fit({800, 480});
     const QImage picture = window.grab().toImage();
     QCOMPARE(picture.pixelColor(2, 2), background);
@@ -190,13 +191,6 @@ void tst_PanelWindow::faultsAreLegible()
         }
         QVERIFY2(inked > 50, qPrintable(QString("%1 pixels of text").arg(inked)));
     }
-}
-
-void tst_PanelWindow::summaryCounts()
-{
-    QCOMPARE(norvo::summary({}), QString("no faults"));
-    QCOMPARE(norvo::summary(kFaults + kFaults), QString("2 errors, 2 warnings"));
-    QCOMPARE(norvo::summary({kFaults[1]}), QString("1 warning"));
 }
 
 NORVO_TEST(tst_PanelWindow)

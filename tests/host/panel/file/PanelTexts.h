@@ -8,29 +8,29 @@
 /// What tests see of panel files: plain texts that compare well.
 namespace panels {
 
-inline norvo::PanelDescription parse(const QByteArray& text, norvo::Faults& faults)
+inline norvo::PanelDescription parse(const QByteArray& text, norvo::Diagnostics& diagnostics)
 {
-    return norvo::PanelFile::parse(text, "p", faults);
+    return norvo::PanelFile::parse(text, "p", diagnostics);
 }
 
-/// The faults of a text, one in a line, without the file's name.
+/// The errors and warnings of a text, one in a line, without the file's name.
 inline QString faultsOf(const QByteArray& text)
 {
-    norvo::Faults faults;
-    parse(text, faults);
+    norvo::Diagnostics diagnostics("p");
+    parse(text, diagnostics);
     QStringList lines;
-    for (const norvo::Fault& fault : faults) {
-        lines += fault.toString().mid(2);
+    for (const norvo::Diagnostic& diagnostic : diagnostics.sorted()) {
+        lines += diagnostic.toString().mid(2);
     }
     return lines.join('\n');
 }
 
-/// The panel; an empty one when there is any fault.
+/// The panel; an empty one when there is any.
 inline norvo::PanelDescription sound(const QByteArray& text)
 {
-    norvo::Faults faults;
-    const norvo::PanelDescription panel = parse(text, faults);
-    return faults.isEmpty() ? panel : norvo::PanelDescription();
+    norvo::Diagnostics diagnostics("p");
+    const norvo::PanelDescription panel = parse(text, diagnostics);
+    return diagnostics.isEmpty() ? panel : norvo::PanelDescription();
 }
 
 /// "line:column text"
@@ -52,7 +52,7 @@ inline QStringList settings(const norvo::PanelDescription& panel)
 }
 
 /// The parts of an arrow: "1:5 a | 1:7 x | 1:12 b | 1:14 y".
-inline QString shown(const norvo::Arrow& arrow)
+inline QString shown(const norvo::ConnectionSetting& arrow)
 {
     return QStringList{shown(arrow.from.device), shown(arrow.from.method), shown(arrow.to.device),
                        shown(arrow.to.method)}

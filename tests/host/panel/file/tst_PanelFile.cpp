@@ -5,7 +5,7 @@
 
 #include <QtTest>
 
-using norvo::Faults;
+using norvo::Diagnostics;
 using norvo::PanelFile;
 using panels::settings;
 using panels::shown;
@@ -28,9 +28,9 @@ private slots:
 
 void tst_PanelFile::everyKeyHasItsPlace()
 {
-    Faults faults;
-    const auto panel = PanelFile::read("tests/panels/good/everything.yaml", faults);
-    QVERIFY(faults.isEmpty());
+    Diagnostics diagnostics("panel.yaml");
+    const auto panel = PanelFile::read("tests/panels/good/everything.yaml", diagnostics);
+    QVERIFY(diagnostics.isEmpty());
     QCOMPARE(panel.file, QString("tests/panels/good/everything.yaml"));
     QCOMPARE(shown(panel.title), QString("2:8 Everything"));
     QStringList devices;

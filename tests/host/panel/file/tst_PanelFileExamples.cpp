@@ -3,7 +3,7 @@
 
 #include <QtTest>
 
-using norvo::Faults;
+using norvo::Diagnostics;
 
 namespace {
 
@@ -57,11 +57,11 @@ private slots:
         const auto examples = examplesIn(document);
         QVERIFY(examples.size() >= atLeast);
         for (const Example& example : examples) {
-            Faults faults;
-            const auto panel = panels::parse(example.text, faults);
-            QVERIFY2(faults.isEmpty(), qPrintable(QString("example in line %1: %2")
-                                                      .arg(example.line)
-                                                      .arg(panels::faultsOf(example.text))));
+            Diagnostics diagnostics("panel.yaml");
+            const auto panel = panels::parse(example.text, diagnostics);
+            QVERIFY2(diagnostics.isEmpty(), qPrintable(QString("example in line %1: %2")
+                                                           .arg(example.line)
+                                                           .arg(panels::faultsOf(example.text))));
             QVERIFY2(!panel.devices.isEmpty(), qPrintable(QString::number(example.line)));
         }
     }
@@ -78,9 +78,9 @@ private slots:
         QDirIterator files(folder, {"*.yaml"}, QDir::Files, QDirIterator::Subdirectories);
         QVERIFY(files.hasNext());
         while (files.hasNext()) {
-            Faults faults;
-            norvo::PanelFile::read(files.next(), faults);
-            QVERIFY2(faults.isEmpty(), qPrintable(faults.value(0).toString()));
+            Diagnostics diagnostics("panel.yaml");
+            norvo::PanelFile::read(files.next(), diagnostics);
+            QVERIFY2(diagnostics.isEmpty(), qPrintable(diagnostics.sorted().value(0).toString()));
         }
     }
 };

@@ -7,7 +7,7 @@
 
 #include <unistd.h>
 
-using norvo::Faults;
+using norvo::Diagnostics;
 using norvo::PanelFile;
 using panels::faultsOf;
 
@@ -23,9 +23,10 @@ QString firstFaultOf(const QByteArray& text)
 
 QString readFaultsOf(const QString& file)
 {
-    Faults faults;
-    const auto panel = PanelFile::read(file, faults);
-    return panel.file == file && faults.size() == 1 ? faults.first().toString() : QString();
+    Diagnostics diagnostics(file);
+    const auto panel = PanelFile::read(file, diagnostics);
+    const auto all = diagnostics.sorted();
+    return panel.file == file && all.size() == 1 ? all.first().toString() : QString();
 }
 
 void write(const QString& name, const QByteArray& content)
@@ -92,9 +93,9 @@ void tst_PanelFileLimits::sizeLimit()
     QByteArray text = "title: x\n#";
     text += QByteArray(kSizeLimit - text.size(), 'x');
     write(file, text);
-    Faults faults;
-    QCOMPARE(PanelFile::read(file, faults).title.text, QString("x"));
-    QVERIFY(faults.isEmpty());
+    Diagnostics diagnostics("panel.yaml");
+    QCOMPARE(PanelFile::read(file, diagnostics).title.text, QString("x"));
+    QVERIFY(diagnostics.isEmpty());
 
     const QString expected = ": error: the file is larger than 4 MiB, the limit of a panel";
     write(file, text + 'x');
@@ -189,9 +190,9 @@ void tst_PanelFileLimits::keysAreNoValues()
     for (int i = 0; i < params; ++i) {
         text += "      p" + QByteArray::number(i) + ":\n";
     }
-    Faults faults;
-    const auto panel = panels::parse(text, faults);
-    QCOMPARE(faults.size(), 0);
+    Diagnostics diagnostics("panel.yaml");
+    const auto panel = panels::parse(text, diagnostics);
+    QCOMPARE(diagnostics.sorted().size(), 0);
     QCOMPARE(panel.devices.value(0).params.size(), params);
     QVERIFY(faultsOf(text + "      one:\n      more:\n").contains("more than 100,000 values"));
 }

@@ -7,8 +7,8 @@
 
 #include <random>
 
-using norvo::Fault;
-using norvo::Faults;
+using norvo::Diagnostic;
+using norvo::Diagnostics;
 
 namespace {
 
@@ -16,10 +16,10 @@ namespace {
 /// a text without faults has all that a panel needs.
 bool isInOrder(const QByteArray& text, QString& complaint)
 {
-    Faults faults;
-    const auto panel = panels::parse(text, faults);
+    Diagnostics diagnostics("panel.yaml");
+    const auto panel = panels::parse(text, diagnostics);
     const int lines = text.count('\n') + 1;
-    for (const Fault& fault : faults) {
+    for (const Diagnostic& fault : diagnostics.sorted()) {
         const QString line = fault.toString();
         const auto& place = fault.place;
         if (place.line < 1 || place.line > lines || place.column < 1 ||
@@ -29,7 +29,7 @@ bool isInOrder(const QByteArray& text, QString& complaint)
         }
     }
     for (const auto& device : panel.devices) {
-        if (faults.isEmpty() && (device.id.text.isEmpty() || device.type.text.isEmpty())) {
+        if (diagnostics.isEmpty() && (device.id.text.isEmpty() || device.type.text.isEmpty())) {
             complaint = "a device without id or type";
             return false;
         }

@@ -5,7 +5,7 @@
 
 #include <QtTest>
 
-using norvo::Faults;
+using norvo::Diagnostics;
 using norvo::PanelFile;
 using panels::settings;
 using panels::shown;
@@ -36,9 +36,9 @@ private slots:
 
 void tst_PanelFileValues::textsInQuotesAndBlocksGiveTheirContent()
 {
-    Faults faults;
-    const auto panel = PanelFile::read("tests/panels/good/styles.yaml", faults);
-    QVERIFY(faults.isEmpty());
+    Diagnostics diagnostics("panel.yaml");
+    const auto panel = PanelFile::read("tests/panels/good/styles.yaml", diagnostics);
+    QVERIFY(diagnostics.isEmpty());
     QCOMPARE(shown(panel.title), QString("3:8 It's a panel"));
     QCOMPARE(shown(panel.devices[1].type), QString("9:19 label"));
     QCOMPARE(settings(panel),
@@ -52,9 +52,9 @@ void tst_PanelFileValues::textsInQuotesAndBlocksGiveTheirContent()
 
 void tst_PanelFileValues::absentValuesAreEmpty()
 {
-    Faults faults;
-    const auto panel = PanelFile::read("tests/panels/good/nothing.yaml", faults);
-    QVERIFY(faults.isEmpty());
+    Diagnostics diagnostics("panel.yaml");
+    const auto panel = PanelFile::read("tests/panels/good/nothing.yaml", diagnostics);
+    QVERIFY(diagnostics.isEmpty());
     QCOMPARE(shown(panel.title), QString("2:1 "));
     QVERIFY(panel.devices.isEmpty());
     QVERIFY(panel.connections.isEmpty());

@@ -45,6 +45,17 @@ private:
     bool m_known = false;
 };
 
+namespace {
+
+QStringList check(const norvo::PanelDescription& description, const DeviceManager& manager)
+{
+    norvo::Diagnostics diagnostics(description.file);
+    PanelCheck::check(description, manager, diagnostics);
+    return describe::lines(diagnostics);
+}
+
+} // namespace
+
 class tst_PanelCheck : public QObject
 {
     Q_OBJECT
@@ -158,11 +169,11 @@ void tst_PanelCheck::badFiles()
 {
     QFETCH(QStringList, expected);
     const QString file = QString("tests/panels/bad/%1.yaml").arg(QTest::currentDataTag());
-    norvo::Faults faults;
-    const auto description = norvo::PanelFile::read(file, faults);
-    QCOMPARE(describe::lines(faults), QStringList());
+    norvo::Diagnostics diagnostics("panel.yaml");
+    const auto description = norvo::PanelFile::read(file, diagnostics);
+    QCOMPARE(describe::lines(diagnostics), QStringList());
     expected.replaceInStrings(QRegularExpression("^"), file + ":");
-    QCOMPARE(describe::lines(PanelCheck::check(description, m_manager)), expected);
+    QCOMPARE(check(description, m_manager), expected);
 }
 
 void tst_PanelCheck::goodPanelHasNoFaults()
@@ -172,7 +183,7 @@ void tst_PanelCheck::goodPanelHasNoFaults()
          describe::device("shown", "label", {{"widget/row", "1"}, {"widget/column", "0"}}),
          describe::device("alone", "label", {{"widget/fontSize", "1e1"}})},
         {"stop.toggled -> shown.inputWarning"});
-    QCOMPARE(describe::lines(PanelCheck::check(description, m_manager)), QStringList());
+    QCOMPARE(check(description, m_manager), QStringList());
 }
 
 void tst_PanelCheck::oddTextsAreToldAsTheyAre()
@@ -183,7 +194,7 @@ void tst_PanelCheck::oddTextsAreToldAsTheyAre()
          describe::device("c", "button", {{"mode", odd}, {"widget/row", odd}}, 3)});
     description.connections.append(describe::arrow("c.%1(%2,%3) -> b.%4", 4));
     description.connections.append(describe::arrow("%1%2.x -> b.input(double)", 5));
-    const QStringList lines = describe::lines(PanelCheck::check(description, m_manager));
+    const QStringList lines = check(description, m_manager);
     QCOMPARE(lines.size(), 7);
     const QString shown = "\"%1 %2 %3 %4\\n\"";
     QCOMPARE(lines[0], "panel.yaml:1:2: error: unknown device type " + shown +
@@ -210,7 +221,7 @@ void tst_PanelCheck::noDeviceIsStarted()
     manager.registerDeviceType<StepsDevice>("steps");
     const auto description = describe::panel(
         {describe::device("a", "steps"), describe::device("b", "steps")}, {"a.output -> b.input"});
-    QCOMPARE(describe::lines(PanelCheck::check(description, manager)), QStringList());
+    QCOMPARE(check(description, manager), QStringList());
     QStringList steps = qApp->property("lifecycle").toStringList();
     steps.sort();
     QCOMPARE(steps, QStringList({"a destructor", "b destructor"}));
@@ -227,7 +238,7 @@ void tst_PanelCheck::typeThatShowsItsMethodsLateIsInitialisedAlone()
                          describe::device("late", "late")},
                         {"l.output -> late.input", "a.output -> late.input"});
     QCOMPARE(
-        describe::lines(PanelCheck::check(description, manager)),
+        check(description, manager),
         QStringList("panel.yaml:2:1: error: a.output(double) does not fit late.input(QString); "
                     "nothing that \"a\" sends fits \"late\""));
     QCOMPARE(qApp->property("lifecycle").toStringList().filter("initialise"),
@@ -242,7 +253,7 @@ void tst_PanelCheck::lateTypeThatFailsIsAWarningAndItsArrowsAreNotJudged()
         {describe::device("a", "late", {{"fault", "no face"}}, 4), describe::device("b", "late")},
         {"a.output -> b.input", "b.output -> a.input"});
     QTest::ignoreMessage(QtWarningMsg, "a: no face");
-    const QStringList lines = describe::lines(PanelCheck::check(description, manager));
+    const QStringList lines = check(description, manager);
     QCOMPARE(lines.filter("arrows"),
              QStringList("panel.yaml:4:1: warning: device \"a\" does not start, and its arrows "
                          "cannot be checked: no face"));
@@ -261,9 +272,9 @@ void tst_PanelCheck::thousandsOfDevicesTakeNoTime()
     const auto description = describe::panel(devices, arrows);
     QElapsedTimer time;
     time.start();
-    const auto faults = PanelCheck::check(description, m_manager);
+    const QStringList lines = check(description, m_manager);
     QVERIFY2(time.elapsed() < 3000, qPrintable(QString::number(time.elapsed())));
-    QCOMPARE(faults.size(), 1); // the circle
+    QCOMPARE(lines.size(), 1); // the cycle
 }
 
 NORVO_TEST(tst_PanelCheck)

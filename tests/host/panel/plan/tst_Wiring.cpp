@@ -54,24 +54,24 @@ private slots:
     void queuedArrowsRefuseWhatCannotBeStored();
 
 private:
-    std::optional<Wire> resolve(const QString& text, Faults& faults);
+    std::optional<Wire> resolve(const QString& text, Diagnostics& diagnostics);
 
     TalkerDevice m_a;
     TalkerDevice m_b;
     PointDevice m_point;
 };
 
-std::optional<Wire> tst_Wiring::resolve(const QString& text, Faults& faults)
+std::optional<Wire> tst_Wiring::resolve(const QString& text, Diagnostics& diagnostics)
 {
-    const Arrow arrow = describe::arrow(text);
+    const ConnectionSetting arrow = describe::arrow(text);
     const auto deviceOf = [this](const QString& id) -> BaseDevice& {
         if (id == "p") {
             return m_point;
         }
         return id == "a" ? m_a : m_b;
     };
-    return resolveArrow(arrow, deviceOf(arrow.from.device.text), deviceOf(arrow.to.device.text),
-                        "panel.yaml", faults);
+    return resolveConnection(arrow, deviceOf(arrow.from.device.text),
+                             deviceOf(arrow.to.device.text), diagnostics);
 }
 
 void tst_Wiring::resolves_data()
@@ -115,9 +115,9 @@ void tst_Wiring::resolves_data()
 void tst_Wiring::resolves()
 {
     QFETCH(QString, arrow);
-    Faults faults;
-    const auto wire = resolve(arrow, faults);
-    QCOMPARE(describe::lines(faults), QStringList());
+    Diagnostics diagnostics("panel.yaml");
+    const auto wire = resolve(arrow, diagnostics);
+    QCOMPARE(describe::lines(diagnostics), QStringList());
     QVERIFY(wire);
     QCOMPARE(wire->provider, &m_a);
     QCOMPARE(wire->receiver, &m_b);
@@ -182,18 +182,18 @@ void tst_Wiring::refuses_data()
 void tst_Wiring::refuses()
 {
     QFETCH(QString, arrow);
-    Faults faults;
-    QVERIFY(!resolve(arrow, faults));
-    QTEST(describe::lines(faults), "expected");
+    Diagnostics diagnostics("panel.yaml");
+    QVERIFY(!resolve(arrow, diagnostics));
+    QTEST(describe::lines(diagnostics), "expected");
 }
 
 void tst_Wiring::longListsAreCut()
 {
-    Faults faults;
-    QVERIFY(!resolve("a.text -> b.input(double)", faults));
+    Diagnostics diagnostics("panel.yaml");
+    QVERIFY(!resolve("a.text -> b.input(double)", diagnostics));
     // What has the same names and equal arguments comes first.
     QCOMPARE(
-        describe::lines(faults),
+        describe::lines(diagnostics),
         QStringList("panel.yaml:1:1: error: a.text(QString) does not fit b.input(double); "
                     "what fits: a.text(QString) -> b.input(QString), "
                     "a.number(double) -> b.input(double), a.output(double) -> b.input(double), "
@@ -208,10 +208,10 @@ void tst_Wiring::longListsAreCut()
 void tst_Wiring::receiverThatConvertsIsAskedForTheSignalsArguments()
 {
     ConvertingDevice converting;
-    Faults faults;
+    Diagnostics diagnostics("panel.yaml");
     const auto wire =
-        resolveArrow(describe::arrow("a.number -> c.show"), m_a, converting, "panel.yaml", faults);
-    QCOMPARE(describe::lines(faults), QStringList());
+        resolveConnection(describe::arrow("a.number -> c.show"), m_a, converting, diagnostics);
+    QCOMPARE(describe::lines(diagnostics), QStringList());
     QVERIFY(wire);
     QCOMPARE(wire->slot, "show(double)");
 }
@@ -219,11 +219,14 @@ void tst_Wiring::receiverThatConvertsIsAskedForTheSignalsArguments()
 void tst_Wiring::missingDevice()
 {
     const auto description = describe::panel({describe::device("pump", "relay")});
-    const Arrow arrow = describe::arrow("pmup.output -> valve.input", 7);
-    QCOMPARE(unknownDevice(arrow.from, description).toString(),
-             "panel.yaml:7:1: error: there is no device \"pmup\"; did you mean \"pump\"?");
-    QCOMPARE(unknownDevice(arrow.to, description).toString(),
-             "panel.yaml:7:16: error: there is no device \"valve\"");
+    const ConnectionSetting arrow = describe::arrow("pmup.output -> valve.input", 7);
+    Diagnostics diagnostics("panel.yaml");
+    reportUnknownDevice(arrow.from, description, diagnostics);
+    reportUnknownDevice(arrow.to, description, diagnostics);
+    QCOMPARE(
+        describe::lines(diagnostics),
+        (QStringList{"panel.yaml:7:1: error: there is no device \"pmup\"; did you mean \"pump\"?",
+                     "panel.yaml:7:16: error: there is no device \"valve\""}));
 }
 
 void tst_Wiring::connects()

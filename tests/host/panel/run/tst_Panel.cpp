@@ -105,7 +105,7 @@ void tst_Panel::strayStateIsLeftAside()
     Panel panel(m_manager, describe::panel({describe::device("a", "writing")}),
                 PanelState{{"a", {{"gone", "1"}}}, {"nobody", {{"given", "1"}}}});
     panel.start(&m_page);
-    QCOMPARE(describe::lines(panel.faults()), QStringList());
+    QCOMPARE(describe::lines(panel.diagnostics()), QStringList());
     QVERIFY(!qApp->property("alert").isValid());
     QVERIFY(!panel.device("nobody"));
 }
@@ -132,7 +132,7 @@ void tst_Panel::arrowThatCannotBeConnectedIsAFault()
                     {describe::device("tick", "ticker"), describe::device("r", "recorder")},
                     {"tick.value -> r.input", "tock.value -> r.input", "tick.value -> r.inputs"}));
     panel.start(&m_page);
-    QCOMPARE(describe::lines(panel.faults()),
+    QCOMPARE(describe::lines(panel.diagnostics()),
              QStringList({"panel.yaml:2:1: error: there is no device \"tock\"; did you mean "
                           "\"tick\"?",
                           "panel.yaml:3:17: error: \"r\" has no slot \"inputs\"; it has "

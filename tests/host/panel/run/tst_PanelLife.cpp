@@ -121,7 +121,7 @@ void tst_PanelLife::allTakeEachStepBeforeAnyTakesTheNext()
                           "a createWidget", "a widget initialise",        //
                           "b createWidget", "b widget initialise",        //
                           "a postInitialisation", "b postInitialisation", "r postInitialisation"}));
-    QCOMPARE(describe::lines(panel.faults()), QStringList());
+    QCOMPARE(describe::lines(panel.diagnostics()), QStringList());
 }
 
 void tst_PanelLife::stopIsTheWayBack()

@@ -54,7 +54,8 @@ private slots:
 
     void checkedDevicesKnowTheirNetwork()
     {
-        norvo::PanelCheck::check(twoDevices(), m_manager);
+        norvo::Diagnostics diagnostics("panel.yaml");
+        norvo::PanelCheck::check(twoDevices(), m_manager, diagnostics);
         QCOMPARE(s_seen, QStringList({"a open", "b closed"}));
     }
 

@@ -7,14 +7,14 @@
 #include "fixtures/relays/RecorderDevice.h"
 #include "fixtures/relays/StepsDevice.h"
 #include "fixtures/relays/TickerDevice.h"
-#include "host/window/FaultTile.h"
+#include "host/window/ErrorTile.h"
 #include "norvo/DeviceManager.h"
 #include "TestMain.h"
 
 #include <QLabel>
 #include <QtTest>
 
-using norvo::FaultTile;
+using norvo::ErrorTile;
 using norvo::Panel;
 
 class WidgetlessDevice : public BaseGuiDevice
@@ -63,10 +63,10 @@ void tst_PanelTiles::failedDeviceLeavesATileAndTheRestRuns()
                      describe::device("r", "recorder")},
                     {"bad.output -> r.input(double)", "bad.nothing -> r.input"}));
     panel.start(&m_page);
-    QCOMPARE(describe::lines(panel.faults()),
+    QCOMPARE(describe::lines(panel.diagnostics()),
              QStringList("panel.yaml:9:1: error: device \"bad\" did not start: told to fail"));
     QCOMPARE(placeOf(m_page, "bad"), "4,2,1,3");
-    const auto* tile = m_page.findChild<FaultTile*>("bad");
+    const auto* tile = m_page.findChild<ErrorTile*>("bad");
     QVERIFY(tile);
     QCOMPARE(tile->findChildren<QLabel*>()[0]->text(), "bad");
     QCOMPARE(tile->findChildren<QLabel*>()[1]->text(), "told to fail");
@@ -85,9 +85,9 @@ void tst_PanelTiles::tileTellsWhichParameterDoesNotRead()
                 describe::panel({describe::device("t", "ticker", {{"interval", "often"}})}));
     panel.start(&m_page);
     const QString reason = "parameter \"interval\": \"often\" is not a number";
-    QCOMPARE(describe::lines(panel.faults()),
+    QCOMPARE(describe::lines(panel.diagnostics()),
              QStringList("panel.yaml: error: device \"t\" did not start: " + reason));
-    QCOMPARE(m_page.findChild<FaultTile*>("t")->findChildren<QLabel*>()[1]->text(), reason);
+    QCOMPARE(m_page.findChild<ErrorTile*>("t")->findChildren<QLabel*>()[1]->text(), reason);
 }
 
 void tst_PanelTiles::failedDeviceWithoutWidgetLeavesATileToo()
@@ -108,7 +108,7 @@ void tst_PanelTiles::unknownTypeLeavesATileInItsPlace()
                                  describe::device("r", "recorder")},
                                 {"x.output -> r.input"}));
     panel.start(&m_page);
-    QCOMPARE(describe::lines(panel.faults()),
+    QCOMPARE(describe::lines(panel.diagnostics()),
              QStringList("panel.yaml: error: device \"x\" did not start: unknown device type "
                          "\"no such\""));
     QCOMPARE(placeOf(m_page, "x"), "3,1,1,1");
@@ -120,8 +120,8 @@ void tst_PanelTiles::deviceThatMakesNoWidgetLeavesATile()
 {
     Panel panel(m_manager, describe::panel({describe::device("w", "widgetless")}));
     panel.start(&m_page);
-    QVERIFY(m_page.findChild<FaultTile*>("w"));
-    QCOMPARE(describe::lines(panel.faults()),
+    QVERIFY(m_page.findChild<ErrorTile*>("w"));
+    QCOMPARE(describe::lines(panel.diagnostics()),
              QStringList("panel.yaml: error: device \"w\" is not shown: it made no widget"));
     QVERIFY(!panel.widget("w"));
 }

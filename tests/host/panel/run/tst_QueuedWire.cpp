@@ -109,7 +109,7 @@ void tst_QueuedWire::panelWithACircleStaysResponsive()
     }
     QWidget page;
     panel.start(&page);
-    QCOMPARE(describe::lines(panel.faults()), QStringList());
+    QCOMPARE(describe::lines(panel.diagnostics()), QStringList());
     page.show();
     auto* a = static_cast<RelayDevice*>(panel.device("a"));
     a->input(1);

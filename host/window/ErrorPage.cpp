@@ -1,4 +1,4 @@
-#include "host/window/FaultsPage.h"
+#include "host/window/ErrorPage.h"
 
 #include <QLabel>
 #include <QTextCursor>
@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kTitlePoints = 18;
 constexpr int kTextPoints = 12;
-constexpr int kGap = 12; // pixels, between faults
+constexpr int kGap = 12; // pixels, between two of them
 
 QFont sized(QFont font, int points)
 {
@@ -20,49 +20,49 @@ QFont sized(QFont font, int points)
 }
 
 /// The place and the kind in bold, the text below.
-void append(QTextCursor& cursor, const Fault& fault)
+void append(QTextCursor& cursor, const Diagnostic& diagnostic)
 {
     QTextBlockFormat block;
     block.setBottomMargin(kGap);
     QTextCharFormat bold;
     bold.setFontWeight(QFont::Bold);
     cursor.setBlockFormat(block);
-    Fault heading = fault;
+    Diagnostic heading = diagnostic;
     heading.text.clear();
     cursor.insertText(heading.toString().trimmed(), bold);
-    cursor.insertText(QString(QChar::LineSeparator) + fault.text, QTextCharFormat());
+    cursor.insertText(QString(QChar::LineSeparator) + diagnostic.text, QTextCharFormat());
 }
 
-QTextEdit* makeList(const Faults& faults)
+QTextEdit* makeList(const DiagnosticList& diagnostics)
 {
     auto* const list = new QTextEdit;
     list->setReadOnly(true);
     list->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     list->setFont(sized(list->font(), kTextPoints));
     QTextCursor cursor(list->document());
-    for (const Fault& fault : faults) {
+    for (const Diagnostic& diagnostic : diagnostics) {
         if (!list->document()->isEmpty()) {
             cursor.insertBlock();
         }
-        append(cursor, fault);
+        append(cursor, diagnostic);
     }
     return list;
 }
 
 } // namespace
 
-FaultsPage::FaultsPage(const Faults& faults, QWidget* parent) : QWidget(parent)
+ErrorPage::ErrorPage(const Diagnostics& diagnostics, QWidget* parent) : QWidget(parent)
 {
     auto* const title = new QLabel(tr("This panel cannot start"));
     title->setFont(sized(title->font(), kTitlePoints));
-    auto* const summary = new QLabel(norvo::summary(faults));
+    auto* const summary = new QLabel(diagnostics.summary());
     summary->setFont(sized(summary->font(), kTextPoints));
     summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(title);
     layout->addWidget(summary);
-    layout->addWidget(makeList(faults), 1);
+    layout->addWidget(makeList(diagnostics.sorted()), 1);
 }
 
 } // namespace norvo

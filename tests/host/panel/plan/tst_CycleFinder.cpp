@@ -1,4 +1,4 @@
-#include "host/panel/plan/Circles.h"
+#include "host/panel/plan/CycleFinder.h"
 
 #include "host/panel/Descriptions.h"
 #include "TestMain.h"
@@ -7,14 +7,14 @@
 #include <QRandomGenerator>
 #include <QtTest>
 
-using norvo::Circles;
+using norvo::CycleFinder;
 
 namespace {
 
 /// The circles as "<number of the arrow>: a -> b -> a".
 QStringList circlesOf(const norvo::PanelDescription& description)
 {
-    const Circles circles(description);
+    const CycleFinder circles(description);
     QStringList found;
     for (int i = 0; i < description.connections.size(); ++i) {
         if (circles.closes(i)) {
@@ -39,7 +39,7 @@ norvo::PanelDescription relays(const QString& ids, const QStringList& arrows)
 
 } // namespace
 
-class tst_Circles : public QObject
+class tst_CycleFinder : public QObject
 {
     Q_OBJECT
 
@@ -51,7 +51,7 @@ private slots:
     void thousandsOfDevicesTakeNoTime();
 };
 
-void tst_Circles::arrowsThatCloseCircles_data()
+void tst_CycleFinder::arrowsThatCloseCircles_data()
 {
     QTest::addColumn<QStringList>("arrows");
     QTest::addColumn<QStringList>("expected");
@@ -78,7 +78,7 @@ void tst_Circles::arrowsThatCloseCircles_data()
         << QStringList{"ba", "ab", "bc", "db"} << QStringList{"2: b -> a -> b"};
 }
 
-void tst_Circles::arrowsThatCloseCircles()
+void tst_CycleFinder::arrowsThatCloseCircles()
 {
     QFETCH(QStringList, arrows);
     QFETCH(QStringList, expected);
@@ -88,7 +88,7 @@ void tst_Circles::arrowsThatCloseCircles()
     QCOMPARE(circlesOf(relays("dcba", arrows)), expected);
 }
 
-void tst_Circles::arrowsLeftOverHaveNoCircle()
+void tst_CycleFinder::arrowsLeftOverHaveNoCircle()
 {
     // As many random arrows as make many circles: without those that close one, a walk along the
     // others must come to an end everywhere, and each way told must be one along them.
@@ -104,12 +104,12 @@ void tst_Circles::arrowsLeftOverHaveNoCircle()
             QString("%1.output -> %2.input").arg(random.bounded(count)).arg(random.bounded(count)));
     }
     const auto description = describe::panel(devices, arrows);
-    const Circles circles(description);
+    const CycleFinder circles(description);
 
     QMap<QString, QStringList> next;
     int closers = 0;
     for (int i = 0; i < arrows.size(); ++i) {
-        const norvo::Arrow& arrow = description.connections[i];
+        const norvo::ConnectionSetting& arrow = description.connections[i];
         const QString from = arrow.from.device.text;
         const QString to = arrow.to.device.text;
         // Plain search along the arrows so far: does `to` lead to `from`?
@@ -139,7 +139,7 @@ void tst_Circles::arrowsLeftOverHaveNoCircle()
     QVERIFY(closers < arrows.size() / 2);
 }
 
-void tst_Circles::thousandsOfDevicesTakeNoTime_data()
+void tst_CycleFinder::thousandsOfDevicesTakeNoTime_data()
 {
     QTest::addColumn<bool>("isReversed");
     QTest::addColumn<bool>("isRing");
@@ -153,7 +153,7 @@ void tst_Circles::thousandsOfDevicesTakeNoTime_data()
     QTest::newRow("ringAgainstTheOrderOfTheDevicesFromItsEnd") << true << true << true;
 }
 
-void tst_Circles::thousandsOfDevicesTakeNoTime()
+void tst_CycleFinder::thousandsOfDevicesTakeNoTime()
 {
     QFETCH(bool, isReversed);
     QFETCH(bool, isRing);
@@ -174,10 +174,10 @@ void tst_Circles::thousandsOfDevicesTakeNoTime()
 
     QElapsedTimer time;
     time.start();
-    const Circles circles(description);
+    const CycleFinder circles(description);
     QVERIFY2(time.elapsed() < 1000, qPrintable(QString::number(time.elapsed())));
     QCOMPARE(circles.closes(arrows.size() - 1), isRing);
 }
 
-NORVO_GUILESS_TEST(tst_Circles)
-#include "tst_Circles.moc"
+NORVO_GUILESS_TEST(tst_CycleFinder)
+#include "tst_CycleFinder.moc"

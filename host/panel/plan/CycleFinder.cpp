@@ -1,4 +1,4 @@
-#include "host/panel/plan/Circles.h"
+#include "host/panel/plan/CycleFinder.h"
 
 #include <algorithm>
 #include <utility>
@@ -123,7 +123,7 @@ std::vector<Edge> edgesOf(const PanelDescription& description)
     }
     std::vector<Edge> edges;
     for (int i = 0; i < description.connections.size(); ++i) {
-        const Arrow& arrow = description.connections[i];
+        const ConnectionSetting& arrow = description.connections[i];
         const int from = nodes.value(arrow.from.device.text, -1);
         const int to = nodes.value(arrow.to.device.text, -1);
         if (from >= 0 && to >= 0) {
@@ -170,7 +170,7 @@ Nodes firstRanks(int count, const std::vector<Edge>& edges)
 
 } // namespace
 
-Circles::Circles(const PanelDescription& description)
+CycleFinder::CycleFinder(const PanelDescription& description)
 {
     const std::vector<Edge> edges = edgesOf(description);
     ForwardOrder order(firstRanks(description.devices.size(), edges));

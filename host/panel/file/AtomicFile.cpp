@@ -1,4 +1,4 @@
-#include "host/panel/file/WholeFile.h"
+#include "host/panel/file/AtomicFile.h"
 
 #include <QFileInfo>
 #include <QSaveFile>
@@ -23,7 +23,7 @@ bool writeAll(QIODevice& file, const QByteArray& content)
 
 } // namespace
 
-bool writeWholeFile(const QString& fileName, const QByteArray& content, QString& reason)
+bool writeFileAtomically(const QString& fileName, const QByteArray& content, QString& reason)
 {
     const QFileInfo info(fileName);
     if (info.exists() && !info.isFile()) {

@@ -5,13 +5,13 @@
 namespace norvo {
 
 /// Stands in the place of a device that did not start: says which and why.
-class FaultTile : public QFrame
+class ErrorTile : public QFrame
 {
     Q_OBJECT
 
 public:
     /// `id` also becomes the object name.
-    FaultTile(const QString& id, const QString& reason, QWidget* parent = nullptr);
+    ErrorTile(const QString& id, const QString& reason, QWidget* parent = nullptr);
 };
 
 } // namespace norvo

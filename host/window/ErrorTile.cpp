@@ -1,4 +1,4 @@
-#include "host/window/FaultTile.h"
+#include "host/window/ErrorTile.h"
 
 #include <QLabel>
 #include <QVBoxLayout>
@@ -8,9 +8,9 @@ namespace norvo {
 namespace {
 
 // Background and text are both set, so that the tile reads the same on a light and a dark panel.
-const char* const kLook = "norvo--FaultTile { background: #fdecea; border: 2px solid #b3261e;"
+const char* const kLook = "norvo--ErrorTile { background: #fdecea; border: 2px solid #b3261e;"
                           " border-radius: 4px; }"
-                          "norvo--FaultTile QLabel { background: transparent; color: #5f1410; }";
+                          "norvo--ErrorTile QLabel { background: transparent; color: #5f1410; }";
 
 QLabel* addText(QVBoxLayout& layout, const QString& text)
 {
@@ -24,7 +24,7 @@ QLabel* addText(QVBoxLayout& layout, const QString& text)
 
 } // namespace
 
-FaultTile::FaultTile(const QString& id, const QString& reason, QWidget* parent) : QFrame(parent)
+ErrorTile::ErrorTile(const QString& id, const QString& reason, QWidget* parent) : QFrame(parent)
 {
     setObjectName(id);
     setStyleSheet(kLook);

@@ -3,8 +3,8 @@
 
 #include <QtTest>
 
-using norvo::Fault;
-using norvo::Faults;
+using norvo::Diagnostic;
+using norvo::Diagnostics;
 using norvo::PanelFile;
 
 namespace {
@@ -199,10 +199,10 @@ const QVector<FileFaults> kFaults{
 QStringList faultsOf(const QString& name)
 {
     const QString file = kFolder + name + ".yaml";
-    Faults faults;
-    PanelFile::read(file, faults);
+    Diagnostics diagnostics(file);
+    PanelFile::read(file, diagnostics);
     QStringList lines;
-    for (const Fault& fault : faults) {
+    for (const Diagnostic& fault : diagnostics.sorted()) {
         lines += fault.toString().mid(file.size() + 1);
     }
     return lines;
@@ -211,7 +211,7 @@ QStringList faultsOf(const QString& name)
 } // namespace
 
 /// One file for each fault of form, under the file's name.
-class tst_PanelFileFaults : public QObject
+class tst_PanelFileErrors : public QObject
 {
     Q_OBJECT
 
@@ -246,32 +246,23 @@ private slots:
 
     void theNameIsTheOneThatTheUserGave()
     {
-        Faults faults;
         const QString file = "./tests/../tests/panels/bad/title-list.yaml";
-        QCOMPARE(PanelFile::read(file, faults).file, file);
-        QCOMPARE(faults.size(), 1);
-        QCOMPARE(faults.first().toString(), file + ":1:8: error: the title must be a text");
-        QCOMPARE(PanelFile::parse("title: x", "-", faults).file, QString("-"));
-    }
-
-    void faultsAreAppendedBehindOlderOnes()
-    {
-        Faults faults{{Fault::Severity::Warning, "other", {9, 9}, "older"}};
-        PanelFile::parse("b: 1\na: 1\n", "new", faults);
-        QCOMPARE(faults.size(), 3);
-        QCOMPARE(faults[0].file, QString("other"));
-        QCOMPARE(faults[1].place.line, 1);
-        QCOMPARE(faults[2].place.line, 2);
+        Diagnostics diagnostics(file);
+        QCOMPARE(PanelFile::read(file, diagnostics).file, file);
+        QCOMPARE(diagnostics.sorted().size(), 1);
+        QCOMPARE(diagnostics.sorted().first().toString(),
+                 file + ":1:8: error: the title must be a text");
+        QCOMPARE(PanelFile::parse("title: x", "-", diagnostics).file, QString("-"));
     }
 
     void faultsOfASharedValueAreToldOnce()
     {
-        Faults faults;
+        Diagnostics diagnostics("p");
         PanelFile::parse("devices:\n  a: &a {device: x, network: 1, params: {v: [1], w: 1, w: 2}}\n"
                          "  b: *a\n  c: *a\n",
-                         "p", faults);
+                         "p", diagnostics);
         QStringList lines;
-        for (const Fault& fault : faults) {
+        for (const Diagnostic& fault : diagnostics.sorted()) {
             lines += fault.toString();
         }
         QCOMPARE(lines, (QStringList{"p:2:30: error: network must be true or false, not \"1\"",
@@ -283,18 +274,18 @@ private slots:
 
     void whatIsSoundBesideAFaultIsRead()
     {
-        Faults faults;
-        const auto panel = PanelFile::read(kFolder + "many-faults.yaml", faults);
+        Diagnostics diagnostics("panel.yaml");
+        const auto panel = PanelFile::read(kFolder + "many-faults.yaml", diagnostics);
         QCOMPARE(panel.devices.size(), 2);
         QCOMPARE(panel.devices[0].type.text, QString("label"));
         QCOMPARE(panel.devices[1].id.text, QString("text"));
         QVERIFY(panel.connections.isEmpty());
-        const auto texts = PanelFile::read(kFolder + "device-text.yaml", faults);
+        const auto texts = PanelFile::read(kFolder + "device-text.yaml", diagnostics);
         QCOMPARE(texts.devices.size(), 2);
         QCOMPARE(texts.devices[0].id.text, QString("cpu"));
         QCOMPARE(texts.devices[0].type.text, QString());
     }
 };
 
-NORVO_GUILESS_TEST(tst_PanelFileFaults)
-#include "tst_PanelFileFaults.moc"
+NORVO_GUILESS_TEST(tst_PanelFileErrors)
+#include "tst_PanelFileErrors.moc"

@@ -1,4 +1,4 @@
-#include "host/panel/file/Suggestion.h"
+#include "host/panel/file/EditDistance.h"
 
 #include <QVector>
 

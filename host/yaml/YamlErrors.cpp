@@ -1,4 +1,4 @@
-#include "host/yaml/YamlProblems.h"
+#include "host/yaml/YamlErrors.h"
 
 #include "host/yaml/YamlBuilder.h"
 

@@ -12,10 +12,10 @@ namespace norvo {
 /// The arrows are taken in the order of the file; one that leads to a device from which the arrows
 /// before it lead back closes a circle, and is not followed any further. An arrow from a device to
 /// itself always does. Arrows from or to unknown ids are left aside.
-class Circles
+class CycleFinder
 {
 public:
-    explicit Circles(const PanelDescription& description);
+    explicit CycleFinder(const PanelDescription& description);
 
     bool closes(int arrow) const { return m_ways.contains(arrow); }
     /// The devices round the circle that this arrow closes, by the shortest way; the arrow's own

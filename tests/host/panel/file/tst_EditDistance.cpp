@@ -1,4 +1,4 @@
-#include "host/panel/file/Suggestion.h"
+#include "host/panel/file/EditDistance.h"
 #include "TestMain.h"
 
 #include <QtTest>
@@ -6,7 +6,7 @@
 using norvo::didYouMean;
 using norvo::nearestName;
 
-class tst_Suggestion : public QObject
+class tst_EditDistance : public QObject
 {
     Q_OBJECT
 
@@ -85,5 +85,5 @@ private slots:
     }
 };
 
-NORVO_GUILESS_TEST(tst_Suggestion)
-#include "tst_Suggestion.moc"
+NORVO_GUILESS_TEST(tst_EditDistance)
+#include "tst_EditDistance.moc"

@@ -1,0 +1,91 @@
+#include "host/panel/file/Diagnostics.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+namespace norvo {
+
+namespace {
+
+QString nameOf(Diagnostic::Severity severity)
+{
+    return severity == Diagnostic::Severity::Error ? "error" : "warning";
+}
+
+QString counted(int count, Diagnostic::Severity severity)
+{
+    return QString("%1 %2%3").arg(count).arg(nameOf(severity), count == 1 ? "" : "s");
+}
+
+} // namespace
+
+QString Diagnostic::toString() const
+{
+    QString where = file;
+    if (place.line > 0) {
+        where += QString(":%1:%2").arg(place.line).arg(place.column);
+    }
+    return onOneLine(QString("%1: %2: %3").arg(where, nameOf(severity), text));
+}
+
+Diagnostics::Diagnostics(QString file) : m_file(std::move(file)) {}
+
+void Diagnostics::error(const Place& place, const QString& text)
+{
+    add(Diagnostic::Severity::Error, place, text);
+}
+
+void Diagnostics::warning(const Place& place, const QString& text)
+{
+    add(Diagnostic::Severity::Warning, place, text);
+}
+
+void Diagnostics::add(Diagnostic::Severity severity, const Place& place, const QString& text)
+{
+    const QString kept = text.size() > kMaxTextLength ? text.left(kMaxTextLength) + "..." : text;
+    const auto isSame = [severity, &place, &kept](const Diagnostic& known) {
+        return known.place.line == place.line && known.place.column == place.column &&
+               known.severity == severity && known.text == kept;
+    };
+    if (std::any_of(m_list.cbegin(), m_list.cend(), isSame)) {
+        return;
+    }
+    int& count = severity == Diagnostic::Severity::Error ? m_errors : m_warnings;
+    if (++count <= kMaxOfAKind) {
+        m_list.append({severity, m_file, place, kept});
+    }
+}
+
+DiagnosticList Diagnostics::sorted() const
+{
+    DiagnosticList all = m_list;
+    std::stable_sort(all.begin(), all.end(), [](const Diagnostic& a, const Diagnostic& b) {
+        return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
+    });
+    const auto appendMore = [this, &all](int count, Diagnostic::Severity severity) {
+        if (count > kMaxOfAKind) {
+            const QString more = counted(count - kMaxOfAKind, severity);
+            all.append({severity, m_file, {}, QString("... and %1 more").arg(more)});
+        }
+    };
+    appendMore(m_errors, Diagnostic::Severity::Error);
+    appendMore(m_warnings, Diagnostic::Severity::Warning);
+    return all;
+}
+
+QString Diagnostics::summary() const
+{
+    QStringList parts;
+    if (m_errors > 0) {
+        parts += counted(m_errors, Diagnostic::Severity::Error);
+    }
+    if (m_warnings > 0) {
+        parts += counted(m_warnings, Diagnostic::Severity::Warning);
+    }
+    return parts.isEmpty() ? QString("no errors") : parts.join(", ");
+}
+
+} // namespace norvo

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "host/yaml/Place.h"
+#include "host/yaml/Quote.h"
+
+#include <QString>
+#include <QVector>
+
+namespace norvo {
+
+/// An error or a warning about a panel, in one line.
+struct Diagnostic
+{
+    enum class Severity { Error, Warning };
+
+    Severity severity = Severity::Error;
+    QString file; ///< As the user named it.
+    Place place;
+    QString text; ///< What is wrong, and what would be right.
+
+    /// "file:line:column: error: text"; line and column are left out where they are unknown. It is
+    /// one line whatever the text holds.
+    QString toString() const;
+};
+
+using DiagnosticList = QVector<Diagnostic>;
+
+/// The errors and warnings of one file, bounded however many there are.
+///
+/// The same text about the same place is reported once.
+class Diagnostics
+{
+public:
+    static constexpr int kMaxOfAKind = 200;     ///< More errors, or warnings, are only counted.
+    static constexpr int kMaxTextLength = 2000; ///< In characters; longer texts are cut.
+
+    explicit Diagnostics(QString file);
+
+    void error(const Place& place, const QString& text);
+    void warning(const Place& place, const QString& text);
+
+    bool isEmpty() const { return m_list.isEmpty(); }
+    bool hasErrors() const { return m_errors > 0; }
+    /// By place, those of one place in the order in which they were reported. A last entry of each
+    /// kind says how many more there are.
+    DiagnosticList sorted() const;
+    /// How many there are of each kind: "2 errors, 1 warning"; "no errors" for none.
+    QString summary() const;
+
+private:
+    void add(Diagnostic::Severity severity, const Place& place, const QString& text);
+
+    QString m_file;
+    DiagnosticList m_list; ///< At most kMaxOfAKind of each.
+    int m_errors = 0;
+    int m_warnings = 0;
+};
+
+} // namespace norvo
