@@ -7,6 +7,8 @@
 
 #include <QLabel>
 
+namespace Looks = norvo::Looks;
+
 void DigitalWidget::initialise()
 {
     auto* const readout = compatibleDevice<OutputDigitalDevice>(device(), *this);
@@ -35,13 +37,13 @@ void DigitalWidget::createLabels()
     const QString units = getParam(OutputDigitalDevice::kUnits).value();
 
     m_value = new QLabel(QString::number(0.0, 'f', m_precision));
-    m_value->setStyleSheet(ReadoutStyle::kInRange);
+    m_value->setStyleSheet(Looks::kInRange.digits);
     m_value->setAlignment(Qt::AlignCenter);
-    m_value->setFont(ReadoutStyle::digitsFont(valueSize));
+    m_value->setFont(Looks::digitsFont(valueSize));
 
     m_caption = new QLabel(getParam(OutputDigitalDevice::kName).value());
     m_caption->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
-    m_caption->setFont(ReadoutStyle::captionFont(labelSize));
+    m_caption->setFont(Looks::captionFont(labelSize));
 
     if (!units.isEmpty()) {
         m_units = new QLabel(units);
@@ -75,7 +77,7 @@ void DigitalWidget::setActive(bool active)
         return;
     }
     if (!active) {
-        ReadoutStyle::setLook(m_value, ReadoutStyle::kTimedOut);
+        Looks::apply(m_value, Looks::kTimedOut.digits);
     }
     // The labels ask for their own repaints; the rest is drawn anew only when the state changes.
     if (m_caption->isEnabled() != active) {
@@ -103,8 +105,7 @@ void DigitalWidget::input(double value)
     m_timedOut = false;
     m_value->setText(QString::number(value, 'f', m_precision));
     m_outOfRange = isOutOfRange(value);
-    ReadoutStyle::setLook(m_value,
-                          m_outOfRange ? ReadoutStyle::kOutOfRange : ReadoutStyle::kInRange);
+    Looks::apply(m_value, (m_outOfRange ? Looks::kOutOfRange : Looks::kInRange).digits);
     setActive(true);
 }
 

@@ -8,17 +8,9 @@
 #include <QLabel>
 #include <QProgressBar>
 
-namespace {
+namespace Looks = norvo::Looks;
 
-const QString kBarRed =
-    QStringLiteral("QProgressBar::chunk {background: red; border: 1px solid #222222; "
-                   "border-top-left-radius: 5px;border-bottom-left-radius: 5px;}");
-const QString kBarGreen =
-    QStringLiteral("QProgressBar::chunk {background: green; border: 1px solid #222222; "
-                   "border-top-left-radius: 5px;border-bottom-left-radius: 5px;}");
-const QString kBarGray =
-    QStringLiteral("QProgressBar::chunk {background: gray; border: 1px solid #222222; "
-                   "border-top-left-radius: 5px;border-bottom-left-radius: 5px;}");
+namespace {
 
 constexpr int kBarSteps = 1000;
 constexpr int kBarHeight = 25;
@@ -95,7 +87,7 @@ void DigitalWithProgress::copyParameters(const OutputWithProgress& readout)
 void DigitalWithProgress::createLabels(const QString& caption)
 {
     m_value = new QLabel(QString::number(0.0, 'f', m_precision));
-    m_value->setStyleSheet(ReadoutStyle::kInRange);
+    m_value->setStyleSheet(Looks::kInRange.digits);
     m_value->setAlignment(Qt::AlignCenter);
 
     m_caption = new QLabel(caption);
@@ -109,7 +101,7 @@ void DigitalWithProgress::createBar()
     m_bar = new QProgressBar;
     m_bar->setRange(0, kBarSteps);
     m_bar->setValue(truncated(barPosition(m_lastValue)));
-    m_bar->setStyleSheet(kBarGreen);
+    m_bar->setStyleSheet(Looks::kInRange.bar);
     m_bar->setTextVisible(false);
     m_bar->setFixedHeight(kBarHeight);
 }
@@ -121,11 +113,11 @@ void DigitalWithProgress::setFontSize(int valueSize, int captionSize, int scaleL
     if (!isInitialised()) {
         return;
     }
-    m_value->setFont(ReadoutStyle::digitsFont(valueSize));
-    m_caption->setFont(ReadoutStyle::captionFont(captionSize));
+    m_value->setFont(Looks::digitsFont(valueSize));
+    m_caption->setFont(Looks::captionFont(captionSize));
     if (m_withProgress) {
-        m_minLabel->setFont(ReadoutStyle::captionFont(scaleLabelSize));
-        m_maxLabel->setFont(ReadoutStyle::captionFont(scaleLabelSize));
+        m_minLabel->setFont(Looks::captionFont(scaleLabelSize));
+        m_maxLabel->setFont(Looks::captionFont(scaleLabelSize));
     }
     const QString room = m_minValue < 0 ? "33" : "3"; // one more for the sign
     const QString sample =
@@ -175,7 +167,7 @@ void DigitalWithProgress::setActive(bool active)
         return;
     }
     if (!active) {
-        showState(ReadoutStyle::kTimedOut, kBarGray);
+        showState(Looks::kTimedOut);
     }
     if (m_bar) {
         m_bar->setEnabled(active);
@@ -186,11 +178,11 @@ void DigitalWithProgress::setActive(bool active)
     update();
 }
 
-void DigitalWithProgress::showState(const QString& digitsLook, const QString& barLook)
+void DigitalWithProgress::showState(const Looks::Readout& look)
 {
-    ReadoutStyle::setLook(m_value, digitsLook);
+    Looks::apply(m_value, look.digits);
     if (m_bar) {
-        ReadoutStyle::setLook(m_bar, barLook);
+        Looks::apply(m_bar, look.bar);
     }
 }
 
@@ -217,11 +209,7 @@ void DigitalWithProgress::input(double value)
     m_lastValue = value;
     m_value->setText(QString::number(value, 'f', m_precision));
     m_outOfRange = m_minThreshold > value || value > m_maxThreshold;
-    if (m_outOfRange) {
-        showState(ReadoutStyle::kOutOfRange, kBarRed);
-    } else {
-        showState(ReadoutStyle::kInRange, kBarGreen);
-    }
+    showState(m_outOfRange ? Looks::kOutOfRange : Looks::kInRange);
     checkForAlarm();
 
     if (m_bar) {
@@ -262,7 +250,7 @@ void DigitalWithProgress::stopAlarm()
 {
     m_blinkTimer.stop();
     if (m_caption) {
-        ReadoutStyle::setLook(m_caption, ReadoutStyle::kCaptionDark);
+        Looks::apply(m_caption, Looks::kCaptionDark);
     }
     if (m_alarmEnabled) {
         emit alarmAlert(false);

@@ -7,6 +7,9 @@
 class OutputWithProgress;
 class QLabel;
 class QProgressBar;
+namespace norvo::Looks {
+struct Readout;
+}
 
 /// The readout of an OutputWithProgress: caption, digits and the bar with its ends.
 ///
@@ -46,7 +49,7 @@ private:
     void copyParameters(const OutputWithProgress& readout);
     void createLabels(const QString& caption);
     void createBar();
-    void showState(const QString& digitsLook, const QString& barLook);
+    void showState(const norvo::Looks::Readout& look);
     double barPosition(double value) const; ///< 0: empty, 1000: full, beyond either: outside.
 
     QLabel* m_value = nullptr;

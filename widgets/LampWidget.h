@@ -3,6 +3,9 @@
 #include "norvo/BaseWidget.h"
 
 class QLabel;
+namespace norvo::Looks {
+struct Lamp;
+}
 
 /// The lamp of an IndicatorDevice: a rounded plate with a caption, bright when lit.
 class LampWidget : public BaseWidget
@@ -21,7 +24,6 @@ public slots:
     void input(bool value);
 
 private:
-    QString m_color; ///< None of the three known: the plate keeps its plain look.
-    int m_fontSize = 0;
+    const norvo::Looks::Lamp* m_look = nullptr; ///< Null: the plate keeps its plain look.
     QLabel* m_lamp = nullptr;
 };

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <QFont>
+#include <QString>
+#include <QWidget>
+
+#include <algorithm>
+#include <iterator>
+
+/// Every colour, style sheet and font that the widgets name themselves, type by type. What is not
+/// named here comes from the palette.
+namespace norvo::Looks {
+
+constexpr int kVeryLight = 3; ///< A font weight.
+
+inline QFont captionFont(int pointSize)
+{
+    return QFont("Arial", pointSize, kVeryLight, false);
+}
+
+/// Sets the style sheet where it is another one: setting it costs as much as a hundred values.
+inline void apply(QWidget* widget, const QString& styleSheet)
+{
+    if (widget->styleSheet() != styleSheet) {
+        widget->setStyleSheet(styleSheet);
+    }
+}
+
+// Readouts and lamps
+
+inline QFont digitsFont(int pointSize)
+{
+    return QFont("Digital-7", pointSize);
+}
+
+/// A rounded plate with one text.
+inline QString plate(const QString& background, const QString& text)
+{
+    return QStringLiteral("QLabel { background-color : %1; color : %2; border: 1px solid #222222; "
+                          "border-radius: 5px; }")
+        .arg(background, text);
+}
+
+inline QString barChunk(const QString& background)
+{
+    return QStringLiteral("QProgressBar::chunk {background: %1; border: 1px solid #222222; "
+                          "border-top-left-radius: 5px;border-bottom-left-radius: 5px;}")
+        .arg(background);
+}
+
+inline QString readoutCaption(const QString& background)
+{
+    return QStringLiteral("QWidget { background-color: %1; border: 1px solid #222222; "
+                          "border-radius: 5px; }")
+        .arg(background);
+}
+
+/// One state of a readout.
+struct Readout
+{
+    QString digits;
+    QString bar; ///< For readouts that have one.
+};
+
+inline const Readout kInRange{plate("green", "white"), barChunk("green")};
+inline const Readout kOutOfRange{plate("red", "white"), barChunk("red")};
+inline const Readout kTimedOut{plate("gray", "white"), barChunk("gray")};
+
+inline const QString kCaptionDark = readoutCaption("#333333");
+inline const QString kCaptionRed = readoutCaption("red");
+
+struct Lamp
+{
+    QString color; ///< As the parameter names it.
+    QString lit;
+    QString dark;
+};
+
+inline const Lamp kLamps[] = {
+    {"green", plate("green", "white"), plate("#2e4e18", "gray")},
+    {"red", plate("red", "white"), plate("#420000", "gray")},
+    {"yellow", plate("#e5e500", "black"), plate("#8d6b0f ", "gray")},
+};
+
+/// Null for a colour that is not one of the three.
+inline const Lamp* lamp(const QString& color)
+{
+    const auto* const found =
+        std::find_if(std::begin(kLamps), std::end(kLamps),
+                     [&color](const Lamp& look) { return look.color == color; });
+    return found == std::end(kLamps) ? nullptr : found;
+}
+
+// Controls
+
+// Gauges
+
+// Graphs
+
+} // namespace norvo::Looks
