@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr int kShortestIntervalMs = 1;
-constexpr int kLongestWindow = 100000;
+constexpr int kMinIntervalMs = 1;
+constexpr int kMaxWindow = 100000;
 
 const QStringList kShapes{"sine", "ramp", "square", "noise"}; ///< In the order of Shape.
 
@@ -61,13 +61,13 @@ bool GeneratorDevice::initialise()
     m_waveform.amplitude = getParam("amplitude");
     m_waveform.offset = getParam("offset");
     m_waveform.noise = getParam("noise");
-    m_waveform.intervalMs = std::max<int>(kShortestIntervalMs, getParam("interval"));
+    m_waveform.intervalMs = std::max<int>(kMinIntervalMs, getParam("interval"));
     m_waveform.seed = quint64(int(getParam("seed")));
     m_dropOuts.onSeconds = getParam("on");
     m_dropOuts.offSeconds = getParam("off");
 
     m_tick = 0;
-    m_window.resize(std::clamp<int>(getParam("length"), 0, kLongestWindow));
+    m_window.resize(std::clamp<int>(getParam("length"), 0, kMaxWindow));
     for (int i = 0; i < m_window.size(); ++i) {
         m_window[i] = m_waveform.valueAt(i - m_window.size());
     }

@@ -9,7 +9,7 @@ namespace norvo {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r";
+constexpr std::string_view kSpaces = " \t\r";
 
 /// Takes the part of `text` up to `separator`, which goes as well.
 std::string_view takeUntil(std::string_view& text, char separator)
@@ -23,8 +23,8 @@ std::string_view takeUntil(std::string_view& text, char separator)
 /// Takes the next word of `line`; empty when there is none left.
 std::string_view takeWord(std::string_view& line)
 {
-    line.remove_prefix(std::min(line.find_first_not_of(kBlanks), line.size()));
-    const size_t end = std::min(line.find_first_of(kBlanks), line.size());
+    line.remove_prefix(std::min(line.find_first_not_of(kSpaces), line.size()));
+    const size_t end = std::min(line.find_first_of(kSpaces), line.size());
     const std::string_view word = line.substr(0, end);
     line.remove_prefix(end);
     return word;
@@ -34,8 +34,8 @@ template <class Number>
 std::optional<Number> readNumber(std::string_view word)
 {
     Number number{};
-    const auto [end, fault] = std::from_chars(word.data(), word.data() + word.size(), number);
-    if (fault != std::errc() || end != word.data() + word.size()) {
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+    if (error != std::errc() || end != word.data() + word.size()) {
         return std::nullopt;
     }
     return number;
@@ -182,10 +182,10 @@ std::optional<TrafficCounters> parseTraffic(const QByteArray& netDev)
 
 std::optional<qint64> parseUptime(const QByteArray& uptime)
 {
-    constexpr double longest = 1e15; // Well inside the integer's range.
+    constexpr double kMaxSeconds = 1e15; // Well inside the integer's range.
 
     const std::optional<double> seconds = readAmount(uptime);
-    if (!seconds || *seconds > longest) {
+    if (!seconds || *seconds > kMaxSeconds) {
         return std::nullopt;
     }
     return qint64(*seconds);

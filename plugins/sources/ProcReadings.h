@@ -37,7 +37,7 @@ std::optional<qint64> parseUptime(const QByteArray& uptime); ///< In whole secon
 /// Percent of the time between the two that was not idle, 0 to 100; none when no time has passed.
 std::optional<double> cpuLoad(const CpuTimes& before, const CpuTimes& after);
 /// Bytes moved between the two, over all interfaces. An interface that is new or gone adds nothing;
-/// one whose counter has fallen began anew at 0.
+/// one whose counter has fallen began again at 0.
 InterfaceCounters trafficBetween(const TrafficCounters& before, const TrafficCounters& after);
 /// Such as "3 d 04:05:06".
 QString uptimeText(qint64 seconds);

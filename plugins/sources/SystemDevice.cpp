@@ -11,31 +11,31 @@
 
 namespace {
 
-constexpr int kShortestIntervalMs = 50;
-constexpr int kLongestFirstIntervalMs = 200;
-constexpr int kLongestFile = 1024 * 1024;
+constexpr int kMinIntervalMs = 50;
+constexpr int kMaxFirstIntervalMs = 200;
+constexpr int kMaxFileSize = 1024 * 1024;
 constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 
 const QString kInterval = QStringLiteral("interval");
 
 /// The whole file, or nothing and the reason. Its size is not asked: below /proc it is always 0.
-std::optional<QByteArray> readFile(const QString& path, QString& fault)
+std::optional<QByteArray> readFile(const QString& path, QString& reason)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        fault = file.errorString();
+        reason = file.errorString();
         return std::nullopt;
     }
     QByteArray text;
     std::array<char, 16384> block;
     while (const qint64 count = file.read(block.data(), block.size())) {
         if (count < 0) {
-            fault = file.errorString();
+            reason = file.errorString();
             return std::nullopt;
         }
         text.append(block.data(), int(count));
-        if (text.size() > kLongestFile) {
-            fault = QStringLiteral("longer than 1 MiB");
+        if (text.size() > kMaxFileSize) {
+            reason = QStringLiteral("longer than 1 MiB");
             return std::nullopt;
         }
     }
@@ -72,10 +72,10 @@ bool SystemDevice::initialise()
     if (!paramsOk()) {
         return error(paramFaults().join("; "));
     }
-    m_intervalMs = std::max<int>(kShortestIntervalMs, getParam(kInterval));
+    m_intervalMs = std::max<int>(kMinIntervalMs, getParam(kInterval));
     m_cpu.reset();
     m_traffic.reset();
-    m_troubled.clear();
+    m_reported.clear();
     m_paused = false;
     return true;
 }
@@ -91,7 +91,7 @@ void SystemDevice::startReading()
 {
     takeReading();
     if (!m_paused) {
-        m_timer.start(std::min(m_intervalMs, kLongestFirstIntervalMs));
+        m_timer.start(std::min(m_intervalMs, kMaxFirstIntervalMs));
     }
 }
 
@@ -166,25 +166,25 @@ template <class T>
 std::optional<T> SystemDevice::read(const char* file, std::optional<T> (*parse)(const QByteArray&))
 {
     const QString path = m_procFolder + '/' + QLatin1String(file);
-    QString fault;
-    const std::optional<QByteArray> text = readFile(path, fault);
+    QString reason;
+    const std::optional<QByteArray> text = readFile(path, reason);
     std::optional<T> value;
     if (text) {
         value = parse(*text);
-        fault = QStringLiteral("its text is not what was expected");
+        reason = QStringLiteral("its text is not what was expected");
     }
     if (value) {
-        m_troubled.remove(path);
+        m_reported.remove(path);
     } else {
-        tellOnce(path, fault);
+        reportOnce(path, reason);
     }
     return value;
 }
 
-void SystemDevice::tellOnce(const QString& path, const QString& fault)
+void SystemDevice::reportOnce(const QString& path, const QString& reason)
 {
-    if (!m_troubled.contains(path)) {
-        m_troubled.insert(path);
-        alert(QString("Cannot read %1: %2").arg(path, fault));
+    if (!m_reported.contains(path)) {
+        m_reported.insert(path);
+        alert(QString("Cannot read %1: %2").arg(path, reason));
     }
 }

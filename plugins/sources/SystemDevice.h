@@ -16,8 +16,8 @@
 /// reading is emitted in postInitialisation(). The outputs that compare two readings (cpu,
 /// received, sent) stay silent until the second one, which follows 200 ms later at most.
 ///
-/// A source that cannot be read or does not read as it should is told in one alert, until it reads
-/// well again; its outputs carry NaN ("nan" where they are texts) meanwhile.
+/// A source that cannot be read or does not read as it should is reported in one alert, until it
+/// reads well again; its outputs carry NaN ("nan" where they are texts) meanwhile.
 class SystemDevice : public BaseDevice
 {
     Q_OBJECT
@@ -51,7 +51,7 @@ private:
 
     template <class T>
     std::optional<T> read(const char* file, std::optional<T> (*parse)(const QByteArray&));
-    void tellOnce(const QString& path, const QString& fault);
+    void reportOnce(const QString& path, const QString& reason);
     void emitCpu(const std::optional<norvo::CpuTimes>& now);
     void emitTraffic(const std::optional<norvo::TrafficCounters>& now, double seconds);
 
@@ -62,5 +62,5 @@ private:
     std::optional<norvo::CpuTimes> m_cpu; ///< Of the reading before, as the next one.
     std::optional<norvo::TrafficCounters> m_traffic;
     QElapsedTimer m_sinceTraffic;
-    QSet<QString> m_troubled; ///< Paths whose fault has been told.
+    QSet<QString> m_reported; ///< Paths whose error has been reported.
 };

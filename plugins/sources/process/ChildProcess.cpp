@@ -1,12 +1,13 @@
 #include "plugins/sources/process/ChildProcess.h"
 
-#include "plugins/sources/process/ProcessGroup.h"
+#include "plugins/sources/process/MarkedProcesses.h"
 
 #include <QPointer>
 
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <vector>
 
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -17,10 +18,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int kMostWaiting = 1024 * 1024;
+constexpr int kMaxWaiting = 1024 * 1024;
 constexpr auto kExitPoll = 50ms;
 constexpr auto kPoll = 2ms;
 constexpr auto kKillWait = 200ms;
+constexpr int kMaxPasses = 3;
 
 } // namespace
 
@@ -32,9 +34,10 @@ ChildProcess::~ChildProcess()
 void ChildProcess::start(const QString& path, const QStringList& arguments)
 {
     Q_ASSERT(m_pid < 0);
-    Launched launched = launch(path, arguments);
+    m_mark = newProcessMark();
+    Launched launched = launch(path, arguments, m_mark);
     if (launched.pid < 0) {
-        QTimer::singleShot(0, this, [this, fault = launched.fault] { emit failed(fault); });
+        QTimer::singleShot(0, this, [this, error = launched.error] { emit failed(error); });
         return;
     }
     m_pid = launched.pid;
@@ -42,7 +45,7 @@ void ChildProcess::start(const QString& path, const QStringList& arguments)
     m_output = std::move(launched.output);
     m_errors = std::move(launched.errors);
     m_status = std::move(launched.status);
-    m_guard = std::make_unique<GroupGuard>(m_pid);
+    m_guard = std::make_unique<GroupGuard>(m_pid, m_mark);
     m_inputNotifier = std::make_unique<QSocketNotifier>(m_input.get(), QSocketNotifier::Write);
     m_inputNotifier->setEnabled(false);
     connect(m_inputNotifier.get(), &QSocketNotifier::activated, this, &ChildProcess::sendWaiting);
@@ -115,7 +118,7 @@ bool ChildProcess::reap()
 
 bool ChildProcess::write(const QByteArray& bytes)
 {
-    if (!m_input.isOpen() || m_waiting.size() + bytes.size() > kMostWaiting) {
+    if (!m_input.isOpen() || m_waiting.size() + bytes.size() > kMaxWaiting) {
         return false;
     }
     m_waiting.append(bytes);
@@ -144,7 +147,7 @@ void ChildProcess::sendWaiting()
 
 void ChildProcess::terminate()
 {
-    if (m_pid < 0 || m_groupEnded) {
+    if (m_pid < 0 || m_allEnded) {
         return;
     }
     m_waiting.clear();
@@ -156,26 +159,42 @@ void ChildProcess::terminate()
 
 void ChildProcess::kill()
 {
-    if (m_pid < 0 || m_groupEnded) {
+    if (m_pid < 0 || m_allEnded) {
         return;
     }
     ::kill(-m_pid, SIGKILL);
     for (auto waited = 0ms; !reap() && waited < kKillWait; waited += kPoll) {
         ::usleep(kPoll / 1us);
     }
-    m_groupEnded = true;
+    killMarked();
+    m_allEnded = true;
     m_guard.reset();
+}
+
+void ChildProcess::killMarked()
+{
+    // What a dying process starts meanwhile is found by a later pass.
+    for (int pass = 0; pass < kMaxPasses; ++pass) {
+        const std::vector<pid_t> left = markedProcesses(m_mark);
+        if (left.empty()) {
+            return;
+        }
+        for (const pid_t process : left) {
+            ::kill(process, SIGKILL);
+        }
+    }
 }
 
 bool ChildProcess::waitForEnd(std::chrono::milliseconds limit)
 {
-    for (auto waited = 0ms; !m_groupEnded && waited <= limit; waited += kPoll) {
-        m_groupEnded = reap() && (m_pid < 0 || !isGroupAlive(m_pid));
-        if (!m_groupEnded) {
-            ::usleep(kPoll / 1us);
-        }
+    for (auto waited = 0ms; !reap() && waited < limit; waited += kPoll) {
+        ::usleep(kPoll / 1us);
     }
-    return m_groupEnded;
+    if (m_reaped && !m_allEnded) {
+        m_allEnded = markedProcesses(m_mark).empty();
+        ::usleep(m_allEnded ? 0 : limit / 1us); // Looking is not cheap.
+    }
+    return m_pid < 0 || m_allEnded;
 }
 
 } // namespace norvo

@@ -14,14 +14,14 @@
 
 namespace norvo {
 
-/// A child program with its process group, from start to end. Never blocks but where it says so.
+/// A child program and all that it starts, from start to end. Never blocks but where it says so.
 class ChildProcess : public QObject
 {
     Q_OBJECT
 
 public:
     ChildProcess() = default;
-    ~ChildProcess() override; ///< Kills the group.
+    ~ChildProcess() override; ///< Kills all of them.
 
     /// failed() or started() follows, from the event loop.
     void start(const QString& path, const QStringList& arguments);
@@ -32,27 +32,29 @@ public:
     /// or does not read and 1 MiB waits already.
     bool write(const QByteArray& bytes);
     void terminate(); ///< Asks the group to end, and closes the standard input.
-    void kill();      ///< Ends the group; waits for its first process, 200 ms at most.
-    /// Waits for the end of the whole group; true when there is nobody left in it.
+    void kill();      ///< Ends all of them; waits for the program itself, 200 ms at most.
+    /// Waits for the end of all of them; true when none is left.
     bool waitForEnd(std::chrono::milliseconds limit);
 
 signals:
     void started();
     void failed(const QString& reason); ///< The program could not be run.
-    /// The program has ended, and with it what it left behind in its group. An exit status, or 128
-    /// and the number of the signal that killed it.
+    /// The program has ended, and with it what it left behind. An exit status, or 128 and the
+    /// number of the signal that killed it.
     void exited(int code);
 
 private:
     void readStatus();
     void watchExit();
     void checkExit();
-    bool reap(); ///< True when the first process has ended, now or before.
+    bool reap(); ///< True when the program has ended, now or before.
+    void killMarked();
     void sendWaiting();
 
     pid_t m_pid = -1;      ///< Below 0: never started.
-    bool m_reaped = false; ///< The first process; others may remain.
-    bool m_groupEnded = false;
+    QByteArray m_mark;     ///< Of the program and all that it starts.
+    bool m_reaped = false; ///< The program; others may remain.
+    bool m_allEnded = false;
     int m_code = 0;
     FileDescriptor m_input;
     FileDescriptor m_output;

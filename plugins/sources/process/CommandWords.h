@@ -9,10 +9,10 @@ namespace norvo {
 struct CommandWords
 {
     QStringList words;
-    QString fault; ///< Empty: all is well.
+    QString error; ///< Empty: none.
 };
 
-/// Splits a command at its blanks. Quotes keep blanks together and may stand within a word;
+/// Splits a command at its spaces. Quotes keep spaces together and may stand within a word;
 /// nothing is special in single quotes, a backslash takes the next character literally elsewhere
 /// (in double quotes only before a double quote or a backslash). Variables, patterns, pipes and
 /// redirections are not known: no shell is involved.

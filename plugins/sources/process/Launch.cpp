@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 #include <fcntl.h>
@@ -41,16 +42,12 @@ Pipe openPipe()
     return {clearOfStandard(ends[0]), clearOfStandard(ends[1])};
 }
 
-/// As exec wants them: pointers into texts that live as long, ended by a null.
-class ArgumentVector
+/// Texts as exec wants them: pointers to them, ended by a null.
+class ExecVector
 {
 public:
-    ArgumentVector(const QString& path, const QStringList& arguments)
+    explicit ExecVector(std::vector<QByteArray> texts) : m_texts(std::move(texts))
     {
-        m_texts.push_back(QFile::encodeName(path));
-        for (const QString& argument : arguments) {
-            m_texts.push_back(argument.toLocal8Bit());
-        }
         for (QByteArray& text : m_texts) {
             m_pointers.push_back(text.data());
         }
@@ -64,7 +61,25 @@ private:
     std::vector<char*> m_pointers;
 };
 
-/// Writing to a program that has gone must be an error of that write, not the end of the panel.
+ExecVector argumentVector(const QString& path, const QStringList& arguments)
+{
+    std::vector<QByteArray> texts{QFile::encodeName(path)};
+    for (const QString& argument : arguments) {
+        texts.push_back(argument.toLocal8Bit());
+    }
+    return ExecVector(std::move(texts));
+}
+
+ExecVector markedEnvironment(const QByteArray& mark)
+{
+    std::vector<QByteArray> texts;
+    for (char** entry = environ; *entry; ++entry) {
+        texts.emplace_back(*entry);
+    }
+    texts.push_back(mark + "=1");
+    return ExecVector(std::move(texts));
+}
+
 void ignoreBrokenPipes()
 {
     struct sigaction action = {};
@@ -81,8 +96,8 @@ struct ChildEnds
 };
 
 /// Runs in the child between fork and exec: calls nothing but what is safe there.
-[[noreturn]] void becomeProgram(const ArgumentVector& arguments, const ChildEnds& ends,
-                                pid_t parent)
+[[noreturn]] void becomeProgram(const ExecVector& arguments, const ExecVector& environment,
+                                const ChildEnds& ends, pid_t parent)
 {
     for (int number = 1; number < NSIG; ++number) {
         struct sigaction action = {};
@@ -106,21 +121,21 @@ struct ChildEnds
     ::dup2(ends.output, STDOUT_FILENO);
     ::dup2(ends.errors, STDERR_FILENO);
     ::close_range(3, ~0u, CLOSE_RANGE_CLOEXEC); // Others may be less careful with theirs.
-    ::execve(arguments.data()[0], arguments.data(), environ);
+    ::execve(arguments.data()[0], arguments.data(), environment.data());
 
     const int reason = errno;
     const ssize_t written = ::write(ends.status, &reason, sizeof reason);
     ::_exit(written > 0 ? 127 : 126);
 }
 
-QString lastFault()
+QString lastError()
 {
     return QString::fromLocal8Bit(std::strerror(errno));
 }
 
 } // namespace
 
-Launched launch(const QString& path, const QStringList& arguments)
+Launched launch(const QString& path, const QStringList& arguments, const QByteArray& mark)
 {
     Pipe input = openPipe();
     Pipe output = openPipe();
@@ -128,12 +143,13 @@ Launched launch(const QString& path, const QStringList& arguments)
     Pipe status = openPipe();
     Launched launched;
     if (!input.isOpen() || !output.isOpen() || !errors.isOpen() || !status.isOpen()) {
-        launched.fault = lastFault();
+        launched.error = lastError();
         return launched;
     }
     ignoreBrokenPipes();
 
-    const ArgumentVector vector(path, arguments);
+    const ExecVector vector = argumentVector(path, arguments);
+    const ExecVector environment = markedEnvironment(mark);
     const ChildEnds ends{input.readEnd.get(), output.writeEnd.get(), errors.writeEnd.get(),
                          status.writeEnd.get()};
     const pid_t parent = ::getpid();
@@ -144,12 +160,12 @@ Launched launch(const QString& path, const QStringList& arguments)
     ::pthread_sigmask(SIG_SETMASK, &all, &before);
     launched.pid = ::fork();
     if (launched.pid == 0) {
-        becomeProgram(vector, ends, parent);
+        becomeProgram(vector, environment, ends, parent);
     }
-    const QString fault = launched.pid < 0 ? lastFault() : QString();
+    const QString error = launched.pid < 0 ? lastError() : QString();
     ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
     if (launched.pid < 0) {
-        launched.fault = fault;
+        launched.error = error;
         return launched;
     }
     ::setpgid(launched.pid, launched.pid); // Whichever of the two comes first.
@@ -161,14 +177,17 @@ Launched launch(const QString& path, const QStringList& arguments)
     return launched;
 }
 
-GroupGuard::GroupGuard(pid_t group)
+GroupGuard::GroupGuard(pid_t group, const QByteArray& mark)
 {
     Pipe lifeline = openPipe();
     if (!lifeline.isOpen()) {
         return;
     }
-    const ArgumentVector vector("/bin/sh",
-                                {"-c", "read _; kill -KILL -$0", QString::number(group)});
+    // What a dying process starts meanwhile is found by a later pass.
+    const char* const script = "read _; kill -KILL -$0; for pass in 1 2 3; do "
+                               "grep -lsz \"^$1=\" /proc/[0-9]*/environ | cut -d/ -f3 | "
+                               "xargs -r kill -KILL; done";
+    const ExecVector vector({"/bin/sh", "-c", script, QByteArray::number(group), mark});
     posix_spawn_file_actions_t actions;
     ::posix_spawn_file_actions_init(&actions);
     ::posix_spawn_file_actions_adddup2(&actions, lifeline.readEnd.get(), STDIN_FILENO);

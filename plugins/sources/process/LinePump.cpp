@@ -17,7 +17,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int kReadBytes = 64 * 1024;
-constexpr int kMostLeftInPipe = 1024 * 1024; ///< The largest pipe that Linux gives by default.
+constexpr int kMaxPipeSize = 1024 * 1024; ///< The largest pipe that Linux gives by default.
 constexpr qint64 kTurnNanoseconds = 2000000;
 constexpr auto kPause = 5ms;
 
@@ -36,7 +36,7 @@ LinePump::LinePump(FileDescriptor readEnd, const LineQueue::Limits& limits)
 void LinePump::finish()
 {
     int total = 0;
-    while (!m_atEnd && total < kMostLeftInPipe) {
+    while (!m_atEnd && total < kMaxPipeSize) {
         const int count = readOnce();
         if (count <= 0) {
             break;
@@ -52,7 +52,7 @@ void LinePump::finish()
 
 void LinePump::discard()
 {
-    for (int total = 0; total < kMostLeftInPipe;) {
+    for (int total = 0; total < kMaxPipeSize;) {
         const int count = readOnce();
         if (count <= 0) {
             break;

@@ -11,7 +11,7 @@ namespace norvo {
 
 /// Brings lines from a pipe to the event loop, a bounded piece each turn.
 ///
-/// Whatever the writer does, a turn reads 64 KiB at most and emits for 2 ms at most. A writer that
+/// A turn reads 64 KiB at most and emits for 2 ms at most. A writer that
 /// keeps it busy makes it pause for 5 ms between turns; the writer meets a full pipe meanwhile.
 class LinePump : public QObject
 {
@@ -27,7 +27,7 @@ public:
     void discard(); ///< Throws away what is there, so that the writer does not wait for it.
 
 signals:
-    void line(const QByteArray& line); ///< Whoever is told may delete the pump.
+    void line(const QByteArray& line); ///< A receiver may delete the pump.
     void drained();
 
 private:

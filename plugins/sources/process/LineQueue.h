@@ -4,8 +4,8 @@
 
 namespace norvo {
 
-/// Cuts a stream of bytes into lines and keeps the newest of them, within fixed bounds whatever
-/// comes in.
+/// Cuts a stream of bytes into lines and keeps the newest of them, within fixed bounds for any
+/// input.
 class LineQueue
 {
 public:

@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 constexpr norvo::LineQueue::Limits kOutputLimits{1024 * 1024, 50000, 4 * 1024 * 1024};
 constexpr norvo::LineQueue::Limits kErrorLimits{4096, 200, 256 * 1024};
 constexpr int kLoggedLinesPerSecond = 100;
-constexpr int kLongestNumber = 400; ///< Every finite double fits, with all its digits.
+constexpr int kMaxNumberLength = 400; ///< Every finite double fits, with all its digits.
 constexpr auto kGrace = 500ms;
 constexpr auto kFirstReport = 1s;
 constexpr auto kNextReports = 10s;
@@ -37,14 +37,29 @@ QString findProgram(const QString& name)
     return file.isFile() && file.isExecutable() ? name : QString();
 }
 
+/// Fit for a terminal: it must not obey what a program sends.
+QString withoutControls(const QString& line)
+{
+    QString text;
+    text.reserve(line.size());
+    for (const QChar c : line) {
+        if (c.category() == QChar::Other_Control && c != '\t') {
+            text += QString("\\x%1").arg(c.unicode(), 2, 16, QChar('0'));
+        } else {
+            text += c;
+        }
+    }
+    return text;
+}
+
 } // namespace
 
 ProcessDevice::ProcessDevice()
 {
     addParam(kCommand, QString());
-    getParam(kCommand).setDescription("The program and its arguments; quotes keep blanks together");
+    getParam(kCommand).setDescription("The program and its arguments; quotes keep spaces together");
     addParam(kRestart, kRestarts);
-    getParam(kRestart).setDescription("Whether to start it anew when it has ended");
+    getParam(kRestart).setDescription("Whether to start it again when it has ended");
 
     m_restartTimer.setSingleShot(true);
     connect(&m_restartTimer, &QTimer::timeout, this, &ProcessDevice::start);
@@ -66,8 +81,8 @@ DeviceTypeInfo ProcessDevice::typeInfo()
 bool ProcessDevice::initialise()
 {
     norvo::CommandWords command = norvo::splitCommand(getParam(kCommand));
-    if (!command.fault.isEmpty()) {
-        return error(QString("parameter \"command\": %1").arg(command.fault));
+    if (!command.error.isEmpty()) {
+        return error(QString("parameter \"command\": %1").arg(command.error));
     }
     const QString name = command.words.takeFirst();
     m_program = findProgram(name);
@@ -210,7 +225,8 @@ void ProcessDevice::onLine(const QByteArray& line)
     }
     const QString text = QString::fromUtf8(line);
     bool isNumber = false;
-    const double number = text.size() <= kLongestNumber ? text.trimmed().toDouble(&isNumber) : 0.0;
+    const double number =
+        text.size() <= kMaxNumberLength ? text.trimmed().toDouble(&isNumber) : 0.0;
     emit output(text);
     if (isNumber && isRunning()) {
         emit output(number);
@@ -224,7 +240,8 @@ void ProcessDevice::onErrorLine(const QByteArray& line)
         m_loggedLines = 0;
     }
     if (++m_loggedLines <= kLoggedLinesPerSecond) {
-        qInfo().noquote().nospace() << objectName() << ": " << QString::fromUtf8(line);
+        qInfo().noquote().nospace()
+            << objectName() << ": " << withoutControls(QString::fromUtf8(line));
     } else {
         ++m_unloggedLines;
         reportSoon();
@@ -236,10 +253,16 @@ void ProcessDevice::input(QString line)
     if (!isRunning()) {
         return;
     }
-    if (!m_child || !m_child->write(line.toUtf8() + '\n')) {
-        ++m_lostInputs;
-        reportSoon();
+    if (line.contains('\n') || line.contains('\r')) {
+        ++m_refusedInputs;
+    } else if (!m_output) {
+        ++m_lateInputs;
+    } else if (!m_child->write(line.toUtf8() + '\n')) {
+        ++m_unreadInputs;
+    } else {
+        return;
     }
+    reportSoon();
 }
 
 void ProcessDevice::reportSoon()
@@ -259,7 +282,9 @@ void ProcessDevice::reportLosses()
     reportLoss(m_droppedLines, "lines of output dropped, they came too fast: %1");
     reportLoss(m_cutLines, "lines of output cut at 1 MiB: %1");
     reportLoss(m_unloggedLines, "lines of standard error not logged: %1");
-    reportLoss(m_lostInputs, "inputs lost, the program does not read them: %1");
+    reportLoss(m_unreadInputs, "inputs lost, the program does not read them: %1");
+    reportLoss(m_lateInputs, "inputs lost, the program is not running: %1");
+    reportLoss(m_refusedInputs, "inputs refused, they hold more than one line: %1");
 }
 
 void ProcessDevice::reportLoss(qint64& count, const QString& text)

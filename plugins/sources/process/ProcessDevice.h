@@ -16,13 +16,14 @@
 /// Parameters: "command", the program and its arguments (see splitCommand()), and "restart":
 /// "never", "on-failure" (any exit status but 0) or "always". It is started in
 /// postInitialisation(), with the panel's environment and working folder, in a process group of its
-/// own; the whole group ends with the program, with the panel, and at the stop (SIGTERM, and
-/// SIGKILL half a second later). Before each restart in a row passes twice the time, from 0.5 s to
-/// 30 s, and 0.5 s again after a run of 10 s.
+/// own. All that it starts ends with it, with the panel, and at the stop (SIGTERM to the group, and
+/// SIGKILL to all half a second later); only a process that leaves the group and clears its
+/// environment escapes. Before each restart in a row passes twice the time, from 0.5 s to 30 s, and
+/// 0.5 s again after a run of 10 s.
 ///
 /// A line has 1 MiB at most, the rest is cut. 50,000 lines or 4 MiB may wait to be emitted; of more
-/// than that the oldest are dropped. What has been lost is told in an alert from time to time.
-/// Standard error goes to the log, 100 lines a second at most.
+/// than that the oldest are dropped. What has been lost is reported in an alert from time to time.
+/// Standard error goes to the log, 100 lines a second at most, control characters as "\x1b".
 class ProcessDevice : public BaseDevice
 {
     Q_OBJECT
@@ -47,7 +48,9 @@ signals:
     void running(bool on);
 
 public slots:
-    /// Writes the text and a line feed to the program's standard input.
+    /// Writes the text and a line feed to the program's standard input. A text that holds a line
+    /// end is refused: the program would take it for two commands. While the program does not run,
+    /// and where it does not read, the text is lost, never kept for later.
     void input(QString line);
 
 private:
@@ -86,5 +89,7 @@ private:
     qint64 m_droppedLines = 0;
     qint64 m_cutLines = 0;
     qint64 m_unloggedLines = 0;
-    qint64 m_lostInputs = 0;
+    qint64 m_unreadInputs = 0;
+    qint64 m_lateInputs = 0; ///< They came while the program did not run.
+    qint64 m_refusedInputs = 0;
 };

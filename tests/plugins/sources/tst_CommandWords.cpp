@@ -44,7 +44,7 @@ void tst_CommandWords::splits()
     QFETCH(QString, command);
 
     const norvo::CommandWords read = norvo::splitCommand(command);
-    QCOMPARE(read.fault, QString());
+    QCOMPARE(read.error, QString());
     QTEST(read.words, "words");
 }
 
@@ -71,7 +71,7 @@ void tst_CommandWords::refuses()
 
     const norvo::CommandWords read = norvo::splitCommand(command);
     QVERIFY(read.words.isEmpty());
-    QTEST(read.fault, "fault");
+    QTEST(read.error, "fault");
 }
 
 NORVO_APPLESS_TEST(tst_CommandWords)

@@ -16,12 +16,18 @@ private slots:
     void hasThePanelsEnvironmentAndFolder();
     void standardSignalsAreAsUsual();
     void inputIsALineOfStandardInput();
-    void inputNobodyReadsIsCounted();
+    void unreadInputIsCounted();
     void inputIntoAClosedEndIsCounted();
     void inputAfterTheEndIsCounted();
+    void inputBeforeTheStartIsCounted();
+    void inputOfSeveralLinesIsRefused_data();
+    void inputOfSeveralLinesIsRefused();
     void standardErrorGoesToTheLog();
+    void standardErrorCommandsNoTerminal();
+    void numberMayHaveAllItsDigits();
+    void longerTextIsNoNumber();
     void longestLineIsWhole();
-    void longerLineIsCutAndTold();
+    void longerLineIsCutAndReported();
     void mayCloseItsOutput();
     void whatItLeavesBehindEndsWithIt();
     void restarts_data();
@@ -108,7 +114,7 @@ void tst_ProcessDevice::inputIsALineOfStandardInput()
     child.stop();
 }
 
-void tst_ProcessDevice::inputNobodyReadsIsCounted()
+void tst_ProcessDevice::unreadInputIsCounted()
 {
     ProcessSubject child("sleep 1000");
     QTRY_COMPARE(child.notes, QStringList{"up"});
@@ -136,7 +142,7 @@ void tst_ProcessDevice::inputAfterTheEndIsCounted()
     ProcessSubject child("true");
     QTRY_VERIFY(child.hasFinished());
     child.device.input("hello");
-    QTRY_COMPARE(child.alerts, QStringList{"inputs lost, the program does not read them: 1"});
+    QTRY_COMPARE(child.alerts, QStringList{"inputs lost, the program is not running: 1"});
     child.stop();
     child.device.input("again");
 }
@@ -150,6 +156,60 @@ void tst_ProcessDevice::standardErrorGoesToTheLog()
     QVERIFY(child.lines.isEmpty());
 }
 
+void tst_ProcessDevice::inputBeforeTheStartIsCounted()
+{
+    ProcessSubject child("cat");
+    child.device.input("too early");
+    QTRY_COMPARE(child.alerts, QStringList{"inputs lost, the program is not running: 1"});
+    child.device.input("now");
+    QTRY_COMPARE(child.lines, QStringList{"now"});
+    child.stop();
+}
+
+void tst_ProcessDevice::inputOfSeveralLinesIsRefused_data()
+{
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("line feed within") << "set 5\nshutdown";
+    QTest::newRow("line feed at the end") << "set 5\n";
+    QTest::newRow("carriage return") << "set 5\rshutdown";
+}
+
+void tst_ProcessDevice::inputOfSeveralLinesIsRefused()
+{
+    QFETCH(QString, text);
+
+    ProcessSubject child("cat");
+    QTRY_COMPARE(child.notes, QStringList{"up"});
+    child.device.input(text);
+    child.device.input("next");
+    QTRY_COMPARE(child.lines, QStringList{"next"});
+    QTRY_COMPARE(child.alerts, QStringList{"inputs refused, they hold more than one line: 1"});
+    child.stop();
+}
+
+void tst_ProcessDevice::standardErrorCommandsNoTerminal()
+{
+    QTest::ignoreMessage(QtInfoMsg, "child: \\x1b]0;mine\\x07\tred \\x1b[31m\\x9b");
+    ProcessSubject child(R"(sh -c 'printf "\033]0;mine\007\tred \033[31m\302\233\n" >&2')");
+    QTRY_VERIFY(child.hasFinished());
+}
+
+void tst_ProcessDevice::numberMayHaveAllItsDigits()
+{
+    ProcessSubject child("echo " + QString(399, '0') + '7');
+    QTRY_VERIFY(child.hasFinished());
+    QCOMPARE(child.notes.value(2), QString("number 7"));
+}
+
+void tst_ProcessDevice::longerTextIsNoNumber()
+{
+    ProcessSubject child("echo " + QString(400, '0') + '7');
+    QTRY_VERIFY(child.hasFinished());
+    QCOMPARE(child.notes.size(), 4); // up, text, down, finished
+    QCOMPARE(child.notes.value(2), QString("down"));
+}
+
 void tst_ProcessDevice::longestLineIsWhole()
 {
     ProcessSubject child("sh -c 'head -c 1048576 /dev/zero | tr \"\\\\0\" x; echo; echo next'");
@@ -158,7 +218,7 @@ void tst_ProcessDevice::longestLineIsWhole()
     QVERIFY(child.alerts.isEmpty());
 }
 
-void tst_ProcessDevice::longerLineIsCutAndTold()
+void tst_ProcessDevice::longerLineIsCutAndReported()
 {
     ProcessSubject child("sh -c 'head -c 1048577 /dev/zero | tr \"\\\\0\" x; echo; echo next'");
     QTRY_VERIFY(child.hasFinished());

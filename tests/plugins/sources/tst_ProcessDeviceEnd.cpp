@@ -36,16 +36,19 @@ private slots:
     void stoppedProgramEndsToo();
     void wholeGroupEnds();
     void groupMemberThatIgnoresTheRequestIsKilled();
+    void processThatLeftTheGroupEndsToo();
+    void processLeftBehindOutsideTheGroupEndsToo();
     void severalEndAtTheSameTime();
     void endsWithoutAStop();
     void endsWithoutTheFirstStepOfTheStop();
     void nothingIsEmittedByTheStop();
     void noRestartAfterTheStop();
     void noRestartAfterAStopDuringTheLastLines();
-    void canBeStartedAnew();
+    void canBeStartedAgain();
     void stopBeforeTheProgramRuns();
     void receiverMayStopTheDevice();
     void runsLeaveNothingBehind();
+    void killedPanelTakesItsProgramsAlong_data();
     void killedPanelTakesItsProgramsAlong();
 };
 
@@ -107,6 +110,24 @@ void tst_ProcessDeviceEnd::groupMemberThatIgnoresTheRequestIsKilled()
     QTRY_COMPARE(child.lines.size(), 2);
     const qint64 taken = timed([&] { child.stop(); });
     QVERIFY2(taken >= 490 && taken < 900, qPrintable(QString::number(taken)));
+    QTRY_VERIFY(!isAlive(child.lines[0]));
+}
+
+void tst_ProcessDeviceEnd::processThatLeftTheGroupEndsToo()
+{
+    ProcessSubject child(
+        "sh -c 'setsid sh -c \"echo \\$\\$; exec sleep 1000\" & wait; sleep 1000'");
+    QTRY_COMPARE(child.lines.size(), 1);
+    QVERIFY(isAlive(child.lines[0]));
+    child.stop();
+    QTRY_VERIFY(!isAlive(child.lines[0]));
+}
+
+void tst_ProcessDeviceEnd::processLeftBehindOutsideTheGroupEndsToo()
+{
+    ProcessSubject child("sh -c 'setsid sh -c \"echo \\$\\$; exec sleep 1000\" & sleep 0.3'");
+    QTRY_VERIFY(child.hasFinished());
+    QCOMPARE(child.lines.size(), 1);
     QTRY_VERIFY(!isAlive(child.lines[0]));
 }
 
@@ -189,7 +210,7 @@ void tst_ProcessDeviceEnd::noRestartAfterAStopDuringTheLastLines()
     QVERIFY(!child.notes.contains("down")); // It was stopped with lines to come.
 }
 
-void tst_ProcessDeviceEnd::canBeStartedAnew()
+void tst_ProcessDeviceEnd::canBeStartedAgain()
 {
     ProcessSubject child("sh -c 'echo up; exec sleep 1000'");
     QTRY_COMPARE(child.lines.size(), 1);
@@ -245,11 +266,22 @@ void tst_ProcessDeviceEnd::runsLeaveNothingBehind()
     QVERIFY(::waitpid(-1, nullptr, WNOHANG) < 0); // No child, running or waiting to be reaped.
 }
 
+void tst_ProcessDeviceEnd::killedPanelTakesItsProgramsAlong_data()
+{
+    QTest::addColumn<QString>("command");
+
+    QTest::newRow("in the group")
+        << "sh -c 'trap \"\" TERM HUP; echo $$; sleep 1000 & echo $!; wait; sleep 1000'";
+    QTest::newRow("in a session of its own")
+        << "sh -c 'echo $$; setsid sh -c \"echo \\$\\$; exec sleep 1000\" & wait; sleep 1000'";
+}
+
 void tst_ProcessDeviceEnd::killedPanelTakesItsProgramsAlong()
 {
+    QFETCH(QString, command);
+
     QProcess panel;
-    panel.start(NORVO_BUILD_DIR "/tests/process_parent",
-                {"sh -c 'trap \"\" TERM HUP; echo $$; sleep 1000 & echo $!; wait; sleep 1000'"});
+    panel.start(NORVO_BUILD_DIR "/tests/process_parent", {command});
     QByteArray pids;
     QTRY_VERIFY((pids += panel.readAllStandardOutput()).count('\n') == 2);
     const QStringList alive = QString::fromLatin1(pids).split('\n', Qt::SkipEmptyParts);

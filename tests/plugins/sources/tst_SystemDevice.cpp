@@ -260,7 +260,9 @@ void tst_SystemDevice::pauseDoesNotCountInTheNextLoad()
     subject.device.postInitialisation();
     subject.device.setPaused(true);
     folder.write("stat", "cpu 900 0 0 100\n");
+    subject.noted.clear();
     subject.device.setPaused(false);
+    QCOMPARE(subject.noted, kFirstReading); // No load: the pause would be in it.
     folder.write("stat", "cpu 910 0 0 190\n");
     const QStringList noted = subject.takeReading();
     QCOMPARE(noted.mid(0, 2), (QStringList{"cpu", "10"}));
