@@ -1,25 +1,21 @@
 #include "widgets/ButtonWidget.h"
 
-#include "devices/ButtonDevice.h"
-#include "widgets/InnerControl.h"
-
+#include <QGridLayout>
 #include <QPushButton>
 
-void ButtonWidget::initialise()
+void ButtonWidget::build(ButtonDevice& device)
 {
-    auto* const buttonDevice = compatibleDevice<ButtonDevice>(device(), *this);
-    if (!buttonDevice) {
-        return;
-    }
     auto* const button = new QPushButton(getParam(ButtonDevice::kText).value());
     if (getParam(ButtonDevice::kMode).value() == ButtonDevice::kToggleMode) {
         button->setCheckable(true);
-        button->setChecked(buttonDevice->isToggled());
-        connect(button, SIGNAL(toggled(bool)), buttonDevice, SLOT(setToggled(bool)));
-        connect(buttonDevice, SIGNAL(toggled(bool)), button, SLOT(setChecked(bool)));
+        button->setChecked(device.isToggled());
+        connect(button, SIGNAL(toggled(bool)), &device, SLOT(setToggled(bool)));
+        connect(&device, SIGNAL(toggled(bool)), button, SLOT(setChecked(bool)));
     }
-    button->setFont(controlFont(*this, getParam(ButtonDevice::kFontSize)));
-    connect(button, SIGNAL(clicked()), buttonDevice, SLOT(click()));
-    embedControl(*this, button);
-    setInitialised(true);
+    button->setFont(
+        QFont(font().family(), getParam(ButtonDevice::kFontSize), QFont::Normal, false));
+    connect(button, SIGNAL(clicked()), &device, SLOT(click()));
+    setSizePolicy(button->sizePolicy());
+    getLayout()->addWidget(button);
+    setFocusProxy(button);
 }

@@ -1,17 +1,19 @@
 #pragma once
 
-#include "norvo/BaseWidget.h"
+#include "devices/ButtonDevice.h"
+#include "widgets/DeviceView.h"
 
 /// The push button of a ButtonDevice.
-class ButtonWidget : public BaseWidget
+class ButtonWidget : public DeviceView<ButtonDevice>
 {
     Q_OBJECT
 
 public:
-    using BaseWidget::BaseWidget;
-
-    void initialise() override;
+    using DeviceView::DeviceView;
 
 signals:
     void pressed(); ///< Never emitted.
+
+protected:
+    void build(ButtonDevice& device) override;
 };

@@ -1,18 +1,17 @@
 #pragma once
 
-#include "norvo/BaseWidget.h"
+#include "devices/CheckBoxDevice.h"
+#include "widgets/DeviceView.h"
 
 class QCheckBox;
 
 /// The check box of a CheckBoxDevice. Unchecked at the start.
-class CheckBoxWidget : public BaseWidget
+class CheckBoxWidget : public DeviceView<CheckBoxDevice>
 {
     Q_OBJECT
 
 public:
-    using BaseWidget::BaseWidget;
-
-    void initialise() override;
+    using DeviceView::DeviceView;
 
 signals:
     void output(bool check);
@@ -20,6 +19,9 @@ signals:
 public slots:
     void onStateChanged(int state); ///< A Qt::CheckState; partly checked counts as checked.
     void input(bool check);
+
+protected:
+    void build(CheckBoxDevice& device) override;
 
 private:
     QCheckBox* m_checkBox = nullptr;

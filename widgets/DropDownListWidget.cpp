@@ -1,39 +1,31 @@
 #include "widgets/DropDownListWidget.h"
 
-#include "devices/DropDownListDevice.h"
-#include "widgets/InnerControl.h"
-
 #include <QComboBox>
+#include <QGridLayout>
 #include <QLabel>
 #include <QSignalBlocker>
 
-void DropDownListWidget::initialise()
+void DropDownListWidget::build(DropDownListDevice& device)
 {
-    auto* const listDevice = compatibleDevice<DropDownListDevice>(device(), *this);
-    if (!listDevice) {
-        return;
-    }
-    connect(this, SIGNAL(output(int)), listDevice, SLOT(input(int)), Qt::UniqueConnection);
-    connect(this, SIGNAL(currentTextChanged(QString)), listDevice,
-            SIGNAL(currentTextChanged(QString)), Qt::UniqueConnection);
-    connect(listDevice, SIGNAL(output(int)), this, SLOT(input(int)), Qt::UniqueConnection);
-    connect(listDevice, SIGNAL(output(QString)), this, SLOT(input(QString)), Qt::UniqueConnection);
+    connect(this, SIGNAL(output(int)), &device, SLOT(input(int)), Qt::UniqueConnection);
+    connect(this, SIGNAL(currentTextChanged(QString)), &device, SIGNAL(currentTextChanged(QString)),
+            Qt::UniqueConnection);
+    connect(&device, SIGNAL(output(int)), this, SLOT(input(int)), Qt::UniqueConnection);
+    connect(&device, SIGNAL(output(QString)), this, SLOT(input(QString)), Qt::UniqueConnection);
 
-    delete m_list;
     m_list = new QComboBox;
-    m_list->addItems(listDevice->choices());
+    m_list->addItems(device.choices());
     setFocusProxy(m_list);
-    if (const auto index = listDevice->getIndex()) {
+    if (const auto index = device.getIndex()) {
         m_list->setCurrentIndex(*index);
     }
-    if (const auto item = listDevice->getItem()) {
+    if (const auto item = device.getItem()) {
         m_list->setCurrentText(*item);
     }
     m_list->setFont(QFont("Arial", getParam(DropDownListDevice::kSize)));
     connect(m_list, SIGNAL(currentIndexChanged(int)), this, SLOT(onIndexChanged(int)));
 
     placeUnderCaption(getParam(DropDownListDevice::kLabel).value());
-    setInitialised(true);
     if (getParam(DropDownListDevice::kEmitOnInit)) {
         onIndexChanged(m_list->currentIndex());
     }
@@ -41,16 +33,14 @@ void DropDownListWidget::initialise()
 
 void DropDownListWidget::placeUnderCaption(const QString& caption)
 {
-    delete m_caption;
-    m_caption = nullptr;
     if (!caption.isEmpty()) {
-        m_caption = new QLabel(caption);
-        m_caption->setFont(QFont("Arial", getParam(DropDownListDevice::kLabelSize)));
-        getLayout()->addWidget(m_caption, 0, 0);
+        auto* const label = new QLabel(caption);
+        label->setFont(QFont("Arial", getParam(DropDownListDevice::kLabelSize)));
+        getLayout()->addWidget(label, 0, 0);
         m_list->setAccessibleName(caption);
     }
     setSizePolicy(m_list->sizePolicy());
-    getLayout()->addWidget(m_list, m_caption ? 1 : 0, 0);
+    getLayout()->addWidget(m_list, caption.isEmpty() ? 0 : 1, 0);
 }
 
 void DropDownListWidget::onIndexChanged(int idx)

@@ -1,20 +1,17 @@
 #pragma once
 
-#include "norvo/BaseWidget.h"
+#include "devices/DropDownListDevice.h"
+#include "widgets/DeviceView.h"
 
 class QComboBox;
-class QLabel;
 
 /// The list of a DropDownListDevice, with a caption above it where there is one.
-class DropDownListWidget : public BaseWidget
+class DropDownListWidget : public DeviceView<DropDownListDevice>
 {
     Q_OBJECT
 
 public:
-    using BaseWidget::BaseWidget;
-
-    /// Shows what the device holds, the item rather than the index. Again: builds the list anew.
-    void initialise() override;
+    using DeviceView::DeviceView;
 
 signals:
     void output(int idx);
@@ -25,9 +22,12 @@ public slots:
     void input(int idx);      ///< Moves the list in silence. Beyond the list: nothing is chosen.
     void input(QString item); ///< The same; a text that is not in the list changes nothing.
 
+protected:
+    /// Shows what the device holds, the item rather than the index.
+    void build(DropDownListDevice& device) override;
+
 private:
     void placeUnderCaption(const QString& caption);
 
-    QLabel* m_caption = nullptr; ///< Null: none.
     QComboBox* m_list = nullptr;
 };

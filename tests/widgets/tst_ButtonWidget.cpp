@@ -1,10 +1,8 @@
 #include "Declarations.h"
-#include "MessageLog.h"
 #include "Recorder.h"
 #include "Stand.h"
 
 #include "devices/ButtonDevice.h"
-#include "devices/Label.h"
 #include "widgets/ButtonWidget.h"
 #include "TestMain.h"
 
@@ -15,10 +13,7 @@ class tst_ButtonWidget : public QObject
     Q_OBJECT
 
 private slots:
-    void deviceMakesItsWidget();
     void declaresPressed();
-    void foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty();
-    void noDeviceIsToldToo();
 
     void captionIsTheTextParameter_data();
     void captionIsTheTextParameter();
@@ -34,50 +29,9 @@ private slots:
     void pressedIsNeverEmitted();
 };
 
-void tst_ButtonWidget::deviceMakesItsWidget()
-{
-    ButtonDevice device;
-    const std::unique_ptr<BaseWidget> widget(device.createWidget());
-    QCOMPARE(widget->metaObject()->className(), "ButtonWidget");
-    QVERIFY(!widget->parent());
-    QVERIFY(!widget->isInitialised());
-    widget->initialise();
-    QVERIFY(widget->isInitialised());
-    widget->deinitialise();
-    QVERIFY(!widget->isInitialised());
-}
-
 void tst_ButtonWidget::declaresPressed()
 {
     QCOMPARE(methodTable(ButtonWidget::staticMetaObject), QStringList("signal pressed()"));
-}
-
-void tst_ButtonWidget::foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty()
-{
-    Label label;
-    label.setParam("Value", "%1");
-    QVERIFY(label.initialise());
-    ButtonWidget widget(&label, nullptr);
-    MessageLog log;
-    widget.initialise();
-    QCOMPARE(log.take(),
-             QStringList("debug: ButtonWidget: Error! Attached to incompatible device"));
-    QVERIFY(widget.findChildren<QWidget*>().isEmpty());
-    QVERIFY(!widget.isInitialised());
-
-    Recorder recorder(&label);
-    label.input(1.0);
-    QCOMPARE(recorder.take(), QStringList("output(\"1\")"));
-}
-
-void tst_ButtonWidget::noDeviceIsToldToo()
-{
-    ButtonWidget widget(nullptr, nullptr);
-    MessageLog log;
-    widget.initialise();
-    QCOMPARE(log.take(),
-             QStringList("debug: ButtonWidget: Error! Attached to incompatible device"));
-    QVERIFY(widget.findChildren<QWidget*>().isEmpty());
 }
 
 void tst_ButtonWidget::captionIsTheTextParameter_data()

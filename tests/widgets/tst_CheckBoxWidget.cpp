@@ -1,10 +1,8 @@
 #include "Declarations.h"
 #include "GridPlaces.h"
-#include "MessageLog.h"
 #include "Recorder.h"
 #include "Stand.h"
 
-#include "devices/ButtonDevice.h"
 #include "devices/CheckBoxDevice.h"
 #include "widgets/CheckBoxWidget.h"
 #include "TestMain.h"
@@ -13,7 +11,6 @@
 
 namespace {
 
-const QString kMessage = "debug: CheckBoxWidget: Error! Attached to incompatible device";
 const QStringList kYesTwice{"output(true)", "output(true)", "output(1)", "output(1)"};
 const QStringList kNoTwice{"output(false)", "output(false)", "output(0)", "output(0)"};
 
@@ -52,13 +49,12 @@ class tst_CheckBoxWidget : public QObject
     Q_OBJECT
 
 private slots:
-    void deviceMakesItsWidget();
     void declaresItsSignalsAndSlots();
-    void foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty();
-    void noDeviceIsToldToo();
 
     void boxLooksAsItsParametersSay();
     void indicatorIsAsLargeAsTheParameter();
+    void indicatorLargerThanAScreenIsBounded_data();
+    void indicatorLargerThanAScreenIsBounded();
     void boxStartsUncheckedAndSilent();
 
     void operatorsClickPassesOnce();
@@ -70,45 +66,10 @@ private slots:
     void inputBeforeInitialiseStillPassesTheDevice();
 };
 
-void tst_CheckBoxWidget::deviceMakesItsWidget()
-{
-    CheckBoxDevice device;
-    const std::unique_ptr<BaseWidget> widget(device.createWidget());
-    QCOMPARE(widget->metaObject()->className(), "CheckBoxWidget");
-    QVERIFY(!widget->parent());
-    QVERIFY(!widget->isInitialised());
-    widget->initialise();
-    QVERIFY(widget->isInitialised());
-}
-
 void tst_CheckBoxWidget::declaresItsSignalsAndSlots()
 {
     QCOMPARE(methodTable(CheckBoxWidget::staticMetaObject),
              QStringList({"signal output(bool)", "slot onStateChanged(int)", "slot input(bool)"}));
-}
-
-void tst_CheckBoxWidget::foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty()
-{
-    ButtonDevice button;
-    CheckBoxWidget widget(&button, nullptr);
-    MessageLog log;
-    widget.initialise();
-    QCOMPARE(log.take(), QStringList(kMessage));
-    widget.input(true);
-    QVERIFY(widget.findChildren<QWidget*>().isEmpty());
-    QVERIFY(!widget.isInitialised());
-
-    Recorder recorder(&button);
-    button.click();
-    QCOMPARE(recorder.take(), QStringList("clicked()"));
-}
-
-void tst_CheckBoxWidget::noDeviceIsToldToo()
-{
-    CheckBoxWidget widget(nullptr, nullptr);
-    MessageLog log;
-    widget.initialise();
-    QCOMPARE(log.take(), QStringList(kMessage));
 }
 
 void tst_CheckBoxWidget::boxLooksAsItsParametersSay()
@@ -142,6 +103,31 @@ void tst_CheckBoxWidget::indicatorIsAsLargeAsTheParameter()
     QCOMPARE(usual.only<QCheckBox>()->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr,
                                                            usual.only<QCheckBox>()),
              16);
+}
+
+void tst_CheckBoxWidget::indicatorLargerThanAScreenIsBounded_data()
+{
+    QTest::addColumn<QString>("size");
+    QTest::addColumn<int>("pixels");
+    QTest::newRow("large") << "2000" << 2000;
+    QTest::newRow("largest") << "4096" << 4096;
+    QTest::newRow("larger") << "4097" << 4096;
+    QTest::newRow("huge") << "1000000000" << 4096;
+}
+
+void tst_CheckBoxWidget::indicatorLargerThanAScreenIsBounded()
+{
+    QFETCH(QString, size);
+    QFETCH(int, pixels);
+    Stand<CheckBoxDevice> stand({{"widget/label", "Pump"}, {"widget/size", size}});
+    auto* const box = stand.only<QCheckBox>();
+    QCOMPARE(box->styleSheet(),
+             QString("QCheckBox::indicator {width: %1px; height: %1px;}").arg(pixels));
+    QCOMPARE(box->font().pointSize(), size.toInt());
+    box->ensurePolished();
+    const QSize room = box->sizeHint();
+    QVERIFY2(qint64(room.width()) * room.height() < 500'000'000,
+             qPrintable(QString("%1 x %2").arg(room.width()).arg(room.height())));
 }
 
 void tst_CheckBoxWidget::boxStartsUncheckedAndSilent()

@@ -1,10 +1,8 @@
 #include "Declarations.h"
 #include "GridPlaces.h"
-#include "MessageLog.h"
 #include "Recorder.h"
 #include "Stand.h"
 
-#include "devices/ButtonDevice.h"
 #include "devices/DropDownListDevice.h"
 #include "widgets/DropDownListWidget.h"
 #include "TestMain.h"
@@ -13,11 +11,9 @@
 
 namespace {
 
-const QString kMessage = "debug: DropDownListWidget: Error! Attached to incompatible device";
-
 using ListStand = Stand<DropDownListDevice>;
 
-/// An object that tells how many connections one of its signals has.
+/// An object that knows how many connections one of its signals has.
 template <class Base>
 class Counting : public Base
 {
@@ -42,10 +38,7 @@ class tst_DropDownListWidget : public QObject
     Q_OBJECT
 
 private slots:
-    void deviceMakesItsWidget();
     void declaresItsSignalsAndSlots();
-    void foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty();
-    void noDeviceIsToldToo();
 
     void listHoldsTheOptionsInOrder_data();
     void listHoldsTheOptionsInOrder();
@@ -59,51 +52,16 @@ private slots:
     void heldChoiceIsShown();
     void rebuiltWidgetShowsTheLastChoice();
     void heldChoiceIsSentOnInit();
-    void secondInitialiseLeavesOneListAndOneConnection();
+    void initialisedFlagIsClearWhileTheInitialChoiceLeaves();
+    void secondInitialiseConnectsTheDeviceOnce();
+    void choiceMayInitialiseAgain();
 };
-
-void tst_DropDownListWidget::deviceMakesItsWidget()
-{
-    DropDownListDevice device;
-    const std::unique_ptr<BaseWidget> widget(device.createWidget());
-    QCOMPARE(widget->metaObject()->className(), "DropDownListWidget");
-    QVERIFY(!widget->parent());
-    QVERIFY(!widget->isInitialised());
-    widget->initialise();
-    QVERIFY(widget->isInitialised());
-}
 
 void tst_DropDownListWidget::declaresItsSignalsAndSlots()
 {
     QCOMPARE(methodTable(DropDownListWidget::staticMetaObject),
              QStringList({"signal output(int)", "signal currentTextChanged(QString)",
                           "slot onIndexChanged(int)", "slot input(int)", "slot input(QString)"}));
-}
-
-void tst_DropDownListWidget::foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty()
-{
-    ButtonDevice button;
-    DropDownListWidget widget(&button, nullptr);
-    MessageLog log;
-    widget.initialise();
-    QCOMPARE(log.take(), QStringList(kMessage));
-    widget.input(1);
-    widget.input(QString("value2"));
-    widget.onIndexChanged(1);
-    QVERIFY(widget.findChildren<QWidget*>().isEmpty());
-    QVERIFY(!widget.isInitialised());
-
-    Recorder recorder(&button);
-    button.click();
-    QCOMPARE(recorder.take(), QStringList("clicked()"));
-}
-
-void tst_DropDownListWidget::noDeviceIsToldToo()
-{
-    DropDownListWidget widget(nullptr, nullptr);
-    MessageLog log;
-    widget.initialise();
-    QCOMPARE(log.take(), QStringList(kMessage));
 }
 
 void tst_DropDownListWidget::listHoldsTheOptionsInOrder_data()
@@ -258,10 +216,23 @@ void tst_DropDownListWidget::heldChoiceIsSentOnInit()
              QStringList({"output(1)", "output(1)", "currentTextChanged(\"value2\")"}));
 }
 
-void tst_DropDownListWidget::secondInitialiseLeavesOneListAndOneConnection()
+void tst_DropDownListWidget::initialisedFlagIsClearWhileTheInitialChoiceLeaves()
+{
+    DropDownListDevice device;
+    device.setParam("emitOnInit", "true");
+    device.setRunning(device.initialise());
+    const std::unique_ptr<BaseWidget> widget(device.createWidget());
+    QVector<bool> heard;
+    connect(&device, &DropDownListDevice::currentTextChanged, this,
+            [&] { heard.append(widget->isInitialised()); });
+    widget->initialise();
+    QCOMPARE(heard, QVector<bool>{false});
+    QVERIFY(widget->isInitialised());
+}
+
+void tst_DropDownListWidget::secondInitialiseConnectsTheDeviceOnce()
 {
     Counting<DropDownListDevice> device;
-    device.setParam("widget/label", "Mode");
     device.setRunning(device.initialise());
     Counting<DropDownListWidget> widget(&device, nullptr);
     widget.initialise();
@@ -270,14 +241,25 @@ void tst_DropDownListWidget::secondInitialiseLeavesOneListAndOneConnection()
     QCOMPARE(widget.receiversOf(SIGNAL(currentTextChanged(QString))), 1);
     QCOMPARE(device.receiversOf(SIGNAL(output(int))), 1);
     QCOMPARE(device.receiversOf(SIGNAL(output(QString))), 1);
-    QCOMPARE(widget.findChildren<QComboBox*>().size(), 1);
-    QCOMPARE(widget.getLayout()->count(), 2);
 
     widget.show();
     Recorder recorder(&device);
-    QTest::keyClick(widget.findChild<QComboBox*>(), Qt::Key_Down);
+    QTest::keyClick(widget.findChildren<QComboBox*>().last(), Qt::Key_Down);
     QCOMPARE(recorder.take(),
              QStringList({"output(1)", "output(1)", "currentTextChanged(\"value2\")"}));
+}
+
+void tst_DropDownListWidget::choiceMayInitialiseAgain()
+{
+    ListStand stand;
+    stand.widget->show();
+    Recorder recorder(&stand.device);
+    connect(&stand.device, QOverload<int>::of(&DropDownListDevice::output), this,
+            [&] { stand.widget->initialise(); });
+    QTest::keyClick(stand.only<QComboBox>(), Qt::Key_Down);
+    QCOMPARE(recorder.take(),
+             QStringList({"output(1)", "output(1)", "currentTextChanged(\"value2\")"}));
+    QCOMPARE(stand.widget->findChildren<QComboBox*>().last()->currentText(), QString("value2"));
 }
 
 NORVO_TEST(tst_DropDownListWidget)
