@@ -3,7 +3,7 @@
 
 #include "devices/InputDevice.h"
 #include "norvo/BaseWidget.h"
-#include "widgets/InputFieldStyle.h"
+#include "widgets/Looks.h"
 
 #include <benchmark/benchmark.h>
 
@@ -105,7 +105,7 @@ void spinBoxAgainstBareSpinBox(benchmark::State& state)
 /// The same against a bare spin box that looks as ours does.
 void spinBoxAgainstStyledSpinBox(benchmark::State& state)
 {
-    compareSpinBoxes(state, kInputFieldStyle);
+    compareSpinBoxes(state, norvo::Looks::kInputField);
 }
 
 /// At most twice the bare control.

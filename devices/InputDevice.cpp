@@ -59,12 +59,11 @@ void InputDevice::wgInput(double val)
     if (!isRunning()) {
         return;
     }
-    const QString text = QString::number(val, 'g', 6);
-    m_currentString = text;
+    m_currentString = QString::number(val, 'g', 6);
     m_currentNumber = val;
     emit output(val);
-    emit output(text);
-    setDescription(text);
+    emit output(m_currentString); // whoever heard the number may have answered with another
+    setDescription(m_currentString);
 }
 
 void InputDevice::wgInput(QString val)
@@ -83,10 +82,9 @@ void InputDevice::wgInput(QString val)
 
 void InputDevice::input(double val)
 {
-    const QString text = QString::number(val, 'g', 6);
-    m_currentString = text;
+    m_currentString = QString::number(val, 'g', 6);
     m_currentNumber = val;
-    emit wgOutput(text);
+    emit wgOutput(m_currentString);
     emit wgOutput(val);
 }
 

@@ -1,125 +1,139 @@
 #include "widgets/InputFieldWidget.h"
 
-#include "devices/InputDevice.h"
 #include "devices/LenientNumber.h"
 #include "norvo/NumpadDialog.h"
 #include "norvo/ScreenKeyboardDialog.h"
 #include "norvo/Truncation.h"
-#include "widgets/InnerControl.h"
-#include "widgets/InputFieldStyle.h"
+#include "widgets/Looks.h"
+#include "widgets/NumberEditors.h"
 
-#include <QDoubleSpinBox>
-#include <QDoubleValidator>
-#include <QIntValidator>
+#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
 
-namespace {
+#include <optional>
 
-constexpr int kThin = 3; ///< Of 0 to 99.
+namespace {
 
 std::unique_ptr<QLabel> createLabel(const QString& text, int pointSize,
                                     QSizePolicy::Policy horizontal)
 {
     auto label = std::make_unique<QLabel>(text);
-    label->setFont(QFont("Arial", pointSize, kThin, false));
+    label->setFont(norvo::Looks::captionFont(pointSize));
     label->setSizePolicy(horizontal, QSizePolicy::Minimum);
     return label;
 }
 
-QValidator* createValidator(const InputDevice& inputDevice, QObject* owner)
+QValidator* createValidator(const InputDevice& device, QObject* owner)
 {
-    if (inputDevice.getType() == InputDevice::kDoubleType) {
-        return new QDoubleValidator(inputDevice.getMinValue(), inputDevice.getMaxValue(),
-                                    inputDevice.getDecimals(), owner);
+    if (device.getType() == InputDevice::kDoubleType) {
+        return new NumberValidator(device.getMinValue(), device.getMaxValue(), device.getDecimals(),
+                                   owner);
     }
-    if (inputDevice.getType() == InputDevice::kIntType) {
-        return new QIntValidator(norvo::truncatedToInt(inputDevice.getMinValue()),
-                                 norvo::truncatedToInt(inputDevice.getMaxValue()), owner);
+    if (device.getType() == InputDevice::kIntType) {
+        return new IntegerValidator(norvo::truncatedToInt(device.getMinValue()),
+                                    norvo::truncatedToInt(device.getMaxValue()), owner);
     }
     return nullptr;
 }
 
-/// Does what setText() does, but nothing where that would leave all as it is: a number from the
-/// wiring arrives twice, as text and as number.
-void showText(QLineEdit& line, const QString& text)
+// What the operator enters in a dialog; nothing where it is cancelled.
+
+std::optional<double> askForDouble(const InputDevice& device, double current)
 {
-    const bool isShown = line.text() == text && line.cursorPosition() == text.size() &&
-                         !line.hasSelectedText() && !line.isModified() && !line.isUndoAvailable() &&
-                         !line.isRedoAvailable();
-    if (!isShown) {
-        line.setText(text);
-    }
+    bool ok = false;
+    const double number = NumpadDialog::getDouble(
+        nullptr, InputFieldWidget::tr("Input value"), QString(), current, device.getMinValue(),
+        device.getMaxValue(), device.getDecimals(), &ok, Qt::WindowFlags(), device.getValueStep());
+    return ok ? std::optional(number) : std::nullopt;
 }
 
-QString editedNumber(double number)
+std::optional<double> askForInt(const InputDevice& device)
 {
-    return QString::number(number, 'g', 8);
+    bool ok = false;
+    const int number = NumpadDialog::getInt(
+        nullptr, InputFieldWidget::tr("Input value"), QString(), device.getCurrentString().toInt(),
+        norvo::truncatedToInt(device.getMinValue()), norvo::truncatedToInt(device.getMaxValue()),
+        norvo::truncatedToInt(device.getValueStep()), &ok, Qt::WindowFlags());
+    return ok ? std::optional<double>(number) : std::nullopt;
+}
+
+/// For a line editor that shows `current`.
+std::optional<QString> askForText(const InputDevice& device, const QString& current)
+{
+    if (device.getType() == InputDevice::kStringType) {
+        bool ok = false;
+        const QString text =
+            ScreenKeyboardDialog::getText(nullptr, InputFieldWidget::tr("Input value"), current,
+                                          Qt::WindowFlags(), &ok, QString(), QString(), {});
+        return ok ? std::optional(text) : std::nullopt;
+    }
+    std::optional<double> number;
+    if (device.getType() == InputDevice::kDoubleType) {
+        number = askForDouble(device, device.getCurrentString().toDouble());
+    } else if (device.getType() == InputDevice::kIntType) {
+        number = askForInt(device);
+    }
+    return number ? std::optional(QString::number(*number, 'g', 8)) : std::nullopt;
 }
 
 } // namespace
 
 InputFieldWidget::InputFieldWidget(BaseGuiDevice* device, QWidget* parent)
-    : BaseWidget(device, parent)
+    : DeviceView(device, parent)
 {}
 
-InputFieldWidget::~InputFieldWidget() = default;
-
-void InputFieldWidget::initialise()
+InputFieldWidget::~InputFieldWidget()
 {
-    auto* const inputDevice = compatibleDevice<InputDevice>(device(), *this);
-    if (!inputDevice) {
-        return;
+    if (m_pressedEditor) {
+        m_pressedEditor->setParent(nullptr); // eventFilter() deletes it
     }
-    connect(this, SIGNAL(output(QString)), inputDevice, SLOT(wgInput(QString)));
-    connect(inputDevice, SIGNAL(wgOutput(QString)), this, SLOT(input(QString)));
-    connect(this, SIGNAL(output(double)), inputDevice, SLOT(wgInput(double)));
-    connect(inputDevice, SIGNAL(wgOutput(double)), this, SLOT(input(double)));
-
-    m_editor = inputDevice->getType() == InputDevice::kSpinType ? createSpinBox(*inputDevice)
-                                                                : createLineEdit(*inputDevice);
-    m_editor->setStyleSheet(kInputFieldStyle);
-    m_editor->setAccessibleName(inputDevice->getName());
-    setFocusProxy(m_editor);
-
-    m_caption = createLabel(inputDevice->getName(), 25, QSizePolicy::Expanding);
-    m_units = createLabel(inputDevice->getUnits(), 30, QSizePolicy::Minimum);
-    setLayout(inputDevice->getLayout() == InputDevice::kHorizontalLayout ? Qt::Horizontal
-                                                                         : Qt::Vertical);
-    setInitialised(true);
 }
 
-QWidget* InputFieldWidget::createLineEdit(const InputDevice& inputDevice)
+void InputFieldWidget::build(InputDevice& device)
 {
-    auto* const editor = new QLineEdit(inputDevice.getCurrentString());
+    connect(this, SIGNAL(output(QString)), &device, SLOT(wgInput(QString)));
+    connect(&device, SIGNAL(wgOutput(QString)), this, SLOT(input(QString)));
+    connect(this, SIGNAL(output(double)), &device, SLOT(wgInput(double)));
+    connect(&device, SIGNAL(wgOutput(double)), this, SLOT(input(double)));
+
+    m_editor =
+        device.getType() == InputDevice::kSpinType ? createSpinBox(device) : createLineEdit(device);
+    m_editor->setStyleSheet(norvo::Looks::kInputField);
+    m_editor->setAccessibleName(device.getName());
+    setFocusProxy(m_editor);
+
+    m_caption = createLabel(device.getName(), 25, QSizePolicy::Expanding);
+    m_units = createLabel(device.getUnits(), 30, QSizePolicy::Minimum);
+    setLayout(device.getLayout() == InputDevice::kHorizontalLayout ? Qt::Horizontal : Qt::Vertical);
+}
+
+QWidget* InputFieldWidget::createLineEdit(const InputDevice& device)
+{
+    auto* const editor = new QLineEdit(device.getCurrentString());
     connect(editor, SIGNAL(textChanged(const QString)), this, SLOT(onEdit(const QString&)));
     editor->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
-    editor->setLocale(QLocale::c()); // a decimal point is a point, as everywhere in the wiring
-    if (QValidator* const validator = createValidator(inputDevice, editor)) {
-        validator->setLocale(editor->locale());
-        editor->setValidator(validator);
-    }
-    const bool isText = inputDevice.getType() == InputDevice::kStringType;
-    if (isText ? inputDevice.getUseScreenKeyboard() : inputDevice.getUseScreenNumpad()) {
+    editor->setValidator(createValidator(device, editor));
+    const bool isText = device.getType() == InputDevice::kStringType;
+    if (isText ? device.getUseScreenKeyboard() : device.getUseScreenNumpad()) {
         editor->installEventFilter(this);
     }
     return editor;
 }
 
-QWidget* InputFieldWidget::createSpinBox(const InputDevice& inputDevice)
+QWidget* InputFieldWidget::createSpinBox(const InputDevice& device)
 {
-    auto* const editor = new QDoubleSpinBox;
-    editor->setLocale(QLocale::c());
-    editor->setMinimum(inputDevice.getMinValue());
-    editor->setMaximum(inputDevice.getMaxValue());
-    editor->setSingleStep(inputDevice.getValueStep());
-    editor->setDecimals(inputDevice.getDecimals());
-    editor->setValue(inputDevice.getCurrentNumber());
+    auto* const editor = new NumberSpinBox;
+    editor->setMinimum(device.getMinValue());
+    editor->setMaximum(device.getMaxValue());
+    editor->setSingleStep(device.getValueStep());
+    editor->setDecimals(device.getDecimals());
+    editor->setValue(device.getCurrentNumber());
     connect(editor, SIGNAL(valueChanged(const QString)), this, SLOT(onEdit(const QString&)));
     connect(editor, SIGNAL(valueChanged(double)), this, SIGNAL(output(double)));
     editor->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
-    if (inputDevice.getUseScreenNumpad()) {
+    if (device.getUseScreenNumpad()) {
         const auto innerEditors =
             editor->findChildren<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly);
         for (QLineEdit* innerEditor : innerEditors) {
@@ -181,7 +195,7 @@ void InputFieldWidget::input(double value)
     if (QDoubleSpinBox* const editor = spinBox()) {
         editor->setValue(value);
     } else if (QLineEdit* const line = lineEdit()) {
-        showText(*line, QString::number(value, 'g', 6));
+        line->setText(QString::number(value, 'g', 6));
     }
 }
 
@@ -192,7 +206,7 @@ void InputFieldWidget::input(QString text)
             editor->setValue(*number);
         }
     } else if (QLineEdit* const line = lineEdit()) {
-        showText(*line, text);
+        line->setText(text);
     }
 }
 
@@ -212,54 +226,40 @@ void InputFieldWidget::onEdit(const QString& text)
 
 bool InputFieldWidget::eventFilter(QObject* watched, QEvent* event)
 {
-    const auto* const inputDevice = dynamic_cast<InputDevice*>(device());
+    const InputDevice* const inputDevice = device();
     if (!inputDevice || event->type() != QEvent::MouseButtonPress ||
         !dynamic_cast<QMouseEvent*>(event)) {
         return false;
     }
-    const QPointer<QObject> pressed(watched);
+    // The panel may go under the open dialog; the editor stays until the press has reached it.
+    m_pressedEditor = qobject_cast<QWidget*>(watched);
+    if (m_pressedEditor && m_pressedEditor->parent() != this) {
+        m_pressedEditor = m_pressedEditor->parentWidget(); // the spin box around it
+    }
+    const QPointer<QWidget> editor(m_pressedEditor);
+    const QPointer<InputFieldWidget> self(this);
     editInDialog(*inputDevice);
-    return pressed.isNull(); // gone with its panel under the open dialog: nobody is left to get it
+    if (self) {
+        m_pressedEditor = nullptr;
+    } else if (editor) {
+        editor->deleteLater();
+    }
+    return false;
 }
 
-void InputFieldWidget::editInDialog(const InputDevice& inputDevice)
+void InputFieldWidget::editInDialog(const InputDevice& device)
 {
+    // Under the open dialog the widget may go, or get an editor of the other kind.
     const QPointer<InputFieldWidget> self(this);
-    const QString title = tr("Input value");
-    const QString type = inputDevice.getType();
-    const double min = inputDevice.getMinValue();
-    const double max = inputDevice.getMaxValue();
-    const double step = inputDevice.getValueStep();
-    bool ok = false;
-    if (type == InputDevice::kStringType) {
-        if (const QLineEdit* const line = lineEdit()) {
-            const QString text = ScreenKeyboardDialog::getText(
-                nullptr, title, line->text(), Qt::WindowFlags(), &ok, QString(), QString(), {});
-            if (ok && self) {
-                lineEdit()->setText(text);
-            }
+    if (spinBox() && device.getType() != InputDevice::kStringType) {
+        const auto number = askForDouble(device, device.getCurrentNumber());
+        if (QDoubleSpinBox* const editor = number && self ? spinBox() : nullptr) {
+            editor->setValue(*number);
         }
-    } else if (spinBox()) {
-        const double number =
-            NumpadDialog::getDouble(nullptr, title, QString(), inputDevice.getCurrentNumber(), min,
-                                    max, inputDevice.getDecimals(), &ok, Qt::WindowFlags(), step);
-        if (ok && self) {
-            spinBox()->setValue(number);
-        }
-    } else if (type == InputDevice::kDoubleType) {
-        const double number = NumpadDialog::getDouble(
-            nullptr, title, QString(), inputDevice.getCurrentString().toDouble(), min, max,
-            inputDevice.getDecimals(), &ok, Qt::WindowFlags(), step);
-        if (ok && self) {
-            lineEdit()->setText(editedNumber(number));
-        }
-    } else if (type == InputDevice::kIntType) {
-        const int number =
-            NumpadDialog::getInt(nullptr, title, QString(), inputDevice.getCurrentString().toInt(),
-                                 norvo::truncatedToInt(min), norvo::truncatedToInt(max),
-                                 norvo::truncatedToInt(step), &ok, Qt::WindowFlags());
-        if (ok && self) {
-            lineEdit()->setText(editedNumber(number));
+    } else if (lineEdit()) {
+        const auto text = askForText(device, lineEdit()->text());
+        if (QLineEdit* const line = text && self ? lineEdit() : nullptr) {
+            line->setText(*text);
         }
     }
 }

@@ -1,18 +1,18 @@
 #pragma once
 
-#include "norvo/BaseWidget.h"
+#include "devices/InputDevice.h"
+#include "widgets/DeviceView.h"
 
 #include <QPointer>
 
 #include <memory>
 
-class InputDevice;
 class QDoubleSpinBox;
 class QLabel;
 class QLineEdit;
 
 /// The editor of an InputDevice, a line editor or a spin box, with caption and unit.
-class InputFieldWidget : public BaseWidget
+class InputFieldWidget : public DeviceView<InputDevice>
 {
     Q_OBJECT
 
@@ -25,7 +25,6 @@ public:
     void setMinMax(double min, double max); ///< Of a spin box; a line editor has none.
     void setIncrement(double step);         ///< Of a spin box.
 
-    void initialise() override;
     /// Opens the numeric keypad or the keyboard on a press; the editor gets the press as well.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -38,18 +37,22 @@ public slots:
     void input(double value);
     void input(QString text); ///< A spin box ignores what reads as no number.
 
+protected:
+    void build(InputDevice& device) override;
+
 private slots:
     void onEdit(const QString& text);
 
 private:
-    QWidget* createLineEdit(const InputDevice& inputDevice);
-    QWidget* createSpinBox(const InputDevice& inputDevice);
+    QWidget* createLineEdit(const InputDevice& device);
+    QWidget* createSpinBox(const InputDevice& device);
     QDoubleSpinBox* spinBox() const;
     QLineEdit* lineEdit() const;
-    void editInDialog(const InputDevice& inputDevice);
+    void editInDialog(const InputDevice& device);
 
     std::unique_ptr<QLabel> m_caption;
     std::unique_ptr<QLabel> m_units;
     QPointer<QWidget> m_editor;
-    QString m_lastText; ///< The last text that was passed on.
+    QPointer<QWidget> m_pressedEditor; ///< Its press has opened a dialog; null: none is open.
+    QString m_lastText;                ///< The last text that was passed on.
 };

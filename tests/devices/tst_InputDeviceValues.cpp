@@ -20,6 +20,7 @@ class tst_InputDeviceValues : public QObject
 
 private slots:
     void numberFromTheWidgetLeavesAsNumberThenText();
+    void answerToTheNumberIsWhatLeavesAsText();
     void textFromTheWidgetLeavesUnchangedThenAsNumber();
     void textFromTheWidgetThatIsNoNumberLeavesAsTextOnly();
     void nothingFromTheWidgetPassesUnlessRunning();
@@ -58,6 +59,20 @@ void tst_InputDeviceValues::numberFromTheWidgetLeavesAsNumberThenText()
     QCOMPARE(device.getCurrentString(), QString("0.123457"));
     QCOMPARE(device.getCurrentNumber(), 0.1234567);
     QCOMPARE(device.description(), QString("0.123457"));
+}
+
+void tst_InputDeviceValues::answerToTheNumberIsWhatLeavesAsText()
+{
+    InputDevice device;
+    device.setRunning(true);
+    Recorder recorder(&device);
+    connect(&device, kOutputNumber, this, [&] { device.input(42.0); }); // a limiter
+    device.wgInput(42.7);
+    QCOMPARE(recorder.take(),
+             QStringList({"output(42.7)", "wgOutput(\"42\")", "wgOutput(42)", "output(\"42\")"}));
+    QCOMPARE(device.getCurrentString(), QString("42"));
+    QCOMPARE(device.getCurrentNumber(), 42.0);
+    QCOMPARE(device.description(), QString("42"));
 }
 
 void tst_InputDeviceValues::textFromTheWidgetLeavesUnchangedThenAsNumber()

@@ -13,11 +13,11 @@
 /// the wiring of a panel does.
 struct Field
 {
-    explicit Field(const QString& type)
+    explicit Field(const QString& type, const QString& max = "100")
     {
         device.setParam("type", type);
         device.setParam("min", "-100");
-        device.setParam("max", "100");
+        device.setParam("max", max);
         device.setRunning(device.initialise());
         fromDevice = std::make_unique<Recorder>(&device);
         widget.reset(device.createWidget());

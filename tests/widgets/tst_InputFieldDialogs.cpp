@@ -21,6 +21,9 @@ private slots:
     void filterLetsEveryEventThrough();
     void pressThatIsNoMouseEventOpensNothing();
     void widgetMayDieUnderItsDialog();
+    void pressPassesEvenIfTheWidgetDiesUnderItsDialog();
+    void fieldMayChangeItsTypeUnderItsDialog_data();
+    void fieldMayChangeItsTypeUnderItsDialog();
 };
 
 void tst_InputFieldDialogs::dialogOpensWhereItIsAskedFor_data()
@@ -199,6 +202,56 @@ void tst_InputFieldDialogs::widgetMayDieUnderItsDialog()
         QCOMPARE(modal.count(), 1);
         QVERIFY(!stand.widget);
     }
+}
+
+void tst_InputFieldDialogs::pressPassesEvenIfTheWidgetDiesUnderItsDialog()
+{
+    for (const char* type : {"spin", "double"}) {
+        InputStand stand(withDialogs({{"type", type}}));
+        const QPointer<QLineEdit> line = stand.widget->findChild<QLineEdit*>();
+        ModalDialog modal([&](QWidget& dialog) {
+            stand.widget.reset();
+            cancel(dialog);
+        });
+        QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5), Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QVERIFY(!stand.widget->eventFilter(line, &press));
+        QCOMPARE(modal.count(), 1);
+        QVERIFY(!stand.widget);
+        QVERIFY(line); // what the event goes to next
+        QTRY_VERIFY(!line);
+    }
+}
+
+void tst_InputFieldDialogs::fieldMayChangeItsTypeUnderItsDialog_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("after");
+    QTest::newRow("spin to string") << "spin"
+                                    << "string";
+    QTest::newRow("double to spin") << "double"
+                                    << "spin";
+    QTest::newRow("int to spin") << "int"
+                                 << "spin";
+    QTest::newRow("string to spin") << "string"
+                                    << "spin";
+}
+
+void tst_InputFieldDialogs::fieldMayChangeItsTypeUnderItsDialog()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, after);
+    InputStand stand(withDialogs({{"type", before}, {"max", "10"}}));
+    const Recorder recorder(stand.widget.get(), BaseWidget::staticMetaObject);
+    const int opened = press(stand, [&](QWidget& dialog) {
+        stand.device.setParam("type", after);
+        QVERIFY(stand.device.initialise());
+        stand.widget->initialise();
+        tap(dialog, "key1");
+        tap(dialog, "ok");
+    });
+    QCOMPARE(opened, 1);
+    QCOMPARE(recorder.count(), 0); // the editor that was asked for is there no more
 }
 
 NORVO_TEST(tst_InputFieldDialogs)
