@@ -7,7 +7,7 @@ SliderDevice::SliderDevice()
     addParam(kMinValue, "0");
     addParam(kMaxValue, "100");
     addParam(kStep, "1");
-    addParam(kOrientation, "vertical", {"horizontal", "vertical"});
+    addParam(kOrientation, "vertical", {kHorizontal, "vertical"});
 }
 
 QStringList SliderDevice::grabMethods(const QString& name, QMetaMethod::MethodType type,

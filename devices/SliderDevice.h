@@ -12,6 +12,7 @@ public:
     static constexpr char kMaxValue[] = "widget/maxValue";
     static constexpr char kStep[] = "widget/step";
     static constexpr char kOrientation[] = "widget/orientation";
+    static constexpr char kHorizontal[] = "horizontal"; ///< Any other orientation is vertical.
 
     SliderDevice();
 

@@ -6,12 +6,26 @@
 #include <QGridLayout>
 #include <QSlider>
 
+namespace {
+
+/// A style divides by twice the range in 32 bits, which is 0 for a range of 2^31: of that one, the
+/// end farther from 0 gives way by 1.
+void setRange(QSlider& slider, int min, int max)
+{
+    if (qint64(max) - min == qint64(1) << 31) {
+        max > -qint64(min) ? --max : ++min;
+    }
+    slider.setRange(min, max);
+}
+
+} // namespace
+
 void SliderWidget::initialise()
 {
     m_slider = new QSlider;
-    m_slider->setRange(getParam(SliderDevice::kMinValue), getParam(SliderDevice::kMaxValue));
+    setRange(*m_slider, getParam(SliderDevice::kMinValue), getParam(SliderDevice::kMaxValue));
     m_slider->setSingleStep(getParam(SliderDevice::kStep));
-    if (getParam(SliderDevice::kOrientation).value() == QLatin1String("horizontal")) {
+    if (getParam(SliderDevice::kOrientation).value() == SliderDevice::kHorizontal) {
         m_slider->setOrientation(Qt::Horizontal);
     }
     m_slider->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -19,10 +33,8 @@ void SliderWidget::initialise()
     connect(m_slider, &QSlider::valueChanged, this, [this](int value) { emit wgOutput(value); });
     getLayout()->addWidget(m_slider);
     setFocusProxy(m_slider);
-    if (auto* const sliderDevice = qobject_cast<SliderDevice*>(device())) {
-        connect(this, SIGNAL(wgOutput(double)), sliderDevice, SLOT(wgInput(double)));
-        connect(sliderDevice, SIGNAL(wgOutput(double)), this, SLOT(wgInput(double)));
-    }
+    connect(this, SIGNAL(wgOutput(double)), device(), SLOT(wgInput(double)));
+    connect(device(), SIGNAL(wgOutput(double)), this, SLOT(wgInput(double)));
     setInitialised(true);
 }
 

@@ -6,6 +6,7 @@
 #include "Wheel.h"
 
 #include "devices/ButtonDevice.h"
+#include "devices/InputDevice.h"
 #include "devices/SliderDevice.h"
 #include "widgets/SliderWidget.h"
 #include "TestMain.h"
@@ -39,15 +40,17 @@ class tst_SliderWidget : public QObject
     Q_OBJECT
 
 private slots:
-    void deviceMakesItsWidget();
     void declaresItsSignalAndSlot();
-    void foreignDeviceIsNotChecked();
+    void deviceIsConnectedByNameWhateverItsClass();
+    void deviceWithoutThoseMethodsIsReportedByQtAlone();
 
     void sliderIsMadeAsItsParametersSay();
     void orientationIsComparedWithCase_data();
     void orientationIsComparedWithCase();
     void oddRangeIsHandledAsTheSliderDoes_data();
     void oddRangeIsHandledAsTheSliderDoes();
+    void rangeThatTheStyleCannotDivideIsOneShorter_data();
+    void rangeThatTheStyleCannotDivideIsOneShorter();
     void sizeHintIsTheSliders();
     void startsAtZeroOrTheNearestEndInSilence_data();
     void startsAtZeroOrTheNearestEndInSilence();
@@ -60,31 +63,42 @@ private slots:
     void operatorDragsTheHandle();
 };
 
-void tst_SliderWidget::deviceMakesItsWidget()
-{
-    SliderDevice device;
-    const std::unique_ptr<BaseWidget> widget(device.createWidget());
-    QCOMPARE(widget->metaObject()->className(), "SliderWidget");
-    QVERIFY(!widget->parent());
-    QVERIFY(!widget->isInitialised());
-    widget->initialise();
-    QVERIFY(widget->isInitialised());
-}
-
 void tst_SliderWidget::declaresItsSignalAndSlot()
 {
     QCOMPARE(methodTable(SliderWidget::staticMetaObject),
              QStringList({"signal wgOutput(double)", "slot wgInput(double)"}));
 }
 
-void tst_SliderWidget::foreignDeviceIsNotChecked()
+void tst_SliderWidget::deviceIsConnectedByNameWhateverItsClass()
+{
+    InputDevice device; // has the slots and signals that the slider asks for
+    device.setRunning(device.initialise());
+    SliderWidget widget(&device, nullptr);
+    MessageLog log;
+    widget.initialise();
+    QCOMPARE(log.take(), QStringList());
+    auto* const slider = widget.findChild<QSlider*>();
+    slider->setMaximum(100);
+    device.input(9.0);
+    QCOMPARE(slider->value(), 9);
+    QTest::keyClick(slider, Qt::Key_End);
+    QCOMPARE(device.getCurrentNumber(), 100.0);
+}
+
+void tst_SliderWidget::deviceWithoutThoseMethodsIsReportedByQtAlone()
 {
     ButtonDevice button;
     SliderWidget widget(&button, nullptr);
     MessageLog log;
     widget.initialise();
-    QCOMPARE(log.take(), QStringList());
+    const QStringList messages = log.take();
+    QCOMPARE(messages.size(), 2);
+    QVERIFY(
+        messages[0].startsWith("warning: QObject::connect: No such slot ButtonDevice::wgInput"));
+    QVERIFY(
+        messages[1].startsWith("warning: QObject::connect: No such signal ButtonDevice::wgOutp"));
     QVERIFY(widget.findChild<QSlider*>());
+    QVERIFY(widget.isInitialised());
 }
 
 void tst_SliderWidget::sliderIsMadeAsItsParametersSay()
@@ -154,6 +168,53 @@ void tst_SliderWidget::oddRangeIsHandledAsTheSliderDoes()
     QCOMPARE(stand.only<QSlider>()->maximum(), maximum);
     stand.device.input(1000);
     QCOMPARE(stand.only<QSlider>()->value(), maximum);
+}
+
+void tst_SliderWidget::rangeThatTheStyleCannotDivideIsOneShorter_data()
+{
+    constexpr int lowest = std::numeric_limits<int>::min();
+    constexpr int highest = std::numeric_limits<int>::max();
+    QTest::addColumn<QString>("minValue");
+    QTest::addColumn<QString>("maxValue");
+    QTest::addColumn<int>("minimum");
+    QTest::addColumn<int>("maximum");
+    QTest::newRow("-1 to 2^31 - 1") << "-1"
+                                    << "2147483647" << -1 << highest - 1;
+    QTest::newRow("-2^31 to 0") << "-2147483648"
+                                << "0" << lowest + 1 << 0;
+    QTest::newRow("cut to -2^31") << "-1e308"
+                                  << "0" << lowest + 1 << 0;
+    QTest::newRow("-2 to 2^31 - 2") << "-2"
+                                    << "2147483646" << -2 << highest - 2;
+    QTest::newRow("both ends alike") << "-1073741824"
+                                     << "1073741824" << -1073741823 << 1073741824;
+    QTest::newRow("one shorter") << "0"
+                                 << "2147483647" << 0 << highest;
+    QTest::newRow("one longer") << "-2"
+                                << "2147483647" << -2 << highest;
+    QTest::newRow("all of int") << "-2147483648"
+                                << "2147483647" << lowest << highest;
+}
+
+void tst_SliderWidget::rangeThatTheStyleCannotDivideIsOneShorter()
+{
+    QFETCH(QString, minValue);
+    QFETCH(QString, maxValue);
+    for (const char* orientation : {"horizontal", "vertical"}) {
+        Stand<SliderDevice> stand({{"widget/minValue", minValue},
+                                   {"widget/maxValue", maxValue},
+                                   {"widget/orientation", orientation}});
+        auto* const slider = stand.only<QSlider>();
+        QTEST(slider->minimum(), "minimum");
+        QTEST(slider->maximum(), "maximum");
+        stand.widget->resize(300, 300);
+        stand.widget->show();
+        for (const double value : {-1e300, -1.0, 0.0, 1e6, 1e300}) {
+            stand.device.input(value);
+            stand.widget->grab(); // as large a division as a style makes, or one by zero
+            QTest::mouseClick(slider, Qt::LeftButton, Qt::NoModifier, QPoint(150, 150));
+        }
+    }
 }
 
 void tst_SliderWidget::sizeHintIsTheSliders()
