@@ -10,6 +10,7 @@ ButtonDevice::ButtonDevice()
 {
     addParam(kText, "");
     addParam(kToggled, "false");
+    getParam(kToggled).setPersistent();
     addParam(kMode, kToggleMode, {kToggleMode, "click"});
     addParam(kFontSize, "10");
 }
@@ -17,13 +18,13 @@ ButtonDevice::ButtonDevice()
 bool ButtonDevice::initialise()
 {
     m_toggled = getParam(kToggled);
-    m_isToggleMode = getParam(kMode).value() == kToggleMode;
+    isToggleMode = getParam(kMode).value() == kToggleMode ? 1 : 0;
     return true;
 }
 
 void ButtonDevice::postInitialisation()
 {
-    if (m_isToggleMode) {
+    if (isToggleMode) {
         emit toggled(m_toggled);
     }
 }
@@ -40,7 +41,7 @@ void ButtonDevice::setToggled(bool _toggled)
 
 void ButtonDevice::toggle()
 {
-    if (m_isToggleMode) {
+    if (isToggleMode) {
         setToggled(!m_toggled);
     } else {
         click();

@@ -35,5 +35,5 @@ public slots:
 
 private:
     bool m_toggled = false;
-    bool m_isToggleMode = false;
+    qint32 isToggleMode = 0; ///< 1: toggle mode, 0: click mode.
 };

@@ -4,20 +4,12 @@
 
 #include <QScopedValueRollback>
 
+#include <cmath>
+
 namespace {
 
 constexpr char kOptions[] = "options";
 constexpr char kSeparator[] = "separator";
-
-/// As qRound() does it, which is undefined beyond int.
-int roundedToInt(double number)
-{
-    if (number >= 0.0) {
-        return norvo::truncatedToInt(number + 0.5);
-    }
-    const double below = norvo::truncatedToInt(number - 1.0);
-    return norvo::truncatedToInt(below + norvo::truncatedToInt(number - below + 0.5));
-}
 
 } // namespace
 
@@ -56,7 +48,7 @@ void DropDownListDevice::input(int index)
 void DropDownListDevice::input(double index)
 {
     if (!m_isPassingIndex) {
-        input(roundedToInt(index));
+        input(norvo::truncatedToInt(std::floor(index + 0.5))); // qRound() knows no end of int
     }
 }
 

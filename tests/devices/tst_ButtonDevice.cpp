@@ -13,6 +13,7 @@ class tst_ButtonDevice : public QObject
 private slots:
     void declaresItsParameters();
     void declaresItsSignalsAndSlots();
+    void latchedStateAloneIsKeptAcrossStarts();
 
     void initialStateIsEmittedOnceInToggleMode_data();
     void initialStateIsEmittedOnceInToggleMode();
@@ -50,6 +51,19 @@ void tst_ButtonDevice::declaresItsSignalsAndSlots()
     QCOMPARE(methodTable(ButtonDevice::staticMetaObject),
              QStringList({"signal toggled(bool)", "signal clicked()", "slot setToggled(bool)",
                           "slot setToggled()", "slot toggle()", "slot click()"}));
+}
+
+void tst_ButtonDevice::latchedStateAloneIsKeptAcrossStarts()
+{
+    ButtonDevice device;
+    QStringList kept;
+    const QStringList names = device.paramNames();
+    for (const QString& name : names) {
+        if (device.getParam(name).isPersistent()) {
+            kept.append(name);
+        }
+    }
+    QCOMPARE(kept, QStringList("toggled"));
 }
 
 void tst_ButtonDevice::initialStateIsEmittedOnceInToggleMode_data()

@@ -7,6 +7,7 @@
 
 #include <QtTest>
 
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -35,6 +36,7 @@ private slots:
     void indexIsNotComparedWithTheList();
     void numberIsRounded_data();
     void numberIsRounded();
+    void numberIsRoundedAsTheFormulaSays();
     void itemLeavesAsTextOnly();
     void heldItemIsNotPassedOnAgain();
     void emptyItemIsAnItem();
@@ -208,6 +210,28 @@ void tst_DropDownListDevice::numberIsRounded()
     device.input(number);
     QVERIFY(device.getIndex());
     QCOMPARE(*device.getIndex(), index);
+}
+
+void tst_DropDownListDevice::numberIsRoundedAsTheFormulaSays()
+{
+    const auto byFormula = [](double v) {
+        if (v >= 0.0) {
+            return int(v + 0.5);
+        }
+        const int k = int(v - 1.0);
+        return k + int(v - k + 0.5);
+    };
+    DropDownListDevice device;
+    for (const double base : {0.0, 1000.0, -1000.0, 1e9, -1e9, 2147483640.0, -2147483640.0}) {
+        for (int sixteenth = -100; sixteenth <= 100; ++sixteenth) {
+            const double tie = base + sixteenth / 16.0;
+            for (const double number :
+                 {std::nextafter(tie, -1e10), tie, std::nextafter(tie, 1e10)}) {
+                device.input(number);
+                QCOMPARE(*device.getIndex(), byFormula(number));
+            }
+        }
+    }
 }
 
 void tst_DropDownListDevice::itemLeavesAsTextOnly()
