@@ -63,7 +63,8 @@ bool QmlGuiDevice::initialise()
 {
     if (!m_engine) {
         m_engine = std::make_unique<QQmlEngine>();
-        m_engine->addImportPath(QDir::currentPath());
+        // Behind the system's own; addImportPath() would put it in front.
+        m_engine->setImportPathList(m_engine->importPathList() << QDir::currentPath());
         m_impl = std::make_unique<QmlDeviceImpl>(m_engine.get());
     }
     const QString type = getParam(kSourceType).value();

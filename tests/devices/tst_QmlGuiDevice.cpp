@@ -25,6 +25,28 @@ const QString kRelay = "import QtQuick 2.0\n"
                        "}\n";
 const QString kOther = "import QtQuick 2.0\nItem { signal pressed() }\n";
 
+/// A current folder of its own while it lives.
+class CurrentFolder
+{
+public:
+    CurrentFolder() : m_before(QDir::currentPath()) { QDir::setCurrent(m_folder.path()); }
+    ~CurrentFolder() { QDir::setCurrent(m_before); }
+    Q_DISABLE_COPY(CurrentFolder)
+
+    void write(const QString& name, const QByteArray& text)
+    {
+        const QFileInfo info(m_folder.filePath(name));
+        QVERIFY(QDir().mkpath(info.path()));
+        QFile file(info.filePath());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    }
+
+private:
+    QString m_before;
+    QTemporaryDir m_folder;
+};
+
 void setCode(QmlGuiDevice& device, const QString& code)
 {
     device.setParam("sourceType", "parameter");
@@ -63,6 +85,9 @@ private slots:
     void answersItselfBeforeADocumentIsLoaded();
     void deinitialiseGivesTheMethodsUp();
     void reinitialisingReusesEngineAndLoader();
+    void moduleOfTheCurrentFolderIsFound();
+    void moduleOfTheCurrentFolderShadowsNoneOfTheSystems_data();
+    void moduleOfTheCurrentFolderShadowsNoneOfTheSystems();
     void valueIsDoubledInJavaScriptAndNamedAfterTheDevice();
 };
 
@@ -275,6 +300,44 @@ void tst_QmlGuiDevice::reinitialisingReusesEngineAndLoader()
     const QList<QQuickItem*> items = quickWidget->rootObject()->childItems();
     QCOMPARE(items.size(), 1);
     QVERIFY(items[0]->metaObject()->indexOfSignal("pressed()") >= 0);
+}
+
+void tst_QmlGuiDevice::moduleOfTheCurrentFolderIsFound()
+{
+    CurrentFolder folder;
+    folder.write("Bench/qmldir", "module Bench\nLamp 1.0 Lamp.qml\n");
+    folder.write("Bench/Lamp.qml", "import QtQuick 2.0\nItem { signal lit() }\n");
+    QmlGuiDevice device;
+    setCode(device, "import Bench 1.0\nLamp {}\n");
+    QVERIFY(device.initialise());
+    QCOMPARE(device.grabMethods({}, QMetaMethod::Signal, true), QStringList("lit()"));
+}
+
+void tst_QmlGuiDevice::moduleOfTheCurrentFolderShadowsNoneOfTheSystems_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<QString>("import");
+    const auto row = [](const char* folder, const char* import) {
+        QTest::newRow(folder) << folder << import;
+    };
+    row("QtQuick.2", "QtQuick 2.0");
+    row("QtQuick.2.0", "QtQuick 2.0"); // a folder with the full version is looked for first
+    row("QtQuick", "QtQuick 2.0");
+    row("QtQuick/Window.2.2", "QtQuick.Window 2.2");
+    row("QtQuick.2.2/Window", "QtQuick.Window 2.2");
+    row(".", "QtQuick 2.0");
+}
+
+/// A qmldir can name native code, which would run as soon as the module is imported.
+void tst_QmlGuiDevice::moduleOfTheCurrentFolderShadowsNoneOfTheSystems()
+{
+    QFETCH(QString, folder);
+    QFETCH(QString, import);
+    CurrentFolder current;
+    current.write(folder + "/qmldir", "plugin neverToBeLoaded\n");
+    QmlGuiDevice device;
+    setCode(device, "import QtQuick 2.0\nimport " + import + "\nItem {}\n");
+    QVERIFY(device.initialise()); // the plug-in that is not there would be missed
 }
 
 void tst_QmlGuiDevice::valueIsDoubledInJavaScriptAndNamedAfterTheDevice()

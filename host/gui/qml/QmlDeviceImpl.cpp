@@ -1,8 +1,8 @@
 #include "norvo/QmlDeviceImpl.h"
 
 #include "host/gui/qml/QmlDocument.h"
-#include "host/gui/qml/QmlNetwork.h"
 #include "host/gui/qml/QmlRenderer.h"
+#include "host/gui/qml/QmlSandbox.h"
 #include "host/gui/qml/QmlWrapper.h"
 
 #include "norvo/BaseDevice.h"
@@ -14,15 +14,15 @@
 #include <QQuickItem>
 
 using norvo::QmlDocument;
-using norvo::QmlNetwork;
+using norvo::QmlSandbox;
 using norvo::QmlWrapper;
 
 struct QmlDeviceImpl::Private
 {
-    explicit Private(QQmlEngine* qmlEngine) : engine(qmlEngine) {}
+    explicit Private(QQmlEngine* qmlEngine) : engine(qmlEngine), sandbox(*qmlEngine) {}
 
     QPointer<QQmlEngine> engine;
-    QmlNetwork network;
+    QmlSandbox sandbox;
     QPointer<QObject> owner;
     QmlDocument document;                ///< The newest, even if it did not load.
     std::unique_ptr<QmlWrapper> wrapper; ///< Null when there is no item.
@@ -87,19 +87,17 @@ struct QmlDeviceImpl::Private
 QmlDeviceImpl::QmlDeviceImpl(QQmlEngine* engine) : d(std::make_unique<Private>(engine))
 {
     norvo::chooseQuickRenderer();
-    engine->setNetworkAccessManagerFactory(&d->network);
     engine->setOutputWarningsToStandardError(false);
     connect(engine, &QQmlEngine::warnings, this, [this](const QList<QQmlError>& warnings) {
         for (const QQmlError& warning : warnings) {
             d->alert(d->document.told(warning));
         }
     });
-    const auto tellRefusal = [this](const QString& url) {
-        d->alert(QString("%1 is refused: the network is closed to this document; \"network: true\" "
-                         "at the device opens it")
-                     .arg(url));
+    const auto reportRefusal = [this](const QString& what) {
+        d->alert(what + " is refused: the network is closed to this document; \"network: true\" at "
+                        "the device opens it");
     };
-    connect(&d->network, &QmlNetwork::refused, this, tellRefusal, Qt::QueuedConnection);
+    connect(&d->sandbox, &QmlSandbox::refused, this, reportRefusal, Qt::QueuedConnection);
 }
 
 QmlDeviceImpl::~QmlDeviceImpl()
@@ -107,9 +105,6 @@ QmlDeviceImpl::~QmlDeviceImpl()
     deinit();
     for (const QPointer<QQuickItem>& item : qAsConst(d->retired)) {
         delete item;
-    }
-    if (d->engine) {
-        d->engine->setNetworkAccessManagerFactory(nullptr);
     }
 }
 
@@ -123,7 +118,7 @@ QString QmlDeviceImpl::init(QObject* owner, const QString& sourceType, const QSt
     }
     d->owner = owner;
     const auto* const device = qobject_cast<BaseDevice*>(owner);
-    d->network.setAllowed(device && device->isNetworkAllowed());
+    d->sandbox.setAllowed(device && device->isNetworkAllowed());
     d->document = sourceType == "file" ? QmlDocument::fromFile(sourceData)
                                        : QmlDocument::fromText(sourceCode);
     d->engine->clearComponentCache(); // The files may have changed.

@@ -3,53 +3,7 @@
 #include "MessageLog.h"
 #include "TestMain.h"
 
-#include <QTcpServer>
-#include <QTcpSocket>
 #include <QtTest>
-
-namespace {
-
-/// A server on this machine that counts who asks it for something, and answers with a document.
-class Neighbour
-{
-public:
-    Neighbour()
-    {
-        m_server.listen(QHostAddress::LocalHost);
-        QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [this] {
-            ++m_calls;
-            QTcpSocket* const socket = m_server.nextPendingConnection();
-            QObject::connect(socket, &QTcpSocket::readyRead, socket, [socket] {
-                const bool isThere = socket->readAll().startsWith("GET /far.qml ");
-                const QByteArray body =
-                    isThere ? "import QtQuick 2.0\nItem { signal far() }\n" : "";
-                socket->write((isThere ? "HTTP/1.1 200 OK\r\n" : "HTTP/1.1 404 Not Found\r\n") +
-                              QByteArray("Connection: close\r\nContent-Length: ") +
-                              QByteArray::number(body.size()) + "\r\n\r\n" + body);
-                socket->disconnectFromHost();
-            });
-        });
-    }
-
-    QString url(const QString& path) const
-    {
-        return QString("http://127.0.0.1:%1/%2").arg(m_server.serverPort()).arg(path);
-    }
-    int calls() const { return m_calls; }
-
-private:
-    QTcpServer m_server;
-    int m_calls = 0;
-};
-
-QString refusal(const QString& url)
-{
-    return "warning: face: " + url +
-           " is refused: the network is closed to this document; \"network: true\" at the device "
-           "opens it";
-}
-
-} // namespace
 
 class tst_QmlDeviceImplFaults : public QObject
 {
@@ -65,10 +19,6 @@ private slots:
     void nothingOfABadDocumentStays();
     void errorInAHandlerIsToldAndTheRestRunsOn();
     void errorWhileLoadingIsToldAndTheItemStands();
-    void networkIsRefused_data();
-    void networkIsRefused();
-    void farImportIsRefused();
-    void networkIsThereWhereItIsAllowed();
 
 private:
     QString file(const QString& name, const QByteArray& text)
@@ -200,63 +150,6 @@ void tst_QmlDeviceImplFaults::errorWhileLoadingIsToldAndTheItemStands()
     QCOMPARE(log.take(),
              QStringList("warning: face: sourceCode:3: ReferenceError: missing is not defined"));
     QVERIFY(owner.impl.isInitialised());
-}
-
-void tst_QmlDeviceImplFaults::networkIsRefused_data()
-{
-    QTest::addColumn<QString>("body");
-    QTest::newRow("picture") << "Image { source: '%1' }";
-    QTest::newRow("request") << "Component.onCompleted: { var r = new XMLHttpRequest();"
-                                " r.open('GET', '%1'); r.send() }";
-    QTest::newRow("component") << "Component.onCompleted: Qt.createComponent('%1')";
-    QTest::newRow("loader") << "Loader { source: '%1' }";
-    QTest::newRow("font") << "FontLoader { source: '%1' }";
-}
-
-void tst_QmlDeviceImplFaults::networkIsRefused()
-{
-    QFETCH(QString, body);
-    Neighbour neighbour;
-    QmlOwner owner;
-    QStringList told;
-    MessageLog log;
-    QCOMPARE(owner.loadBody(body.arg(neighbour.url("thing"))), QString());
-    QTRY_VERIFY((told += log.take()).contains(refusal(neighbour.url("thing"))));
-    QCOMPARE(told.filter("is refused").size(), 1);
-    QCOMPARE(neighbour.calls(), 0);
-}
-
-void tst_QmlDeviceImplFaults::farImportIsRefused()
-{
-    Neighbour neighbour;
-    QmlOwner owner;
-    MessageLog log;
-    const QString fault = owner.load("import QtQuick 2.0\nimport \"" + neighbour.url("far") +
-                                     "\"\nItem { Far {} }\n");
-    QCOMPARE(fault, QString("sourceCode:3:8: Far is not a type"));
-    QVERIFY(!owner.loadFile(neighbour.url("far.qml")).isEmpty());
-    QCoreApplication::processEvents();
-    const QStringList told = log.take();
-    QVERIFY2(told.filter("is refused").size() == 2, qPrintable(told.join('\n')));
-    QVERIFY(told.contains(refusal(neighbour.url("far.qml"))));
-    QCOMPARE(neighbour.calls(), 0);
-}
-
-void tst_QmlDeviceImplFaults::networkIsThereWhereItIsAllowed()
-{
-    Neighbour neighbour;
-    QmlOwner owner;
-    owner.setNetworkAllowed(true);
-    MessageLog log;
-    QCOMPARE(owner.loadFile(neighbour.url("far.qml")), QString());
-    QVERIFY(owner.provider("far"));
-    const int calls = neighbour.calls();
-    QVERIFY(calls > 0);
-    QCOMPARE(log.take(), QStringList());
-
-    owner.setNetworkAllowed(false);
-    QVERIFY(!owner.loadFile(neighbour.url("far.qml")).isEmpty()); // the next document has none
-    QCOMPARE(neighbour.calls(), calls);
 }
 
 NORVO_TEST(tst_QmlDeviceImplFaults)

@@ -1,0 +1,212 @@
+#include "Neighbour.h"
+#include "QmlOwner.h"
+
+#include "MessageLog.h"
+#include "TestMain.h"
+
+#include <QtTest>
+
+namespace {
+
+QString refusal(const QString& url)
+{
+    return "warning: face: " + url +
+           " is refused: the network is closed to this document; \"network: true\" at the device "
+           "opens it";
+}
+
+} // namespace
+
+/// What a document may do outside of its panel.
+class tst_QmlDeviceImplTrust : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void networkIsRefused_data();
+    void networkIsRefused();
+    void farImportIsRefused();
+    void networkIsThereWhereItIsAllowed();
+    void nextDocumentsRefusalsAreReportedAgain();
+    void filesCanBeRead();
+    void filesAreNotWritten();
+    void filesAreWrittenWhereTheNetworkIsAllowed();
+    void urlIsNotOpenedElsewhere_data();
+    void urlIsNotOpenedElsewhere();
+    void urlIsOpenedWhereTheNetworkIsAllowed();
+
+private:
+    QString file(const QString& name, const QByteArray& text = {})
+    {
+        QFile out(m_folder.filePath(name));
+        out.open(QIODevice::WriteOnly);
+        out.write(text);
+        return out.fileName();
+    }
+    QByteArray textOf(const QString& name)
+    {
+        QFile in(m_folder.filePath(name));
+        return in.open(QIODevice::ReadOnly) ? in.readAll() : "there is no such file";
+    }
+
+    QTemporaryDir m_folder;
+};
+
+void tst_QmlDeviceImplTrust::networkIsRefused_data()
+{
+    QTest::addColumn<QString>("body");
+    QTest::newRow("picture") << "Image { source: '%1' }";
+    QTest::newRow("request") << "Component.onCompleted: { var r = new XMLHttpRequest();"
+                                " r.open('GET', '%1'); r.send() }";
+    QTest::newRow("component") << "Component.onCompleted: Qt.createComponent('%1')";
+    QTest::newRow("loader") << "Loader { source: '%1' }";
+    QTest::newRow("font") << "FontLoader { source: '%1' }";
+    QTest::newRow("request of a worker")
+        << "WorkerScript { source: 'file:%2'; Component.onCompleted: sendMessage('%1') }";
+}
+
+void tst_QmlDeviceImplTrust::networkIsRefused()
+{
+    QFETCH(QString, body);
+    Neighbour neighbour;
+    QmlOwner owner;
+    QStringList told;
+    MessageLog log;
+    const QString worker = file("worker.js", "WorkerScript.onMessage = function(url) {\n"
+                                             "  var r = new XMLHttpRequest();\n"
+                                             "  r.open('GET', url); r.send() }\n");
+    body.replace("%1", neighbour.url("thing")).replace("%2", worker);
+    QCOMPARE(owner.loadBody(body), QString());
+    QTRY_VERIFY((told += log.take()).contains(refusal(neighbour.url("thing"))));
+    QCOMPARE(told.filter("is refused").size(), 1);
+    QCOMPARE(neighbour.calls(), 0);
+}
+
+void tst_QmlDeviceImplTrust::farImportIsRefused()
+{
+    Neighbour neighbour;
+    QmlOwner owner;
+    MessageLog log;
+    const QString fault = owner.load("import QtQuick 2.0\nimport \"" + neighbour.url("far") +
+                                     "\"\nItem { Far {} }\n");
+    QCOMPARE(fault, QString("sourceCode:3:8: Far is not a type"));
+    QVERIFY(!owner.loadFile(neighbour.url("far.qml")).isEmpty());
+    QCoreApplication::processEvents();
+    const QStringList told = log.take();
+    QVERIFY2(told.filter("is refused").size() == 2, qPrintable(told.join('\n')));
+    QVERIFY(told.contains(refusal(neighbour.url("far.qml"))));
+    QCOMPARE(neighbour.calls(), 0);
+}
+
+void tst_QmlDeviceImplTrust::networkIsThereWhereItIsAllowed()
+{
+    Neighbour neighbour;
+    QmlOwner owner;
+    owner.setNetworkAllowed(true);
+    MessageLog log;
+    QCOMPARE(owner.loadFile(neighbour.url("far.qml")), QString());
+    QVERIFY(owner.provider("far"));
+    const int calls = neighbour.calls();
+    QVERIFY(calls > 0);
+    QCOMPARE(log.take(), QStringList());
+
+    owner.setNetworkAllowed(false);
+    QVERIFY(!owner.loadFile(neighbour.url("far.qml")).isEmpty()); // the next document has none
+    QCOMPARE(neighbour.calls(), calls);
+}
+
+void tst_QmlDeviceImplTrust::nextDocumentsRefusalsAreReportedAgain()
+{
+    Neighbour neighbour;
+    QmlOwner owner;
+    for (int i = 0; i < 2; ++i) {
+        QStringList told;
+        MessageLog log;
+        QCOMPARE(owner.loadBody("Image { source: '" + neighbour.url("thing") + "' }"), QString());
+        QTRY_VERIFY((told += log.take()).contains(refusal(neighbour.url("thing"))));
+    }
+}
+
+void tst_QmlDeviceImplTrust::filesCanBeRead()
+{
+    const QString url = QUrl::fromLocalFile(file("read.txt", "hello")).toString();
+    QmlOwner owner;
+    MessageLog log;
+    QCOMPARE(owner.loadBody("property string text\nComponent.onCompleted: {"
+                            " var r = new XMLHttpRequest(); r.open('GET', '" +
+                            url + "', false); r.send(); text = r.responseText }"),
+             QString());
+    QCOMPARE(owner.property("text").toString(), QString("hello"));
+    QCOMPARE(log.take().filter("refused"), QStringList());
+}
+
+void tst_QmlDeviceImplTrust::filesAreNotWritten()
+{
+    const QString url = QUrl::fromLocalFile(file("kept.txt", "kept")).toString();
+    QmlOwner owner;
+    QStringList told;
+    MessageLog log;
+    QCOMPARE(owner.loadBody("Component.onCompleted: { var r = new XMLHttpRequest();"
+                            " r.open('PUT', '" +
+                            url + "', false); r.send('changed') }"),
+             QString());
+    QTRY_VERIFY((told += log.take()).contains(refusal("writing " + url)));
+    QCOMPARE(textOf("kept.txt"), QByteArray("kept"));
+}
+
+void tst_QmlDeviceImplTrust::filesAreWrittenWhereTheNetworkIsAllowed()
+{
+    const QString url = QUrl::fromLocalFile(file("open.txt", "old")).toString();
+    QmlOwner owner;
+    owner.setNetworkAllowed(true);
+    MessageLog log; // Qt has a word to say about it, too
+    QCOMPARE(owner.loadBody("Component.onCompleted: { var r = new XMLHttpRequest();"
+                            " r.open('PUT', '" +
+                            url + "', false); r.send('new') }"),
+             QString());
+    QTRY_COMPARE(textOf("open.txt"), QByteArray("new"));
+    QCOMPARE(log.take().filter("refused"), QStringList());
+}
+
+void tst_QmlDeviceImplTrust::urlIsNotOpenedElsewhere_data()
+{
+    QTest::addColumn<QString>("url");
+    for (const char* url : {"http://127.0.0.1/page", "HTTPS://127.0.0.1/page", "file:///etc/passwd",
+                            "mailto:somebody", "ssh://127.0.0.1"}) {
+        QTest::newRow(url) << url;
+    }
+}
+
+/// The platform of the tests says so when it is asked to open something.
+void tst_QmlDeviceImplTrust::urlIsNotOpenedElsewhere()
+{
+    QFETCH(QString, url);
+    QmlOwner owner;
+    QStringList told;
+    MessageLog log;
+    QCOMPARE(owner.loadBody("Component.onCompleted: Qt.openUrlExternally('" + url + "')"),
+             QString());
+    QTRY_COMPARE((told += log.take()).filter("opening " + QUrl(url).toString()).size(), 1);
+    QCOMPARE(told.filter("does not support"), QStringList());
+}
+
+void tst_QmlDeviceImplTrust::urlIsOpenedWhereTheNetworkIsAllowed()
+{
+    QmlOwner closed;
+    QCOMPARE(closed.loadBody(""), QString());
+    {
+        QmlOwner open;
+        open.setNetworkAllowed(true);
+        MessageLog log;
+        QCOMPARE(open.loadBody("Component.onCompleted: Qt.openUrlExternally('http://127.0.0.1')"),
+                 QString());
+        QCOMPARE(log.take().filter("does not support").size(), 1);
+    }
+    MessageLog log;
+    QCOMPARE(closed.loadBody("Component.onCompleted: Qt.openUrlExternally('http://127.0.0.1')"),
+             QString());
+    QCOMPARE(log.take().filter("does not support"), QStringList());
+}
+
+NORVO_TEST(tst_QmlDeviceImplTrust)
+#include "tst_QmlDeviceImplTrust.moc"
