@@ -22,8 +22,8 @@ public:
     std::optional<int> getIndex() const { return m_index; }
     std::optional<QString> getItem() const { return m_item; }
 
-    /// The choices as the parameters say: parts of one text, empty ones left out, whatever the case
-    /// of the separator. An empty separator makes a choice of every single character.
+    /// The choices as the parameters say: parts of one text, empty ones left out, the separator in
+    /// any case. An empty separator makes a choice of every single character.
     QStringList choices();
 
     bool initialise() override; ///< Fails when there are no choices.

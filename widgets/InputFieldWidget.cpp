@@ -38,6 +38,18 @@ QValidator* createValidator(const InputDevice& device, QObject* owner)
     return nullptr;
 }
 
+/// Does what setText() does, but nothing where that would leave all as it is: a number from the
+/// wiring arrives twice, as text and as number, and may cost no more than twice a bare setText().
+void showText(QLineEdit& line, const QString& text)
+{
+    const bool isShown = line.text() == text && line.cursorPosition() == text.size() &&
+                         !line.hasSelectedText() && !line.isUndoAvailable() &&
+                         !line.isRedoAvailable();
+    if (!isShown) {
+        line.setText(text);
+    }
+}
+
 // What the operator enters in a dialog; nothing where it is cancelled.
 
 std::optional<double> askForDouble(const InputDevice& device, double current)
@@ -195,7 +207,7 @@ void InputFieldWidget::input(double value)
     if (QDoubleSpinBox* const editor = spinBox()) {
         editor->setValue(value);
     } else if (QLineEdit* const line = lineEdit()) {
-        line->setText(QString::number(value, 'g', 6));
+        showText(*line, QString::number(value, 'g', 6));
     }
 }
 
@@ -206,7 +218,7 @@ void InputFieldWidget::input(QString text)
             editor->setValue(*number);
         }
     } else if (QLineEdit* const line = lineEdit()) {
-        line->setText(text);
+        showText(*line, text);
     }
 }
 

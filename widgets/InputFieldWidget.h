@@ -35,7 +35,7 @@ signals:
 public slots:
     /// A value that changes the editor leaves the widget again, as if it had been typed.
     void input(double value);
-    void input(QString text); ///< A spin box ignores what reads as no number.
+    void input(QString text); ///< A spin box ignores a text that is not a number.
 
 protected:
     void build(InputDevice& device) override;

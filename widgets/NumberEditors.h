@@ -33,6 +33,9 @@ public:
 
     State validate(QString& text, int& position) const override
     {
+        if (!text.contains(',')) {
+            return QDoubleValidator::validate(text, position);
+        }
         QString withPoint = text;
         withPoint.replace(',', '.');
         return QDoubleValidator::validate(withPoint, position);

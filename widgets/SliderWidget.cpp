@@ -9,7 +9,7 @@
 namespace {
 
 /// A style divides by twice the range in 32 bits, which is 0 for a range of 2^31: of that one, the
-/// end farther from 0 gives way by 1.
+/// end farther from 0 is moved inward by 1.
 void setRange(QSlider& slider, int min, int max)
 {
     if (qint64(max) - min == qint64(1) << 31) {

@@ -89,8 +89,8 @@ void tst_DropDownListDevice::optionsAreSplit_data()
                                                               << "X" << QStringList{"1", "2", "3"};
     QTest::newRow("lower-case separator, upper-case options") << "1AND2"
                                                               << "and" << QStringList{"1", "2"};
-    QTest::newRow("blanks stay") << " a ; b"
-                                 << ";" << QStringList{" a ", " b"};
+    QTest::newRow("spaces are kept") << " a ; b"
+                                     << ";" << QStringList{" a ", " b"};
     QTest::newRow("no pattern") << "a.*b"
                                 << ".*" << QStringList{"a", "b"};
     QTest::newRow("same choice twice") << "a|a"

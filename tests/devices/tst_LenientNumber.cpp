@@ -21,7 +21,7 @@ void tst_LenientNumber::readsOrNot_data()
     QTest::newRow("comma for point") << "3,75" << true << 3.75;
     QTest::newRow("whole") << "-12" << true << -12.0;
     QTest::newRow("exponent") << "1,5e3" << true << 1500.0;
-    QTest::newRow("blanks around") << " 2,5 " << true << 2.5;
+    QTest::newRow("spaces around") << " 2,5 " << true << 2.5;
     QTest::newRow("comma and point") << "1,234.5" << false << 0.0;
     QTest::newRow("two commas") << "1,2,3" << false << 0.0;
     QTest::newRow("empty") << "" << false << 0.0;

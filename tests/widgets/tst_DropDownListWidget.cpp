@@ -43,7 +43,7 @@ private slots:
     void listHoldsTheOptionsInOrder_data();
     void listHoldsTheOptionsInOrder();
     void listLooksAsItsParametersSay();
-    void captionStandsAboveTheList();
+    void captionIsAboveTheList();
     void noCaptionWhenItIsEmpty();
 
     void initialChoiceIsSentOnlyWhenAskedFor_data();
@@ -103,7 +103,7 @@ void tst_DropDownListWidget::listLooksAsItsParametersSay()
     QCOMPARE(stand.widget->sizePolicy(), list->sizePolicy());
 }
 
-void tst_DropDownListWidget::captionStandsAboveTheList()
+void tst_DropDownListWidget::captionIsAboveTheList()
 {
     ListStand stand({{"widget/label", "Mode"}, {"widget/labelSize", "19"}});
     auto* const list = stand.only<QComboBox>();

@@ -61,7 +61,7 @@ private slots:
     void pastedCommaIsADecimalPoint_data();
     void pastedCommaIsADecimalPoint();
     void commaOfAnIntGoesWithReturn();
-    void commaFromTheWiringStandsAsItIs();
+    void commaFromTheWiringIsShownVerbatim();
 };
 
 void tst_InputFieldComma::typedCommaIsADecimalPointInEveryCountry_data()
@@ -168,7 +168,7 @@ void tst_InputFieldComma::commaOfAnIntGoesWithReturn()
     QVERIFY2(!typed.numbers.contains(375), qPrintable(typed.field.line()->text()));
 }
 
-void tst_InputFieldComma::commaFromTheWiringStandsAsItIs()
+void tst_InputFieldComma::commaFromTheWiringIsShownVerbatim()
 {
     for (const char* type : {"double", "int", "string"}) {
         const Field field(type);

@@ -19,8 +19,8 @@ private slots:
     void intIsValidatedWithEndsCutTowardZero_data();
     void intIsValidatedWithEndsCutTowardZero();
     void otherTypesAreNotValidated();
-    void styleSheetIsGivenLetterForLetter_data();
-    void styleSheetIsGivenLetterForLetter();
+    void styleSheetIsGivenVerbatim_data();
+    void styleSheetIsGivenVerbatim();
     void minMaxAndIncrementActOnASpinBoxOnly();
     void decimalPointIsAPointInEveryCountry();
 };
@@ -166,14 +166,14 @@ void tst_InputFieldWidget::otherTypesAreNotValidated()
     QVERIFY(!InputStand({{"type", "Int"}}).only<QLineEdit>()->validator());
 }
 
-void tst_InputFieldWidget::styleSheetIsGivenLetterForLetter_data()
+void tst_InputFieldWidget::styleSheetIsGivenVerbatim_data()
 {
     QTest::addColumn<QString>("type");
     QTest::newRow("spin box") << "spin";
     QTest::newRow("line edit") << "string";
 }
 
-void tst_InputFieldWidget::styleSheetIsGivenLetterForLetter()
+void tst_InputFieldWidget::styleSheetIsGivenVerbatim()
 {
     QFETCH(QString, type);
     const QString style = editorOf(InputStand({{"type", type}}))->styleSheet();

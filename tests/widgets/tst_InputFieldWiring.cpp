@@ -11,7 +11,7 @@ class tst_InputFieldWiring : public QObject
 
 private slots:
     void numberFromTheWiringHasSixDigitsInALineEdit();
-    void textFromTheWiringStandsInALineEditAsItIs();
+    void textFromTheWiringIsShownVerbatimByALineEdit();
     void textFromTheWiringIsReadLenientlyByASpinBox();
     void textThatIsNoNumberLeavesASpinBoxAlone();
     void valueShownAlreadyStillEndsAnEdit();
@@ -31,7 +31,7 @@ void tst_InputFieldWiring::numberFromTheWiringHasSixDigitsInALineEdit()
     }
 }
 
-void tst_InputFieldWiring::textFromTheWiringStandsInALineEditAsItIs()
+void tst_InputFieldWiring::textFromTheWiringIsShownVerbatimByALineEdit()
 {
     Field field("string");
     field.device.input(QString("about 5"));
@@ -75,6 +75,12 @@ void tst_InputFieldWiring::valueShownAlreadyStillEndsAnEdit()
     field.device.input(2.5);
     QVERIFY(!line->isUndoAvailable());
     QVERIFY(!line->isModified());
+    QTest::keyClicks(line, "0");
+    QTest::keySequence(line, QKeySequence::Undo);
+    QVERIFY(line->isRedoAvailable());
+    QVERIFY(!line->isUndoAvailable());
+    field.device.input(2.5);
+    QVERIFY(!line->isRedoAvailable());
 }
 
 void tst_InputFieldWiring::echoOfASpinBox()

@@ -41,7 +41,7 @@ class tst_SliderWidget : public QObject
 
 private slots:
     void declaresItsSignalAndSlot();
-    void deviceIsConnectedByNameWhateverItsClass();
+    void deviceOfAnyClassIsConnectedByName();
     void deviceWithoutThoseMethodsIsReportedByQtAlone();
 
     void sliderIsMadeAsItsParametersSay();
@@ -69,7 +69,7 @@ void tst_SliderWidget::declaresItsSignalAndSlot()
              QStringList({"signal wgOutput(double)", "slot wgInput(double)"}));
 }
 
-void tst_SliderWidget::deviceIsConnectedByNameWhateverItsClass()
+void tst_SliderWidget::deviceOfAnyClassIsConnectedByName()
 {
     InputDevice device; // has the slots and signals that the slider asks for
     device.setRunning(device.initialise());
