@@ -1,5 +1,8 @@
 #include "host/yaml/SourceText.h"
 
+#include <QFile>
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace norvo {
@@ -44,16 +47,38 @@ int characterLength(const uchar* bytes, int available)
     return isWhole ? length : 0;
 }
 
-QString controlProblem(uchar byte)
+QString controlError(uchar byte)
 {
-    const QString what = byte == '\0' ? QString("a NUL byte")
+    const QString what = byte == '\0' ? QString("NUL byte")
                          : byte == '\r'
-                             ? QString("a carriage return without a line feed")
-                             : QString("a control character (U+%1)").arg(byte, 4, 16, QChar('0'));
-    return what + " stands here; a panel file is plain text";
+                             ? QString("carriage return without a line feed")
+                             : QString("control character (U+%1)").arg(byte, 4, 16, QChar('0'));
+    return what + "; the file must be plain text";
 }
 
 } // namespace
+
+std::optional<QByteArray> readTextFile(const QString& fileName, QString& reason)
+{
+    const QFileInfo info(fileName);
+    QFile file(fileName);
+    if (!info.exists()) {
+        reason = "there is no such file";
+    } else if (info.isDir()) {
+        reason = "this is a folder, not a file";
+    } else if (!info.isFile()) {
+        reason = "this is not a regular file";
+    } else if (file.open(QIODevice::ReadOnly)) {
+        const QByteArray bytes = file.read(kMaxTextSize + 1);
+        if (file.error() == QFileDevice::NoError) {
+            return bytes;
+        }
+    }
+    if (reason.isEmpty()) {
+        reason = "the file cannot be read: " + file.errorString();
+    }
+    return std::nullopt;
+}
 
 SourceText::SourceText(const QByteArray& bytes) : m_bytes(bytes)
 {
@@ -90,6 +115,12 @@ int SourceText::charactersBefore(int offset) const
                              beginsCharacter));
 }
 
+int SourceText::lineEnd(int offset) const
+{
+    const size_t next = size_t(lineIndex(offset)) + 1;
+    return next < m_lineStarts.size() ? m_lineStarts[next] - 1 : size();
+}
+
 Place SourceText::placeAt(int offset) const
 {
     const int known = std::clamp(offset, start(), size());
@@ -97,18 +128,18 @@ Place SourceText::placeAt(int offset) const
     return {line + 1, charactersBefore(known) - charactersBefore(m_lineStarts[size_t(line)]) + 1};
 }
 
-std::optional<Problem> SourceText::firstBadByte() const
+std::optional<TextError> SourceText::firstBadByte() const
 {
     const auto* bytes = reinterpret_cast<const uchar*>(m_bytes.constData());
     for (int i = start(); i < size();) {
         const uchar byte = bytes[i];
         const bool isLineEnd = byte == '\n' || (byte == '\r' && at(i + 1) == '\n');
         if ((byte < 0x20 && byte != '\t' && !isLineEnd) || byte == 0x7f) {
-            return Problem{placeAt(i), controlProblem(byte)};
+            return TextError{placeAt(i), controlError(byte)};
         }
         const int length = characterLength(bytes + i, size() - i);
         if (length == 0) {
-            return Problem{placeAt(i), "this byte is not valid UTF-8; save the file as UTF-8"};
+            return TextError{placeAt(i), "byte is not valid UTF-8; save the file as UTF-8"};
         }
         i += length;
     }

@@ -1,53 +1,20 @@
 #include "host/yaml/YamlBuilder.h"
 
+#include "host/yaml/YamlErrors.h"
+#include "host/yaml/YamlTokens.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace norvo {
 
-namespace {
-
-bool isFlowMark(char c)
-{
-    return c == ',' || c == '[' || c == ']' || c == '{' || c == '}';
-}
-
-struct Quoted
-{
-    bool isClosed = false;
-    bool hasEscapes = false;
-};
-
-Quoted quotedAt(const SourceText& source, int offset)
-{
-    const char quote = source.at(offset);
-    Quoted quoted;
-    for (int i = offset + 1; i < source.size() && !quoted.isClosed; ++i) {
-        const char c = source.at(i);
-        if (c == '\\' && quote == '"') {
-            quoted.hasEscapes = true;
-            ++i;
-        } else if (c == quote && quote == '\'' && source.at(i + 1) == quote) {
-            ++i;
-        } else {
-            quoted.isClosed = c == quote;
-        }
-    }
-    return quoted;
-}
-
-} // namespace
-
 int YamlBuilder::openBracket(char bracket) const
 {
-    for (auto level = m_levels.crbegin(); level != m_levels.crend(); ++level) {
-        const int offset = skipProperties(level->mark);
-        const bool isList = level->node->kind == YamlNode::Kind::List;
-        if (m_source.at(offset) == bracket && isList == (bracket == '[')) {
-            return offset;
-        }
-    }
-    return -1;
+    const auto level =
+        std::find_if(m_levels.crbegin(), m_levels.crend(), [this, bracket](const Level& open) {
+            return open.bracket >= 0 && m_source.at(open.bracket) == bracket;
+        });
+    return level == m_levels.crend() ? -1 : level->bracket;
 }
 
 Place YamlBuilder::innermost() const
@@ -60,11 +27,11 @@ void YamlBuilder::OnDocumentStart(const YAML::Mark& mark)
     if (m_hasDocument) {
         const int offset = mark.pos + m_source.start();
         const bool isMarked = m_source.bytes().mid(offset, 3) == "---";
-        throw Problem{m_source.placeAt(offset),
-                      isMarked ? "a second document begins here; a file holds one, without this "
-                                 "\"---\""
-                               : "broken YAML: this belongs to nothing above it; check the "
-                                 "indentation and the quotes"};
+        throw TextError{m_source.placeAt(offset),
+                        isMarked ? "a second document begins here; a file holds one, without this "
+                                   "\"---\""
+                                 : "broken YAML: this is outside of the list or map above it; "
+                                   "check the indentation and the quotes"};
     }
     m_hasDocument = true;
 }
@@ -77,7 +44,7 @@ void YamlBuilder::OnDocumentEnd()
 void YamlBuilder::OnNull(const YAML::Mark& mark, YAML::anchor_t anchor)
 {
     const int offset = enter(mark);
-    const int content = skipProperties(offset);
+    const int content = YamlTokens::skipProperties(m_source, offset);
     const QString word = nullWordAt(content);
     const bool isKey = isAtKey();
     const bool isAbsent = word.isEmpty() || (!m_levels.empty() && m_levels.back().key && !isKey &&
@@ -104,15 +71,16 @@ void YamlBuilder::OnAlias(const YAML::Mark& mark, YAML::anchor_t anchor)
     const Place place = m_source.placeAt(offset);
     const Anchored target = anchor < m_anchors.size() ? m_anchors[anchor] : Anchored();
     if (!target.node) {
-        throw Problem{place, "this alias stands inside the value that it names"};
+        throw TextError{place, "this alias is inside the value that it names"};
     }
     const bool isTextKey = isAtKey() && target.node->isText();
     count(isTextKey ? 0 : target.values, offset);
     if (!m_levels.empty()) {
         Level& level = m_levels.back();
-        if (level.depth + target.height > YamlTree::kDeepest) {
-            throw Problem{place, QString("nested deeper than %1 levels once this alias is followed")
-                                     .arg(YamlTree::kDeepest)};
+        if (level.depth + target.height > YamlTree::kMaxDepth) {
+            throw TextError{place,
+                            QString("nested deeper than %1 levels once this alias is followed")
+                                .arg(YamlTree::kMaxDepth)};
         }
         level.height = std::max(level.height, 1 + target.height);
     }
@@ -123,13 +91,13 @@ void YamlBuilder::OnScalar(const YAML::Mark& mark, const std::string&, YAML::anc
                            const std::string& value)
 {
     const int offset = enter(mark);
-    const int content = skipProperties(offset);
+    const int content = YamlTokens::skipProperties(m_source, offset);
     const QString text = QString::fromUtf8(value.data(), int(value.size()));
-    // A tag without a text reads as an empty one; what follows belongs to somebody else.
+    // A tag without a text reads as an empty one; what follows belongs to another value.
     const bool isTagAlone = value.empty() && content != offset;
     const Node node = newText(isTagAlone ? offset : content, text);
     if (!isTagAlone) {
-        describeText(*node, content);
+        describeText(*node, content, value);
     }
     if (!isAtKey()) {
         count(1, offset);
@@ -168,11 +136,33 @@ int YamlBuilder::enter(const YAML::Mark& mark)
     const int offset = mark.pos + m_source.start();
     settleUnsure(offset);
     refuseTab(offset);
+    m_last = {offset, 0, 0};
     return offset;
 }
 
-/// The mark of an absent value is that of whatever follows it. So a word that is followed by an
-/// event at its own place was no value but the next key.
+void YamlBuilder::lookAhead(int end)
+{
+    if (end < m_nextLook || end - m_last.offset < kMaxLag) {
+        return;
+    }
+    YamlLookahead::Start start;
+    start.offset = m_last.offset;
+    for (int rest = m_last.bytes; rest > 0 && start.offset < m_source.size(); ++start.offset) {
+        rest -= SourceText::isSpace(m_source.at(start.offset)) ? 0 : 1;
+    }
+    start.brackets =
+        m_last.closed + int(std::count_if(m_levels.cbegin(), m_levels.cend(),
+                                          [](const Level& l) { return l.bracket >= 0; }));
+    start.depth = m_last.closed + (m_levels.empty() ? 0 : m_levels.back().depth);
+    start.values = m_values;
+    m_nextLook = YamlLookahead(m_source, start).run();
+}
+
+/// The parser reports "~" and "null" by the same event as a value that is absent, and marks an
+/// absent value with the place of the token that follows it. So of "a:" above "null: x" the first
+/// event, for what is absent behind "a", stands at the word "null", as it does of "a: null". Only
+/// the next event tells them apart: one at the word itself says that the word was no value but a
+/// key.
 void YamlBuilder::settleUnsure(int offset)
 {
     if (m_unsure && (offset == m_unsure->mark || offset == m_unsure->offset)) {
@@ -186,7 +176,7 @@ void YamlBuilder::settleUnsure(int offset)
     m_unsure.reset();
 }
 
-/// The parser takes some tabs in indentation for blanks and gets the levels wrong.
+/// The parser takes some tabs in indentation for spaces and gets the levels wrong.
 void YamlBuilder::refuseTab(int offset)
 {
     const int lineStart = m_source.lineStart(offset);
@@ -194,9 +184,9 @@ void YamlBuilder::refuseTab(int offset)
         return;
     }
     m_lastLineStart = lineStart;
-    for (int i = lineStart; i < offset && SourceText::isBlank(m_source.at(i)); ++i) {
+    for (int i = lineStart; i < offset && SourceText::isSpace(m_source.at(i)); ++i) {
         if (m_source.at(i) == '\t') {
-            throw Problem{m_source.placeAt(i), "a tab stands in the indentation; use blanks"};
+            throw TextError{m_source.placeAt(i), kTabInIndentation};
         }
     }
 }
@@ -207,34 +197,14 @@ bool YamlBuilder::isAtKey() const
            !m_levels.back().key;
 }
 
-/// The offset behind tag and anchor.
-int YamlBuilder::skipProperties(int offset) const
-{
-    int i = offset;
-    while (m_source.at(i) == '&' || m_source.at(i) == '!') {
-        if (m_source.at(i) == '!' && m_source.at(i + 1) == '<') {
-            i = std::max(m_source.bytes().indexOf('>', i), i);
-        }
-        while (i < m_source.size() && !SourceText::isBlank(m_source.at(i)) &&
-               !isFlowMark(m_source.at(i))) {
-            ++i;
-        }
-        while (SourceText::isBlank(m_source.at(i)) || m_source.at(i) == '#') {
-            const int lineEnd = m_source.bytes().indexOf('\n', i);
-            i = m_source.at(i) != '#' ? i + 1 : lineEnd < 0 ? m_source.size() : lineEnd;
-        }
-    }
-    return i;
-}
-
 /// The word for "nothing" that is written here; empty when there is none.
 QString YamlBuilder::nullWordAt(int offset) const
 {
     for (const char* word : {"~", "null", "Null", "NULL"}) {
         const int length = int(qstrlen(word));
         const char next = m_source.at(offset + length);
-        const bool isWhole =
-            next == '\0' || next == ':' || SourceText::isBlank(next) || isFlowMark(next);
+        const bool isWhole = next == '\0' || next == ':' || SourceText::isSpace(next) ||
+                             YamlTokens::isFlowMark(next);
         if (isWhole && m_source.bytes().mid(offset, length) == word) {
             return word;
         }
@@ -252,8 +222,8 @@ Place YamlBuilder::placeOfAbsent(int offset) const
     if (level.node->kind == YamlNode::Kind::Map) {
         return m_source.placeAt(level.keyMark);
     }
-    if (m_source.at(skipProperties(level.mark)) == '-') {
-        // Between the dash and the mark stand blanks and comments only.
+    if (m_source.at(YamlTokens::skipProperties(m_source, level.mark)) == '-') {
+        // Between the dash and the mark are spaces and comments only.
         for (int lineEnd = offset; lineEnd > level.mark;) {
             const int lineStart = m_source.lineStart(lineEnd - 1);
             const QByteArray line = m_source.bytes().mid(lineStart, lineEnd - lineStart);
@@ -278,33 +248,35 @@ YamlBuilder::Node YamlBuilder::newText(int offset, const QString& text) const
     return node;
 }
 
-/// How the text is written; refuses quotes that do not close, which the parser may let pass at the
-/// end of the file.
-void YamlBuilder::describeText(YamlNode& node, int offset) const
+/// How the text is written; refuses a string that does not end, which the parser may let pass at
+/// the end of the file.
+void YamlBuilder::describeText(YamlNode& node, int offset, const std::string& value)
 {
     const char first = m_source.at(offset);
     if (first == '"' || first == '\'') {
-        const Quoted quoted = quotedAt(m_source, offset);
+        const YamlTokens::Quoted quoted = YamlTokens::quotedAt(m_source, offset);
         if (!quoted.isClosed) {
-            throw Problem{node.place,
-                          QString("broken YAML: the quotes that open here never close; %1 is "
-                                  "missing")
-                              .arg(first == '"' ? "'\"'" : "\"'\"")};
+            throw TextError{node.place,
+                            QString("broken YAML: unterminated quoted string; %1 is missing")
+                                .arg(first == '"' ? "'\"'" : "\"'\"")};
         }
         node.begin = offset + 1;
         node.isCountable = !quoted.hasEscapes;
+        m_last.offset = quoted.end;
     } else {
         node.isPlain = first != '|' && first != '>';
         node.isCountable = node.isPlain;
+        m_last.offset = node.isPlain ? offset : m_source.lineEnd(offset);
+        m_last.bytes = int(std::count_if(value.cbegin(), value.cend(),
+                                         [](char c) { return !SourceText::isSpace(c); }));
     }
 }
 
 void YamlBuilder::count(int values, int offset)
 {
     m_values += values;
-    if (m_values > YamlTree::kMostValues) {
-        throw Problem{m_source.placeAt(offset),
-                      "more than 100,000 values once aliases are followed"};
+    if (m_values > YamlTree::kMaxValues) {
+        throw YamlTree::tooMany(m_source.placeAt(offset));
     }
 }
 
@@ -314,7 +286,12 @@ void YamlBuilder::begin(YamlNode::Kind kind, const YAML::Mark& mark, YAML::ancho
     Level level;
     level.node = std::make_shared<YamlNode>();
     level.node->kind = kind;
-    level.node->place = m_source.placeAt(skipProperties(offset));
+    const int content = YamlTokens::skipProperties(m_source, offset);
+    level.node->place = m_source.placeAt(content);
+    if (m_source.at(content) == (kind == YamlNode::Kind::List ? '[' : '{')) {
+        level.bracket = content;
+        m_last.offset = content + 1;
+    }
     level.anchor = anchor;
     level.mark = offset;
     level.valuesBefore = m_values;
@@ -324,9 +301,8 @@ void YamlBuilder::begin(YamlNode::Kind kind, const YAML::Mark& mark, YAML::ancho
         const Level& outer = m_levels.back();
         level.depth = outer.depth + (outer.mark == offset ? 0 : 1);
     }
-    if (level.depth > YamlTree::kDeepest) {
-        throw Problem{m_source.placeAt(offset),
-                      QString("nested deeper than %1 levels").arg(YamlTree::kDeepest)};
+    if (level.depth > YamlTree::kMaxDepth) {
+        throw YamlTree::tooDeep(m_source.placeAt(offset));
     }
     count(1, offset);
     remember(anchor, nullptr, 0, 0);
@@ -338,6 +314,7 @@ void YamlBuilder::end()
 {
     const Level level = std::move(m_levels.back());
     m_levels.pop_back();
+    m_last.closed += level.bracket >= 0 ? 1 : 0;
     remember(level.anchor, level.node, m_values - level.valuesBefore, level.height);
     if (!m_levels.empty()) {
         m_levels.back().height = std::max(m_levels.back().height, 1 + level.height);
@@ -352,9 +329,9 @@ void YamlBuilder::add(const YamlNodePtr& node, int mark, const Place& place, boo
     }
     Level& level = m_levels.back();
     if (isAtKey()) {
-        if (node->text.size() > YamlTree::kLongestKey) {
-            throw Problem{place,
-                          QString("a key has %1 characters at most").arg(YamlTree::kLongestKey)};
+        if (node->text.size() > YamlTree::kMaxKeyLength) {
+            throw TextError{
+                place, QString("a key has %1 characters at most").arg(YamlTree::kMaxKeyLength)};
         }
         level.key = node;
         level.keyMark = mark;

@@ -14,7 +14,7 @@
 
 namespace norvo {
 
-/// Builds a tree from the events of the parser. What it refuses it throws, as a Problem.
+/// Builds a tree from the events of the parser. What it refuses it throws, as a TextError.
 class YamlBuilder : public YAML::EventHandler
 {
 public:
@@ -25,6 +25,11 @@ public:
     int openBracket(char bracket) const;
     /// Where the innermost open list or map begins; unknown without one.
     Place innermost() const;
+
+    /// To be called before the parser gets the text from `end` on. It reports nothing before it
+    /// knows whether it is a key, for which it may read on to where the outermost bracket closes;
+    /// what is beyond a limit there is refused before the parser keeps it all.
+    void lookAhead(int end);
 
     void OnDocumentStart(const YAML::Mark& mark) override;
     void OnDocumentEnd() override;
@@ -48,6 +53,7 @@ private:
         Node node;
         YAML::anchor_t anchor = 0;
         int mark = 0;         ///< Offset of its event.
+        int bracket = -1;     ///< Offset of the one that opens it; -1 for one without.
         int depth = 0;        ///< 1 for the outermost.
         int height = 1;       ///< Levels from here down, so far.
         int valuesBefore = 0; ///< In the file, before this one.
@@ -71,15 +77,24 @@ private:
         int offset = 0; ///< Of the word.
     };
 
+    /// How far the parser has come with its reports.
+    struct Last
+    {
+        int offset = 0; ///< Of the last token, or behind it.
+        int bytes = 0;  ///< From there, that belong to it; spaces and line ends left out.
+        int closed = 0; ///< Brackets behind it.
+    };
+
+    static constexpr int kMaxLag = 64 * 1024; ///< Of the reports, without a look ahead.
+
     int enter(const YAML::Mark& mark);
     void settleUnsure(int offset);
     void refuseTab(int offset);
     bool isAtKey() const;
-    int skipProperties(int offset) const;
     QString nullWordAt(int offset) const;
     Place placeOfAbsent(int offset) const;
     Node newText(int offset, const QString& text) const;
-    void describeText(YamlNode& node, int offset) const;
+    void describeText(YamlNode& node, int offset, const std::string& value);
     void count(int values, int offset);
     void begin(YamlNode::Kind kind, const YAML::Mark& mark, YAML::anchor_t anchor);
     void end();
@@ -91,6 +106,8 @@ private:
     bool m_hasDocument = false;
     int m_values = 0;
     int m_lastLineStart = -1;
+    Last m_last;
+    int m_nextLook = 0; ///< The text before is looked through.
     std::vector<Level> m_levels;
     std::vector<Anchored> m_anchors;
     std::optional<Unsure> m_unsure;

@@ -8,8 +8,10 @@ namespace norvo {
 
 class YamlBuilder;
 
-/// What the parser complains of, in words that say what to do; `builder` is as far as it came.
-Problem describe(const YAML::Exception& exception, const SourceText& source,
-                 const YamlBuilder& builder);
+constexpr char kTabInIndentation[] = "tab in indentation; use spaces";
+
+/// The parser's error in words that say what to do; `builder` is as far as it came.
+TextError toError(const YAML::Exception& exception, const SourceText& source,
+                  const YamlBuilder& builder);
 
 } // namespace norvo

@@ -28,7 +28,7 @@ struct YamlNode
 {
     enum class Kind {
         Absent, ///< Nothing is written; reads as an empty text.
-        Text,   ///< Letter by letter: "no", "1.0" and "~" stay what they are.
+        Text,   ///< Verbatim: "no", "1.0" and "~" stay what they are.
         List,
         Map
     };
@@ -40,23 +40,26 @@ struct YamlNode
 
     bool isText() const { return kind == Kind::Absent || kind == Kind::Text; }
     /// The place of a character of the text; of the text's start where escapes, or the rules of
-    /// texts in blocks, keep that from being told by counting.
+    /// texts in blocks, keep it from being counted.
     Place placeOf(int index, const SourceText& source) const;
 
     int begin = 0;            ///< The offset of the text's first character.
-    bool isCountable = false; ///< But for blanks, the source holds the text's characters in order.
+    bool isCountable = false; ///< But for spaces, the source holds the text's characters in order.
     bool isPlain = false;     ///< Without quotes.
 };
 
 namespace YamlTree {
 
-constexpr int kDeepest = 64;        ///< Levels of lists and maps.
-constexpr int kMostValues = 100000; ///< Texts, lists and maps, aliases followed; keys left out.
-constexpr int kLongestKey = 1000;   ///< In characters.
+constexpr int kMaxDepth = 64;       ///< Levels of lists and maps.
+constexpr int kMaxValues = 100000;  ///< Texts, lists and maps, aliases followed; keys left out.
+constexpr int kMaxKeyLength = 1000; ///< In characters.
 
-/// The value that the text holds. It takes one document, and keeps to the limits before it
-/// builds anything beyond them. The text must be free of bad bytes.
-std::variant<YamlNodePtr, Problem> read(const SourceText& source);
+/// The value that the text holds, or the first error. It takes one document of plain UTF-8 text,
+/// and keeps to the limits of size, depth and values before it builds anything beyond them.
+std::variant<YamlNodePtr, TextError> read(const SourceText& source);
+
+TextError tooDeep(const Place& place); ///< Deeper than kMaxDepth.
+TextError tooMany(const Place& place); ///< More than kMaxValues.
 
 } // namespace YamlTree
 

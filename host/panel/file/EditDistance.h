@@ -5,12 +5,12 @@
 
 namespace norvo {
 
-/// The known name that is at most two slips away from the wanted one: a letter too many, a letter
-/// missing, a wrong letter, or two neighbours changed over; upper and lower case count as equal.
-/// The nearest, of equally near ones the first; empty when there is none.
+/// The known name whose edit distance to the wanted one is 2 at most: a letter too many, a letter
+/// missing, a wrong letter, and two neighbours swapped count 1 each; upper and lower case are
+/// equal. The nearest, of equally near ones the first; empty when there is none.
 QString nearestName(const QString& wanted, const QStringList& known);
 
-/// `; did you mean "name"?` for the nearest name, to end a fault with; empty when there is none.
+/// `; did you mean "name"?` for the nearest name, to end an error with; empty when there is none.
 QString didYouMean(const QString& wanted, const QStringList& known);
 
 } // namespace norvo

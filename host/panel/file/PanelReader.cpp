@@ -18,20 +18,15 @@ bool isId(const QString& text)
     });
 }
 
-/// Whether the entry of a map can be read; where not, the check of the keys has told why.
+/// Whether the entry of a map can be read; otherwise the check of the keys has reported why.
 bool isUsable(const YamlEntry& entry)
 {
     return entry.key->isText() && entry.earlier.line == 0 &&
            !(entry.key->isPlain && entry.key->text == "<<");
 }
 
-QString inWords(const Place& place)
-{
-    return QString("line %1, column %2").arg(place.line).arg(place.column);
-}
-
-/// The way out of an unknown key: the nearest known one, or all of them.
-QString wayOut(const QString& key, const QStringList& known, const QString& all)
+/// What to use in place of an unknown key: the nearest known one, or all of them.
+QString suggestion(const QString& key, const QStringList& known, const QString& all)
 {
     const QString nearest = didYouMean(key, known);
     return nearest.isEmpty() ? "; " + all : nearest;
@@ -76,10 +71,11 @@ PanelDescription PanelReader::read(const YamlNode& root)
         } else if (key == "connections") {
             readConnections(entry);
         } else {
-            refuse(entry.key->place,
-                   QString("unknown key %1%2")
-                       .arg(inQuotes(key), wayOut(key, {"title", "devices", "connections"},
-                                                  "a panel has title, devices and connections")));
+            refuse(
+                entry.key->place,
+                QString("unknown key %1%2")
+                    .arg(inQuotes(key), suggestion(key, {"title", "devices", "connections"},
+                                                   "a panel has title, devices and connections")));
         }
     }
     return m_description;
@@ -98,9 +94,9 @@ void PanelReader::checkKeys(const YamlNode& node, Keys keys)
             } else if (key.isPlain && key.text == "<<") {
                 refuse(key.place, "\"<<\" merges nothing here; give the alias as the value itself");
             } else if (entry.earlier.line > 0) {
-                refuse(key.place, QString("the %1 %2 is given twice; it stands in %3 already")
+                refuse(key.place, QString("the %1 %2 is given twice; it is already in %3")
                                       .arg(keys == Keys::Devices ? "device" : "key",
-                                           inQuotes(key.text), inWords(entry.earlier)));
+                                           inQuotes(key.text), toString(entry.earlier)));
             }
         }
         if (!entry.isAlias) {
@@ -147,7 +143,7 @@ void PanelReader::readDevice(const YamlEntry& entry)
     } else {
         readSettings(value, device);
     }
-    m_description.devices.append(device); // Arrows to it are no fault of their own.
+    m_description.devices.append(device); // Connections to it are no errors of their own.
 }
 
 void PanelReader::readSettings(const YamlNode& value, DeviceSetting& device)
@@ -188,8 +184,8 @@ void PanelReader::readSetting(const YamlEntry& entry, DeviceSetting& device)
     } else {
         refuse(entry.key->place, QString("unknown key %1 of the device %2%3")
                                      .arg(inQuotes(key), inQuotes(device.id.text),
-                                          wayOut(key, {"device", "params", "network"},
-                                                 "a device has device, params and network")));
+                                          suggestion(key, {"device", "params", "network"},
+                                                     "a device has device, params and network")));
     }
 }
 
@@ -244,9 +240,9 @@ void PanelReader::readParam(const YamlEntry& entry, const QString& prefix, Param
         refuse(entry.key->place, "the name of a parameter is empty");
         return;
     }
-    if (prefix.size() + key.size() > kLongestName) {
+    if (prefix.size() + key.size() > kMaxNameLength) {
         refuse(entry.key->place,
-               QString("the name of a parameter has %1 characters at most").arg(kLongestName));
+               QString("the name of a parameter has %1 characters at most").arg(kMaxNameLength));
         return;
     }
     const QString name = prefix + key;
@@ -263,8 +259,8 @@ void PanelReader::readParam(const YamlEntry& entry, const QString& prefix, Param
     }
     const auto earlier = params.seen.constFind(name.toLower());
     if (earlier != params.seen.constEnd()) {
-        refuse(entry.key->place, QString("the parameter %1 is given twice; it stands in %2 already")
-                                     .arg(inQuotes(name), inWords(*earlier)));
+        refuse(entry.key->place, QString("the parameter %1 is given twice; it is already in %2")
+                                     .arg(inQuotes(name), toString(*earlier)));
         return;
     }
     params.seen.insert(name.toLower(), entry.key->place);
@@ -300,8 +296,8 @@ void PanelReader::readArrow(const YamlEntry& entry)
         refuse(entry.place, QString("the arrow is empty; write one such as %1").arg(kArrowExample));
         return;
     }
-    if (text.size() > kLongestArrow) {
-        refuse(entry.place, QString("an arrow has %1 characters at most").arg(kLongestArrow));
+    if (text.size() > kMaxArrowLength) {
+        refuse(entry.place, QString("an arrow has %1 characters at most").arg(kMaxArrowLength));
         return;
     }
     const QString sign = "->";
@@ -335,8 +331,8 @@ bool PanelReader::readEndpoint(const YamlNode& node, int begin, int end, bool is
     const QString trimmed = side.trimmed();
     if (trimmed.isEmpty()) {
         refuse(node.placeOf(isSource ? end : begin - 2, m_source),
-               QString("nothing stands %1 \"->\"; write a device's id and its %2, \"id.%2\"")
-                   .arg(isSource ? "before" : "after", kind));
+               QString("missing %1 \"->\"; write a device's id and its %2, \"id.%2\"")
+                   .arg(isSource ? "source before" : "target after", kind));
         return false;
     }
     const int first = begin + side.indexOf(trimmed);

@@ -8,12 +8,12 @@
 
 namespace norvo {
 
-/// Finds a panel in a YAML tree. Goes on after each fault, to tell them all.
+/// Finds a panel in a YAML tree, for PanelFile. Goes on after each error, to report them all.
 class PanelReader
 {
 public:
-    static constexpr int kLongestName = 256;   ///< Of a parameter, in characters.
-    static constexpr int kLongestArrow = 1000; ///< In characters.
+    static constexpr int kMaxNameLength = 256;   ///< Of a parameter, in characters.
+    static constexpr int kMaxArrowLength = 1000; ///< In characters.
 
     PanelReader(const SourceText& source, const QString& fileName, Diagnostics& diagnostics);
 

@@ -114,9 +114,9 @@ private slots:
                                 << "1:1" << utf8;
         QTest::newRow("Latin-1") << QByteArray("W\xe4rme") << "1:2" << utf8;
         QTest::newRow("NUL") << QByteArray("a\0b", 3) << "1:2"
-                             << "a NUL byte";
+                             << "NUL byte";
         QTest::newRow("NUL at the end") << QByteArray("ab\n\0", 4) << "2:1"
-                                        << "a NUL byte";
+                                        << "NUL byte";
         QTest::newRow("escape") << QByteArray("\x1b[1m") << "1:1"
                                 << "(U+001b)";
         QTest::newRow("delete") << QByteArray("a\x7f") << "1:2"

@@ -27,9 +27,11 @@ private slots:
         QTest::newRow("three wrong letters are too many") << "bottim" << types << "";
         QTest::newRow("three letters missing are too many") << "but" << types << "";
         QTest::newRow("case does not count") << "SYSTEM" << types << "system";
-        QTest::newRow("case does not count beside two slips") << "SYTM" << types << "system";
+        QTest::newRow("case does not count beside a distance of 2") << "SYTM" << types << "system";
         QTest::newRow("the case of the known name is kept")
             << "value" << QStringList{"Value"} << "Value";
+        QTest::newRow("a swap at the end of many changes is too many")
+            << "xylbae" << QStringList{"label"} << "";
         QTest::newRow("nothing known") << "label" << QStringList() << "";
         QTest::newRow("nothing near") << "thermometer" << types << "";
         QTest::newRow("the nearer wins over the earlier")
@@ -49,7 +51,7 @@ private slots:
         QTEST(nearestName(wanted, known), "expected");
     }
 
-    void neighboursChangedOverAreOneSlip_data()
+    void swappedNeighboursCountOne_data()
     {
         QTest::addColumn<QString>("wanted");
         QTest::addColumn<QString>("expected");
@@ -57,20 +59,20 @@ private slots:
                               << "label";
         QTest::newRow("at the start") << "albel"
                                       << "label";
-        QTest::newRow("twice are two slips") << "alble"
-                                             << "label";
+        QTest::newRow("twice") << "alble"
+                               << "label";
         QTest::newRow("twice and a wrong letter are too many") << "alxle"
                                                                << "";
     }
-    void neighboursChangedOverAreOneSlip()
+    void swappedNeighboursCountOne()
     {
         QFETCH(QString, wanted);
         QTEST(nearestName(wanted, {"label"}), "expected");
-        // One slip is nearer than two, whatever stands first.
+        // A distance of 1 is nearer than 2, in any order.
         QCOMPARE(nearestName("inptu", {"inxxu", "input"}), QString("input"));
     }
 
-    void didYouMeanEndsAFault()
+    void didYouMeanEndsAnError()
     {
         QCOMPARE(didYouMean("labl", {"label"}), QString("; did you mean \"label\"?"));
         QCOMPARE(didYouMean("thermometer", {"label"}), QString());

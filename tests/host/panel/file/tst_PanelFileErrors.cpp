@@ -21,20 +21,18 @@ const QVector<FileFaults> kFaults{
     {"empty", {"1:1: error: the file is empty; a panel begins with \"devices:\""}},
     {"only-comments", {"1:1: error: the file is empty; a panel begins with \"devices:\""}},
     {"absent-value", {"1:1: error: the file is empty; a panel begins with \"devices:\""}},
-    {"nul-byte", {"1:9: error: a NUL byte stands here; a panel file is plain text"}},
-    {"control-character",
-     {"1:9: error: a control character (U+0004) stands here; a panel file is plain text"}},
+    {"nul-byte", {"1:9: error: NUL byte; the file must be plain text"}},
+    {"control-character", {"1:9: error: control character (U+0004); the file must be plain text"}},
     {"carriage-returns",
-     {"1:13: error: a carriage return without a line feed stands here; a "
-      "panel file is plain text"}},
-    {"invalid-utf8", {"1:15: error: this byte is not valid UTF-8; save the file as UTF-8"}},
-    {"tab-indentation", {"3:1: error: a tab stands in the indentation; use blanks"}},
-    {"tab-after-blanks", {"4:3: error: a tab stands in the indentation; use blanks"}},
-    {"tab-in-brackets", {"3:1: error: a tab stands in the indentation; use blanks"}},
+     {"1:13: error: carriage return without a line feed; the file must be plain text"}},
+    {"invalid-utf8", {"1:15: error: byte is not valid UTF-8; save the file as UTF-8"}},
+    {"tab-indentation", {"3:1: error: tab in indentation; use spaces"}},
+    {"tab-after-blanks", {"4:3: error: tab in indentation; use spaces"}},
+    {"tab-in-brackets", {"3:1: error: tab in indentation; use spaces"}},
     {"alias-bomb", {"6:36: error: more than 100,000 values once aliases are followed"}},
-    {"alias-of-itself", {"4:13: error: this alias stands inside the value that it names"}},
+    {"alias-of-itself", {"4:13: error: this alias is inside the value that it names"}},
     {"alias-without-anchor",
-     {"3:13: error: broken YAML: no anchor of this name stands above; a text "
+     {"3:13: error: broken YAML: no anchor of this name is defined above; a text "
       "that begins with \"*\" needs quotes"}},
     {"deep-nesting", {"2:77: error: nested deeper than 64 levels"}},
     {"second-document",
@@ -43,10 +41,9 @@ const QVector<FileFaults> kFaults{
      {"1:1: error: a panel is a map with the keys title, devices and connections"}},
     {"top-level-text",
      {"2:1: error: a panel is a map with the keys title, devices and connections"}},
-    {"unclosed-quotes",
-     {"5:21: error: broken YAML: the quotes that open here never close; '\"' is missing"}},
+    {"unclosed-quotes", {"5:21: error: broken YAML: unterminated quoted string; '\"' is missing"}},
     {"unclosed-quotes-at-end",
-     {"1:8: error: broken YAML: the quotes that open here never close; \"'\" is missing"}},
+     {"1:8: error: broken YAML: unterminated quoted string; \"'\" is missing"}},
     {"unclosed-list",
      {"1:14: error: broken YAML: the list that opens here is not closed; "
       "\"]\" is missing before line 3, column 6"}},
@@ -74,39 +71,39 @@ const QVector<FileFaults> kFaults{
      {"1:16: error: broken YAML: the next key of the map that begins in line "
       "1, column 1 is expected here; check the indentation and the quotes"}},
     {"reserved-character",
-     {"1:8: error: broken YAML: no text begins with \"@\"; put it in quotes"}},
+     {"1:8: error: broken YAML: a plain scalar cannot start with \"@\"; put it in quotes"}},
     {"unknown-escape",
-     {"1:17: error: broken YAML: no character is written like this; a "
+     {"1:17: error: broken YAML: unknown escape sequence; a "
       "backslash in double quotes is written twice"}},
     {"star-alone",
      {"1:9: error: broken YAML: a name is expected after \"*\"; a text that "
       "begins with \"*\" needs quotes"}},
     {"document-line-in-quotes",
-     {"2:1: error: broken YAML: a text in quotes holds this line; it is not "
-      "closed, or the line needs indentation"}},
+     {"2:1: error: broken YAML: this line is inside a quoted string; the string "
+      "is unterminated, or the line needs indentation"}},
     {"loose-text-after-list",
-     {"2:1: error: broken YAML: this belongs to nothing above it; check the "
+     {"2:1: error: broken YAML: this is outside of the list or map above it; check the "
       "indentation and the quotes"}},
     {"merge-key", {"5:5: error: \"<<\" merges nothing here; give the alias as the value itself"}},
     {"key-no-text", {"2:1: error: a key must be a text"}},
     {"key-twice-top",
-     {"3:1: error: the key \"title\" is given twice; it stands in line 1, column 1 already"}},
+     {"3:1: error: the key \"title\" is given twice; it is already in line 1, column 1"}},
     {"key-twice-in-device",
-     {"4:5: error: the key \"device\" is given twice; it stands in line 3, column 5 already"}},
+     {"4:5: error: the key \"device\" is given twice; it is already in line 3, column 5"}},
     {"key-twice-in-list",
      {"2:5: error: an arrow is a text such as \"source.signal -> target.slot\"",
-      "2:18: error: the key \"a\" is given twice; it stands in line 2, column 6 already"}},
+      "2:18: error: the key \"a\" is given twice; it is already in line 2, column 6"}},
     {"device-twice",
-     {"5:3: error: the device \"cpu\" is given twice; it stands in line 2, column 3 already"}},
+     {"5:3: error: the device \"cpu\" is given twice; it is already in line 2, column 3"}},
     {"param-twice",
-     {"4:42: error: the key \"Value\" is given twice; it stands in line 4, "
-      "column 14 already"}},
+     {"4:42: error: the key \"Value\" is given twice; it is already in line 4, "
+      "column 14"}},
     {"param-twice-any-case",
-     {"6:7: error: the parameter \"value\" is given twice; it stands in line "
-      "5, column 7 already"}},
+     {"6:7: error: the parameter \"value\" is given twice; it is already in line "
+      "5, column 7"}},
     {"param-twice-joined",
-     {"6:27: error: the parameter \"widget/row\" is given twice; it stands in "
-      "line 5, column 7 already"}},
+     {"6:27: error: the parameter \"widget/row\" is given twice; it is already in "
+      "line 5, column 7"}},
     {"unknown-key",
      {"1:1: error: unknown key \"devcies\"; did you mean \"devices\"?",
       "2:1: error: unknown key \"layout\"; a panel has title, devices and connections"}},
@@ -163,13 +160,13 @@ const QVector<FileFaults> kFaults{
       "\"source.signal -> target.slot\""}},
     {"arrow-with-two-heads", {"2:17: error: an arrow holds one \"->\"; write one arrow for each"}},
     {"arrow-empty-side",
-     {"2:5: error: nothing stands before \"->\"; write a device's id and its "
+     {"2:5: error: missing source before \"->\"; write a device's id and its "
       "signal, \"id.signal\"",
-      "3:9: error: nothing stands after \"->\"; write a device's id and its "
+      "3:9: error: missing target after \"->\"; write a device's id and its "
       "slot, \"id.slot\"",
-      "4:6: error: nothing stands before \"->\"; write a device's id and its "
+      "4:6: error: missing source before \"->\"; write a device's id and its "
       "signal, \"id.signal\"",
-      "4:6: error: nothing stands after \"->\"; write a device's id and its "
+      "4:6: error: missing target after \"->\"; write a device's id and its "
       "slot, \"id.slot\""}},
     {"arrow-without-point",
      {"2:5: error: \"a\" names no signal; write \"a.signal\"",
@@ -192,8 +189,7 @@ const QVector<FileFaults> kFaults{
       "7:5: error: \"a.x\" holds no \"->\"; write an arrow such as \"source.signal -> "
       "target.slot\"",
       "8:12: error: \"b\" names no slot; write \"b.slot\"",
-      "9:1: error: the key \"devices\" is given twice; it stands in line 2, column 1 "
-      "already"}}};
+      "9:1: error: the key \"devices\" is given twice; it is already in line 2, column 1"}}};
 
 /// What reading the file tells, each line without the file's name.
 QStringList faultsOf(const QString& name)
@@ -265,11 +261,12 @@ private slots:
         for (const Diagnostic& fault : diagnostics.sorted()) {
             lines += fault.toString();
         }
-        QCOMPARE(lines, (QStringList{"p:2:30: error: network must be true or false, not \"1\"",
-                                     "p:2:45: error: the parameter \"v\" must be a text or a map, "
-                                     "not a list",
-                                     "p:2:56: error: the key \"w\" is given twice; it stands in "
-                                     "line 2, column 50 already"}));
+        QCOMPARE(lines,
+                 (QStringList{"p:2:30: error: network must be true or false, not \"1\"",
+                              "p:2:45: error: the parameter \"v\" must be a text or a map, "
+                              "not a list",
+                              "p:2:56: error: the key \"w\" is given twice; it is already in "
+                              "line 2, column 50"}));
     }
 
     void whatIsSoundBesideAFaultIsRead()
