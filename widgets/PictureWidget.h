@@ -5,9 +5,9 @@
 /// The picture of a PictureDevice, at its own size or, where width and height are both above 0,
 /// squeezed into exactly those.
 ///
-/// More than 67,108,864 pixels (8192 x 8192, a quarter of a gigabyte) are refused as a file that
-/// cannot be loaded is: by the size that the file declares, before memory is taken for them, and by
-/// the size that is asked for.
+/// A picture takes 300 MB of memory at most. One that would take more is scaled while it is read,
+/// where its format can do that (JPEG, SVG, most of PNG) and it is to be scaled at all; any other
+/// is refused as a file that cannot be loaded is, and so is what is not a regular file.
 class PictureWidget : public BaseWidget
 {
     Q_OBJECT

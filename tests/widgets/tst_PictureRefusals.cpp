@@ -7,6 +7,10 @@
 
 #include <QtTest>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 QByteArray bigEndian(quint32 number)
@@ -35,9 +39,9 @@ QByteArray pngDeclaring(int width, int height)
            "IDATx";
 }
 
-QString tooLarge(const QString& size)
+QString tooLarge(const QString& size, int megabytes)
 {
-    return size + " pixels are more than the 67108864 that a picture may have";
+    return QString("%1 pixels take %2 MB, a picture may take 300").arg(size).arg(megabytes);
 }
 
 } // namespace
@@ -49,6 +53,9 @@ class tst_PictureRefusals : public QObject
 private slots:
     void unreadableFileIsTold_data();
     void unreadableFileIsTold();
+    void warningsOfQtComeOnce();
+    void onlyRegularFilesAreOpened_data();
+    void onlyRegularFilesAreOpened();
     void hugeDeclaredSizeIsRefused_data();
     void hugeDeclaredSizeIsRefused();
     void hugeTargetSizeIsRefused_data();
@@ -94,29 +101,67 @@ void tst_PictureRefusals::unreadableFileIsTold()
     QVERIFY(!stand.widget->isInitialised());
 }
 
+void tst_PictureRefusals::warningsOfQtComeOnce()
+{
+    MessageLog log;
+    QImageReader(QString()).read();
+    const QStringList expected = log.take();
+    QVERIFY(!expected.isEmpty());
+    Stand<PictureDevice> stand;
+    QStringList logged = log.take();
+    QVERIFY(logged.last().startsWith("critical: PictureWidget: "));
+    logged.removeLast();
+    QCOMPARE(logged, expected);
+}
+
+void tst_PictureRefusals::onlyRegularFilesAreOpened_data()
+{
+    QTest::addColumn<QString>("path");
+    const QString fifo = m_folder.filePath("fifo.png");
+    QVERIFY(mkfifo(fifo.toLocal8Bit(), 0600) == 0);
+    const QString link = m_folder.filePath("link.png");
+    QVERIFY(QFile::link(fifo, link));
+    QTest::newRow("FIFO") << fifo;
+    QTest::newRow("link to a FIFO") << link;
+    QTest::newRow("device") << "/dev/zero";
+}
+
+void tst_PictureRefusals::onlyRegularFilesAreOpened()
+{
+    QFETCH(QString, path);
+    // A writer that waits to be read from would be let go by whoever opens the FIFO.
+    const int fd = ::open(path.toLocal8Bit(), O_RDWR | O_NONBLOCK);
+    MessageLog log;
+    Stand<PictureDevice> stand({{"widget/filename", path}});
+    ::close(fd);
+    QCOMPARE(log.take(), QStringList("critical: PictureWidget: Cannot load " + path +
+                                     ": it is not a regular file"));
+    QVERIFY(stand.widget->findChildren<QWidget*>().isEmpty());
+}
+
 void tst_PictureRefusals::hugeDeclaredSizeIsRefused_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("size");
-    QTest::newRow("png") << file("huge.png", pngDeclaring(30000, 30000)) << "30000 x 30000";
-    QTest::newRow("one row too many") << file("row.png", pngDeclaring(8192, 8193)) << "8192 x 8193";
+    QTest::addColumn<int>("megabytes");
+    QTest::newRow("png") << file("huge.png", pngDeclaring(30000, 30000)) << "30000 x 30000" << 3600;
     QTest::newRow("product beyond int")
-        << file("product.png", pngDeclaring(70000, 70000)) << "70000 x 70000";
-    QTest::newRow("bitmap") << file("huge.pbm", "P1 30000 30000\n") << "30000 x 30000";
+        << file("product.png", pngDeclaring(70000, 70000)) << "70000 x 70000" << 19600;
+    QTest::newRow("bitmap") << file("huge.pbm", "P1 30000 30000\n") << "30000 x 30000" << 3600;
     QTest::newRow("svg") << file("huge.svg", "<svg xmlns='http://www.w3.org/2000/svg' "
                                              "width='30000' height='30000'/>")
-                         << "30000 x 30000";
+                         << "30000 x 30000" << 3600;
 }
 
 void tst_PictureRefusals::hugeDeclaredSizeIsRefused()
 {
     QFETCH(QString, path);
     QFETCH(QString, size);
+    QFETCH(int, megabytes);
     MessageLog log;
-    Stand<PictureDevice> stand(
-        {{"widget/filename", path}, {"widget/width", "10"}, {"widget/height", "10"}});
-    QCOMPARE(log.take(),
-             QStringList("critical: PictureWidget: Cannot load " + path + ": " + tooLarge(size)));
+    Stand<PictureDevice> stand({{"widget/filename", path}});
+    QCOMPARE(log.take(), QStringList("critical: PictureWidget: Cannot load " + path + ": " +
+                                     tooLarge(size, megabytes)));
     QVERIFY(stand.widget->findChildren<QWidget*>().isEmpty());
 }
 
@@ -127,13 +172,13 @@ void tst_PictureRefusals::hugeTargetSizeIsRefused_data()
     QTest::addColumn<QString>("size");
     QTest::newRow("30000 each") << "30000"
                                 << "30000"
-                                << "30000 x 30000";
+                                << "30000 x 30000 pixels take 3600 MB";
     QTest::newRow("beyond int") << "1e10"
                                 << "1"
-                                << "2147483647 x 1";
+                                << "2147483647 x 1 pixels take 8590 MB";
     QTest::newRow("infinite") << "inf"
                               << "1e300"
-                              << "2147483647 x 2147483647";
+                              << "2147483647 x 2147483647 pixels take 18446744056530 MB";
 }
 
 void tst_PictureRefusals::hugeTargetSizeIsRefused()
@@ -146,8 +191,8 @@ void tst_PictureRefusals::hugeTargetSizeIsRefused()
     MessageLog log;
     Stand<PictureDevice> stand(
         {{"widget/filename", path}, {"widget/width", width}, {"widget/height", height}});
-    QCOMPARE(log.take(),
-             QStringList("critical: PictureWidget: Cannot load " + path + ": " + tooLarge(size)));
+    QCOMPARE(log.take(), QStringList("critical: PictureWidget: Cannot load " + path + ": " + size +
+                                     ", a picture may take 300"));
     QVERIFY(stand.widget->findChildren<QWidget*>().isEmpty());
 }
 
