@@ -11,7 +11,7 @@ IndicatorDevice::IndicatorDevice()
 
 bool IndicatorDevice::initialise()
 {
-    m_caption = settleCaption(*this, kCaption);
+    settleCaption(*this, kCaption);
     return paramsOk();
 }
 

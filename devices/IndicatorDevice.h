@@ -23,7 +23,4 @@ signals:
 
 public slots:
     void input(bool value); ///< Ignored unless the device is running.
-
-private:
-    QString m_caption;
 };

@@ -29,7 +29,6 @@ bool Label::initialise()
 {
     m_text = getParam(kValue).value();
     m_precision = norvo::decimals(getParam(kPrecision));
-    m_alignment = getParam(kAlignment).value();
     setDescription(m_text);
     return true;
 }
@@ -57,5 +56,13 @@ void Label::input(double val)
         emit output("-");
         return;
     }
-    emit output(m_text.arg(QString::number(val, 'f', m_precision)));
+    if (m_text == m_withoutPlaceholder) {
+        emit output(m_text);
+        return;
+    }
+    const QString text = m_text.arg(QString::number(val, 'f', m_precision));
+    if (text == m_text) {
+        m_withoutPlaceholder = m_text; // Qt has warned of it; once is enough
+    }
+    emit output(text);
 }

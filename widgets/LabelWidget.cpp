@@ -1,9 +1,9 @@
 #include "widgets/LabelWidget.h"
 
-#include "devices/Label.h"
-#include "widgets/InnerControl.h"
 #include "widgets/LineBreaks.h"
+#include "widgets/ShownText.h"
 
+#include <QGridLayout>
 #include <QLabel>
 
 namespace {
@@ -21,23 +21,19 @@ Qt::Alignment alignmentNamed(const QString& name)
 
 } // namespace
 
-void LabelWidget::initialise()
+void LabelWidget::build(Label& label)
 {
-    auto* const labelDevice = compatibleDevice<Label>(device(), *this);
-    if (!labelDevice) {
-        return;
-    }
-    connect(labelDevice, SIGNAL(output(QString)), this, SLOT(input(QString)));
-    connect(labelDevice, SIGNAL(outputWarning(bool)), this, SLOT(inputWarning(bool)));
+    connect(&label, SIGNAL(output(QString)), this, SLOT(input(QString)));
+    connect(&label, SIGNAL(outputWarning(bool)), this, SLOT(inputWarning(bool)));
 
     m_font = QFont("Arial", getParam(Label::kFontSize), QFont::Normal, false);
-    m_label = new QLabel(withLineBreaks(Label::withoutValue(labelDevice->getValue())));
-    setFontAgain();
+    m_label = new QLabel;
+    m_label->setFont(m_font);
     m_label->setWordWrap(true);
     m_label->setAlignment(alignmentNamed(getParam(Label::kAlignment).value()));
     getLayout()->addWidget(m_label);
+    norvo::showText(*m_label, withLineBreaks(Label::withoutValue(label.getValue())));
     m_warning = false;
-    setInitialised(true);
 }
 
 void LabelWidget::deinitialise()
@@ -56,14 +52,12 @@ void LabelWidget::input(QString value)
     if (!m_label) {
         return;
     }
-    m_label->setText(m_warning ? QString("<font color='red'>%1</font>").arg(value) : value);
-    if (!m_label->font().isCopyOf(m_shownFont)) { // somebody else has changed it
-        setFontAgain();
+    if (m_warning) {
+        norvo::showWarning(*m_label, value);
+    } else {
+        norvo::showText(*m_label, value);
     }
-}
-
-void LabelWidget::setFontAgain()
-{
-    m_label->setFont(m_font);
-    m_shownFont = m_label->font();
+    if (m_label->font() != m_font) { // setting it costs more than the text
+        m_label->setFont(m_font);
+    }
 }

@@ -1,31 +1,31 @@
 #pragma once
 
-#include "norvo/BaseWidget.h"
+#include "devices/Label.h"
+#include "widgets/DeviceView.h"
 
 #include <QFont>
 
 class QLabel;
 
 /// The text of a Label.
-class LabelWidget : public BaseWidget
+class LabelWidget : public DeviceView<Label>
 {
     Q_OBJECT
 
 public:
-    using BaseWidget::BaseWidget;
+    using DeviceView::DeviceView;
 
-    void initialise() override;
     void deinitialise() override; ///< The last text stays on view.
 
 public slots:
     void inputWarning(bool warning); ///< Takes effect with the next text.
     void input(QString value);
 
-private:
-    void setFontAgain();
+protected:
+    void build(Label& label) override;
 
+private:
     QLabel* m_label = nullptr; ///< Null: not to be written to.
     QFont m_font;
-    QFont m_shownFont; ///< The label's own copy of it, as it was set last.
     bool m_warning = false;
 };

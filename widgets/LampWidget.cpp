@@ -1,31 +1,27 @@
 #include "widgets/LampWidget.h"
 
-#include "devices/IndicatorDevice.h"
-#include "widgets/InnerControl.h"
 #include "widgets/LineBreaks.h"
 #include "widgets/Looks.h"
+#include "widgets/ShownText.h"
 
+#include <QGridLayout>
 #include <QLabel>
 
 namespace Looks = norvo::Looks;
 
-void LampWidget::initialise()
+void LampWidget::build(IndicatorDevice& indicator)
 {
-    auto* const indicator = compatibleDevice<IndicatorDevice>(device(), *this);
-    if (!indicator) {
-        return;
-    }
-    disconnect(indicator, nullptr, this, SLOT(input(bool)));
-    connect(indicator, SIGNAL(output(bool)), this, SLOT(input(bool)));
+    disconnect(&indicator, nullptr, this, SLOT(input(bool)));
+    connect(&indicator, SIGNAL(output(bool)), this, SLOT(input(bool)));
 
     m_look = Looks::lamp(getParam(IndicatorDevice::kColor).value());
     delete m_lamp;
-    m_lamp = new QLabel(withLineBreaks(getParam(IndicatorDevice::kCaption).value()));
+    m_lamp = new QLabel;
+    norvo::showText(*m_lamp, withLineBreaks(getParam(IndicatorDevice::kCaption).value()));
     m_lamp->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
     setState(false);
     setFontSize(getParam(IndicatorDevice::kFontSize));
     getLayout()->addWidget(m_lamp);
-    setInitialised(true);
 }
 
 void LampWidget::setState(bool on)

@@ -1,6 +1,9 @@
 #pragma once
 
-#include "norvo/BaseWidget.h"
+#include "devices/IndicatorDevice.h"
+#include "widgets/DeviceView.h"
+
+#include <QPointer>
 
 class QLabel;
 namespace norvo::Looks {
@@ -8,22 +11,23 @@ struct Lamp;
 }
 
 /// The lamp of an IndicatorDevice: a rounded plate with a caption, bright when lit.
-class LampWidget : public BaseWidget
+class LampWidget : public DeviceView<IndicatorDevice>
 {
     Q_OBJECT
 
 public:
-    using BaseWidget::BaseWidget;
+    using DeviceView::DeviceView;
 
     void setState(bool on);
     void setFontSize(int size); ///< In points.
 
-    void initialise() override; ///< Again: a new lamp takes the place of the old one.
-
 public slots:
     void input(bool value);
 
+protected:
+    void build(IndicatorDevice& indicator) override; ///< Again: a new lamp replaces the old one.
+
 private:
     const norvo::Looks::Lamp* m_look = nullptr; ///< Null: the plate keeps its plain look.
-    QLabel* m_lamp = nullptr;
+    QPointer<QLabel> m_lamp;
 };

@@ -1,28 +1,30 @@
 #include "widgets/LogArea.h"
 
-#include "norvo/Truncation.h"
+#include "widgets/ShownText.h"
 
+#include <QEvent>
 #include <QScrollBar>
 #include <QTextBlock>
 
 namespace {
 
-constexpr int kTallestPixels = 8'000'000;
-constexpr qreal kTallestEstimatePixels = 7'000'000;
+constexpr int kMaxLines = 112'000;
+constexpr int kMaxCharacters = 10'000'000;
 constexpr int kDroppedShare = 10; // one tenth at once: dropping lays out all the rest
 
-/// The rows that a line takes which is broken at blanks or, for want of them, anywhere.
-int rowsOf(const QString& line, int columns)
-{
-    int rows = 1;
-    for (int start = 0; line.size() - start > columns; ++rows) {
-        const int blank = line.lastIndexOf(' ', start + columns);
-        start = blank > start ? blank + 1 : start + columns;
-    }
-    return rows;
-}
+constexpr int kMaxTextLength = 50'000;
+constexpr int kMaxLineLength = 4'000; // without a space it costs its square
+
+constexpr int kMaxHeight = 8'000'000;
+constexpr qreal kMaxHeightEstimate = 7'000'000;
+constexpr qreal kMarkedRowHeight = 200; // letters of 99 points
 
 } // namespace
+
+LogArea::LogArea()
+{
+    setUndoRedoEnabled(false);
+}
 
 void LogArea::appendLine(const QString& text)
 {
@@ -31,10 +33,65 @@ void LogArea::appendLine(const QString& text)
         m_held = QTextCursor(document());
         m_held.beginEditBlock();
     }
-    append(text);
-    if (verticalScrollBar()->maximum() > kTallestPixels) {
-        dropOldest(document()->blockCount() / kDroppedShare);
+    const bool follows = textCursor().atEnd(); // as append() does
+    const QString shown = limited(text);
+    if (norvo::isVerbatim(shown)) {
+        appendVerbatim(shown);
+    } else {
+        m_hasMarks = m_hasMarks || Qt::mightBeRichText(shown);
+        append(shown);
     }
+    if (document()->blockCount() > kMaxLines || document()->characterCount() > kMaxCharacters ||
+        verticalScrollBar()->maximum() > kMaxHeight) {
+        dropOldest(qMax(1, document()->blockCount() / kDroppedShare));
+    }
+    scroll(follows);
+}
+
+/// A text as long as can be laid out in little time; each row that it breaks is a line.
+QString LogArea::limited(const QString& text)
+{
+    QString shown = norvo::shortened(text, kMaxTextLength, *this);
+    shown.replace(QChar::LineSeparator, '\n');
+    if (shown.size() <= kMaxLineLength) {
+        return shown;
+    }
+    QStringList lines = shown.split('\n');
+    for (QString& line : lines) {
+        line = norvo::shortened(line, kMaxLineLength, *this);
+    }
+    return lines.join('\n');
+}
+
+void LogArea::appendVerbatim(const QString& text)
+{
+    QTextCursor end(document());
+    end.beginEditBlock();
+    end.movePosition(QTextCursor::End);
+    if (!document()->isEmpty()) {
+        end.insertBlock(textCursor().blockFormat(), textCursor().charFormat());
+    }
+    end.insertText(text);
+    end.endEditBlock();
+}
+
+void LogArea::scroll(bool follows)
+{
+    QScrollBar* const bar = verticalScrollBar();
+    if (m_scrollingDisabled) {
+        bar->setValue(bar->minimum());
+    } else if (follows) {
+        bar->setValue(bar->maximum());
+    }
+}
+
+void LogArea::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::FontChange) {
+        wrapWhatCanBeDrawn();
+        layOutHeldLines();
+    }
+    QTextEdit::changeEvent(event);
 }
 
 void LogArea::paintEvent(QPaintEvent* event)
@@ -45,16 +102,19 @@ void LogArea::paintEvent(QPaintEvent* event)
 
 void LogArea::resizeEvent(QResizeEvent* event)
 {
-    dropWhatCannotBeDrawn();
+    wrapWhatCanBeDrawn();
     layOutHeldLines();
     QTextEdit::resizeEvent(event);
 }
 
 void LogArea::showEvent(QShowEvent* event)
 {
-    dropWhatCannotBeDrawn();
+    wrapWhatCanBeDrawn();
     layOutHeldLines();
     QTextEdit::showEvent(event);
+    if (m_scrollingDisabled) { // a text area shows its cursor when it is first shown
+        scroll(false);
+    }
 }
 
 void LogArea::layOutHeldLines()
@@ -64,34 +124,40 @@ void LogArea::layOutHeldLines()
     }
     QTextCursor held;
     std::swap(held, m_held);
-    const bool follows = textCursor().atEnd(); // as append() does
+    const bool follows = textCursor().atEnd();
     held.endEditBlock();
-    if (follows) {
-        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
-    }
+    scroll(follows);
 }
 
-/// Goes by an estimate: the layout, which would know, must not come to see such a text.
-void LogArea::dropWhatCannotBeDrawn()
+/// Goes by an estimate: the layout, which would know, must not come to see what is too tall.
+void LogArea::wrapWhatCanBeDrawn()
 {
     const QFontMetricsF metrics(font());
-    const qreal width = viewport()->width() - 2 * document()->documentMargin();
-    const int columns = qMax(1, norvo::truncatedToInt(width / metrics.averageCharWidth()));
-    const qreal mostRows = document()->blockCount() + 2.0 * document()->characterCount() / columns;
-    if (mostRows * metrics.lineSpacing() <= kTallestEstimatePixels) {
+    const qreal rowHeight =
+        m_hasMarks ? qMax(kMarkedRowHeight, 3 * metrics.lineSpacing()) : metrics.lineSpacing();
+    const qreal maxRows = kMaxHeightEstimate / rowHeight;
+    const qreal width = qMax(1.0, viewport()->width() - 2 * document()->documentMargin());
+    const qreal maxWidth = 2 * metrics.averageCharWidth() * document()->characterCount();
+    if (document()->blockCount() + 2 * maxWidth / width <= maxRows) {
+        setLineWrapMode(WidgetWidth);
         return;
     }
-    const qreal rowsThatFit = kTallestEstimatePixels / metrics.lineSpacing();
-    int rows = 0;
+    qreal wrappedRows = 0;
+    qreal rows = 0;
     int kept = 0;
     for (QTextBlock line = document()->lastBlock(); line.isValid(); line = line.previous()) {
-        rows += rowsOf(line.text(), columns);
-        if (rows > rowsThatFit) {
+        const QString text = line.text();
+        const int unwrapped = 1 + text.count(QChar::LineSeparator);
+        if (rows + unwrapped > maxRows) {
             break;
         }
+        rows += unwrapped;
+        const qreal lineWidth = metrics.horizontalAdvance(text);
+        wrappedRows += lineWidth > width ? 2 * lineWidth / width : 0;
         ++kept;
     }
-    dropOldest(document()->blockCount() - kept);
+    dropOldest(document()->blockCount() - kept); // first: the mode lays out at once
+    setLineWrapMode(rows + wrappedRows <= maxRows ? WidgetWidth : NoWrap);
 }
 
 void LogArea::dropOldest(int lines)
@@ -99,9 +165,7 @@ void LogArea::dropOldest(int lines)
     if (lines <= 0) {
         return;
     }
-    document()->setUndoRedoEnabled(false); // what can be undone is not freed
     QTextCursor oldest(document());
     oldest.movePosition(QTextCursor::NextBlock, QTextCursor::KeepAnchor, lines);
     oldest.removeSelectedText();
-    document()->setUndoRedoEnabled(true);
 }

@@ -91,6 +91,10 @@ inline const Lamp* lamp(const QString& color)
     return found == std::end(kLamps) ? nullptr : found;
 }
 
+// Labels
+
+inline const QString kWarningText = QStringLiteral("<font color='red'>%1</font>");
+
 // Controls
 
 /// An indicator of that many pixels, at most 4096: a larger one would only ask for memory.

@@ -1,22 +1,14 @@
 #include "widgets/TextWidget.h"
 
-#include "devices/MultilineDevice.h"
-#include "widgets/InnerControl.h"
+#include <QGridLayout>
 
-#include <QScrollBar>
-
-void TextWidget::initialise()
+void TextWidget::build(MultilineDevice& multiline)
 {
-    auto* const multiline = compatibleDevice<MultilineDevice>(device(), *this);
-    if (!multiline) {
-        return;
-    }
-    connect(multiline, SIGNAL(output(QString)), this, SLOT(input(QString)));
+    connect(&multiline, SIGNAL(output(QString)), this, SLOT(input(QString)));
     m_text = new LogArea;
-    m_scrollingDisabled = getParam(MultilineDevice::kDisableScrolling);
+    scrollEnable(!getParam(MultilineDevice::kDisableScrolling));
     setFontSize(getParam(MultilineDevice::kFontSize));
     getLayout()->addWidget(m_text);
-    setInitialised(true);
 }
 
 void TextWidget::setFontSize(int size)
@@ -28,30 +20,14 @@ void TextWidget::setFontSize(int size)
 
 void TextWidget::scrollEnable(bool enabled)
 {
-    m_scrollingDisabled = !enabled;
+    if (m_text) {
+        m_text->setScrollingDisabled(!enabled);
+    }
 }
 
 void TextWidget::input(QString text)
 {
-    if (!m_text) {
-        return;
+    if (m_text) {
+        m_text->appendLine(text);
     }
-    m_text->appendLine(text);
-    if (m_scrollingDisabled) {
-        scrollToTop();
-    }
-}
-
-void TextWidget::showEvent(QShowEvent* event)
-{
-    BaseWidget::showEvent(event);
-    if (m_text && m_scrollingDisabled) { // a text area shows its cursor when it is first shown
-        scrollToTop();
-    }
-}
-
-void TextWidget::scrollToTop()
-{
-    QScrollBar* const bar = m_text->verticalScrollBar();
-    bar->setValue(bar->minimum());
 }

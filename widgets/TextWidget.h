@@ -1,32 +1,28 @@
 #pragma once
 
-#include "norvo/BaseWidget.h"
+#include "devices/MultilineDevice.h"
+#include "widgets/DeviceView.h"
 #include "widgets/LogArea.h"
 
 #include <QPointer>
 
 /// The text area of a MultilineDevice. The operator may edit what stands in it.
-class TextWidget : public BaseWidget
+class TextWidget : public DeviceView<MultilineDevice>
 {
     Q_OBJECT
 
 public:
-    using BaseWidget::BaseWidget;
+    using DeviceView::DeviceView;
 
     void setFontSize(int size);      ///< In points.
     void scrollEnable(bool enabled); ///< False: the first line stays in view.
 
-    void initialise() override;
-
 public slots:
-    void input(QString text); ///< Appends a paragraph. Text that looks like HTML is taken as such.
+    void input(QString text); ///< Appends a paragraph, with its inline marks.
 
 protected:
-    void showEvent(QShowEvent* event) override;
+    void build(MultilineDevice& multiline) override;
 
 private:
-    void scrollToTop();
-
     QPointer<LogArea> m_text;
-    bool m_scrollingDisabled = false;
 };

@@ -183,6 +183,19 @@ void tst_Label::numberWithoutPlaceholderEmitsTheTextUnchanged()
     label.input(1.0);
     QCOMPARE(recorder.take(), QStringList({quoted("abc"), quoted("abc")}));
     QCOMPARE(log.take(), QStringList("warning: QString::arg: Argument missing: abc, 1"));
+    for (int i = 0; i < 10; ++i) { // once for each text is enough
+        label.input(2.0);
+    }
+    QCOMPARE(log.take(), QStringList());
+    QCOMPARE(recorder.take(), QStringList(QVector<QString>(10, quoted("abc")).toList()));
+
+    label.input(QString("def"));
+    label.input(3.0);
+    QCOMPARE(log.take(), QStringList("warning: QString::arg: Argument missing: def, 3"));
+    label.input(QString("%1"));
+    recorder.take();
+    label.input(4.0);
+    QCOMPARE(recorder.take(), QStringList(quoted("4")));
 }
 
 void tst_Label::warningIsPassedOn()

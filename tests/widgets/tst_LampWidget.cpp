@@ -45,6 +45,7 @@ private slots:
     void foreignSheetIsReplacedWithTheNextValue();
     void everyValueUpdatesTheWidget();
     void secondInitialiseLeavesOneConnectionAndOneLamp();
+    void lampThatTheHostRemovedIsNoticed();
 };
 
 void tst_LampWidget::deviceMakesItsWidget()
@@ -159,6 +160,17 @@ void tst_LampWidget::secondInitialiseLeavesOneConnectionAndOneLamp()
     QCOMPARE(stand.widget->getLayout()->count(), 1);
     stand.device.input(true);
     QCOMPARE(stand.only<QLabel>()->styleSheet(), sheet("red", "white"));
+}
+
+void tst_LampWidget::lampThatTheHostRemovedIsNoticed()
+{
+    Stand<IndicatorDevice> stand;
+    delete stand.only<QLabel>();
+    stand.device.input(true);
+    stand.widget->initialise();
+    QVERIFY(stand.only<QLabel>());
+    stand.device.input(true);
+    QCOMPARE(stand.only<QLabel>()->styleSheet(), sheet("green", "white"));
 }
 
 NORVO_TEST(tst_LampWidget)

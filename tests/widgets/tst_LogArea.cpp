@@ -1,3 +1,6 @@
+#include "Stand.h"
+
+#include "devices/MultilineDevice.h"
 #include "widgets/LogArea.h"
 #include "TestMain.h"
 
@@ -62,10 +65,15 @@ private slots:
     void areaMayDieWithHeldLines();
 
     void tallTextLosesItsOldestLines();
-    void narrowedTallTextLosesItsOldestLines();
+    void narrowForAMomentItLosesNoLines();
+    void hiddenAreaKeepsTheNewestLines_data();
+    void hiddenAreaKeepsTheNewestLines();
     void tallTextNeverShownLosesItsOldestLinesWhenShown();
     void tallTextHeldBackLosesItsOldestLinesWhenShown();
-    void editsCanStillBeUndoneAfterwards();
+    void receivedLinesCannotBeUndone_data();
+    void receivedLinesCannotBeUndone();
+    void pictureWhileHiddenShowsTheStartWithoutScrolling();
+    void fontChangedWhileHiddenActsAsOnATextEdit();
 };
 
 void tst_LogArea::visibleAreaLaysOutAtOnce()
@@ -180,18 +188,57 @@ void tst_LogArea::tallTextLosesItsOldestLines()
     QCOMPARE(area.verticalScrollBar()->value(), area.verticalScrollBar()->maximum());
 }
 
-void tst_LogArea::narrowedTallTextLosesItsOldestLines()
+void tst_LogArea::narrowForAMomentItLosesNoLines()
 {
     LogArea area;
-    area.setFont(QFont("Courier", 300));
-    area.resize(3000, 100);
+    area.setFont(QFont("Courier", 30));
+    area.resize(800, 400);
     show(area);
-    fill(area, 10000, ".");
-    QCOMPARE(area.document()->blockCount(), 10000);
-    area.resize(400, 100);
+    fill(area, 8000, QString(60, 'x') + ' ');
+    area.resize(71, 400);
+    QCoreApplication::processEvents();
     QVERIFY(area.document()->size().height() < kTallestDrawn);
-    QVERIFY(area.document()->blockCount() < 10000);
-    QCOMPARE(lastLine(area), QString(".9999"));
+    QCOMPARE(area.document()->blockCount(), 8000);
+    QVERIFY(darkPixels(area.grab().toImage()) > 100);
+    fill(area, 1, "more");
+    area.resize(800, 400);
+    QCoreApplication::processEvents();
+    QCOMPARE(area.document()->blockCount(), 8001);
+    QCOMPARE(area.document()->firstBlock().text(), QString(60, 'x') + " 0");
+    QTRY_VERIFY(laidOutLines(area) > 8001); // wrapped again
+}
+
+void tst_LogArea::hiddenAreaKeepsTheNewestLines_data()
+{
+    QTest::addColumn<bool>("wasShown");
+    QTest::newRow("never shown") << false;
+    QTest::newRow("shown before") << true;
+}
+
+void tst_LogArea::hiddenAreaKeepsTheNewestLines()
+{
+    QFETCH(bool, wasShown);
+    LogArea area;
+    area.resize(800, 400);
+    if (wasShown) {
+        show(area);
+        area.hide();
+    }
+    int most = 0;
+    for (int i = 0; i < 250'000; ++i) {
+        area.appendLine(QString::number(i));
+        most = qMax(most, area.document()->blockCount());
+    }
+    QVERIFY(most >= 100'000);
+    QVERIFY2(most <= 120'000, qPrintable(QString::number(most)));
+    QVERIFY(area.document()->blockCount() >= 100'000);
+    QCOMPARE(lastLine(area), QString("249999"));
+
+    for (int i = 0; i < 40'000; ++i) {
+        area.appendLine(QString(1000, 'x'));
+    }
+    QVERIFY(area.document()->characterCount() <= 11'000'000);
+    QVERIFY(area.document()->characterCount() >= 5'000'000);
 }
 
 void tst_LogArea::tallTextNeverShownLosesItsOldestLinesWhenShown()
@@ -222,19 +269,61 @@ void tst_LogArea::tallTextHeldBackLosesItsOldestLinesWhenShown()
     QCOMPARE(lastLine(area), QString(".19999"));
 }
 
-void tst_LogArea::editsCanStillBeUndoneAfterwards()
+void tst_LogArea::receivedLinesCannotBeUndone_data()
+{
+    QTest::addColumn<bool>("isHidden");
+    QTest::newRow("received while shown") << false;
+    QTest::newRow("received while hidden") << true;
+}
+
+void tst_LogArea::receivedLinesCannotBeUndone()
+{
+    QFETCH(bool, isHidden);
+    LogArea area;
+    show(area);
+    fill(area, 5);
+    area.setVisible(!isHidden);
+    fill(area, 50);
+    show(area);
+    QTest::keyClick(&area, Qt::Key_Z, Qt::ControlModifier);
+    QTest::keyClick(&area, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(area.document()->blockCount(), 55);
+}
+
+void tst_LogArea::pictureWhileHiddenShowsTheStartWithoutScrolling()
+{
+    Stand<MultilineDevice> stand({{"widget/disableScrolling", "true"}});
+    stand.widget->resize(400, 200);
+    show(*stand.widget);
+    stand.widget->hide();
+    for (int i = 0; i < 20; ++i) {
+        stand.device.input(i);
+    }
+    stand.widget->grab();
+    auto* const area = stand.only<QTextEdit>();
+    QVERIFY(area->verticalScrollBar()->maximum() > 100);
+    QCOMPARE(area->verticalScrollBar()->value(), 0);
+}
+
+void tst_LogArea::fontChangedWhileHiddenActsAsOnATextEdit()
 {
     LogArea area;
-    area.setFont(QFont("Courier", 1000));
-    area.resize(300, 100);
-    fill(area, 20000, ".");
-    show(area);
-    const int lines = area.document()->blockCount();
-    QTest::keyClicks(&area, "x");
-    QCOMPARE(lastLine(area), QString(".19999x"));
-    QTest::keyClick(&area, Qt::Key_Z, Qt::ControlModifier);
-    QCOMPARE(lastLine(area), QString(".19999"));
-    QCOMPARE(area.document()->blockCount(), lines);
+    QTextEdit edit;
+    for (QTextEdit* each : {static_cast<QTextEdit*>(&area), &edit}) {
+        each->resize(400, 200);
+        show(*each);
+        each->hide();
+    }
+    for (int i = 0; i < 30; ++i) {
+        area.appendLine(QString::number(i));
+        edit.append(QString::number(i));
+    }
+    for (QTextEdit* each : {static_cast<QTextEdit*>(&area), &edit}) {
+        each->setFont(QFont("Courier", 40));
+        show(*each);
+    }
+    QCOMPARE(area.verticalScrollBar()->maximum(), edit.verticalScrollBar()->maximum());
+    QCOMPARE(area.verticalScrollBar()->value(), edit.verticalScrollBar()->value());
 }
 
 NORVO_TEST(tst_LogArea)
