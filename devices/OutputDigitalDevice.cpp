@@ -1,9 +1,6 @@
 #include "devices/OutputDigitalDevice.h"
 
 #include "devices/Caption.h"
-#include "devices/ReadoutOutputs.h"
-
-#include <QTimer>
 
 namespace {
 
@@ -23,26 +20,12 @@ OutputDigitalDevice::OutputDigitalDevice()
     addParam(kValueSize, "60");
 }
 
-OutputDigitalDevice::~OutputDigitalDevice() = default;
-
 bool OutputDigitalDevice::initialise()
 {
-    m_caption = settleCaption(*this, kName);
-    if (!paramsOk()) {
-        return false;
-    }
-    m_timeoutMs = getParam(kTimeout);
-    if (m_timeoutMs >= 1) {
-        m_timeout = std::make_unique<QTimer>();
-        connect(m_timeout.get(), SIGNAL(timeout()), this, SLOT(timerTimeout()));
-        m_timeout->start(m_timeoutMs);
-    }
-    return true;
-}
-
-void OutputDigitalDevice::deinitialise()
-{
-    m_timeout.reset();
+    settleCaption(*this, kName);
+    const bool ok = paramsOk();
+    startTimeout(ok ? int(getParam(kTimeout)) : 0);
+    return ok;
 }
 
 void OutputDigitalDevice::timerTimeout()
@@ -52,25 +35,16 @@ void OutputDigitalDevice::timerTimeout()
 
 void OutputDigitalDevice::input(double value)
 {
-    if (!isRunning()) {
-        return;
+    if (isRunning()) {
+        passOn(value);
+        restartTimeout();
     }
-    ReadoutOutputs<OutputDigitalDevice>::emitNumber(*this, value);
-    restartTimeout();
 }
 
 void OutputDigitalDevice::input(QString text)
 {
-    if (!isRunning()) {
-        return;
-    }
-    ReadoutOutputs<OutputDigitalDevice>::emitText(*this, text);
-    restartTimeout();
-}
-
-void OutputDigitalDevice::restartTimeout()
-{
-    if (m_timeout) {
-        m_timeout->start(m_timeoutMs);
+    if (isRunning()) {
+        passOn(text);
+        restartTimeout();
     }
 }

@@ -1,17 +1,11 @@
 #pragma once
 
-#include "norvo/BaseGuiDevice.h"
-
-#include <memory>
-
-class QTimer;
-template <class Device>
-class ReadoutOutputs;
+#include "devices/ReadoutDevice.h"
 
 /// Shows one number: green within a band, red outside it, grey when none has come for a while.
 ///
 /// Passes every value on, as number and as text, with and without the name of its sender.
-class OutputDigitalDevice : public BaseGuiDevice
+class OutputDigitalDevice : public ReadoutDevice<OutputDigitalDevice>
 {
     Q_OBJECT
 
@@ -25,10 +19,8 @@ public:
     static constexpr char kValueSize[] = "widget/valueSize";
 
     OutputDigitalDevice();
-    ~OutputDigitalDevice() override;
 
     bool initialise() override;
-    void deinitialise() override;
     BaseWidget* createWidget() override;
 
 signals:
@@ -44,13 +36,4 @@ private slots:
 public slots:
     void input(double value); ///< Ignored unless the device is running.
     void input(QString text); ///< The same; text that is no number counts as 0.
-
-private:
-    friend class ReadoutOutputs<OutputDigitalDevice>;
-
-    void restartTimeout();
-
-    QString m_caption;
-    int m_timeoutMs = 0;               ///< Below 1: no time-out.
-    std::unique_ptr<QTimer> m_timeout; ///< Repeats until a value comes.
 };

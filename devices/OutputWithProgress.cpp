@@ -1,9 +1,6 @@
 #include "devices/OutputWithProgress.h"
 
 #include "devices/Caption.h"
-#include "devices/ReadoutOutputs.h"
-
-#include <QTimer>
 
 namespace {
 
@@ -45,8 +42,6 @@ OutputWithProgress::OutputWithProgress()
     addParam(kType, "digital");
 }
 
-OutputWithProgress::~OutputWithProgress() = default;
-
 bool OutputWithProgress::initialise()
 {
     m_minThreshold = getParam(kMinThreshold);
@@ -63,17 +58,8 @@ bool OutputWithProgress::initialise()
     m_name = settleCaption(*this, kName);
 
     const bool ok = paramsOk();
-    if (ok && m_timeoutMs > 0) {
-        m_timeout = std::make_unique<QTimer>();
-        connect(m_timeout.get(), SIGNAL(timeout()), this, SLOT(timerTimeout()));
-        m_timeout->start(m_timeoutMs);
-    }
+    startTimeout(ok ? m_timeoutMs : 0);
     return ok;
-}
-
-void OutputWithProgress::deinitialise()
-{
-    m_timeout.reset();
 }
 
 void OutputWithProgress::timerTimeout()
@@ -87,7 +73,7 @@ void OutputWithProgress::input(double value)
     if (!isRunning()) {
         return;
     }
-    ReadoutOutputs<OutputWithProgress>::emitNumber(*this, value);
+    passOn(value);
     if (m_minThreshold > value) {
         emit minThresholdAlert();
         alarm();
@@ -101,23 +87,15 @@ void OutputWithProgress::input(double value)
 
 void OutputWithProgress::input(QString text)
 {
-    if (!isRunning()) {
-        return;
+    if (isRunning()) {
+        passOn(text);
+        restartTimeout();
     }
-    ReadoutOutputs<OutputWithProgress>::emitText(*this, text);
-    restartTimeout();
 }
 
 void OutputWithProgress::alarm()
 {
     if (m_alarmEnabled) {
         emit alarmAlert();
-    }
-}
-
-void OutputWithProgress::restartTimeout()
-{
-    if (m_timeout) {
-        m_timeout->start(m_timeoutMs);
     }
 }

@@ -1,23 +1,16 @@
 #pragma once
 
-#include "norvo/BaseGuiDevice.h"
-
-#include <memory>
-
-class QTimer;
-template <class Device>
-class ReadoutOutputs;
+#include "devices/ReadoutDevice.h"
 
 /// A readout with a progress bar and an alarm for values out of the band and for missing ones.
 ///
 /// Only numbers raise the threshold alerts; a value that came as text is passed on and shown.
-class OutputWithProgress : public BaseGuiDevice
+class OutputWithProgress : public ReadoutDevice<OutputWithProgress>
 {
     Q_OBJECT
 
 public:
     OutputWithProgress();
-    ~OutputWithProgress() override;
 
     double getMaxThreshold() const { return m_maxThreshold; }
     double getMinThreshold() const { return m_minThreshold; }
@@ -33,7 +26,6 @@ public:
     double getDashesStep() const { return m_dashesStep; }
 
     bool initialise() override;
-    void deinitialise() override;
     BaseWidget* createWidget() override;
 
 signals:
@@ -54,10 +46,7 @@ public slots:
     void input(QString text); ///< The same; text that is no number counts as 0.
 
 private:
-    friend class ReadoutOutputs<OutputWithProgress>;
-
     void alarm();
-    void restartTimeout();
 
     double m_minValue = 0;
     double m_maxValue = 0;
@@ -71,5 +60,4 @@ private:
     QString m_name;
     QString m_alarmFile;
     QString m_type;
-    std::unique_ptr<QTimer> m_timeout; ///< Repeats until a value comes.
 };

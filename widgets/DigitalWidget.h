@@ -1,24 +1,23 @@
 #pragma once
 
-#include "norvo/BaseWidget.h"
-
-#include <QTimer>
+#include "devices/OutputDigitalDevice.h"
+#include "widgets/DeviceView.h"
+#include "widgets/ReadoutFace.h"
 
 class QLabel;
 
 /// The readout of an OutputDigitalDevice: caption, digits and, where there is one, the unit.
-class DigitalWidget : public BaseWidget
+class DigitalWidget : public DeviceView<OutputDigitalDevice>
 {
     Q_OBJECT
 
 public:
-    using BaseWidget::BaseWidget;
+    using DeviceView::DeviceView;
 
     /// Places the labels; vertical: the digits alone.
     void setLayout(Qt::Orientation orientation);
     void setActive(bool active); ///< Inactive: grey digits and a caption switched off.
 
-    void initialise() override;
     void deinitialise() override; ///< Does nothing: values are shown to the end.
 
 public slots:
@@ -27,19 +26,12 @@ public slots:
     void blinkTimerExpired();
 
 protected:
+    void build(OutputDigitalDevice& readout) override;
     void showEvent(QShowEvent* event) override; ///< Makes room for the longest number of the band.
 
 private:
-    void createLabels();
-    bool isOutOfRange(double value) const;
+    void createUnits(int pointSize);
 
-    QLabel* m_value = nullptr;
-    QLabel* m_caption = nullptr;
+    ReadoutFace m_face;
     QLabel* m_units = nullptr; ///< Null: no unit.
-    QTimer m_blinkTimer;
-    double m_minThreshold = 0;
-    double m_maxThreshold = 0;
-    int m_precision = 0;
-    bool m_timedOut = false;
-    bool m_outOfRange = false;
 };

@@ -1,12 +1,14 @@
 #include "widgets/DigitalWithProgress.h"
 
 #include "devices/Decimals.h"
-#include "devices/OutputWithProgress.h"
-#include "widgets/InnerControl.h"
-#include "widgets/ReadoutStyle.h"
+#include "widgets/Looks.h"
 
+#include <QGridLayout>
 #include <QLabel>
 #include <QProgressBar>
+
+#include <cmath>
+#include <limits>
 
 namespace Looks = norvo::Looks;
 
@@ -45,21 +47,17 @@ void moveBar(QProgressBar* bar, int step)
 } // namespace
 
 DigitalWithProgress::DigitalWithProgress(BaseGuiDevice* device, QWidget* parent, bool withProgress)
-    : BaseWidget(device, parent), m_withProgress(withProgress)
+    : DeviceView(device, parent), m_withProgress(withProgress)
 {}
 
-void DigitalWithProgress::initialise()
+void DigitalWithProgress::build(OutputWithProgress& readout)
 {
-    auto* const readout = compatibleDevice<OutputWithProgress>(device(), *this);
-    if (!readout) {
-        return;
-    }
-    connect(readout, SIGNAL(output(double)), this, SLOT(input(double)));
-    connect(readout, SIGNAL(timeoutAlert()), this, SLOT(timeout()));
-    connect(&m_blinkTimer, SIGNAL(timeout()), this, SLOT(blinkTimerExpired()));
+    connect(&readout, SIGNAL(output(double)), this, SLOT(input(double)));
+    connect(&readout, SIGNAL(timeoutAlert()), this, SLOT(timeout()));
+    connect(&m_face.blinkTimer, SIGNAL(timeout()), this, SLOT(blinkTimerExpired()));
 
-    copyParameters(*readout);
-    createLabels(readout->getName());
+    copyParameters(readout);
+    m_face.createLabels(readout.getName());
     if (m_withProgress) {
         createBar();
     }
@@ -70,28 +68,16 @@ void DigitalWithProgress::initialise()
     m_outOfRange = false;
     m_alarmRunning = true; // though quiet: the first value ends it
     m_timedOut = true;
-    setInitialised(true);
 }
 
 void DigitalWithProgress::copyParameters(const OutputWithProgress& readout)
 {
     m_minValue = readout.getMinValue();
     m_maxValue = readout.getMaxValue();
-    m_minThreshold = readout.getMinThreshold();
-    m_maxThreshold = readout.getMaxThreshold();
-    m_precision = norvo::decimals(readout.getPrecision());
+    m_face.minThreshold = readout.getMinThreshold();
+    m_face.maxThreshold = readout.getMaxThreshold();
+    m_face.precision = norvo::decimals(readout.getPrecision());
     m_alarmEnabled = readout.getAlarmEnabled();
-    m_lastValue = 0;
-}
-
-void DigitalWithProgress::createLabels(const QString& caption)
-{
-    m_value = new QLabel(QString::number(0.0, 'f', m_precision));
-    m_value->setStyleSheet(Looks::kInRange.digits);
-    m_value->setAlignment(Qt::AlignCenter);
-
-    m_caption = new QLabel(caption);
-    m_caption->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
 }
 
 void DigitalWithProgress::createBar()
@@ -100,7 +86,7 @@ void DigitalWithProgress::createBar()
     m_maxLabel = new QLabel(QString::number(m_maxValue, 'g', 6));
     m_bar = new QProgressBar;
     m_bar->setRange(0, kBarSteps);
-    m_bar->setValue(truncated(barPosition(m_lastValue)));
+    m_bar->setValue(truncated(barPosition(0)));
     m_bar->setStyleSheet(Looks::kInRange.bar);
     m_bar->setTextVisible(false);
     m_bar->setFixedHeight(kBarHeight);
@@ -113,26 +99,18 @@ void DigitalWithProgress::setFontSize(int valueSize, int captionSize, int scaleL
     if (!isInitialised()) {
         return;
     }
-    m_value->setFont(Looks::digitsFont(valueSize));
-    m_caption->setFont(Looks::captionFont(captionSize));
+    m_face.digits->setFont(Looks::digitsFont(valueSize));
+    m_face.caption->setFont(Looks::captionFont(captionSize));
     if (m_withProgress) {
         m_minLabel->setFont(Looks::captionFont(scaleLabelSize));
         m_maxLabel->setFont(Looks::captionFont(scaleLabelSize));
     }
-    const QString room = m_minValue < 0 ? "33" : "3"; // one more for the sign
-    const QString sample =
-        ReadoutStyle::widthSample(ReadoutStyle::roundedMagnitude(m_maxValue, m_minValue),
-                                  m_precision) +
-        room;
-    const int width = m_value->fontMetrics().horizontalAdvance(sample);
-    m_value->setMinimumWidth(width);
-    setMinimumWidth(width);
-    m_value->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    setMinimumWidth(m_face.makeRoom(m_maxValue, m_minValue, m_minValue < 0 ? 2 : 1)); // with a sign
 }
 
 void DigitalWithProgress::setLayout(Qt::Orientation orientation)
 {
-    if (!m_value) {
+    if (!m_face.digits) {
         return;
     }
     if (m_bar) {
@@ -140,7 +118,7 @@ void DigitalWithProgress::setLayout(Qt::Orientation orientation)
     }
     QGridLayout* const grid = getLayout();
     if (orientation == Qt::Vertical) {
-        grid->addWidget(m_value, 0, 0, Qt::AlignTop);
+        grid->addWidget(m_face.digits, 0, 0, Qt::AlignTop);
         if (m_bar) {
             grid->addWidget(m_bar, 0, 1, 2, 1);
             grid->addWidget(m_maxLabel, 0, 2, Qt::AlignTop);
@@ -148,8 +126,8 @@ void DigitalWithProgress::setLayout(Qt::Orientation orientation)
         }
         return;
     }
-    grid->addWidget(m_caption, 0, 0, 1, 2, Qt::AlignBottom);
-    grid->addWidget(m_value, 1, 0, 1, 2, Qt::AlignTop);
+    grid->addWidget(m_face.caption, 0, 0, 1, 2, Qt::AlignBottom);
+    grid->addWidget(m_face.digits, 1, 0, 1, 2, Qt::AlignTop);
     grid->setRowStretch(0, 1);
     grid->setRowStretch(1, 3);
     if (m_bar) {
@@ -163,7 +141,7 @@ void DigitalWithProgress::setLayout(Qt::Orientation orientation)
 
 void DigitalWithProgress::setActive(bool active)
 {
-    if (!m_value) {
+    if (!m_face.digits) {
         return;
     }
     if (!active) {
@@ -174,13 +152,13 @@ void DigitalWithProgress::setActive(bool active)
         m_minLabel->setEnabled(active);
         m_maxLabel->setEnabled(active);
     }
-    m_caption->setEnabled(active);
+    m_face.caption->setEnabled(active);
     update();
 }
 
 void DigitalWithProgress::showState(const Looks::Readout& look)
 {
-    Looks::apply(m_value, look.digits);
+    Looks::apply(m_face.digits, look.digits);
     if (m_bar) {
         Looks::apply(m_bar, look.bar);
     }
@@ -206,9 +184,8 @@ void DigitalWithProgress::input(double value)
     m_timedOut = false;
     checkForAlarm();
 
-    m_lastValue = value;
-    m_value->setText(QString::number(value, 'f', m_precision));
-    m_outOfRange = m_minThreshold > value || value > m_maxThreshold;
+    m_face.show(value);
+    m_outOfRange = m_face.isOutOfRange(value);
     showState(m_outOfRange ? Looks::kOutOfRange : Looks::kInRange);
     checkForAlarm();
 
@@ -239,7 +216,7 @@ void DigitalWithProgress::checkForAlarm()
 
 void DigitalWithProgress::startAlarm()
 {
-    m_blinkTimer.start(kBlinkMs);
+    m_face.blinkTimer.start(kBlinkMs);
     m_alarmRunning = true;
     if (m_alarmEnabled) {
         emit alarmAlert(true);
@@ -248,9 +225,9 @@ void DigitalWithProgress::startAlarm()
 
 void DigitalWithProgress::stopAlarm()
 {
-    m_blinkTimer.stop();
-    if (m_caption) {
-        Looks::apply(m_caption, Looks::kCaptionDark);
+    m_face.blinkTimer.stop();
+    if (m_face.caption) {
+        Looks::apply(m_face.caption, Looks::kCaptionDark);
     }
     if (m_alarmEnabled) {
         emit alarmAlert(false);
@@ -267,7 +244,7 @@ void DigitalWithProgress::mousePressEvent(QMouseEvent*)
 void DigitalWithProgress::blinkTimerExpired()
 {
     if (isInitialised()) {
-        ReadoutStyle::blink(m_blinkTimer, m_caption);
+        m_face.blink();
         update();
     }
 }

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "norvo/BaseWidget.h"
+#include "devices/OutputWithProgress.h"
+#include "widgets/DeviceView.h"
+#include "widgets/ReadoutFace.h"
 
-#include <QTimer>
-
-class OutputWithProgress;
 class QLabel;
 class QProgressBar;
 namespace norvo::Looks {
@@ -13,9 +12,9 @@ struct Readout;
 
 /// The readout of an OutputWithProgress: caption, digits and the bar with its ends.
 ///
-/// An alarm makes the caption blink until its cause is gone or somebody clicks on the widget. A
+/// An alarm makes the caption blink until its cause is gone or the operator clicks on the widget. A
 /// clicked alarm stays quiet until then, but for a time-out while the value is out of range.
-class DigitalWithProgress : public BaseWidget
+class DigitalWithProgress : public DeviceView<OutputWithProgress>
 {
     Q_OBJECT
 
@@ -30,7 +29,6 @@ public:
     void stopAlarm(); ///< Silences it; it keeps running until its cause is gone.
     void checkForAlarm();
 
-    void initialise() override;
     void deinitialise() override; ///< Does nothing: values are shown to the end.
 
 signals:
@@ -42,28 +40,22 @@ public slots:
     void blinkTimerExpired();
 
 protected:
+    void build(OutputWithProgress& readout) override;
     void mousePressEvent(QMouseEvent* event) override; ///< Acknowledges a running alarm.
     void showEvent(QShowEvent* event) override;
 
 private:
     void copyParameters(const OutputWithProgress& readout);
-    void createLabels(const QString& caption);
     void createBar();
     void showState(const norvo::Looks::Readout& look);
     double barPosition(double value) const; ///< 0: empty, 1000: full, beyond either: outside.
 
-    QLabel* m_value = nullptr;
-    QLabel* m_caption = nullptr;
+    ReadoutFace m_face;
     QLabel* m_minLabel = nullptr; ///< Null without progress, as are the two below.
     QLabel* m_maxLabel = nullptr;
     QProgressBar* m_bar = nullptr;
-    QTimer m_blinkTimer;
-    double m_lastValue = 0;
     double m_minValue = 0;
     double m_maxValue = 0;
-    double m_minThreshold = 0;
-    double m_maxThreshold = 0;
-    int m_precision = 0;
     bool m_alarmRunning = false;
     bool m_timedOut = false;
     bool m_outOfRange = false;

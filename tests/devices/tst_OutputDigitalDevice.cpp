@@ -35,6 +35,8 @@ private slots:
     void timeoutBelowOneIsNone_data();
     void timeoutBelowOneIsNone();
     void initialiseAgainReplacesTheTimer();
+    void initialiseAgainWithoutTimeoutEndsTheAlerts_data();
+    void initialiseAgainWithoutTimeoutEndsTheAlerts();
 
 private:
     /// A device that has been told its parameters and runs.
@@ -269,6 +271,27 @@ void tst_OutputDigitalDevice::initialiseAgainReplacesTheTimer()
     QSignalSpy alerts(&running.device, &OutputDigitalDevice::timeoutAlert);
     QVERIFY(letAlertsPass(4, "40"));
     QVERIFY2(alerts.size() <= 5, qPrintable(QString::number(alerts.size())));
+}
+
+void tst_OutputDigitalDevice::initialiseAgainWithoutTimeoutEndsTheAlerts_data()
+{
+    QTest::addColumn<QString>("timeout");
+    QTest::addColumn<bool>("succeeds");
+    QTest::newRow("switched off") << "0" << true;
+    QTest::newRow("not a number") << "abc" << false;
+}
+
+void tst_OutputDigitalDevice::initialiseAgainWithoutTimeoutEndsTheAlerts()
+{
+    QFETCH(QString, timeout);
+    QFETCH(bool, succeeds);
+    Running running("5");
+    running.device.setParam("timeout", timeout);
+    QCOMPARE(running.device.initialise(), succeeds);
+    running.device.input(1.0);
+    QSignalSpy alerts(&running.device, &OutputDigitalDevice::timeoutAlert);
+    QVERIFY(letAlertsPass(4, "5"));
+    QCOMPARE(alerts.size(), 0);
 }
 
 NORVO_GUILESS_TEST(tst_OutputDigitalDevice)

@@ -32,6 +32,7 @@ private slots:
     void timeoutAlertsAndThenAlarms();
     void valuesHoldTheTimeoutBack();
     void timeoutOfZeroOrLessIsNone();
+    void initialiseAgainWithoutTimeoutEndsTheAlerts();
 
 private:
     using Params = QMap<QString, QString>;
@@ -300,6 +301,21 @@ void tst_OutputWithProgress::timeoutOfZeroOrLessIsNone()
     recorder.listen(&negative.device);
     QVERIFY(letAlertsPass(3, "5"));
     QCOMPARE(recorder.take(), QStringList());
+}
+
+void tst_OutputWithProgress::initialiseAgainWithoutTimeoutEndsTheAlerts()
+{
+    for (const QString& timeout : {QString("0"), QString("abc")}) {
+        OutputWithProgress device;
+        device.setParam("timeout", "5");
+        device.setRunning(device.initialise());
+        device.setParam("timeout", timeout);
+        device.initialise();
+        device.input(1.0);
+        QSignalSpy alerts(&device, &OutputWithProgress::timeoutAlert);
+        QTest::qWait(50);
+        QCOMPARE(alerts.size(), 0);
+    }
 }
 
 NORVO_GUILESS_TEST(tst_OutputWithProgress)

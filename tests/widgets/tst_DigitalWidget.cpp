@@ -28,6 +28,8 @@ private slots:
     void widthHoldsTheLongestNumber_data();
     void widthHoldsTheLongestNumber();
     void blinkTurnsTheCaptionDarkThenRed();
+    void captionOfAnInactiveReadoutStaysDisabled_data();
+    void captionOfAnInactiveReadoutStaysDisabled();
     void beforeInitialiseNothingHappens();
     void afterDeinitialiseValuesAreStillShown();
 };
@@ -219,6 +221,34 @@ void tst_DigitalWidget::blinkTurnsTheCaptionDarkThenRed()
     QCOMPARE(readout.caption()->styleSheet(), ReadoutLooks::kRedCaption);
     readout.digital().blinkTimerExpired();
     QCOMPARE(readout.caption()->styleSheet(), ReadoutLooks::kDarkCaption);
+}
+
+void tst_DigitalWidget::captionOfAnInactiveReadoutStaysDisabled_data()
+{
+    QTest::addColumn<bool>("hadAValue");
+    QTest::newRow("from the start") << false;
+    QTest::newRow("since a time-out") << true;
+}
+
+void tst_DigitalWidget::captionOfAnInactiveReadoutStaysDisabled()
+{
+    QFETCH(bool, hadAValue);
+    QWidget window;
+    DigitalReadout readout;
+    readout.widget->setParent(&window);
+    if (hadAValue) {
+        readout.device.input(1.0);
+        QVERIFY(readout.caption()->isEnabled());
+    }
+    window.setEnabled(false);
+    readout.digital().timeout();
+    window.setEnabled(true);
+    QVERIFY(!readout.caption()->isEnabled());
+
+    window.setEnabled(false);
+    readout.device.input(1.0);
+    window.setEnabled(true);
+    QVERIFY(readout.caption()->isEnabled());
 }
 
 void tst_DigitalWidget::beforeInitialiseNothingHappens()

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "norvo/BaseGuiDevice.h"
+
+#include <QMetaMethod>
+#include <QTimer>
+
+#include <memory>
+
+/// What the readouts have in common: a time-out, and four outputs for a value as number and as
+/// text, each without and with the object name of the device that sent it. The named ones are left
+/// out when nobody sent the value but called the slot.
+///
+/// Without Q_OBJECT: signals and slots are the Device's own.
+template <class Device>
+class ReadoutDevice : public BaseGuiDevice
+{
+public:
+    void deinitialise() override { m_timeout.reset(); }
+
+protected:
+    /// Runs the Device's timerTimeout() each time that so long no value came; below 1: never.
+    void startTimeout(int milliseconds)
+    {
+        m_timeout.reset();
+        if (milliseconds >= 1) {
+            m_timeout = std::make_unique<QTimer>();
+            connect(m_timeout.get(), SIGNAL(timeout()), this, SLOT(timerTimeout()));
+            m_timeout->start(milliseconds);
+        }
+    }
+
+    void restartTimeout()
+    {
+        if (m_timeout) {
+            m_timeout->start();
+        }
+    }
+
+    /// To be called in the Device's own input slot, as is the next: it looks for the sender. A
+    /// number came: number first. Only texts that somebody is connected to are made.
+    void passOn(double value)
+    {
+        static const auto plainText = QMetaMethod::fromSignal(qOverload<QString>(&Device::output));
+        static const auto namedText =
+            QMetaMethod::fromSignal(qOverload<QString, QString>(&Device::output));
+
+        emit self().output(value);
+        if (isSignalConnected(plainText)) {
+            emit self().output(QString::number(value, 'g', 6));
+        }
+        if (const QObject* const from = sender()) {
+            const QString name = from->objectName();
+            emit self().output(value, name);
+            if (isSignalConnected(namedText)) {
+                emit self().output(QString::number(value, 'g', 6), name);
+            }
+        }
+    }
+
+    /// A text came: text first. What is no number counts as 0.
+    void passOn(const QString& text)
+    {
+        const double value = text.toDouble();
+        emit self().output(text);
+        emit self().output(value);
+        if (const QObject* const from = sender()) {
+            const QString name = from->objectName();
+            emit self().output(text, name);
+            emit self().output(value, name);
+        }
+    }
+
+private:
+    Device& self() { return static_cast<Device&>(*this); }
+
+    std::unique_ptr<QTimer> m_timeout; ///< Repeats until a value comes.
+};

@@ -1,0 +1,66 @@
+#include "widgets/ReadoutFace.h"
+
+#include "widgets/Looks.h"
+#include "widgets/ShownText.h"
+
+#include <QLabel>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace Looks = norvo::Looks;
+
+namespace {
+
+/// The larger magnitude of the two, rounded; the largest int at most, 0 for what is no number.
+int roundedMagnitude(double one, double other)
+{
+    const double magnitude = std::fmax(std::fabs(one), std::fabs(other));
+    if (std::isnan(magnitude)) {
+        return 0;
+    }
+    constexpr int highest = std::numeric_limits<int>::max();
+    return magnitude < highest ? qRound(magnitude) : highest;
+}
+
+} // namespace
+
+void ReadoutFace::createLabels(const QString& captionText)
+{
+    digits = new QLabel;
+    show(0);
+    digits->setStyleSheet(Looks::kInRange.digits);
+    digits->setAlignment(Qt::AlignCenter);
+
+    caption = new QLabel;
+    norvo::showText(*caption, captionText);
+    caption->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+}
+
+bool ReadoutFace::isOutOfRange(double value) const
+{
+    return minThreshold > value || value > maxThreshold;
+}
+
+void ReadoutFace::show(double value)
+{
+    digits->setText(QString::number(value, 'f', precision));
+}
+
+void ReadoutFace::blink()
+{
+    const bool wasDark = blinkTimer.objectName() == QLatin1String("1");
+    blinkTimer.setObjectName(wasDark ? "0" : "1");
+    Looks::apply(caption, wasDark ? Looks::kCaptionRed : Looks::kCaptionDark);
+}
+
+int ReadoutFace::makeRoom(double oneEnd, double otherEnd, int more)
+{
+    const int whole = QString::number(roundedMagnitude(oneEnd, otherEnd)).size();
+    const QString sample = QString(whole, '3') + '.' + QString(std::max(0, precision) + more, '3');
+    const int width = digits->fontMetrics().horizontalAdvance(sample);
+    digits->setMinimumWidth(width);
+    digits->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    return width;
+}
