@@ -14,7 +14,13 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 set(NORVO_PLUGIN_DIRECTORY ${CMAKE_BINARY_DIR}/plugins)
-set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+
+# One run path for the build tree and the installed one: where CMake rewrites it at the installation, it
+# pads that of the build tree with colons, and an empty entry stands for the current folder.
+set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
+set(CMAKE_INSTALL_RPATH_USE_LINK_PATH ON)
+set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR};$ORIGIN/../lib")
+list(REMOVE_DUPLICATES CMAKE_INSTALL_RPATH)
 
 find_program(NORVO_CCACHE ccache)
 if(NORVO_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
@@ -53,7 +59,7 @@ function(norvo_add_plugin name)
     set_target_properties(${name} PROPERTIES
         LIBRARY_OUTPUT_DIRECTORY ${ARG_OUTPUT_DIRECTORY}
         LINK_DEPENDS ${exports}
-        INSTALL_RPATH "$ORIGIN/../..")
+        INSTALL_RPATH "$ORIGIN/../..;$ORIGIN/../lib")
 endfunction()
 
 # norvo_add_room(NAME SOURCES ... LIBRARIES ...)
