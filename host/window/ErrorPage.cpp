@@ -46,6 +46,7 @@ QTextEdit* makeList(const DiagnosticList& diagnostics)
         }
         append(cursor, diagnostic);
     }
+    list->moveCursor(QTextCursor::Start); // It has moved along with what was inserted.
     return list;
 }
 
@@ -55,8 +56,10 @@ ErrorPage::ErrorPage(const Diagnostics& diagnostics, QWidget* parent) : QWidget(
 {
     auto* const title = new QLabel(tr("This panel cannot start"));
     title->setFont(sized(title->font(), kTitlePoints));
+    title->setWordWrap(true);
     auto* const summary = new QLabel(diagnostics.summary());
     summary->setFont(sized(summary->font(), kTextPoints));
+    summary->setWordWrap(true);
     summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
     auto* const layout = new QVBoxLayout(this);

@@ -4,6 +4,7 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -45,11 +46,27 @@ void PanelWindow::keyPressEvent(QKeyEvent* event)
 {
     const bool isFull = isFullScreen();
     if (event->key() == Qt::Key_F11) {
-        isFull ? showNormal() : showFullScreen();
+        isFull ? leaveScreen() : coverScreen();
     } else if (event->key() == Qt::Key_Escape && isFull) {
-        showNormal();
+        leaveScreen();
     } else {
         QWidget::keyPressEvent(event);
+    }
+}
+
+/// Without a window manager nobody but the window itself changes its size.
+void PanelWindow::coverScreen()
+{
+    m_windowGeometry = geometry();
+    setGeometry(screen()->geometry());
+    showFullScreen();
+}
+
+void PanelWindow::leaveScreen()
+{
+    showNormal();
+    if (m_windowGeometry.isValid()) {
+        setGeometry(m_windowGeometry);
     }
 }
 

@@ -26,6 +26,7 @@ public:
 
     /// Gives the window the size that its page asks for, between kSmallest and `limit`.
     void fit(const QSize& limit);
+    void coverScreen(); ///< Shows the window on the whole screen.
 
 signals:
     void closed();
@@ -35,7 +36,10 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void leaveScreen();
+
     QScrollArea* m_scroll;
+    QRect m_windowGeometry; ///< Before the whole screen was covered.
 };
 
 } // namespace norvo

@@ -46,6 +46,8 @@ private slots:
     void closingIsTold();
     void keysLeaveAndEnterTheWholeScreen();
     void errorsAreShownWithTheirPlaces();
+    void errorPageBeginsAtItsTop();
+    void longErrorsAreWrapped();
     void errorsCanBeSelectedAndNotChanged();
     void errorsAreLegible_data();
     void errorsAreLegible();
@@ -116,10 +118,14 @@ void tst_PanelWindow::closingIsTold()
 void tst_PanelWindow::keysLeaveAndEnterTheWholeScreen()
 {
     PanelWindow window("Bench");
-    window.showFullScreen();
+    window.fit({640, 400});
+    window.coverScreen();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(window.isFullScreen());
+    QCOMPARE(window.geometry(), window.screen()->geometry());
     QTest::keyClick(&window, Qt::Key_Escape);
     QVERIFY(!window.isFullScreen());
+    QCOMPARE(window.size(), QSize(640, 400));
     QVERIFY(window.isVisible());
     QTest::keyClick(&window, Qt::Key_Escape);
     QVERIFY(window.isVisible());
@@ -140,6 +146,39 @@ void tst_PanelWindow::errorsAreShownWithTheirPlaces()
     QCOMPARE(labels.size(), 2);
     QCOMPARE(labels[0]->text(), QString("This panel cannot start"));
     QCOMPARE(labels[1]->text(), QString("1 error, 1 warning"));
+}
+
+void tst_PanelWindow::errorPageBeginsAtItsTop()
+{
+    Diagnostics diagnostics("p.yaml");
+    for (int line = 1; line <= 100; ++line) {
+        diagnostics.error({line, 1}, QString("error %1").arg(line));
+    }
+    PanelWindow window("Bench");
+    window.showErrors(diagnostics);
+    window.fit({800, 480});
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const auto* const list = window.findChild<QTextEdit*>();
+    QVERIFY(list->verticalScrollBar()->maximum() > 0);
+    QCOMPARE(list->verticalScrollBar()->value(), 0);
+    QCOMPARE(window.findChild<QScrollArea*>()->verticalScrollBar()->value(), 0);
+}
+
+void tst_PanelWindow::longErrorsAreWrapped()
+{
+    Diagnostics diagnostics(QString(300, 'f'));
+    diagnostics.error({1, 1}, QString(300, 'x') + QString(" word").repeated(100));
+    PanelWindow window("Bench");
+    window.showErrors(diagnostics);
+    window.fit({320, 240});
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QCOMPARE(window.width(), 320);
+    for (const QScrollArea* area : window.findChildren<QScrollArea*>()) {
+        QCOMPARE(area->horizontalScrollBar()->maximum(), 0);
+    }
+    QCOMPARE(window.findChild<QTextEdit*>()->horizontalScrollBar()->maximum(), 0);
 }
 
 void tst_PanelWindow::errorsCanBeSelectedAndNotChanged()
