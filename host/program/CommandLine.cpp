@@ -1,6 +1,9 @@
 #include "host/program/CommandLine.h"
 
 #include <QCommandLineParser>
+#include <QFileInfo>
+#include <QImageWriter>
+#include <QRegularExpression>
 
 namespace norvo {
 
@@ -13,8 +16,41 @@ const QCommandLineOption kFullscreen("fullscreen");
 const QCommandLineOption kCheck("check");
 const QCommandLineOption kScreenshot("screenshot", {}, "OUT.png");
 const QCommandLineOption kAfter("after", {}, "MS");
+const QCommandLineOption kSize("size", {}, "WxH");
+const QCommandLineOption kVerbose("verbose");
 const QCommandLineOption kHelp(QStringList{"h", "help"});
 const QCommandLineOption kVersion(QStringList{"v", "version"});
+
+constexpr int kMinPictureSide = 100; ///< Pixels; the scroll bars alone need some.
+constexpr int kMaxPictureSide = 8192;
+
+/// What QApplication takes from its command line, for one who runs a panel.
+const QList<QCommandLineOption> kQtOptions{
+    QCommandLineOption("platform", {}, "NAME"),
+    QCommandLineOption("platformpluginpath", {}, "DIR"),
+    QCommandLineOption("platformtheme", {}, "NAME"),
+    QCommandLineOption("plugin", {}, "NAME"),
+    QCommandLineOption("display", {}, "DISPLAY"),
+    QCommandLineOption("qwindowgeometry", {}, "GEOMETRY"),
+    QCommandLineOption("geometry", {}, "GEOMETRY"),
+    QCommandLineOption("style", {}, "NAME"),
+    QCommandLineOption("stylesheet", {}, "FILE"),
+    QCommandLineOption("reverse"),
+};
+
+QStringList qtArguments(const QCommandLineParser& parser)
+{
+    QStringList arguments;
+    for (const QCommandLineOption& option : kQtOptions) {
+        const QString name = option.names().constFirst();
+        if (parser.isSet(option)) {
+            arguments += '-' + name;
+            arguments +=
+                option.valueName().isEmpty() ? QStringList() : QStringList(parser.value(option));
+        }
+    }
+    return arguments;
+}
 
 /// Options of which the second makes no sense beside the first.
 QString contradiction(const QCommandLineParser& parser)
@@ -31,8 +67,10 @@ QString contradiction(const QCommandLineParser& parser)
                 .arg(pair.first.names().constLast(), pair.second.names().constLast());
         }
     }
-    if (parser.isSet(kAfter) && !parser.isSet(kScreenshot)) {
-        return "--after goes with --screenshot only";
+    for (const QCommandLineOption* option : {&kAfter, &kSize}) {
+        if (parser.isSet(*option) && !parser.isSet(kScreenshot)) {
+            return QString("--%1 goes with --screenshot only").arg(option->names().constLast());
+        }
     }
     return {};
 }
@@ -51,60 +89,106 @@ Options::Action actionOf(const QCommandLineParser& parser)
     return parser.isSet(kScreenshot) ? Options::Action::Screenshot : Options::Action::Run;
 }
 
-QString panelFileOf(const QCommandLineParser& parser, QString& fault)
+QString panelFileOf(const QCommandLineParser& parser, QString& error)
 {
     const QStringList files = parser.positionalArguments();
     if (files.isEmpty()) {
-        fault = "no panel file was named";
+        error = "no panel file was named";
         return {};
     }
     if (files.size() > 1) {
-        fault = QString("one panel file at a time, not \"%1\" as well").arg(files[1]);
+        error = QString("one panel file at a time, not \"%1\" as well").arg(files[1]);
     }
     return files[0];
 }
 
-int pictureTime(const QCommandLineParser& parser, QString& fault)
+int pictureTime(const QString& value, QString& error)
 {
     bool isNumber = false;
-    const int ms = parser.value(kAfter).toInt(&isNumber);
+    const int ms = value.toInt(&isNumber);
     if (!isNumber || ms < 0) {
-        fault =
-            QString("--after needs a number of milliseconds, not \"%1\"").arg(parser.value(kAfter));
+        error = QString("--after needs a number of milliseconds, not \"%1\"").arg(value);
     }
     return ms;
 }
 
+QSize pictureSize(const QString& value, QString& error)
+{
+    static const QRegularExpression pattern("^(\\d{1,5})x(\\d{1,5})$");
+    const auto match = pattern.match(value);
+    const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
+    const QSize least(kMinPictureSide, kMinPictureSide);
+    const QSize most(kMaxPictureSide, kMaxPictureSide);
+    if (size.expandedTo(least).boundedTo(most) != size) {
+        error = QString("--size needs a width and a height from %1 to %2 like 1024x600, not \"%3\"")
+                    .arg(kMinPictureSide)
+                    .arg(kMaxPictureSide)
+                    .arg(value);
+    }
+    return size;
+}
+
+/// A name without an ending is a PNG's.
+QByteArray pictureFormat(const QString& file, QString& error)
+{
+    const QByteArray format = QFileInfo(file).suffix().toLower().toUtf8();
+    const QList<QByteArray> formats = QImageWriter::supportedImageFormats();
+    if (!format.isEmpty() && !formats.contains(format)) {
+        error = QString("a picture cannot be written as \"%1\"; valid endings: %2")
+                    .arg(QString::fromUtf8(format), QString::fromLatin1(formats.join(", ")));
+    }
+    return format.isEmpty() ? QByteArray("png") : format;
+}
+
+void readPictureOptions(const QCommandLineParser& parser, Options& options, QString& error)
+{
+    options.pictureFile = parser.value(kScreenshot);
+    options.pictureFormat = pictureFormat(options.pictureFile, error);
+    if (parser.isSet(kAfter)) {
+        options.pictureAfterMs = pictureTime(parser.value(kAfter), error);
+    }
+    if (parser.isSet(kSize)) {
+        options.pictureSize = pictureSize(parser.value(kSize), error);
+    }
+}
+
+/// Qt's text, as the middle of a line.
+QString inLine(QString text)
+{
+    text.replace(0, 1, text.left(1).toLower());
+    return text.endsWith('.') ? text.chopped(1) : text;
+}
+
 } // namespace
 
-Options CommandLine::parse(const QStringList& arguments, QString& fault)
+Options CommandLine::parse(const QStringList& arguments, QString& error)
 {
     QCommandLineParser parser;
-    parser.addOptions(
-        {kPlugins, kState, kNoState, kFullscreen, kCheck, kScreenshot, kAfter, kHelp, kVersion});
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // As Qt's own are.
+    parser.addOptions({kPlugins, kState, kNoState, kFullscreen, kCheck, kScreenshot, kAfter, kSize,
+                       kVerbose, kHelp, kVersion});
+    parser.addOptions(kQtOptions);
     Options options;
     if (!parser.parse(arguments)) {
-        fault = parser.errorText();
+        error = inLine(parser.errorText());
         return options;
     }
     options.action = actionOf(parser);
     if (options.action == Options::Action::Help || options.action == Options::Action::Version) {
         return options;
     }
-    fault = contradiction(parser);
-    if (!fault.isEmpty()) {
-        return options;
-    }
+    error = contradiction(parser);
     options.pluginFolders = parser.values(kPlugins);
     options.stateFile = parser.value(kState);
     options.keepsState = !parser.isSet(kNoState);
     options.fullscreen = parser.isSet(kFullscreen);
-    options.pictureFile = parser.value(kScreenshot);
-    if (parser.isSet(kAfter)) {
-        options.pictureAfterMs = pictureTime(parser, fault);
+    options.verbose = parser.isSet(kVerbose);
+    options.qtArguments = qtArguments(parser);
+    if (error.isEmpty() && options.action == Options::Action::Screenshot) {
+        readPictureOptions(parser, options, error);
     }
-    if (fault.isEmpty()) {
-        options.panelFile = panelFileOf(parser, fault);
+    if (error.isEmpty()) {
+        options.panelFile = panelFileOf(parser, error);
     }
     return options;
 }
@@ -115,26 +199,33 @@ QString CommandLine::helpText()
         R"(Runs an operator panel from a text file.
 
 norvo-panel [options] PANEL.yaml                 runs the panel
-norvo-panel --check PANEL.yaml                   tells every fault of the panel, no window;
-                                                 exit status 1 when one of them is an error
-norvo-panel --screenshot OUT.png PANEL.yaml      runs the panel unseen and leaves a picture of it
+norvo-panel --check PANEL.yaml                   reports every error of the panel, no window
+norvo-panel --screenshot OUT.png PANEL.yaml      runs the panel unseen and leaves a picture of it;
+                                                 the ending chooses its kind: png, jpg, ...
 
   --plugins DIR      looks for device plug-ins in DIR, too; can be given several times
   --state FILE       keeps what devices store in FILE, not in PANEL.state.yaml beside the panel
   --no-state         keeps nothing from one run to the next
   --fullscreen       covers the whole screen; F11 changes to and fro, Escape leaves it
   --after MS         takes the picture after so many milliseconds (500)
+  --size WxH         the picture's size in pixels; else what the panel needs
+  --verbose          writes debug messages, too
   -h, --help         shows this text
   -v, --version      shows the version
 
-Errors and warnings go to standard error, those that --check finds to standard output. SIGINT and SIGTERM stop
-the panel as closing its window does. A display is needed to run a panel and for nothing else.
-)");
+Qt's options -platform, -display, -geometry, -style, -stylesheet and -reverse work as usual.
+
+Errors go to standard error, those that --check finds to standard output. A warning that comes again
+and again is written once and then counted. SIGINT, SIGTERM and SIGHUP stop the panel as closing its
+window does; a second SIGINT or SIGTERM ends it at once. A display is needed to run a panel and for
+nothing else.
+
+Exit status: 0, 1 if the panel has errors or cannot do what was asked for, 2 for a wrong command line.)");
 }
 
 QString CommandLine::versionText()
 {
-    return QStringLiteral("norvo-panel " NORVO_VERSION "\n");
+    return QStringLiteral("norvo-panel " NORVO_VERSION);
 }
 
 } // namespace norvo

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QByteArray>
+#include <QSize>
 #include <QString>
 #include <QStringList>
 
@@ -16,15 +18,19 @@ struct Options
     QString stateFile;         ///< Empty: beside the panel file.
     bool keepsState = true;
     bool fullscreen = false;
+    bool verbose = false;
+    QStringList qtArguments; ///< Qt's own options, as QApplication reads them.
     QString pictureFile;
+    QByteArray pictureFormat; ///< What the picture file's ending says; one that Qt can write.
+    QSize pictureSize;        ///< Empty: what the panel needs.
     int pictureAfterMs = 500; ///< From the start of the event loop to the picture.
 };
 
 namespace CommandLine {
 
 /// The options that the arguments stand for; the first argument is the program's name. What is
-/// wrong with them goes into `fault`, which is otherwise left empty.
-Options parse(const QStringList& arguments, QString& fault);
+/// wrong with them goes into `error`, which is otherwise left empty.
+Options parse(const QStringList& arguments, QString& error);
 
 QString helpText();
 QString versionText();

@@ -1,24 +1,68 @@
 #include "host/program/Console.h"
 
+#include "host/program/BackgroundWriter.h"
+#include "host/yaml/Quote.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+
 namespace norvo {
 
-void print(FILE* stream, const QString& line)
+namespace {
+
+/// Never destroyed; see there.
+BackgroundWriter& errors()
 {
-    std::fputs((line + '\n').toUtf8().constData(), stream);
-    std::fflush(stream);
+    static auto* const writer = new BackgroundWriter(STDERR_FILENO);
+    return *writer;
 }
 
-void print(FILE* stream, const Diagnostics& diagnostics)
+QByteArray printable(const QString& text)
 {
-    const DiagnosticList list = diagnostics.sorted();
-    for (const Diagnostic& diagnostic : list) {
-        print(stream, diagnostic.toString());
+    QByteArray lines;
+    for (const QString& line : text.split('\n')) {
+        lines += onOneLine(line).toUtf8() + '\n';
     }
+    return lines;
 }
 
-void complain(const QString& text)
+} // namespace
+
+void Console::open()
 {
-    print(stderr, "norvo-panel: " + text);
+    // Here for the whole process: a write to a reader that is gone then fails and does no more.
+    std::signal(SIGPIPE, SIG_IGN);
+    for (int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(stream, F_GETFD) < 0) {
+            ::open("/dev/null", O_RDWR); // Takes the lowest number that is free: this one.
+        }
+    }
+    std::atexit(finish);
+}
+
+void Console::print(const QString& line)
+{
+    std::fputs(printable(line).constData(), stdout);
+    std::fflush(stdout);
+}
+
+void Console::report(const QString& lines)
+{
+    errors().write(printable(lines));
+}
+
+void Console::complain(const QString& text)
+{
+    report("norvo-panel: " + text);
+}
+
+void Console::finish()
+{
+    errors().finish();
 }
 
 } // namespace norvo

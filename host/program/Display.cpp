@@ -1,9 +1,11 @@
 #include "host/program/Display.h"
 
 #include "host/gui/qml/QmlRenderer.h"
+#include "host/program/Console.h"
 
-#include <cstdio>
 #include <unistd.h>
+
+#include <vector>
 
 namespace norvo {
 
@@ -12,21 +14,25 @@ namespace {
 const QString kAdvice = QStringLiteral("a picture of the panel needs no display: norvo-panel "
                                        "--screenshot OUT.png PANEL.yaml");
 
-QStringList* s_held = nullptr; ///< The messages held back while a MessageKeeper lives.
+struct Message
+{
+    QtMsgType type;
+    QString text;
+};
+
+std::vector<Message>* s_held = nullptr; ///< The messages held back while a MessageKeeper lives.
 
 /// Holds back what Qt says while the display is being opened. A fatal message ends the process in
 /// one line, with the first thing that Qt had to say for a reason.
-void holdMessage(QtMsgType type, const QMessageLogContext&, const QString& message)
+void holdMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
 {
-    s_held->append(message.simplified());
-    if (type != QtFatalMsg) {
-        return;
+    s_held->push_back({type, text.simplified()});
+    if (type == QtFatalMsg) {
+        Console::complain(
+            QString("the display cannot be opened (%1); %2").arg(s_held->front().text, kAdvice));
+        Console::finish();
+        _exit(1);
     }
-    const QString line = QString("norvo-panel: the display cannot be opened (%1); %2\n")
-                             .arg(s_held->constFirst(), kAdvice);
-    std::fputs(qPrintable(line), stderr);
-    std::fflush(stderr);
-    _exit(1);
 }
 
 class MessageKeeper
@@ -40,77 +46,66 @@ public:
     }
     Q_DISABLE_COPY(MessageKeeper)
 
-    const QStringList& messages() const { return m_messages; }
+    void passOn() const
+    {
+        for (const Message& message : m_messages) {
+            m_before(message.type, QMessageLogContext(), message.text);
+        }
+    }
 
 private:
-    QStringList m_messages;
+    std::vector<Message> m_messages;
     QtMessageHandler m_before;
 };
 
-QtMessageHandler s_usualHandler = nullptr;
-
-/// What the off-screen platform says of itself is true and helps nobody.
-void dropPlatformRemarks(QtMsgType type, const QMessageLogContext& context, const QString& message)
-{
-    if (!message.startsWith("This plugin does not support ")) {
-        s_usualHandler(type, context, message);
-    }
-}
-
-bool isOffScreen()
-{
-    return QGuiApplication::platformName() == "offscreen";
-}
-
-bool displayIsNamed()
+bool displayIsNamed(const QStringList& qtArguments)
 {
     return !qEnvironmentVariableIsEmpty("DISPLAY") ||
            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
-           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || qtArguments.contains("-platform") ||
+           qtArguments.contains("-display");
 }
 
-/// The command line as Qt sees it, which keeps references to it: of ours it knows nothing, and an
-/// option says where to draw so that child processes do not inherit it.
-QApplication* makeApplication(Display::Kind kind)
+/// The command line as Qt sees it, which keeps references to it to the end. Where to draw is said
+/// by an option, so that child processes do not inherit it.
+QApplication* makeApplication(Display::Kind kind, const QStringList& qtArguments)
 {
-    static char program[] = "norvo-panel";
-    static char option[] = "-platform";
-    static char platform[] = "offscreen";
-    static char* arguments[] = {program, option, platform, nullptr};
-    static int count = 3;
-    if (kind == Display::Kind::Screen) {
-        count = 1;
-        arguments[1] = nullptr;
+    QStringList arguments("norvo-panel");
+    if (kind == Display::Kind::OffScreen) {
+        arguments << "-platform"
+                  << "offscreen";
     }
-    return new QApplication(count, arguments);
+    static std::vector<QByteArray> texts;
+    static std::vector<char*> pointers;
+    for (const QString& argument : arguments + qtArguments) {
+        texts.push_back(argument.toLocal8Bit());
+    }
+    for (QByteArray& text : texts) {
+        pointers.push_back(text.data());
+    }
+    static int count = int(pointers.size());
+    pointers.push_back(nullptr);
+    return new QApplication(count, pointers.data());
 }
 
 } // namespace
 
-std::unique_ptr<QApplication> Display::open(Kind kind, QString& reason)
+std::unique_ptr<QApplication> Display::open(Kind kind, const QStringList& qtArguments,
+                                            QString& reason)
 {
-    if (kind == Kind::Screen && !displayIsNamed()) {
+    if (kind == Kind::Screen && !displayIsNamed(qtArguments)) {
         reason = "there is no display (neither DISPLAY nor WAYLAND_DISPLAY is set); " + kAdvice;
         return nullptr;
     }
     std::unique_ptr<QApplication> application;
-    QStringList messages;
     {
         const MessageKeeper keeper;
-        application.reset(makeApplication(kind));
-        messages = keeper.messages();
+        application.reset(makeApplication(kind, qtArguments));
+        keeper.passOn();
     }
-    for (const QString& message : qAsConst(messages)) {
-        qWarning().noquote() << message;
-    }
-    {
-        const MessageKeeper
-            keeper; // What a platform without OpenGL says to the question is no news.
-        chooseQuickRenderer();
-    }
-    if (isOffScreen() && !s_usualHandler) {
-        s_usualHandler = qInstallMessageHandler(dropPlatformRemarks);
-    }
+    // What a platform without OpenGL says to the question is no news.
+    const MessageKeeper keeper;
+    chooseQuickRenderer();
     return application;
 }
 

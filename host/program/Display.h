@@ -16,9 +16,11 @@ public:
     };
 
     /// Null when there is no display; `reason` then says why. Where the display is there and cannot
-    /// be opened, the process ends with that reason on standard error and exit status 1, because
-    /// Qt does not come back from it.
-    static std::unique_ptr<QApplication> open(Kind kind, QString& reason);
+    /// be opened, **the process ends** with that reason on standard error and exit status 1,
+    /// because Qt does not come back from it. `qtArguments` are options of Qt's own; a platform
+    /// among them goes before `kind`.
+    static std::unique_ptr<QApplication> open(Kind kind, const QStringList& qtArguments,
+                                              QString& reason);
 };
 
 } // namespace norvo

@@ -20,12 +20,11 @@ constexpr Substitution kSubstitutions[] = {
 
 } // namespace
 
-void substituteFonts(const QStringList& installedFamilies)
+/// Qt looks at what stands in for a family only when that family is not installed.
+void substituteFonts()
 {
     for (const Substitution& substitution : kSubstitutions) {
-        if (!installedFamilies.contains(substitution.family, Qt::CaseInsensitive)) {
-            QFont::insertSubstitution(substitution.family, substitution.replacement);
-        }
+        QFont::insertSubstitution(substitution.family, substitution.replacement);
     }
 }
 

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <QStringList>
-
 namespace norvo {
 
-/// Lets free families stand in for those that devices ask for by name, where a family is not among
-/// the installed ones.
-void substituteFonts(const QStringList& installedFamilies);
+/// Lets free families stand in for those that devices ask for by name, where a family is not
+/// installed.
+void substituteFonts();
 
 } // namespace norvo

@@ -1,20 +1,20 @@
 #include "host/program/PanelProgram.h"
 
-#include "host/program/Display.h"
-#include "host/program/Console.h"
-#include "host/program/Fonts.h"
-#include "host/panel/run/Panel.h"
-#include "host/panel/plan/PanelCheck.h"
-#include "host/panel/file/PanelFile.h"
-#include "host/window/PanelWindow.h"
-#include "host/program/PluginSet.h"
-#include "host/panel/file/StateFile.h"
-#include "host/program/UnixSignals.h"
 #include "host/panel/file/AtomicFile.h"
+#include "host/panel/file/Diagnostics.h"
+#include "host/panel/file/PanelFile.h"
+#include "host/panel/file/StateFile.h"
+#include "host/panel/plan/PanelCheck.h"
+#include "host/panel/run/Panel.h"
+#include "host/program/Console.h"
+#include "host/program/Display.h"
+#include "host/program/Fonts.h"
+#include "host/program/PluginSet.h"
+#include "host/program/UnixSignals.h"
+#include "host/window/PanelWindow.h"
 
 #include <QBuffer>
 #include <QFileInfo>
-#include <QFontDatabase>
 #include <QScreen>
 #include <QTimer>
 
@@ -30,6 +30,13 @@ QString titleOf(const PanelDescription& description)
                                             : description.title.text;
 }
 
+void report(const Diagnostics& diagnostics)
+{
+    for (const Diagnostic& diagnostic : diagnostics.sorted()) {
+        Console::report(diagnostic.toString());
+    }
+}
+
 } // namespace
 
 PanelProgram::PanelProgram(const Options& options) : m_options(options) {}
@@ -39,27 +46,41 @@ int PanelProgram::run()
     QString reason;
     const auto application = Display::open(
         m_options.action == Options::Action::Run ? Display::Kind::Screen : Display::Kind::OffScreen,
-        reason);
+        m_options.qtArguments, reason);
     if (!application) {
-        complain(reason);
+        Console::complain(reason);
         return 1;
     }
-    substituteFonts(QFontDatabase().families());
+    substituteFonts();
     PluginSet plugins;
     if (!loadPlugins(plugins)) {
         return 1;
     }
+    if (m_options.action == Options::Action::Check) {
+        return check(plugins.manager());
+    }
+    // From before anything starts to the very end. Ends a wait of the start, too.
+    const UnixSignals unixSignals;
+    QObject::connect(&unixSignals, &UnixSignals::stopRequested, qApp, &QCoreApplication::quit);
+    const int status = start(plugins.manager(), unixSignals);
+    if (unixSignals.isStopRequested() && m_options.action == Options::Action::Screenshot) {
+        Console::complain("stopped before the picture was taken");
+        return 1;
+    }
+    return status;
+}
+
+int PanelProgram::start(const DeviceManager& manager, const UnixSignals& unixSignals) const
+{
     Diagnostics diagnostics(m_options.panelFile);
     const PanelDescription description = PanelFile::read(m_options.panelFile, diagnostics);
-    PanelCheck::check(description, plugins.manager(), diagnostics);
-    if (m_options.action == Options::Action::Check) {
-        return reportCheck(diagnostics);
+    PanelCheck::check(description, manager, diagnostics);
+    if (unixSignals.isStopRequested()) {
+        return 0;
     }
-    // From before anything is told to the very end, so that no signal cuts the stop short.
-    const UnixSignals unixSignals;
-    print(stderr, diagnostics);
+    report(diagnostics);
     return diagnostics.hasErrors() ? showErrors(diagnostics, unixSignals)
-                                   : runPanel(plugins.manager(), description, unixSignals);
+                                   : runPanel(manager, description, unixSignals);
 }
 
 bool PanelProgram::loadPlugins(PluginSet& plugins) const
@@ -70,19 +91,24 @@ bool PanelProgram::loadPlugins(PluginSet& plugins) const
         plugins.load(folder);
     }
     for (const QString& warning : plugins.warnings()) {
-        print(stderr, warning);
+        Console::report(warning);
     }
     if (plugins.isEmpty()) {
-        complain("there are no devices, because no plug-in was found; --plugins DIR names a folder "
-                 "that holds some");
+        Console::complain(
+            "there are no devices, because no plug-in was found; --plugins DIR names a folder "
+            "that holds some");
     }
     return !plugins.isEmpty();
 }
 
-int PanelProgram::reportCheck(const Diagnostics& diagnostics) const
+int PanelProgram::check(const DeviceManager& manager) const
 {
-    print(stdout, diagnostics);
-    print(stdout, QString("%1: %2").arg(m_options.panelFile, diagnostics.summary()));
+    Diagnostics diagnostics(m_options.panelFile);
+    PanelCheck::check(PanelFile::read(m_options.panelFile, diagnostics), manager, diagnostics);
+    for (const Diagnostic& diagnostic : diagnostics.sorted()) {
+        Console::print(diagnostic.toString());
+    }
+    Console::print(QString("%1: %2").arg(m_options.panelFile, diagnostics.summary()));
     return diagnostics.hasErrors() ? 1 : 0;
 }
 
@@ -110,7 +136,9 @@ int PanelProgram::runPanel(const DeviceManager& manager, const PanelDescription&
         QObject::connect(&panel, &Panel::parameterWritten, &state, &StateFile::set);
     }
     panel.start(window.page());
-    print(stderr, panel.diagnostics());
+    if (!unixSignals.isStopRequested()) {
+        report(panel.diagnostics());
+    }
     const int status = show(window, unixSignals);
     panel.stop();
     state.save();
@@ -120,24 +148,22 @@ int PanelProgram::runPanel(const DeviceManager& manager, const PanelDescription&
 void PanelProgram::readState(StateFile& state) const
 {
     QObject::connect(&state, &StateFile::problem, &state,
-                     [](const QString& line) { print(stderr, line); });
+                     [](const QString& line) { Console::report(line); });
     state.read();
 }
 
 int PanelProgram::show(PanelWindow& window, const UnixSignals& unixSignals) const
 {
     const bool isPicture = m_options.action == Options::Action::Screenshot;
-    QObject::connect(&unixSignals, &UnixSignals::stopRequested, &window, [isPicture] {
-        if (isPicture) {
-            complain("stopped before the picture was taken");
-        }
-        QCoreApplication::exit(isPicture ? 1 : 0);
-    });
     QObject::connect(&window, &PanelWindow::closed, qApp, &QCoreApplication::quit);
 
-    window.fit(isPicture ? kLargestPicture : window.screen()->availableSize());
+    if (m_options.pictureSize.isEmpty()) {
+        window.fit(isPicture ? kLargestPicture : window.screen()->availableSize());
+    } else {
+        window.resize(m_options.pictureSize);
+    }
     if (m_options.fullscreen) {
-        window.showFullScreen();
+        window.coverScreen();
     } else {
         window.show();
     }
@@ -145,17 +171,18 @@ int PanelProgram::show(PanelWindow& window, const UnixSignals& unixSignals) cons
         QTimer::singleShot(m_options.pictureAfterMs, &window,
                            [this, &window] { QCoreApplication::exit(takePicture(window)); });
     }
-    return QCoreApplication::exec();
+    // Events are handled during the start, too.
+    return unixSignals.isStopRequested() ? 0 : QCoreApplication::exec();
 }
 
 int PanelProgram::takePicture(PanelWindow& window) const
 {
-    QBuffer png;
-    png.open(QIODevice::WriteOnly);
-    window.grab().save(&png, "PNG");
+    QBuffer picture;
+    picture.open(QIODevice::WriteOnly);
+    window.grab().save(&picture, m_options.pictureFormat);
     QString reason;
-    if (!writeFileAtomically(m_options.pictureFile, png.data(), reason)) {
-        complain(
+    if (!writeFileAtomically(m_options.pictureFile, picture.data(), reason)) {
+        Console::complain(
             QString("the picture %1 cannot be written: %2").arg(m_options.pictureFile, reason));
         return 1;
     }

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "host/program/CommandLine.h"
-#include "host/panel/file/Diagnostics.h"
 
 class DeviceManager;
 
 namespace norvo {
 
+class Diagnostics;
 struct PanelDescription;
 class PanelWindow;
 class PluginSet;
@@ -24,7 +24,8 @@ public:
 
 private:
     bool loadPlugins(PluginSet& plugins) const;
-    int reportCheck(const Diagnostics& diagnostics) const;
+    int check(const DeviceManager& manager) const;
+    int start(const DeviceManager& manager, const UnixSignals& unixSignals) const;
     int showErrors(const Diagnostics& diagnostics, const UnixSignals& unixSignals) const;
     int runPanel(const DeviceManager& manager, const PanelDescription& description,
                  const UnixSignals& unixSignals) const;

@@ -7,14 +7,27 @@
 
 namespace norvo {
 
-/// Turns SIGINT and SIGTERM into a Qt signal for as long as it lives; at most one at a time.
+/// Turns SIGINT, SIGTERM and SIGHUP into a Qt signal for as long as it lives; at most one at a
+/// time.
+///
+/// A second SIGINT or SIGTERM ends the process where it is, with the exit status 128 and its
+/// number, even if no event is handled any more. Where it follows within kDoubledMs, it may be the
+/// first one, which timeout(1) and others send twice: the process then has two seconds to end by
+/// itself.
 class UnixSignals : public QObject
 {
     Q_OBJECT
 
 public:
+    static constexpr int kDoubledMs = 100;
+
     explicit UnixSignals(QObject* parent = nullptr);
-    ~UnixSignals() override; ///< The two signals end the process again.
+    ~UnixSignals() override; ///< The signals end the process again.
+
+    bool isStopRequested() const
+    {
+        return m_isStopRequested;
+    } ///< Once stopRequested() was emitted.
 
 signals:
     void stopRequested();
@@ -23,6 +36,7 @@ private:
     void drain();
 
     std::unique_ptr<QSocketNotifier> m_notifier;
+    bool m_isStopRequested = false;
 };
 
 } // namespace norvo

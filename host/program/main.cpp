@@ -1,13 +1,19 @@
 #include "host/program/CommandLine.h"
+#include "host/program/Console.h"
 #include "host/program/PanelProgram.h"
+#include "host/program/QtMessages.h"
 
 #include <QTextCodec>
 
 #include <clocale>
-#include <cstdio>
+
+using norvo::Options;
+namespace CommandLine = norvo::CommandLine;
+namespace Console = norvo::Console;
 
 int main(int argc, char** argv)
 {
+    Console::open();
     std::setlocale(LC_ALL, "");
     // File names and messages are UTF-8, even where the system was started without a locale.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
@@ -16,20 +22,23 @@ int main(int argc, char** argv)
     for (int i = 0; i < argc; ++i) {
         arguments.append(QString::fromLocal8Bit(argv[i]));
     }
-    QString fault;
-    const norvo::Options options = norvo::CommandLine::parse(arguments, fault);
-    if (!fault.isEmpty()) {
-        std::fprintf(stderr, "norvo-panel: %s; see norvo-panel --help\n", qPrintable(fault));
-        return 1;
+    QString error;
+    const Options options = CommandLine::parse(arguments, error);
+    if (!error.isEmpty()) {
+        Console::complain(error + "; see norvo-panel --help");
+        return 2;
     }
     switch (options.action) {
-    case norvo::Options::Action::Help:
-        std::fputs(qPrintable(norvo::CommandLine::helpText()), stdout);
+    case Options::Action::Help:
+        Console::print(CommandLine::helpText());
         return 0;
-    case norvo::Options::Action::Version:
-        std::fputs(qPrintable(norvo::CommandLine::versionText()), stdout);
+    case Options::Action::Version:
+        Console::print(CommandLine::versionText());
         return 0;
     default:
-        return norvo::PanelProgram(options).run();
+        break;
     }
+    const norvo::QtMessages messages(options.verbose ? norvo::QtMessages::Detail::Verbose
+                                                     : norvo::QtMessages::Detail::Usual);
+    return norvo::PanelProgram(options).run();
 }

@@ -20,7 +20,7 @@ public:
         setProgram(program);
         setArguments(arguments);
         setEnvironment("QT_QPA_PLATFORM", "offscreen");
-        setEnvironment("XDG_RUNTIME_DIR", m_runtime.path()); // Qt complains of an open one.
+        setEnvironment("XDG_RUNTIME_DIR", m_runtime.path()); // Qt warns of an open one.
     }
 
     ~PanelProcess() override
@@ -39,14 +39,19 @@ public:
         setProcessEnvironment(changed);
     }
 
+    void removeEnvironment(const QString& name)
+    {
+        QProcessEnvironment changed = processEnvironment();
+        changed.remove(name);
+        setProcessEnvironment(changed);
+    }
+
     /// No display that the environment would tell of.
     void takeDisplayAway()
     {
-        QProcessEnvironment changed = processEnvironment();
         for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
-            changed.remove(name);
+            removeEnvironment(name);
         }
-        setProcessEnvironment(changed);
     }
 
     /// From start to end; the exit status, or -1 if there was none (a crash, no start, no end).
@@ -77,13 +82,11 @@ public:
 
     void sendSignal(int number) { ::kill(pid_t(processId()), number); }
 
-    /// The lines of standard error, but for what plug-ins say when they are registered.
+    /// The lines of standard error.
     QStringList errorLines()
     {
         m_errors += readAllStandardError();
-        QStringList lines = QString::fromUtf8(m_errors).split('\n', Qt::SkipEmptyParts);
-        lines.removeAll("NorvoGui devices plugins was registered");
-        return lines;
+        return QString::fromUtf8(m_errors).split('\n', Qt::SkipEmptyParts);
     }
 
     QStringList outputLines()

@@ -12,25 +12,30 @@ class tst_CommandLine : public QObject
 private slots:
     void panelAloneIsRun();
     void everyOptionArrives();
-    void pictureHasItsFileAndTime();
+    void optionsOfQtArePassedOn_data();
+    void optionsOfQtArePassedOn();
+    void pictureHasItsFileTimeAndSize();
+    void pictureIsOfTheKindThatItsNameSays_data();
+    void pictureIsOfTheKindThatItsNameSays();
     void actionIsChosen_data();
     void actionIsChosen();
-    void faultIsTold_data();
-    void faultIsTold();
+    void errorIsReported_data();
+    void errorIsReported();
+    void pictureOfAKindThatCannotBeWrittenIsRefused();
     void helpNamesEveryOption();
 
 private:
-    static Options parse(const QStringList& arguments, QString& fault)
+    static Options parse(const QStringList& arguments, QString& error)
     {
-        return norvo::CommandLine::parse(QStringList("norvo-panel") + arguments, fault);
+        return norvo::CommandLine::parse(QStringList("norvo-panel") + arguments, error);
     }
 };
 
 void tst_CommandLine::panelAloneIsRun()
 {
-    QString fault;
-    const Options options = parse({"p.yaml"}, fault);
-    QCOMPARE(fault, QString());
+    QString error;
+    const Options options = parse({"p.yaml"}, error);
+    QCOMPARE(error, QString());
     QCOMPARE(int(options.action), int(Options::Action::Run));
     QCOMPARE(options.panelFile, QString("p.yaml"));
     QCOMPARE(options.pluginFolders, QStringList());
@@ -41,26 +46,74 @@ void tst_CommandLine::panelAloneIsRun()
 
 void tst_CommandLine::everyOptionArrives()
 {
-    QString fault;
+    QString error;
     const Options options = parse(
-        {"--plugins", "a", "--plugins=b", "--state", "s.yaml", "--fullscreen", "p.yaml"}, fault);
-    QCOMPARE(fault, QString());
+        {"--plugins", "a", "--plugins=b", "--state", "s.yaml", "--fullscreen", "p.yaml"}, error);
+    QCOMPARE(error, QString());
     QCOMPARE(options.pluginFolders, (QStringList{"a", "b"}));
     QCOMPARE(options.stateFile, QString("s.yaml"));
     QVERIFY(options.fullscreen);
-    QVERIFY(!parse({"p.yaml", "--no-state"}, fault).keepsState);
-    QCOMPARE(fault, QString());
+    QVERIFY(!parse({"p.yaml", "--no-state"}, error).keepsState);
+    QCOMPARE(error, QString());
 }
 
-void tst_CommandLine::pictureHasItsFileAndTime()
+void tst_CommandLine::optionsOfQtArePassedOn_data()
 {
-    QString fault;
-    const Options options = parse({"--screenshot", "o.png", "--after", "0", "p.yaml"}, fault);
-    QCOMPARE(fault, QString());
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QStringList>("passedOn");
+    QTest::newRow("none") << QStringList{} << QStringList{};
+    QTest::newRow("platform") << QStringList{"-platform", "xcb"} << QStringList{"-platform", "xcb"};
+    QTest::newRow("two dashes") << QStringList{"--platform", "xcb"}
+                                << QStringList{"-platform", "xcb"};
+    QTest::newRow("equals sign") << QStringList{"--style=fusion"}
+                                 << QStringList{"-style", "fusion"};
+    QTest::newRow("several") << QStringList{"-reverse", "-display", ":1", "-style", "fusion"}
+                             << QStringList{"-display", ":1", "-style", "fusion", "-reverse"};
+}
+
+void tst_CommandLine::optionsOfQtArePassedOn()
+{
+    QFETCH(QStringList, arguments);
+    QString error;
+    const Options options = parse(arguments + QStringList{"--no-state", "p.yaml"}, error);
+    QCOMPARE(error, QString());
+    QCOMPARE(options.panelFile, QString("p.yaml"));
+    QTEST(options.qtArguments, "passedOn");
+}
+
+void tst_CommandLine::pictureHasItsFileTimeAndSize()
+{
+    QString error;
+    const Options options =
+        parse({"--screenshot", "o.png", "--after", "0", "--size", "1024x600", "p.yaml"}, error);
+    QCOMPARE(error, QString());
     QCOMPARE(int(options.action), int(Options::Action::Screenshot));
     QCOMPARE(options.pictureFile, QString("o.png"));
     QCOMPARE(options.pictureAfterMs, 0);
-    QCOMPARE(parse({"--screenshot", "o.png", "p.yaml"}, fault).pictureAfterMs, 500);
+    QCOMPARE(options.pictureSize, QSize(1024, 600));
+    const Options plain = parse({"--screenshot", "o.png", "p.yaml"}, error);
+    QCOMPARE(plain.pictureAfterMs, 500);
+    QVERIFY(plain.pictureSize.isEmpty());
+}
+
+void tst_CommandLine::pictureIsOfTheKindThatItsNameSays_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QByteArray>("format");
+    QTest::newRow("png") << "a/o.png" << QByteArray("png");
+    QTest::newRow("jpg") << "o.jpg" << QByteArray("jpg");
+    QTest::newRow("capitals") << "o.JPEG" << QByteArray("jpeg");
+    QTest::newRow("two dots") << "o.png.bmp" << QByteArray("bmp");
+    QTest::newRow("no ending") << "a.b/o" << QByteArray("png");
+    QTest::newRow("a folder") << "." << QByteArray("png");
+}
+
+void tst_CommandLine::pictureIsOfTheKindThatItsNameSays()
+{
+    QFETCH(QString, file);
+    QString error;
+    QTEST(parse({"--screenshot", file, "p.yaml"}, error).pictureFormat, "format");
+    QCOMPARE(error, QString());
 }
 
 void tst_CommandLine::actionIsChosen_data()
@@ -77,21 +130,21 @@ void tst_CommandLine::actionIsChosen_data()
 void tst_CommandLine::actionIsChosen()
 {
     QFETCH(QStringList, arguments);
-    QString fault;
-    QTEST(int(parse(arguments, fault).action), "action");
-    QCOMPARE(fault, QString());
+    QString error;
+    QTEST(int(parse(arguments, error).action), "action");
+    QCOMPARE(error, QString());
 }
 
-void tst_CommandLine::faultIsTold_data()
+void tst_CommandLine::errorIsReported_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QString>("error");
     QTest::newRow("nothing") << QStringList() << "no panel file was named";
     QTest::newRow("check nothing") << QStringList{"--check"} << "no panel file was named";
     QTest::newRow("two files") << QStringList{"a", "b"}
                                << "one panel file at a time, not \"b\" as well";
-    QTest::newRow("unknown option") << QStringList{"--chek", "a"} << "Unknown option 'chek'.";
-    QTest::newRow("no value") << QStringList{"a", "--state"} << "Missing value after '--state'.";
+    QTest::newRow("unknown option") << QStringList{"--chek", "a"} << "unknown option 'chek'";
+    QTest::newRow("no value") << QStringList{"a", "--state"} << "missing value after '--state'";
     QTest::newRow("state and none") << QStringList{"--state", "s", "--no-state", "a"}
                                     << "--state and --no-state do not go together";
     QTest::newRow("check and picture") << QStringList{"--check", "--screenshot", "o", "a"}
@@ -100,6 +153,16 @@ void tst_CommandLine::faultIsTold_data()
                                             << "--screenshot and --fullscreen do not go together";
     QTest::newRow("after alone") << QStringList{"--after", "5", "a"}
                                  << "--after goes with --screenshot only";
+    QTest::newRow("size alone") << QStringList{"--size", "800x480", "a"}
+                                << "--size goes with --screenshot only";
+    for (const char* size : {"800", "800x", "x480", "800x480x3", "99x480", "800x8193", "-800x480",
+                             "800 x 480", "", "99999999999x480"}) {
+        QTest::addRow("size '%s'", size)
+            << QStringList{"--screenshot", "o", QString("--size=") + size, "a"}
+            << QString("--size needs a width and a height from 100 to 8192 like 1024x600, not "
+                       "\"%1\"")
+                   .arg(size);
+    }
     for (const char* ms : {"-1", "soon", "1.5", "", "99999999999"}) {
         QTest::addRow("after '%s'", ms)
             << QStringList{"--screenshot", "o", QString("--after=") + ms, "a"}
@@ -107,12 +170,21 @@ void tst_CommandLine::faultIsTold_data()
     }
 }
 
-void tst_CommandLine::faultIsTold()
+void tst_CommandLine::errorIsReported()
 {
     QFETCH(QStringList, arguments);
-    QString fault;
-    parse(arguments, fault);
-    QTEST(fault, "fault");
+    QString error;
+    parse(arguments, error);
+    QTEST(error, "error");
+}
+
+void tst_CommandLine::pictureOfAKindThatCannotBeWrittenIsRefused()
+{
+    QString error;
+    parse({"--screenshot", "o.gif", "p.yaml"}, error);
+    QVERIFY2(error.startsWith("a picture cannot be written as \"gif\"; valid endings: "),
+             qPrintable(error));
+    QVERIFY2(error.contains(" png") && error.contains(" jpg"), qPrintable(error));
 }
 
 void tst_CommandLine::helpNamesEveryOption()
@@ -120,7 +192,8 @@ void tst_CommandLine::helpNamesEveryOption()
     const QString help = norvo::CommandLine::helpText();
     for (const char* option :
          {"--plugins DIR", "--state FILE", "--no-state", "--fullscreen", "--check PANEL.yaml",
-          "--screenshot OUT.png PANEL.yaml", "--after MS", "--help", "--version"}) {
+          "--screenshot OUT.png PANEL.yaml", "--after MS", "--size WxH", "--verbose", "-platform",
+          "--help", "--version"}) {
         QVERIFY2(help.contains(option), option);
     }
     QVERIFY(norvo::CommandLine::versionText().startsWith("norvo-panel "));

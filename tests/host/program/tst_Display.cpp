@@ -19,7 +19,7 @@ private slots:
 void tst_Display::quickDrawsWithoutOpenGl()
 {
     QString reason;
-    const auto application = norvo::Display::open(norvo::Display::Kind::OffScreen, reason);
+    const auto application = norvo::Display::open(norvo::Display::Kind::OffScreen, {}, reason);
     QVERIFY(application);
     QCOMPARE(reason, QString());
     QCOMPARE(QGuiApplication::platformName(), QString("offscreen"));

@@ -2,6 +2,7 @@
 #include "TestMain.h"
 
 #include <QStandardPaths>
+#include <QtEndian>
 #include <QtTest>
 
 /// The program from outside: with a display, without one, and with one that goes away.
@@ -15,6 +16,8 @@ private slots:
     void displayThatCannotBeOpenedIsOneLine();
     void panelRunsOnAnXDisplay_data();
     void panelRunsOnAnXDisplay();
+    void wholeScreenIsCoveredWithoutAWindowManager();
+    void platformOfTheCommandLineIsUsed();
     void displayThatGoesAwayEndsThePanel();
 };
 
@@ -31,7 +34,11 @@ class XServer : public QProcess
 public:
     static bool isInstalled() { return !QStandardPaths::findExecutable("Xvfb").isEmpty(); }
 
-    XServer() { start("Xvfb", {"-displayfd", "1", "-screen", "0", "1024x600x24"}); }
+    XServer()
+    {
+        start("Xvfb",
+              {"-displayfd", "1", "-screen", "0", "1024x600x24", "-fbdir", m_folder.path()});
+    }
     ~XServer() override { stop(); }
 
     /// Empty when it does not start.
@@ -48,6 +55,24 @@ public:
         terminate();
         waitForFinished(PanelProcess::kPatience);
     }
+
+    /// What the screen shows there.
+    QColor pixel(int x, int y) const
+    {
+        QFile file(m_folder.filePath("Xvfb_screen0")); // An X window dump.
+        if (!file.open(QIODevice::ReadOnly)) {
+            return {};
+        }
+        const QByteArray dump = file.readAll();
+        const auto field = [&dump](int index) {
+            return qFromBigEndian<int>(dump.data() + 4 * index);
+        };
+        const int pixels = field(0) + 12 * field(19); // After the header and the colours.
+        return QColor(qFromLittleEndian<QRgb>(dump.data() + pixels + y * field(12) + x * 4));
+    }
+
+private:
+    QTemporaryDir m_folder;
 };
 
 /// The drivers and the bus behind a display keep memory to the end, in libraries that are gone by
@@ -126,6 +151,38 @@ void tst_NorvoPanelDisplay::panelRunsOnAnXDisplay()
     QCOMPARE(panel.waitForEnd(), 0);
     QCOMPARE(panel.errorLines(), QStringList());
     QCOMPARE(folder.saved(), folder.counted());
+}
+
+void tst_NorvoPanelDisplay::wholeScreenIsCoveredWithoutAWindowManager()
+{
+    if (!XServer::isInstalled()) {
+        QSKIP("there is no Xvfb");
+    }
+    XServer server;
+    const PanelFolder folder("devices:\n"
+                             "  a: {device: patch, params: {colour: '#00ff00'}}\n");
+    PanelProcess panel(probes({"--fullscreen", folder.panel()}));
+    setDisplay(panel, server.display());
+    panel.start();
+    QTRY_COMPARE_WITH_TIMEOUT(server.pixel(100, 100), QColor("#00ff00"), PanelProcess::kPatience);
+    QTRY_COMPARE(server.pixel(1000, 575), QColor("#00ff00"));
+    panel.sendSignal(SIGTERM);
+    QCOMPARE(panel.waitForEnd(), 0);
+}
+
+void tst_NorvoPanelDisplay::platformOfTheCommandLineIsUsed()
+{
+    const PanelFolder folder("devices:\n"
+                             "  a: {device: patch, params: {closeAfter: 0}}\n");
+    PanelProcess panel(probes({"-platform", "offscreen", folder.panel()}));
+    panel.takeDisplayAway();
+    QCOMPARE(panel.runToEnd(), 0);
+    QCOMPARE(panel.errorLines(), QStringList());
+
+    PanelProcess nonsense(probes({"--platform=nonsense", folder.panel()}));
+    QCOMPARE(nonsense.runToEnd(), 1);
+    QVERIFY(
+        nonsense.errorLines().value(0).startsWith("norvo-panel: the display cannot be opened ("));
 }
 
 void tst_NorvoPanelDisplay::displayThatGoesAwayEndsThePanel()

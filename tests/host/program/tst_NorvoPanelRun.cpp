@@ -2,7 +2,10 @@
 #include "TestMain.h"
 
 #include <QImage>
+#include <QImageReader>
 #include <QtTest>
+
+#include <sys/stat.h>
 
 /// The program from outside: a panel that runs, its picture, its state and its end.
 class tst_NorvoPanelRun : public QObject
@@ -11,14 +14,14 @@ class tst_NorvoPanelRun : public QObject
 
 private slots:
     void pictureShowsThePanel();
+    void pictureHasTheSizeThatIsAskedFor();
+    void pictureIsOfTheKindThatItsNameSays();
+    void pictureOfAnotherKindIsRefusedBeforeThePanelStarts();
     void pictureShowsTheFaults();
     void pictureThatCannotBeWrittenIsTold_data();
     void pictureThatCannotBeWrittenIsTold();
     void startWithErrorsShowsThemAndStartsNothing();
     void failedDeviceLeavesTheRestRunning();
-    void signalStopsWithTheStateSaved_data();
-    void signalStopsWithTheStateSaved();
-    void closedWindowStopsWithTheStateSaved();
 };
 
 namespace {
@@ -48,6 +51,42 @@ void tst_NorvoPanelRun::pictureShowsThePanel()
     QCOMPARE(image.pixelColor(600, 240), QColor("#0000ff"));
 }
 
+void tst_NorvoPanelRun::pictureHasTheSizeThatIsAskedFor()
+{
+    const PanelFolder folder(kTwoPatches);
+    const QString picture = folder.filePath("o.png");
+    for (const QSize size : {QSize(1280, 800), QSize(100, 100)}) {
+        const QString text = QString("%1x%2").arg(size.width()).arg(size.height());
+        PanelProcess panel(
+            probes({"--screenshot", picture, "--after", "0", "--size", text, folder.panel()}));
+        QCOMPARE(panel.runToEnd(), 0);
+        QCOMPARE(QImage(picture).size(), size);
+    }
+}
+
+void tst_NorvoPanelRun::pictureIsOfTheKindThatItsNameSays()
+{
+    const PanelFolder folder(kTwoPatches);
+    for (const char* name : {"o.jpg", "o.BMP", "o"}) {
+        PanelProcess panel(
+            probes({"--screenshot", folder.filePath(name), "--after", "0", folder.panel()}));
+        QCOMPARE(panel.runToEnd(), 0);
+    }
+    QCOMPARE(QImageReader::imageFormat(folder.filePath("o.jpg")), QByteArray("jpeg"));
+    QCOMPARE(QImageReader::imageFormat(folder.filePath("o.BMP")), QByteArray("bmp"));
+    QCOMPARE(QImageReader::imageFormat(folder.filePath("o")), QByteArray("png"));
+}
+
+void tst_NorvoPanelRun::pictureOfAnotherKindIsRefusedBeforeThePanelStarts()
+{
+    const CountingFolder folder;
+    PanelProcess panel(probes({"--screenshot", folder.filePath("o.gif"), folder.panel()}));
+    QCOMPARE(panel.runToEnd(), 2);
+    QCOMPARE(panel.errorLines().size(), 1);
+    QVERIFY(!QFile::exists(folder.filePath("log")));
+    QVERIFY(!QFile::exists(folder.filePath("o.gif")));
+}
+
 void tst_NorvoPanelRun::pictureShowsTheFaults()
 {
     const PanelFolder folder("devices:\n  a: {device: pach}\n");
@@ -72,16 +111,22 @@ void tst_NorvoPanelRun::pictureThatCannotBeWrittenIsTold_data()
     QTest::addColumn<QString>("name");
     QTest::newRow("no such folder") << "missing/o.png";
     QTest::newRow("a folder") << ".";
+    QTest::newRow("a pipe") << "pipe.png";
 }
 
 void tst_NorvoPanelRun::pictureThatCannotBeWrittenIsTold()
 {
     QFETCH(QString, name);
     const PanelFolder folder(kTwoPatches);
+    const QByteArray pipe = QFile::encodeName(folder.filePath("pipe.png"));
+    QCOMPARE(mkfifo(pipe.constData(), 0600), 0);
     const QString picture = folder.filePath(name);
     PanelProcess panel(probes({"--screenshot", picture, "--after", "0", folder.panel()}));
     QCOMPARE(panel.runToEnd(), 1);
     QCOMPARE(panel.errorLines().size(), 1);
+    struct stat status = {};
+    QCOMPARE(stat(pipe.constData(), &status), 0);
+    QVERIFY2(S_ISFIFO(status.st_mode), "no file takes the place of a pipe");
     QVERIFY2(panel.errorLines()[0].startsWith("norvo-panel: the picture " + picture +
                                               " cannot be written: "),
              qPrintable(panel.errorLines()[0]));
@@ -114,42 +159,6 @@ void tst_NorvoPanelRun::failedDeviceLeavesTheRestRunning()
     panel.sendSignal(SIGTERM);
     QCOMPARE(panel.waitForEnd(), 0);
     QVERIFY(panel.errorLines().filter(folder.panel() + ":3:3: error: ").size() == 1);
-}
-
-void tst_NorvoPanelRun::signalStopsWithTheStateSaved_data()
-{
-    QTest::addColumn<QVector<int>>("signalNumbers");
-    QTest::newRow("SIGTERM") << QVector<int>{SIGTERM};
-    QTest::newRow("SIGINT") << QVector<int>{SIGINT};
-    QTest::newRow("SIGTERM twice") << QVector<int>{SIGTERM, SIGTERM};
-    QTest::newRow("SIGINT twice") << QVector<int>{SIGINT, SIGINT};
-    QTest::newRow("SIGTERM, then SIGINT") << QVector<int>{SIGTERM, SIGINT};
-    QTest::newRow("a hundred") << QVector<int>(100, SIGTERM);
-}
-
-void tst_NorvoPanelRun::signalStopsWithTheStateSaved()
-{
-    QFETCH(QVector<int>, signalNumbers);
-    const CountingFolder folder;
-    PanelProcess panel(probes({folder.panel()}));
-    panel.start();
-    QTRY_VERIFY_WITH_TIMEOUT(folder.counted() > 0, PanelProcess::kPatience);
-    for (const int number : signalNumbers) {
-        panel.sendSignal(number);
-    }
-    QCOMPARE(panel.waitForEnd(), 0);
-    QCOMPARE(panel.errorLines(), QStringList());
-    QCOMPARE(folder.saved(), folder.counted());
-}
-
-void tst_NorvoPanelRun::closedWindowStopsWithTheStateSaved()
-{
-    const CountingFolder folder;
-    folder.add("  a: {device: patch, params: {closeAfter: 50}}\n");
-    PanelProcess panel(probes({folder.panel()}));
-    QCOMPARE(panel.runToEnd(), 0);
-    QVERIFY(folder.counted() > 0);
-    QCOMPARE(folder.saved(), folder.counted());
 }
 
 NORVO_GUILESS_TEST(tst_NorvoPanelRun)

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QtGlobal>
+
+namespace norvo {
+
+/// Writes the messages of Qt and of devices, which come through Qt, to standard error from now to
+/// the end of the process. A warning that comes again and again is counted; see MessageFilter.
+class QtMessages
+{
+public:
+    enum class Detail {
+        Usual,
+        Verbose, ///< Debug messages too, and what Qt remarks on its surroundings.
+    };
+
+    explicit QtMessages(Detail detail);
+    ~QtMessages(); ///< Writes the counts that are left; comes at the end.
+    Q_DISABLE_COPY(QtMessages)
+};
+
+} // namespace norvo
