@@ -3,6 +3,8 @@
 #include "host/program/BackgroundWriter.h"
 #include "host/yaml/Quote.h"
 
+#include <QStringList>
+
 #include <fcntl.h>
 #include <unistd.h>
 

@@ -22,8 +22,8 @@ struct Message
 
 std::vector<Message>* s_held = nullptr; ///< The messages held back while a MessageKeeper lives.
 
-/// Holds back what Qt says while the display is being opened. A fatal message ends the process in
-/// one line, with the first thing that Qt had to say for a reason.
+/// Holds back what Qt reports while the display is being opened. A fatal message ends the process
+/// in one line, with the first thing that Qt had to say for a reason.
 void holdMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
 {
     s_held->push_back({type, text.simplified()});
@@ -80,6 +80,7 @@ QApplication* makeApplication(Display::Kind kind, const QStringList& qtArguments
     for (const QString& argument : arguments + qtArguments) {
         texts.push_back(argument.toLocal8Bit());
     }
+    pointers.reserve(texts.size() + 1);
     for (QByteArray& text : texts) {
         pointers.push_back(text.data());
     }

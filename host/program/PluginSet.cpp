@@ -62,12 +62,12 @@ void PluginSet::loadFile(const QString& file)
         return warn(file, "this file cannot be read");
     }
     if (!isSharedLibrary(file)) {
-        return warn(file, "this is no library, whatever its name says");
+        return warn(file, "this is not a shared library");
     }
     QPluginLoader loader(canonical);
     const QJsonObject metaData = loader.metaData();
     if (metaData.isEmpty()) {
-        return warn(file, "this library is no plug-in");
+        return warn(file, "this library is not a plug-in");
     }
     const QString interface = metaData.value("IID").toString();
     if (interface != kInterface) {
@@ -88,7 +88,7 @@ void PluginSet::enterTypes(const QString& file, QObject* plugin)
         return warn(file, QString("this plug-in claims the interface \"%1\" and does not have it")
                               .arg(kInterface));
     }
-    const QMap<QString, DeviceManager::Factory> before = m_manager.factories();
+    const auto before = m_manager.factories();
     interface->registerDeviceType(m_manager);
     for (auto type = before.cbegin(); type != before.cend(); ++type) {
         if (m_manager.factories().value(type.key()) != type.value()) {

@@ -11,8 +11,8 @@ namespace norvo {
 
 /// The device types of all plug-ins that were found.
 ///
-/// Whatever is named like a library but is no plug-in of ours is told in a line of its own and left
-/// out; nothing of it is loaded. Loaded plug-ins stay loaded until the process ends.
+/// A file that is named like a library and is not a plug-in for panels is reported in a line of its
+/// own and left out; nothing of it is loaded. Loaded plug-ins stay loaded until the process ends.
 class PluginSet
 {
 public:

@@ -8,6 +8,7 @@
 #include "norvo/BaseWidget.h"
 #include "TestMain.h"
 
+#include <QLabel>
 #include <QtTest>
 
 using namespace norvo;
@@ -19,8 +20,8 @@ class tst_Examples : public QObject
 
 private slots:
     void initTestCase();
-    void haveNoFaults_data();
-    void haveNoFaults();
+    void haveNoErrors_data();
+    void haveNoErrors();
     void galleryShowsEveryType();
     void galleryRunsAValueThroughQmlAndBack();
 
@@ -41,7 +42,7 @@ PanelDescription tst_Examples::read(const QString& example, Diagnostics& diagnos
     return PanelFile::read(NORVO_SOURCE_DIR "/examples/" + example + "/panel.yaml", diagnostics);
 }
 
-void tst_Examples::haveNoFaults_data()
+void tst_Examples::haveNoErrors_data()
 {
     QTest::addColumn<QString>("example");
 
@@ -53,15 +54,15 @@ void tst_Examples::haveNoFaults_data()
     }
 }
 
-void tst_Examples::haveNoFaults()
+void tst_Examples::haveNoErrors()
 {
     QFETCH(QString, example);
 
     Diagnostics diagnostics("panel.yaml");
     const PanelDescription description = read(example, diagnostics);
     PanelCheck::check(description, m_plugins.manager(), diagnostics);
-    for (const Diagnostic& fault : diagnostics.sorted()) {
-        qWarning("%s", qPrintable(fault.toString()));
+    for (const Diagnostic& diagnostic : diagnostics.sorted()) {
+        qWarning("%s", qPrintable(diagnostic.toString()));
     }
     QVERIFY(diagnostics.isEmpty());
 

@@ -1,6 +1,7 @@
 #include "host/program/Fonts.h"
 #include "TestMain.h"
 
+#include <QFontDatabase>
 #include <QtTest>
 
 class tst_Fonts : public QObject

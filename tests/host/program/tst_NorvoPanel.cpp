@@ -15,11 +15,11 @@ private slots:
     void helpAndVersionGoToStandardOutput();
     void wrongCommandLineIsOneLine();
     void checkNeedsNoDisplay();
-    void checkTellsEveryFault();
-    void faultsOfFormAndMeaningAreToldInTheOrderOfTheFile();
+    void checkReportsEveryError();
+    void errorsOfFormAndMeaningAreReportedInTheOrderOfTheFile();
     void checkPassesWarnings();
-    void fileThatCannotBeReadIsAFault_data();
-    void fileThatCannotBeReadIsAFault();
+    void fileThatCannotBeReadIsAnError_data();
+    void fileThatCannotBeReadIsAnError();
     void oddPluginFolderDoesNotStopThePanel_data();
     void oddPluginFolderDoesNotStopThePanel();
     void withoutAnyDeviceTypeItEnds_data();
@@ -86,7 +86,7 @@ void tst_NorvoPanel::checkNeedsNoDisplay()
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList("panel.yaml"));
 }
 
-void tst_NorvoPanel::checkTellsEveryFault()
+void tst_NorvoPanel::checkReportsEveryError()
 {
     const PanelFolder folder("devices:\n"
                              "  a: {device: pach}\n"
@@ -101,7 +101,7 @@ void tst_NorvoPanel::checkTellsEveryFault()
     QCOMPARE(lines[2], folder.panel() + ": 2 errors");
 }
 
-void tst_NorvoPanel::faultsOfFormAndMeaningAreToldInTheOrderOfTheFile()
+void tst_NorvoPanel::errorsOfFormAndMeaningAreReportedInTheOrderOfTheFile()
 {
     const PanelFolder folder("colour: red\n"
                              "devices:\n"
@@ -135,7 +135,7 @@ void tst_NorvoPanel::checkPassesWarnings()
     QCOMPARE(lines[1], folder.panel() + ": 1 warning");
 }
 
-void tst_NorvoPanel::fileThatCannotBeReadIsAFault_data()
+void tst_NorvoPanel::fileThatCannotBeReadIsAnError_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("missing") << "missing.yaml";
@@ -145,7 +145,7 @@ void tst_NorvoPanel::fileThatCannotBeReadIsAFault_data()
     }
 }
 
-void tst_NorvoPanel::fileThatCannotBeReadIsAFault()
+void tst_NorvoPanel::fileThatCannotBeReadIsAnError()
 {
     QFETCH(QString, name);
     const PanelFolder folder(kPatch);
@@ -171,9 +171,9 @@ void tst_NorvoPanel::oddPluginFolderDoesNotStopThePanel_data()
     QTest::addColumn<QString>("folder");
     QTest::addColumn<QString>("text");
     QTest::newRow("text named like a library") << "nolibrary"
-                                               << "this is no library";
+                                               << "this is not a shared library";
     QTest::newRow("library that is no plug-in") << "noplugin"
-                                                << "this library is no plug-in";
+                                                << "this library is not a plug-in";
     QTest::newRow("plug-in of another interface") << "otherinterface"
                                                   << "this plug-in is of another interface";
     QTest::newRow("no such folder") << "missing"

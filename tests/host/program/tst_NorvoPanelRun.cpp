@@ -17,9 +17,9 @@ private slots:
     void pictureHasTheSizeThatIsAskedFor();
     void pictureIsOfTheKindThatItsNameSays();
     void pictureOfAnotherKindIsRefusedBeforeThePanelStarts();
-    void pictureShowsTheFaults();
-    void pictureThatCannotBeWrittenIsTold_data();
-    void pictureThatCannotBeWrittenIsTold();
+    void pictureShowsTheErrors();
+    void pictureThatCannotBeWrittenIsReported_data();
+    void pictureThatCannotBeWrittenIsReported();
     void startWithErrorsShowsThemAndStartsNothing();
     void failedDeviceLeavesTheRestRunning();
 };
@@ -87,7 +87,7 @@ void tst_NorvoPanelRun::pictureOfAnotherKindIsRefusedBeforeThePanelStarts()
     QVERIFY(!QFile::exists(folder.filePath("o.gif")));
 }
 
-void tst_NorvoPanelRun::pictureShowsTheFaults()
+void tst_NorvoPanelRun::pictureShowsTheErrors()
 {
     const PanelFolder folder("devices:\n  a: {device: pach}\n");
     const QString picture = folder.filePath("o.png");
@@ -106,7 +106,7 @@ void tst_NorvoPanelRun::pictureShowsTheFaults()
     QVERIFY2(colours.size() > 20, "text has many shades along its edges");
 }
 
-void tst_NorvoPanelRun::pictureThatCannotBeWrittenIsTold_data()
+void tst_NorvoPanelRun::pictureThatCannotBeWrittenIsReported_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("no such folder") << "missing/o.png";
@@ -114,7 +114,7 @@ void tst_NorvoPanelRun::pictureThatCannotBeWrittenIsTold_data()
     QTest::newRow("a pipe") << "pipe.png";
 }
 
-void tst_NorvoPanelRun::pictureThatCannotBeWrittenIsTold()
+void tst_NorvoPanelRun::pictureThatCannotBeWrittenIsReported()
 {
     QFETCH(QString, name);
     const PanelFolder folder(kTwoPatches);

@@ -53,9 +53,9 @@ void tst_PluginSet::whatIsNoPluginIsToldAndLeftOut_data()
     QTest::addColumn<QString>("folder");
     QTest::addColumn<QString>("text");
     QTest::newRow("text named like a library") << "nolibrary"
-                                               << "this is no library, whatever its name says";
+                                               << "this is not a shared library";
     QTest::newRow("library that is no plug-in") << "noplugin"
-                                                << "this library is no plug-in";
+                                                << "this library is not a plug-in";
     QTest::newRow("plug-in of another interface")
         << "otherinterface"
         << "this plug-in is of another interface, \"Norvo.AnotherInterface\"; "

@@ -59,14 +59,14 @@ public:
         clock.start();
         while (readLastRecord(log()).nanoseconds == 0) {
             if (panel.waitForFinished(1) || clock.elapsed() > PanelProcess::kPatience) {
-                fault(QString("no start, exit status %1: %2")
+                error(QString("no start, exit status %1: %2")
                           .arg(panel.waitForEnd())
                           .arg(panel.errorLines().join("; ")));
                 return;
             }
         }
         if (panel.waitForFinished(qMax(1, lifeMs))) {
-            fault("the panel ended by itself: " + panel.errorLines().join("; "));
+            error("the panel ended by itself: " + panel.errorLines().join("; "));
             return;
         }
         panel.sendSignal(SIGKILL);
@@ -74,7 +74,7 @@ public:
         judge(monotonicNanoseconds());
     }
 
-    QStringList faults;
+    QStringList errors;
     int kills = 0;
     int killsWithUnsavedChanges = 0;
     qint64 oldestUnsaved = 0; ///< ns
@@ -86,27 +86,27 @@ public:
 private:
     QString log() const { return m_folder.filePath("log"); }
     QString stateFile() const { return m_folder.filePath("panel.state.yaml"); }
-    void fault(const QString& text) { faults.append(QString("kill %1: %2").arg(kills).arg(text)); }
+    void error(const QString& text) { errors.append(QString("kill %1: %2").arg(kills).arg(text)); }
 
     void judge(qint64 killed)
     {
         ++kills;
         norvo::StateFile file(stateFile(), norvo::StateFile::Mode::ReadOnly);
         QObject::connect(&file, &norvo::StateFile::problem,
-                         [this](const QString& line) { fault(line); });
+                         [this](const QString& line) { error(line); });
         file.read();
         PanelState state = file.state();
         const qint64 count = state.take("counter").value("count").toLongLong();
         const QString toggled = state.take("button").value("toggled", "false");
         if (toggled != (count % 2 ? "true" : "false")) {
-            fault(QString("toggled is \"%1\" at %2").arg(toggled).arg(count));
+            error(QString("toggled is \"%1\" at %2").arg(toggled).arg(count));
         }
         if (state != ballast()) {
-            fault("entries of other devices are gone");
+            error("entries of other devices are gone");
         }
         const CounterRecord last = readLastRecord(log());
         if (count < m_countAtStart || count > last.count) {
-            fault(QString("saved %1 between %2 and %3")
+            error(QString("saved %1 between %2 and %3")
                       .arg(count)
                       .arg(m_countAtStart)
                       .arg(last.count));
@@ -115,12 +115,12 @@ private:
         if (unsaved.nanoseconds != 0) {
             ++killsWithUnsavedChanges;
             if (unsaved.count != count + 1) {
-                fault(QString("%1 follows %2").arg(unsaved.count).arg(count));
+                error(QString("%1 follows %2").arg(unsaved.count).arg(count));
             }
             const qint64 age = killed - unsaved.nanoseconds;
             oldestUnsaved = qMax(oldestUnsaved, age);
             if (age > kOldestUnsaved) {
-                fault(QString("a change was unsaved for %1 ms").arg(age / 1000000));
+                error(QString("a change was unsaved for %1 ms").arg(age / 1000000));
             }
         }
         m_countAtStart = count;
@@ -150,7 +150,7 @@ void tst_StateSurvival::stateIsWholeAndFreshAfterEveryKill()
         lanes.push_back(std::make_unique<Lane>());
         threads.emplace_back(
             [&lane = *lanes.back(), random = QRandomGenerator(seed + i)]() mutable {
-                while (lane.kills < kKills / kLanes && lane.faults.isEmpty()) {
+                while (lane.kills < kKills / kLanes && lane.errors.isEmpty()) {
                     lane.round(lane.kills % 6 == 5 ? random.bounded(kShortLife, kLongLife)
                                                    : random.bounded(kShortLife));
                 }
@@ -167,7 +167,7 @@ void tst_StateSurvival::stateIsWholeAndFreshAfterEveryKill()
             "left (seed %u)",
             lane->kills, lane->killsWithUnsavedChanges, double(lane->oldestUnsaved) / 1e6,
             lane->leftovers(), seed);
-        QVERIFY2(lane->faults.isEmpty(), qPrintable(lane->faults.join('\n')));
+        QVERIFY2(lane->errors.isEmpty(), qPrintable(lane->errors.join('\n')));
         QVERIFY(lane->killsWithUnsavedChanges > 0);
     }
     QVERIFY(kills >= 100);

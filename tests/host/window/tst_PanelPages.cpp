@@ -43,7 +43,7 @@ private slots:
     void withoutAreasThereIsOneGridAndNoTab();
     void eachAreaIsATab();
     void widgetsCoverTheirCells();
-    void tileTellsIdAndFault();
+    void tileShowsIdAndError();
     void tileIsLegible_data();
     void tileIsLegible();
 };
@@ -84,7 +84,7 @@ void tst_PanelPages::widgetsCoverTheirCells()
     QCOMPARE(colspan, 4);
 }
 
-void tst_PanelPages::tileTellsIdAndFault()
+void tst_PanelPages::tileShowsIdAndError()
 {
     const ErrorTile tile("pump", "no <such> file\nand more");
     QCOMPARE(tile.objectName(), "pump");
@@ -126,9 +126,9 @@ void tst_PanelPages::tileIsLegible()
     QVERIFY(contrast(background, border) > 3);
     QVERIFY(contrast(border, window) > 2);
 
-    // The darkest and the lightest pixel of the fault's text.
-    const QLabel* fault = tile->findChildren<QLabel*>()[1];
-    const QRect area(fault->mapTo(&panel, QPoint(0, 0)), fault->size());
+    // The darkest and the lightest pixel of the error's text.
+    const QLabel* error = tile->findChildren<QLabel*>()[1];
+    const QRect area(error->mapTo(&panel, QPoint(0, 0)), error->size());
     double best = 0;
     for (int y = area.top(); y <= area.bottom(); ++y) {
         for (int x = area.left(); x <= area.right(); ++x) {

@@ -43,7 +43,7 @@ private slots:
     void largePageGetsItsSizeUpToTheLimit();
     void scrollBarsComeOnlyWhenNeeded();
     void pageFillsTheWindow();
-    void closingIsTold();
+    void closingIsSignalled();
     void keysLeaveAndEnterTheWholeScreen();
     void errorsAreShownWithTheirPlaces();
     void errorPageBeginsAtItsTop();
@@ -106,7 +106,7 @@ void tst_PanelWindow::pageFillsTheWindow()
     }
 }
 
-void tst_PanelWindow::closingIsTold()
+void tst_PanelWindow::closingIsSignalled()
 {
     PanelWindow window("Bench");
     QSignalSpy closed(&window, &PanelWindow::closed);
