@@ -6,7 +6,9 @@ set(NORVO_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Norvo)
 
 install(TARGETS Norvo NorvoGUI EXPORT NorvoTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(DIRECTORY plugin/norvo DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+# Truncation.h serves devices, widgets and host alike, and is no part of the contract.
+install(DIRECTORY plugin/norvo DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+    FILES_MATCHING PATTERN "*.h" PATTERN "Truncation.h" EXCLUDE)
 install(EXPORT NorvoTargets NAMESPACE Norvo:: DESTINATION ${NORVO_CMAKE_DIR})
 # The build folder is found the same way, with CMAKE_PREFIX_PATH or Norvo_DIR naming it.
 export(EXPORT NorvoTargets NAMESPACE Norvo:: FILE ${CMAKE_BINARY_DIR}/NorvoTargets.cmake)

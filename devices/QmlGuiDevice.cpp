@@ -43,7 +43,7 @@ QmlGuiDevice::~QmlGuiDevice() = default;
 DeviceTypeInfo QmlGuiDevice::typeInfo()
 {
     DeviceTypeInfo info = BaseGuiDevice::typeInfo();
-    info.flag = 1;
+    info.flag = DeviceTypeInfo::kMethodsAfterInitialise;
     return info;
 }
 

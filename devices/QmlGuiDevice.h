@@ -25,7 +25,7 @@ public:
 
     QObject* getProvider(const QString& name, QString& signature) override;
     QObject* getReceiver(const QString& name, QString& signature) override;
-    bool initialise() override;   ///< Loads the document anew each time.
+    bool initialise() override;   ///< Loads the document again each time.
     void deinitialise() override; ///< Gives the item up; engine and loader stay.
     QStringList grabMethods(const QString& name, QMetaMethod::MethodType type,
                             bool flag) const override;

@@ -20,17 +20,7 @@ constexpr char kTransparent[] = "background:transparent;";
 
 QmlWidget::QmlWidget(QmlDeviceImpl* impl, BaseGuiDevice* device, QWidget* parent)
     : BaseWidget(device, parent), m_impl(impl)
-{
-    // The engine dies right after, and nothing made on it must be left by then.
-    if (impl) {
-        connect(impl, &QObject::destroyed, this, [this] { delete m_quickWidget; });
-    }
-}
-
-QmlWidget::~QmlWidget()
-{
-    delete m_quickWidget; // It may wait for an event loop that comes only after the engine's end.
-}
+{}
 
 void QmlWidget::initialise()
 {
@@ -57,7 +47,9 @@ void QmlWidget::buildQuickWidget()
 {
     QQmlEngine* const engine = m_impl->getEngine();
     m_quickWidget = new QQuickWidget(engine, nullptr);
-    m_window = m_quickWidget->quickWindow();
+    // The engine dies right after the loader, and nothing made on it must be left by then.
+    connect(m_impl, &QObject::destroyed, m_quickWidget,
+            [widget = m_quickWidget] { delete widget; });
     auto* const component = new QQmlComponent(engine, m_quickWidget);
     component->setData(kRootCode, QUrl());
     m_quickWidget->setContent(QUrl(), component, component->create());
@@ -101,10 +93,8 @@ void QmlWidget::deinitialise()
 void QmlWidget::resizeEvent(QResizeEvent* event)
 {
     BaseWidget::resizeEvent(event);
-    if (m_window) {
-        m_window->update();
-    }
     if (m_quickWidget) {
+        m_quickWidget->quickWindow()->update();
         m_quickWidget->update();
     }
 }

@@ -7,9 +7,8 @@
 class QmlDeviceImpl;
 class QQuickItem;
 class QQuickWidget;
-class QQuickWindow;
 
-/// Shows the QML item of a QmlGuiDevice, at least at the item's own size, on whatever lies behind.
+/// Shows the QML item of a QmlGuiDevice, at least at the item's own size, on what lies behind.
 ///
 /// The item lies in an empty root item, its `parent`, that always has the size of the widget. It
 /// belongs to the device and outlives the widget.
@@ -19,7 +18,6 @@ class QmlWidget : public BaseWidget
 
 public:
     QmlWidget(QmlDeviceImpl* impl, BaseGuiDevice* device, QWidget* parent);
-    ~QmlWidget() override;
 
     void initialise() override; ///< Logs a critical message where there is nothing to show.
     void deinitialise() override;
@@ -34,5 +32,4 @@ private:
 
     QPointer<QmlDeviceImpl> m_impl;
     QPointer<QQuickWidget> m_quickWidget;
-    QPointer<QQuickWindow> m_window; ///< The quick widget's.
 };

@@ -42,12 +42,8 @@ QString BaseDevice::getObjectName() const
 
 void BaseDevice::setParam(QString name, QString value)
 {
-    if (!params().contains(name)) {
-        ParametersEntity::setParam(name, value);
-        return;
-    }
-    if (storeParam(name, value)) {
-        emit paramChanged(params().storedKey(name), value);
+    if (const Param* const changed = storeParam(name, value)) {
+        emit paramChanged(changed->name(), value);
     }
 }
 

@@ -63,7 +63,7 @@ Param::operator double() const
     return readDouble(m_value).value_or(0.0);
 }
 
-void Param::addEnabledCondition(const QString& otherParam, const QStringList& enablingValues)
+void Param::addEnabledCondition(QString otherParam, QStringList enablingValues)
 {
     m_enabledConditions.insert(otherParam, enablingValues);
 }

@@ -40,22 +40,23 @@ void ParametersEntity::setParam(QString name, QString value)
 {
     if (ParametersEntity* owner = foreignOwner()) {
         owner->setParam(name, value);
-    } else if (m_store->params.contains(name)) {
-        storeParam(name, value);
     } else {
-        alert(QString("There is no parameter \"%1\"").arg(name));
+        storeParam(name, value);
     }
 }
 
-bool ParametersEntity::storeParam(const QString& name, const QString& value)
+const Param* ParametersEntity::storeParam(const QString& name, const QString& value)
 {
     const auto param = m_store->params.find(name);
-    Q_ASSERT(param != m_store->params.end());
+    if (param == m_store->params.end()) {
+        alert(QString("There is no parameter \"%1\"").arg(name));
+        return nullptr;
+    }
     if (param->value() == value) {
-        return false;
+        return nullptr;
     }
     param->setValue(value);
-    return true;
+    return &*param;
 }
 
 const CaseInsensetiveDictionary<Param>& ParametersEntity::params() const

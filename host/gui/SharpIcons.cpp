@@ -2,7 +2,9 @@
 
 namespace {
 
-/// Without this Qt draws the icons of style sheets in single resolution on every screen.
+/// Without this Qt draws the icons of style sheets in single resolution on every screen. It holds
+/// for the whole process, as Qt knows no narrower place. It is set here rather than by norvo-panel,
+/// since the icons are this library's and every host that loads it shows them.
 void useSharpIcons()
 {
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);

@@ -1,6 +1,5 @@
 #include "host/program/Display.h"
 
-#include "host/gui/qml/QmlRenderer.h"
 #include "host/program/Console.h"
 
 #include <unistd.h>
@@ -104,9 +103,6 @@ std::unique_ptr<QApplication> Display::open(Kind kind, const QStringList& qtArgu
         application.reset(makeApplication(kind, qtArguments));
         keeper.passOn();
     }
-    // What a platform without OpenGL says to the question is no news.
-    const MessageKeeper keeper;
-    chooseQuickRenderer();
     return application;
 }
 

@@ -24,6 +24,6 @@ public:
 
     static DeviceTypeInfo typeInfo()
     {
-        return {"", "", {norvo::kCategoryGui}, 2, 0, norvo::kWidgetGroup};
+        return {"", "", {norvo::kCategoryGui}, DeviceTypeInfo::kWithWidget, 0, norvo::kWidgetGroup};
     }
 };

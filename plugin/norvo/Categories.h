@@ -2,8 +2,9 @@
 
 #include <QString>
 
-/// The names of the catalogue's categories, of the widget parameter group and of the placement
-/// parameters that the host owns.
+/// What every plug-in and the host spell alike: the names of the catalogue's categories, of the
+/// widget parameter group and of the placement parameters that the host owns. One header by
+/// agreement, as every source of a plug-in includes it.
 namespace norvo {
 
 inline const QString kCategoryGeneral = QStringLiteral("General");

@@ -6,9 +6,11 @@
 #include <QString>
 #include <QStringList>
 
+#include <utility>
+
 /// One parameter of a device: a text with a default, and what a panel's author should know of it.
 ///
-/// The value is held as text and converted anew at each reading. Blanks around it are ignored by
+/// The value is held as text and converted at each reading. Spaces around it are ignored by
 /// the three conversions to bool, int and double; none of them ever fails or throws.
 class NORVO_EXPORT Param
 {
@@ -38,11 +40,11 @@ public:
     EnabledConditions enabledConditions() const { return m_enabledConditions; }
 
     void setValue(const QString& value) { m_value = value; }
-    void setDisplayName(const QString& displayName) { m_displayName = displayName; }
-    void setDescription(const QString& description) { m_description = description; }
-    void setUnit(const QString& unit) { m_unit = unit; }
+    void setDisplayName(QString displayName) { m_displayName = std::move(displayName); }
+    void setDescription(QString description) { m_description = std::move(description); }
+    void setUnit(QString unit) { m_unit = std::move(unit); }
     void setPersistent(bool persistent = true) { m_persistent = persistent; }
-    void addEnabledCondition(const QString& otherParam, const QStringList& enablingValues);
+    void addEnabledCondition(QString otherParam, QStringList enablingValues);
 
     /// What is wrong with the value, or an empty text. Only a value whose default is a number or
     /// true/false is judged: it must read as the same kind.

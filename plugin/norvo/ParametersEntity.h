@@ -22,13 +22,14 @@ public:
     ParametersEntity(const ParametersEntity&) = delete;
     ParametersEntity& operator=(const ParametersEntity&) = delete;
 
-    /// Stores a parameter's text. An undeclared name is told through alert() and nothing is stored.
+    /// Stores a parameter's text. An undeclared name is reported through alert(), nothing is
+    /// stored.
     virtual void setParam(QString name, QString value);
     virtual const CaseInsensetiveDictionary<Param>& params() const;
-    /// The parameter of that name; for an undeclared one an empty Param that belongs to nobody.
+    /// The parameter of that name; for an undeclared one an empty Param of no consequence.
     virtual Param& getParam(QString name);
     virtual ~ParametersEntity();
-    virtual void sendParamChanged();  ///< Announces all values anew; does nothing here.
+    virtual void sendParamChanged();  ///< Announces all values again; does nothing here.
     virtual bool error(QString text); ///< Reports a fault; returns false.
     virtual bool alert(QString text); ///< Reports a warning; returns true.
 
@@ -45,13 +46,14 @@ public:
     QStringList paramNames() const;  ///< In the order of declaration.
 
 protected:
-    /// Stores the text; true when that changed it. The name must be declared.
-    bool storeParam(const QString& name, const QString& value);
+    /// Stores the text. The parameter, where that changed it; null where it did not. An undeclared
+    /// name is reported through alert().
+    const Param* storeParam(const QString& name, const QString& value);
 
 private:
     struct Store;
 
-    ParametersEntity* foreignOwner() const; ///< The living owner, where that is somebody else.
+    ParametersEntity* foreignOwner() const; ///< The living owner, where that is another entity.
     void declare(const Param& param);
 
     std::shared_ptr<Store> m_store;

@@ -18,14 +18,14 @@ class QQuickItem;
 /// carry the owner's object name. An argument that QML leaves untyped comes in several kinds; see
 /// grabMethods().
 ///
-/// What goes wrong while the document runs is told through the owner's alert(), with its place.
+/// What goes wrong while the document runs is reported through the owner's alert(), with its place.
 class NORVOGUI_EXPORT QmlDeviceImpl : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Gives the engine's network and warnings a new master. The engine is not owned and must
-    /// outlive this object. Without a usable OpenGL, switches Qt Quick to its software renderer.
+    /// Takes over the engine's network, URLs and warnings. The engine is not owned and must outlive
+    /// this object. Without an OpenGL in hardware, switches Qt Quick to its software renderer.
     explicit QmlDeviceImpl(QQmlEngine* engine);
     ~QmlDeviceImpl() override; ///< Deletes the item.
 
@@ -34,10 +34,10 @@ public:
     /// the owner is a BaseDevice that is allowed the network, the document has none: what it asks
     /// for is refused and reported through alert().
     /// Returns what is wrong, with file, line and column, or an empty text; nothing is left of a
-    /// document that did not load. `methodsChanged` becomes whether grabMethods() tells something
-    /// else than before; if not, the wires still stand.
-    QString init(QObject* owner, const QString& sourceType, const QString& sourceData,
-                 const QString& sourceCode, bool& methodsChanged);
+    /// document that did not load. `methodsChanged` becomes whether grabMethods() answers
+    /// otherwise than before; if not, the wires still stand.
+    QString init(QObject* owner, QString sourceType, QString sourceData, QString sourceCode,
+                 bool& methodsChanged);
     void deinit(); ///< Gives up the item and all wires.
 
     /// The object that emits the item's signal `name`, a method name or a full signature;

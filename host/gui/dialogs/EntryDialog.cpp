@@ -37,15 +37,15 @@ EntryDialog::EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& 
     connect(m_cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-bool EntryDialog::isConfirmed(EntryDialog* dialog)
+bool EntryDialog::runModal(EntryDialog* dialog)
 {
     const QPointer<EntryDialog> guard(dialog);
     return dialog->exec() == QDialog::Accepted && guard;
 }
 
-void EntryDialog::showFault(const QString& reason)
+void EntryDialog::showError(const QString& reason)
 {
-    m_display->setFaulty(!reason.isEmpty());
+    m_display->setError(!reason.isEmpty());
     m_reason->setText(reason);
     m_ok->setEnabled(reason.isEmpty());
 }

@@ -20,12 +20,12 @@ public:
     EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& title);
 
     /// Runs the dialog; true when it was confirmed. False also if its parent took it along.
-    static bool isConfirmed(EntryDialog* dialog);
+    static bool runModal(EntryDialog* dialog);
 
     void setVisible(bool visible) override;
 
 protected:
-    void showFault(const QString& reason); ///< Empty: what the display shows can be accepted.
+    void showError(const QString& reason); ///< Empty: what the display shows can be accepted.
     /// Takes that size, or the screen's where that is smaller.
     void fitIntoScreen(const QSize& preferred);
     void showEvent(QShowEvent* event) override;

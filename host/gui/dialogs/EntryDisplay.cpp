@@ -13,14 +13,14 @@ EntryDisplay::EntryDisplay()
     setObjectName("display");
 }
 
-void EntryDisplay::setFaulty(bool faulty)
+void EntryDisplay::setError(bool isError)
 {
-    if (faulty == m_isFaulty) {
+    if (isError == m_isError) {
         return;
     }
-    m_isFaulty = faulty;
+    m_isError = isError;
     QPalette colours;
-    if (faulty) {
+    if (isError) {
         colours.setColor(QPalette::Base, QColor("#c62828"));
         colours.setColor(QPalette::Text, Qt::white);
         colours.setColor(QPalette::PlaceholderText, QColor("#ffd0d0"));

@@ -12,10 +12,10 @@ class EntryDisplay : public QLineEdit
 public:
     EntryDisplay();
 
-    void setFaulty(bool faulty); ///< Red while what it shows cannot be accepted.
+    void setError(bool isError); ///< Red while what it shows cannot be accepted.
 
 private:
-    bool m_isFaulty = false;
+    bool m_isError = false;
 };
 
 } // namespace norvo

@@ -9,7 +9,7 @@
 namespace norvo {
 namespace {
 
-constexpr int kLongestText = 40;
+constexpr int kMaxTextLength = 40;
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 QString tr(const char* text)
@@ -17,7 +17,7 @@ QString tr(const char* text)
     return QCoreApplication::translate("NumpadDialog", text);
 }
 
-/// As short as it can be told: "10", "0.25", "1e+300".
+/// As short as it can be written: "10", "0.25", "1e+300".
 QString inShort(double number)
 {
     return std::isnan(number) ? QString(QChar(0x2014)) : QString::number(number, 'g', 15);
@@ -30,7 +30,7 @@ NumberLimits madeSane(NumberLimits limits)
     if (limits.min > limits.max) {
         std::swap(limits.min, limits.max);
     }
-    limits.decimals = qBound(0, limits.decimals, NumberLimits::kMostDecimals);
+    limits.decimals = qBound(0, limits.decimals, NumberLimits::kMaxDecimals);
     const double step = std::abs(limits.step);
     limits.step = std::isfinite(step) ? std::max(step, limits.unit()) : limits.unit();
     return limits;
@@ -67,7 +67,7 @@ std::optional<double> NumberEntry::value() const
     return ok && std::isfinite(number) ? std::optional(number + 0.0) : std::nullopt; // no -0
 }
 
-QString NumberEntry::fault() const
+QString NumberEntry::error() const
 {
     const std::optional<double> number = value();
     if (!number) {
@@ -113,7 +113,7 @@ void NumberEntry::typeDigit(int digit)
     }
     const int point = m_text.indexOf('.');
     const bool isFull = point >= 0 && m_text.size() - point > m_limits.decimals;
-    if (isFull || m_text.size() >= kLongestText) {
+    if (isFull || m_text.size() >= kMaxTextLength) {
         return;
     }
     if (m_text == "0" || m_text == "-0") {

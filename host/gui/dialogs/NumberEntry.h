@@ -13,9 +13,9 @@ struct NumberLimits
     double min = 0;   ///< NaN: no lower end. Ends the wrong way round are swapped.
     double max = 0;   ///< NaN: no upper end.
     double step = 1;  ///< Its sign is ignored; at least one unit of the last decimal.
-    int decimals = 0; ///< 0: whole numbers; held within 0 to kMostDecimals.
+    int decimals = 0; ///< 0: whole numbers; held within 0 to kMaxDecimals.
 
-    static constexpr int kMostDecimals = 15;
+    static constexpr int kMaxDecimals = 15;
 
     double unit() const; ///< Of the last decimal.
 };
@@ -31,8 +31,8 @@ public:
 
     QString text() const { return m_text; }
     std::optional<double> value() const; ///< None while the text reads as no number.
-    QString fault() const;               ///< Why the text cannot be accepted; empty: it can.
-    bool isAcceptable() const { return fault().isEmpty(); }
+    QString error() const;               ///< Why the text cannot be accepted; empty: it can.
+    bool isAcceptable() const { return error().isEmpty(); }
     bool hasPoint() const { return m_limits.decimals > 0; }
 
     QString rangeText() const; ///< "0 to 10", "at least 0" and so on.

@@ -179,7 +179,7 @@ void Numpad::keyPressEvent(QKeyEvent* event)
 void Numpad::showEntry()
 {
     m_display->setText(m_entry.text());
-    showFault(m_entry.fault());
+    showError(m_entry.error());
 }
 
 } // namespace
@@ -191,7 +191,7 @@ double NumpadDialog::getDouble(QWidget* parent, const QString& title, const QStr
 {
     const QPointer<norvo::Numpad> numpad(
         new norvo::Numpad(parent, flags, title, label, {value, min, max, step, decimals}));
-    const bool isConfirmed = norvo::EntryDialog::isConfirmed(numpad);
+    const bool isConfirmed = norvo::EntryDialog::runModal(numpad);
     if (ok) {
         *ok = isConfirmed;
     }

@@ -200,7 +200,7 @@ void ScreenKeyboard::showLayout()
 
 void ScreenKeyboard::judge()
 {
-    showFault(!m_check || m_check(text()) ? QString() : m_refusal);
+    showError(!m_check || m_check(text()) ? QString() : m_refusal);
 }
 
 } // namespace
@@ -214,7 +214,7 @@ QString ScreenKeyboardDialog::getText(QWidget* parent, QString title, QString te
         new norvo::ScreenKeyboard(parent, flags, title, text));
     keyboard->setHint(hint);
     keyboard->setCheck(std::move(check), reason);
-    const bool isConfirmed = norvo::EntryDialog::isConfirmed(keyboard);
+    const bool isConfirmed = norvo::EntryDialog::runModal(keyboard);
     if (ok) {
         *ok = isConfirmed;
     }

@@ -50,7 +50,7 @@ QUrl LocalModules::intercept(const QUrl& url, DataType type)
 bool LocalModules::isAside(const QString& qmldir) const
 {
     static const QRegularExpression version("\\.[0-9]+(\\.[0-9]+)?$");
-    if (!qmldir.startsWith(m_folder)) {
+    if (!qmldir.startsWith(m_folder) || !QFile::exists(qmldir)) {
         return false;
     }
     QStringList names = qmldir.mid(m_folder.size()).split('/', Qt::SkipEmptyParts);

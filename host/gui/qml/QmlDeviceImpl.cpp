@@ -90,7 +90,7 @@ QmlDeviceImpl::QmlDeviceImpl(QQmlEngine* engine) : d(std::make_unique<Private>(e
     engine->setOutputWarningsToStandardError(false);
     connect(engine, &QQmlEngine::warnings, this, [this](const QList<QQmlError>& warnings) {
         for (const QQmlError& warning : warnings) {
-            d->alert(d->document.told(warning));
+            d->alert(d->document.describe(warning));
         }
     });
     const auto reportRefusal = [this](const QString& what) {
@@ -108,8 +108,8 @@ QmlDeviceImpl::~QmlDeviceImpl()
     }
 }
 
-QString QmlDeviceImpl::init(QObject* owner, const QString& sourceType, const QString& sourceData,
-                            const QString& sourceCode, bool& methodsChanged)
+QString QmlDeviceImpl::init(QObject* owner, QString sourceType, QString sourceData,
+                            QString sourceCode, bool& methodsChanged)
 {
     const QStringList before = d->methods();
     d->retireItem();
@@ -123,8 +123,8 @@ QString QmlDeviceImpl::init(QObject* owner, const QString& sourceType, const QSt
                                        : QmlDocument::fromText(sourceCode);
     d->engine->clearComponentCache(); // The files may have changed.
 
-    QString fault;
-    d->item = d->document.load(*d->engine, fault).release();
+    QString error;
+    d->item = d->document.load(*d->engine, error).release();
     if (d->item) {
         d->wrap(*d->item);
         if (owner) {
@@ -135,7 +135,7 @@ QString QmlDeviceImpl::init(QObject* owner, const QString& sourceType, const QSt
         d->wrapper.reset();
     }
     methodsChanged = d->methods() != before;
-    return fault;
+    return error;
 }
 
 void QmlDeviceImpl::deinit()

@@ -17,10 +17,10 @@ namespace norvo {
 
 namespace {
 
-constexpr std::chrono::seconds kLongestLoad{10}; ///< Of what a document fetches from elsewhere.
+constexpr std::chrono::seconds kMaxLoadTime{10}; ///< Of what a document fetches from elsewhere.
 constexpr char kTextName[] = "sourceCode";       ///< The parameter that the text comes from.
 
-/// Only what lies elsewhere is not there at once. Meanwhile nobody presses anything.
+/// Only what lies elsewhere is not there at once. Meanwhile keys and clicks wait.
 void waitFor(const QQmlComponent& component)
 {
     if (!component.isLoading()) {
@@ -28,7 +28,7 @@ void waitFor(const QQmlComponent& component)
     }
     QEventLoop loop;
     QObject::connect(&component, &QQmlComponent::statusChanged, &loop, &QEventLoop::quit);
-    QTimer::singleShot(kLongestLoad, &loop, &QEventLoop::quit);
+    QTimer::singleShot(kMaxLoadTime, &loop, &QEventLoop::quit);
     loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
 
@@ -59,7 +59,7 @@ QmlDocument QmlDocument::fromText(const QString& code)
     return document;
 }
 
-std::unique_ptr<QQuickItem> QmlDocument::load(QQmlEngine& engine, QString& fault) const
+std::unique_ptr<QQuickItem> QmlDocument::load(QQmlEngine& engine, QString& error) const
 {
     QQmlComponent component(&engine);
     if (m_isFile) {
@@ -69,24 +69,24 @@ std::unique_ptr<QQuickItem> QmlDocument::load(QQmlEngine& engine, QString& fault
     }
     waitFor(component);
     if (component.isLoading()) {
-        fault = QString("%1: not everything that it needs came within %2 s")
+        error = QString("%1: not everything that it needs came within %2 s")
                     .arg(m_name)
-                    .arg(kLongestLoad.count());
+                    .arg(kMaxLoadTime.count());
         return nullptr;
     }
     std::unique_ptr<QObject> root(component.isReady() ? component.create() : nullptr);
     if (!root || component.isError()) {
-        fault = told(component.errors());
+        error = describe(component.errors());
         return nullptr;
     }
     if (!qobject_cast<QQuickItem*>(root.get())) {
-        fault = rootFault();
+        error = rootError();
         return nullptr;
     }
     return std::unique_ptr<QQuickItem>(static_cast<QQuickItem*>(root.release()));
 }
 
-QString QmlDocument::told(const QQmlError& error) const
+QString QmlDocument::describe(const QQmlError& error) const
 {
     QString place = m_name;
     if (error.url().isLocalFile() && error.url() != m_url) {
@@ -103,18 +103,18 @@ QString QmlDocument::told(const QQmlError& error) const
     return place + ": " + error.description();
 }
 
-QString QmlDocument::told(const QList<QQmlError>& errors) const
+QString QmlDocument::describe(const QList<QQmlError>& errors) const
 {
     QStringList lines;
     for (const QQmlError& error : errors) {
-        lines.append(told(error));
+        lines.append(describe(error));
     }
     lines.removeDuplicates();
     return lines.isEmpty() ? m_name + ": it makes no object" : lines.join("; ");
 }
 
 /// Why the root object will not do.
-QString QmlDocument::rootFault() const
+QString QmlDocument::rootError() const
 {
     QString code = m_code;
     if (m_isFile) {
@@ -130,7 +130,7 @@ QString QmlDocument::rootFault() const
 
 QmlRoot findQmlRoot(const QString& code)
 {
-    // Blanks, remarks, and what stands above the root, up to the end of its line or a semicolon.
+    // Spaces, comments, and what stands above the root, up to the end of its line or a semicolon.
     static const QRegularExpression preamble(
         R"((?:\s|//[^\n]*|/\*.*?\*/|(?:import|pragma)\b(?:"[^"\n]*"|'[^'\n]*'|[^;\n"'/])*;?)*)",
         QRegularExpression::DotMatchesEverythingOption);

@@ -20,15 +20,15 @@ public:
     /// Files that `code` names are relative to the working directory.
     static QmlDocument fromText(const QString& code);
 
-    /// Makes the item that the document describes; null when that fails, and `fault` says why.
-    std::unique_ptr<QQuickItem> load(QQmlEngine& engine, QString& fault) const;
+    /// Makes the item that the document describes; null when that fails, and `error` says why.
+    std::unique_ptr<QQuickItem> load(QQmlEngine& engine, QString& error) const;
 
     /// `file:line:column: text`, with the file as the user knows it.
-    QString told(const QQmlError& error) const;
+    QString describe(const QQmlError& error) const;
 
 private:
-    QString told(const QList<QQmlError>& errors) const;
-    QString rootFault() const;
+    QString describe(const QList<QQmlError>& errors) const;
+    QString rootError() const;
 
     QString m_name; ///< As the user knows it.
     QUrl m_url;

@@ -3,13 +3,26 @@
 #include <QGuiApplication>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
+#include <QOpenGLFunctions>
 #include <QQuickWindow>
+
+#include <algorithm>
 
 namespace norvo {
 
 namespace {
 
-bool hasOpenGl()
+QtMessageHandler s_usualHandler = nullptr;
+
+/// What a platform without OpenGL says to the question is no news.
+void keepFatalMessages(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (type == QtFatalMsg && s_usualHandler) {
+        s_usualHandler(type, context, message);
+    }
+}
+
+bool hasUsefulOpenGl()
 {
     if (QGuiApplication::platformName() == "offscreen") {
         return false; // It may offer one, of a display that is there by chance.
@@ -17,7 +30,11 @@ bool hasOpenGl()
     QOffscreenSurface surface;
     surface.create();
     QOpenGLContext context;
-    return context.create() && context.makeCurrent(&surface);
+    if (!context.create() || !context.makeCurrent(&surface)) {
+        return false;
+    }
+    const GLubyte* const name = context.functions()->glGetString(GL_RENDERER);
+    return !isSoftwareOpenGl(reinterpret_cast<const char*>(name));
 }
 
 bool isChosen()
@@ -36,9 +53,24 @@ void chooseQuickRenderer()
         return;
     }
     isDone = true;
-    if (!isChosen() && !hasOpenGl()) {
+    if (isChosen()) {
+        return;
+    }
+    s_usualHandler = qInstallMessageHandler(keepFatalMessages);
+    const bool useHardware = hasUsefulOpenGl();
+    qInstallMessageHandler(s_usualHandler);
+    if (!useHardware) {
         QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
     }
+}
+
+bool isSoftwareOpenGl(const QByteArray& renderer)
+{
+    const QByteArray name = renderer.toLower();
+    const auto names = {"llvmpipe", "softpipe", "swrast", "software rasterizer", "swiftshader"};
+    return name.isEmpty() || std::any_of(names.begin(), names.end(), [&name](const char* software) {
+               return name.contains(software);
+           });
 }
 
 } // namespace norvo

@@ -1,12 +1,16 @@
 #pragma once
 
-#include "norvo/Export.h"
+class QByteArray;
 
 namespace norvo {
 
-/// Qt Quick inside a widget ends the process where it finds no OpenGL. Where there is none, and
-/// nobody has chosen a renderer yet, switches to the software renderer. Must come before the first
-/// Qt Quick window; looks only once.
-NORVOGUI_EXPORT void chooseQuickRenderer();
+/// Switches Qt Quick to its software renderer where there is no OpenGL, or only one that is
+/// computed: that costs six times as much, and without any Qt Quick inside a widget ends the
+/// process. Somebody's choice before stands. Must come before the first Qt Quick window; looks only
+/// once.
+void chooseQuickRenderer();
+
+/// Whether an OpenGL that calls itself so is computed by the processor.
+bool isSoftwareOpenGl(const QByteArray& renderer);
 
 } // namespace norvo

@@ -65,7 +65,7 @@ void QmlWrapper::unbind()
     m_item = nullptr;
 }
 
-/// Emits the signal and, where somebody listens, its converted forms.
+/// Emits the signal and, where something listens, its converted forms.
 void QmlWrapper::passOn(int signal, void** arguments)
 {
     const int count = m_signals.at(signal).types.size();
@@ -102,7 +102,7 @@ void QmlWrapper::callItem(const QmlMethod& slot, void** arguments) const
     }
     Values values(slot.types.size());
     Arguments passed(slot.types.size() + 1);
-    passed[0] = nullptr; // nobody reads the answer
+    passed[0] = nullptr; // the answer is not read
     for (int i = 0; i < slot.types.size(); ++i) {
         passed[i + 1] = arguments[i + 1];
         if (slot.itemTypes[i] == QMetaType::QVariant) {

@@ -141,7 +141,7 @@ void tst_NumberEntry::textIsJudged()
     QFETCH(QString, fault);
     NumberEntry entry(limits(1, min, max, 1, 2));
     press(entry, keys);
-    QCOMPARE(entry.fault(), fault);
+    QCOMPARE(entry.error(), fault);
     QCOMPARE(entry.isAcceptable(), fault.isEmpty());
 }
 
@@ -165,7 +165,7 @@ void tst_NumberEntry::veryLongEntryStopsGrowing()
     NumberEntry entry(limits(1, -1, 1, 1, 0));
     press(entry, QString(500, '9'));
     QCOMPARE(entry.text(), QString(40, '9'));
-    QCOMPARE(entry.fault(), QString("Above the highest value allowed, 1"));
+    QCOMPARE(entry.error(), QString("Above the highest value allowed, 1"));
     press(entry, "<");
     QCOMPARE(entry.text(), QString(39, '9'));
 }

@@ -74,7 +74,7 @@ void tst_NumberEntrySteps::stepsStayInTheRange()
     NumberEntry entry(limits(start, min, max, step, decimals));
     press(entry, keys);
     QTEST(entry.text(), "text");
-    QVERIFY2(entry.isAcceptable(), qPrintable(entry.fault()));
+    QVERIFY2(entry.isAcceptable(), qPrintable(entry.error()));
 }
 
 void tst_NumberEntrySteps::rangeIsTold_data()
