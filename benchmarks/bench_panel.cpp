@@ -1,8 +1,9 @@
 // Starting a large panel, phase by phase, and what a busy panel costs while it runs.
 
 #include "host/panel/run/Panel.h"
-#include "host/panel/plan/PanelCheck.h"
+#include "host/panel/plan/PanelPlan.h"
 #include "host/panel/file/PanelFile.h"
+#include "host/window/PanelPages.h"
 #include "host/window/PanelWindow.h"
 #include "host/program/PluginSet.h"
 
@@ -13,10 +14,12 @@
 #include <QFile>
 #include <QLoggingCategory>
 #include <QTimer>
+#include <QVBoxLayout>
 
 #include <ctime>
 #include <memory>
 #include <unistd.h>
+#include <utility>
 
 using namespace norvo;
 
@@ -92,6 +95,13 @@ void waitFor(int ms)
     loop.exec();
 }
 
+PanelPages& addPages(PanelWindow& window)
+{
+    auto* const pages = new PanelPages;
+    (new QVBoxLayout(window.page()))->addWidget(pages);
+    return *pages;
+}
+
 } // namespace
 
 /// From the text of a panel file to its first picture; the counters are milliseconds.
@@ -108,25 +118,21 @@ static void startThousandLabels(benchmark::State& state)
         Diagnostics diagnostics("panel.yaml");
         const PanelDescription description = PanelFile::parse(text, "panel.yaml", diagnostics);
         state.counters["1 parse"] = lap(clock);
-        PanelCheck::check(description, manager, diagnostics);
-        state.counters["2 check"] = lap(clock);
+        PanelPlan plan = PanelPlan::make(description, manager, {}, diagnostics);
+        state.counters["2 plan"] = lap(clock);
 
         PanelWindow window("Benchmark");
-        Panel panel(manager, description);
-        QObject::connect(&panel, &Panel::stepTaken, [&](Panel::Step step) {
-            static const char* const names[] = {"3 create", "4 initialise", "5 wire", "6 widgets",
-                                                "7 first outputs"};
-            state.counters[names[int(step)]] = lap(clock);
-        });
-        panel.start(window.page());
+        Panel panel(addPages(window));
+        panel.apply(std::move(plan), diagnostics);
+        state.counters["3 start"] = lap(clock);
         window.resize(1280, 800);
         window.show();
         QCoreApplication::processEvents();
         const QPixmap picture = window.grab();
-        state.counters["8 show"] = lap(clock);
+        state.counters["4 show"] = lap(clock);
         state.SetIterationTime(double(total.nsecsElapsed()) * 1e-9);
         state.counters["KiB each"] = (residentKiB() - before) / kLabels;
-        if (!diagnostics.isEmpty() || !panel.diagnostics().isEmpty() || picture.isNull()) {
+        if (!diagnostics.isEmpty() || picture.isNull()) {
             state.SkipWithError(qPrintable(diagnostics.sorted().value(0).toString()));
         }
     }
@@ -145,8 +151,8 @@ static void runReadouts(benchmark::State& state)
         panelOf("output_digital", kReadouts, 20, "widget/valueSize: 14, widget/labelSize: 6");
     const PanelDescription description = PanelFile::parse(text, "panel.yaml", diagnostics);
     PanelWindow window("Benchmark");
-    Panel panel(deviceTypes(), description);
-    panel.start(window.page());
+    Panel panel(addPages(window));
+    panel.apply(PanelPlan::make(description, deviceTypes(), {}, diagnostics), diagnostics);
     window.resize(1280, 800);
     window.show();
     waitFor(1000);
@@ -159,7 +165,7 @@ static void runReadouts(benchmark::State& state)
         state.SetIterationTime(wall);
         state.counters["processor %"] = 100.0 * (processorSeconds() - before) / wall;
     }
-    if (diagnostics.hasErrors() || !panel.diagnostics().isEmpty()) {
+    if (diagnostics.hasErrors()) {
         state.SkipWithError("the panel has errors");
     }
 }

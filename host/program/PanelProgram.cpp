@@ -4,19 +4,23 @@
 #include "host/panel/file/Diagnostics.h"
 #include "host/panel/file/PanelFile.h"
 #include "host/panel/file/StateFile.h"
-#include "host/panel/plan/PanelCheck.h"
+#include "host/panel/plan/PanelPlan.h"
 #include "host/panel/run/Panel.h"
 #include "host/program/Console.h"
 #include "host/program/Display.h"
 #include "host/program/Fonts.h"
 #include "host/program/PluginSet.h"
 #include "host/program/UnixSignals.h"
+#include "host/window/PanelPages.h"
 #include "host/window/PanelWindow.h"
 
 #include <QBuffer>
 #include <QFileInfo>
 #include <QScreen>
 #include <QTimer>
+#include <QVBoxLayout>
+
+#include <utility>
 
 namespace norvo {
 
@@ -74,13 +78,22 @@ int PanelProgram::start(const DeviceManager& manager, const UnixSignals& unixSig
 {
     Diagnostics diagnostics(m_options.panelFile);
     const PanelDescription description = PanelFile::read(m_options.panelFile, diagnostics);
-    PanelCheck::check(description, manager, diagnostics);
+    StateFile state(m_options.stateFile.isEmpty() ? StateFile::besidePanel(m_options.panelFile)
+                                                  : m_options.stateFile,
+                    m_options.action == Options::Action::Run ? StateFile::Mode::ReadWrite
+                                                             : StateFile::Mode::ReadOnly);
+    if (m_options.keepsState && !diagnostics.hasErrors()) {
+        readState(state);
+    }
+    PanelPlan plan =
+        PanelPlan::make(description, manager, {state.fileName(), state.state()}, diagnostics);
     if (unixSignals.isStopRequested()) {
         return 0;
     }
     report(diagnostics);
-    return diagnostics.hasErrors() ? showErrors(diagnostics, unixSignals)
-                                   : runPanel(manager, description, unixSignals);
+    return diagnostics.hasErrors()
+               ? showErrors(diagnostics, unixSignals)
+               : runPanel(std::move(plan), titleOf(description), state, unixSignals);
 }
 
 bool PanelProgram::loadPlugins(PluginSet& plugins) const
@@ -104,7 +117,7 @@ bool PanelProgram::loadPlugins(PluginSet& plugins) const
 int PanelProgram::check(const DeviceManager& manager) const
 {
     Diagnostics diagnostics(m_options.panelFile);
-    PanelCheck::check(PanelFile::read(m_options.panelFile, diagnostics), manager, diagnostics);
+    PanelPlan::make(PanelFile::read(m_options.panelFile, diagnostics), manager, {}, diagnostics);
     for (const Diagnostic& diagnostic : diagnostics.sorted()) {
         Console::print(diagnostic.toString());
     }
@@ -120,24 +133,20 @@ int PanelProgram::showErrors(const Diagnostics& diagnostics, const UnixSignals& 
     return 1;
 }
 
-int PanelProgram::runPanel(const DeviceManager& manager, const PanelDescription& description,
+int PanelProgram::runPanel(PanelPlan plan, const QString& title, StateFile& state,
                            const UnixSignals& unixSignals) const
 {
-    StateFile state(m_options.stateFile.isEmpty() ? StateFile::besidePanel(m_options.panelFile)
-                                                  : m_options.stateFile,
-                    m_options.action == Options::Action::Run ? StateFile::Mode::ReadWrite
-                                                             : StateFile::Mode::ReadOnly);
-    if (m_options.keepsState) {
-        readState(state);
-    }
-    PanelWindow window(titleOf(description));
-    Panel panel(manager, description, state.state());
+    PanelWindow window(title);
+    auto* const pages = new PanelPages;
+    (new QVBoxLayout(window.page()))->addWidget(pages);
+    Panel panel(*pages);
     if (m_options.keepsState) {
         QObject::connect(&panel, &Panel::parameterWritten, &state, &StateFile::set);
     }
-    panel.start(window.page());
+    Diagnostics diagnostics(m_options.panelFile);
+    panel.apply(std::move(plan), diagnostics);
     if (!unixSignals.isStopRequested()) {
-        report(panel.diagnostics());
+        report(diagnostics);
     }
     const int status = show(window, unixSignals);
     panel.stop();

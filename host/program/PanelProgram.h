@@ -8,6 +8,7 @@ namespace norvo {
 
 class Diagnostics;
 struct PanelDescription;
+struct PanelPlan;
 class PanelWindow;
 class PluginSet;
 class StateFile;
@@ -27,7 +28,7 @@ private:
     int check(const DeviceManager& manager) const;
     int start(const DeviceManager& manager, const UnixSignals& unixSignals) const;
     int showErrors(const Diagnostics& diagnostics, const UnixSignals& unixSignals) const;
-    int runPanel(const DeviceManager& manager, const PanelDescription& description,
+    int runPanel(PanelPlan plan, const QString& title, StateFile& state,
                  const UnixSignals& unixSignals) const;
     void readState(StateFile& state) const;
     /// Shows the window until the end; returns the exit status.

@@ -1,28 +1,20 @@
 #include "host/window/PanelPages.h"
 
 #include "host/panel/plan/Placement.h"
+#include "host/window/ErrorTile.h"
 
 #include <QGridLayout>
 #include <QTabWidget>
+#include <QVBoxLayout>
+
+#include <memory>
 
 namespace norvo {
 
-PanelPages::PanelPages(const QStringList& areas, QWidget* parent) : QWidget(parent), m_areas(areas)
+PanelPages::PanelPages(QWidget* parent) : PanelSurface(parent)
 {
-    if (areas.isEmpty()) {
-        m_grids.append(new QGridLayout(this));
-        return;
-    }
-    auto* tabs = new QTabWidget;
-    for (const QString& area : areas) {
-        auto* tab = new QWidget;
-        m_grids.append(new QGridLayout(tab));
-        QString label = area;
-        tabs->addTab(tab, label.replace("&", "&&"));
-    }
-    auto* layout = new QVBoxLayout(this);
+    auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(tabs);
 }
 
 QGridLayout* PanelPages::grid(const QString& area) const
@@ -31,17 +23,69 @@ QGridLayout* PanelPages::grid(const QString& area) const
                              : m_grids.value(m_areas.indexOf(area), nullptr);
 }
 
+void PanelPages::setAreas(const QStringList& areas)
+{
+    const auto* const tabsBefore = qobject_cast<QTabWidget*>(m_content);
+    const QString shown = tabsBefore ? m_areas.value(tabsBefore->currentIndex()) : QString();
+    // Widgets that stay wait outside of the pages; tiles go with them.
+    for (QGridLayout* grid : qAsConst(m_grids)) {
+        while (const std::unique_ptr<QLayoutItem> item{grid->takeAt(0)}) {
+            if (!qobject_cast<ErrorTile*>(item->widget())) {
+                item->widget()->setParent(this);
+            }
+        }
+    }
+    clear();
+    m_areas = areas;
+    build();
+    if (auto* const tabs = qobject_cast<QTabWidget*>(m_content)) {
+        tabs->setCurrentIndex(qMax(0, areas.indexOf(shown)));
+    }
+}
+
+void PanelPages::build()
+{
+    const auto addGrid = [this](QWidget* page) {
+        m_grids.append(new QGridLayout(page));
+        return page;
+    };
+    if (m_areas.isEmpty()) {
+        m_content = addGrid(new QWidget);
+    } else {
+        auto* const tabs = new QTabWidget;
+        for (QString label : qAsConst(m_areas)) {
+            tabs->addTab(addGrid(new QWidget), label.replace("&", "&&"));
+        }
+        m_content = tabs;
+    }
+    layout()->addWidget(m_content);
+}
+
 void PanelPages::place(QWidget* widget, const Cells& cells)
 {
-    QGridLayout* layout = grid(cells.area);
+    QGridLayout* const layout = grid(cells.area);
     Q_ASSERT(layout);
     layout->addWidget(widget, cells.row, cells.column, cells.rowspan, cells.colspan);
 }
 
-void PanelPages::dissolve()
+void PanelPages::placeError(const QString& id, const QString& text, const Cells& cells)
 {
-    hide();
+    place(new ErrorTile(id, text), cells);
+}
+
+void PanelPages::release()
+{
+    if (m_content) {
+        m_content->hide();
+    }
     qDeleteAll(m_grids);
+    m_grids.clear();
+}
+
+void PanelPages::clear()
+{
+    delete m_content;
+    m_content = nullptr;
     m_grids.clear();
 }
 

@@ -1,31 +1,35 @@
 #pragma once
 
+#include "host/panel/run/PanelSurface.h"
+
 #include <QStringList>
-#include <QWidget>
 
 class QGridLayout;
 
 namespace norvo {
 
-struct Cells;
-
 /// Where a panel's widgets stand: one grid, or tabs with a grid each.
-class PanelPages : public QWidget
+class PanelPages : public PanelSurface
 {
     Q_OBJECT
 
 public:
-    /// One grid without a tab when `areas` is empty, else a tab for each.
-    explicit PanelPages(const QStringList& areas, QWidget* parent = nullptr);
+    explicit PanelPages(QWidget* parent = nullptr);
 
     /// Null for an unknown area; the one grid where there are no tabs.
     QGridLayout* grid(const QString& area) const;
-    void place(QWidget* widget, const Cells& cells); ///< The area must exist.
-    /// Gives the grids up, so that widgets can be deleted one by one without a search for each.
-    void dissolve();
+
+    void setAreas(const QStringList& areas) override; ///< The tab that is seen stays, if it can.
+    void place(QWidget* widget, const Cells& cells) override;
+    void placeError(const QString& id, const QString& text, const Cells& cells) override;
+    void release() override;
+    void clear() override;
 
 private:
-    const QStringList m_areas;
+    void build();
+
+    QStringList m_areas;
+    QWidget* m_content = nullptr; ///< The one page, or the tabs.
     QList<QGridLayout*> m_grids;
 };
 

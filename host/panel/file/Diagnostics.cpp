@@ -35,27 +35,46 @@ Diagnostics::Diagnostics(QString file) : m_file(std::move(file)) {}
 
 void Diagnostics::error(const Place& place, const QString& text)
 {
-    add(Diagnostic::Severity::Error, place, text);
+    error(place, [&text] { return text; });
 }
 
 void Diagnostics::warning(const Place& place, const QString& text)
 {
-    add(Diagnostic::Severity::Warning, place, text);
+    warning(place, [&text] { return text; });
 }
 
-void Diagnostics::add(Diagnostic::Severity severity, const Place& place, const QString& text)
+void Diagnostics::error(const Place& place, const std::function<QString()>& makeText)
 {
-    const QString kept = text.size() > kMaxTextLength ? text.left(kMaxTextLength) + "..." : text;
-    const auto isSame = [severity, &place, &kept](const Diagnostic& known) {
-        return known.place.line == place.line && known.place.column == place.column &&
-               known.severity == severity && known.text == kept;
-    };
-    if (std::any_of(m_list.cbegin(), m_list.cend(), isSame)) {
+    add(Diagnostic::Severity::Error, m_file, place, makeText);
+}
+
+void Diagnostics::warning(const Place& place, const std::function<QString()>& makeText)
+{
+    add(Diagnostic::Severity::Warning, m_file, place, makeText);
+}
+
+void Diagnostics::warningIn(const QString& otherFile, const QString& text)
+{
+    add(Diagnostic::Severity::Warning, otherFile, {}, [&text] { return text; });
+}
+
+void Diagnostics::add(Diagnostic::Severity severity, const QString& file, const Place& place,
+                      const std::function<QString()>& makeText)
+{
+    int& count = severity == Diagnostic::Severity::Error ? m_errors : m_warnings;
+    if (count >= kMaxOfAKind) {
+        ++count;
         return;
     }
-    int& count = severity == Diagnostic::Severity::Error ? m_errors : m_warnings;
-    if (++count <= kMaxOfAKind) {
-        m_list.append({severity, m_file, place, kept});
+    const QString text = makeText();
+    const QString kept = text.size() > kMaxTextLength ? text.left(kMaxTextLength) + "..." : text;
+    const auto isSame = [&](const Diagnostic& known) {
+        return known.place.line == place.line && known.place.column == place.column &&
+               known.severity == severity && known.text == kept && known.file == file;
+    };
+    if (std::none_of(m_list.cbegin(), m_list.cend(), isSame)) {
+        ++count;
+        m_list.append({severity, file, place, kept});
     }
 }
 

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QVector>
 
+#include <functional>
+
 namespace norvo {
 
 /// An error or a warning about a panel, in one line.
@@ -38,6 +40,10 @@ public:
 
     void error(const Place& place, const QString& text);
     void warning(const Place& place, const QString& text);
+    /// The same for texts that take time to make: `makeText` is called only if its text is kept.
+    void error(const Place& place, const std::function<QString()>& makeText);
+    void warning(const Place& place, const std::function<QString()>& makeText);
+    void warningIn(const QString& otherFile, const QString& text); ///< About another file.
 
     bool isEmpty() const { return m_list.isEmpty(); }
     bool hasErrors() const { return m_errors > 0; }
@@ -48,7 +54,8 @@ public:
     QString summary() const;
 
 private:
-    void add(Diagnostic::Severity severity, const Place& place, const QString& text);
+    void add(Diagnostic::Severity severity, const QString& file, const Place& place,
+             const std::function<QString()>& makeText);
 
     QString m_file;
     DiagnosticList m_list; ///< At most kMaxOfAKind of each.

@@ -1,190 +1,111 @@
 #include "host/panel/plan/CycleFinder.h"
 
+#include <QStringList>
+
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 namespace norvo {
 
 namespace {
 
-using Nodes = std::vector<int>;
-
-/// The devices in an order in which every arrow taken leads forward; see Pearce and Kelly, "A
-/// dynamic topological sort algorithm for directed acyclic graphs". Only the part of the order
-/// between the two ends of an arrow is ever looked at.
-class ForwardOrder
-{
-public:
-    /// `ranks` is the order to begin with: a place for each device.
-    explicit ForwardOrder(Nodes ranks)
-        : m_ranks(std::move(ranks)),
-          m_next(m_ranks.size()),
-          m_previous(m_ranks.size()),
-          m_cameFrom(m_ranks.size(), -1)
-    {}
-
-    /// Takes the arrow, unless it closes a circle: then the way from its end back to its start.
-    Nodes add(int from, int to)
-    {
-        if (from == to) {
-            return {from};
-        }
-        if (m_ranks[to] < m_ranks[from]) {
-            Nodes after = reach(to, m_next,
-                                [this, from](int node) { return m_ranks[node] <= m_ranks[from]; });
-            const bool closes = std::find(after.cbegin(), after.cend(), from) != after.cend();
-            const Nodes way = closes ? wayTo(from) : Nodes();
-            forget(after);
-            if (closes) {
-                return way;
-            }
-            Nodes before = reach(from, m_previous,
-                                 [this, to](int node) { return m_ranks[node] >= m_ranks[to]; });
-            forget(before);
-            putInFront(std::move(before), std::move(after));
-        }
-        m_next[from].push_back(to);
-        m_previous[to].push_back(from);
-        return {};
-    }
-
-private:
-    /// All nodes within the bound that `start` leads to, nearest first, and itself.
-    template <class Bound>
-    Nodes reach(int start, const std::vector<Nodes>& links, Bound isWithin)
-    {
-        Nodes reached{start};
-        m_cameFrom[start] = start;
-        for (size_t i = 0; i < reached.size(); ++i) {
-            for (const int node : links[reached[i]]) {
-                if (m_cameFrom[node] < 0 && isWithin(node)) {
-                    m_cameFrom[node] = reached[i];
-                    reached.push_back(node);
-                }
-            }
-        }
-        return reached;
-    }
-
-    Nodes wayTo(int node) const
-    {
-        Nodes way{node};
-        while (m_cameFrom[node] != node) {
-            node = m_cameFrom[node];
-            way.push_back(node);
-        }
-        std::reverse(way.begin(), way.end());
-        return way;
-    }
-
-    void forget(const Nodes& nodes)
-    {
-        for (const int node : nodes) {
-            m_cameFrom[node] = -1;
-        }
-    }
-
-    /// Shares the ranks of both groups out anew, so that all of `before` come before `after`.
-    void putInFront(Nodes before, Nodes after)
-    {
-        const auto byRank = [this](int a, int b) { return m_ranks[a] < m_ranks[b]; };
-        std::sort(before.begin(), before.end(), byRank);
-        std::sort(after.begin(), after.end(), byRank);
-        before.insert(before.end(), after.cbegin(), after.cend());
-        Nodes ranks;
-        for (const int node : before) {
-            ranks.push_back(m_ranks[node]);
-        }
-        std::sort(ranks.begin(), ranks.end());
-        for (size_t i = 0; i < before.size(); ++i) {
-            m_ranks[before[i]] = ranks[i];
-        }
-    }
-
-    Nodes m_ranks;
-    std::vector<Nodes> m_next;
-    std::vector<Nodes> m_previous;
-    Nodes m_cameFrom; ///< While searching: the node before; -1: not reached.
-};
-
 struct Edge
 {
-    int arrow;
-    int from;
+    int connection;
     int to;
 };
 
-std::vector<Edge> edgesOf(const PanelDescription& description)
+/// The connections between known devices, by the device that they begin at.
+struct Graph
 {
-    QHash<QString, int> nodes;
-    for (int i = 0; i < description.devices.size(); ++i) {
-        nodes.insert(description.devices[i].id.text, i);
-    }
-    std::vector<Edge> edges;
-    for (int i = 0; i < description.connections.size(); ++i) {
-        const ConnectionSetting& arrow = description.connections[i];
-        const int from = nodes.value(arrow.from.device.text, -1);
-        const int to = nodes.value(arrow.to.device.text, -1);
-        if (from >= 0 && to >= 0) {
-            edges.push_back({i, from, to});
+    explicit Graph(const PanelDescription& description) : edges(description.devices.size())
+    {
+        QHash<QString, int> devices;
+        for (int i = 0; i < description.devices.size(); ++i) {
+            devices.insert(description.devices[i].id.text, i);
+        }
+        for (int i = 0; i < description.connections.size(); ++i) {
+            const ConnectionSetting& setting = description.connections[i];
+            const int from = devices.value(setting.from.device.text, -1);
+            const int to = devices.value(setting.to.device.text, -1);
+            if (from >= 0 && to >= 0) {
+                edges[from].push_back({i, to});
+                roots.push_back(from);
+            }
         }
     }
-    return edges;
-}
 
-/// Ranks in which the arrows lead forward already, but for some of those on circles: a device comes
-/// before all that a walk along the arrows reaches from it, depth first.
-Nodes firstRanks(int count, const std::vector<Edge>& edges)
+    std::vector<std::vector<Edge>> edges;
+    std::vector<int> roots; ///< In the order of the file.
+};
+
+/// A device on the path that the walk is on.
+struct Step
 {
-    std::vector<Nodes> next(count);
-    for (const Edge& edge : edges) {
-        next[edge.from].push_back(edge.to);
-    }
-    Nodes ranks(count, -1);
-    std::vector<bool> isReached(count, false);
-    int rank = count;
-    for (int root = 0; root < count; ++root) {
-        Nodes path;
-        const auto reach = [&path, &isReached](int node) {
-            if (!isReached[node]) {
-                isReached[node] = true;
-                path.push_back(node);
-            }
-        };
-        reach(root);
-        while (!path.empty()) {
-            Nodes& ahead = next[path.back()];
-            if (ahead.empty()) {
-                ranks[path.back()] = --rank;
-                path.pop_back();
-            } else {
-                const int node = ahead.back();
-                ahead.pop_back();
-                reach(node);
-            }
+    int device;
+    size_t edge = 0; ///< The next one to follow.
+    int calls = 0;   ///< Of one value, by the edges followed so far.
+};
+using Path = std::vector<Step>;
+
+/// The devices from that place of the path on, and back to the first of them.
+QString cycleOf(const Path& path, size_t begin, const PanelDescription& description)
+{
+    constexpr size_t kHalf = CycleFinder::kMaxDevicesNamed / 2;
+    const size_t size = path.size() - begin;
+    QStringList ids;
+    for (size_t i = 0; i < size; ++i) {
+        if (size > 2 * kHalf && i == kHalf) {
+            i = size - kHalf;
+            ids.append(QString("(%1 more)").arg(size - 2 * kHalf));
         }
+        ids.append(description.devices[path[begin + i].device].id.text);
     }
-    return ranks;
+    ids.append(ids.constFirst());
+    return ids.join(" -> ");
 }
 
 } // namespace
 
 CycleFinder::CycleFinder(const PanelDescription& description)
 {
-    const std::vector<Edge> edges = edgesOf(description);
-    ForwardOrder order(firstRanks(description.devices.size(), edges));
-    for (const Edge& edge : edges) {
-        const Nodes way = order.add(edge.from, edge.to);
-        if (way.empty()) {
-            continue;
+    constexpr int kNotSeen = -1;
+    constexpr int kOnThePath = -2;
+    const Graph graph(description);
+    std::vector<int> calls(graph.edges.size(), kNotSeen);
+    std::vector<size_t> places(graph.edges.size()); // on the path
+    for (const int root : graph.roots) {
+        Path path;
+        const auto enter = [&](int device) {
+            calls[device] = kOnThePath;
+            places[device] = path.size();
+            path.push_back({device});
+        };
+        if (calls[root] == kNotSeen) {
+            enter(root);
         }
-        QStringList ids;
-        for (const int node : way) {
-            ids.append(description.devices[node].id.text);
+        while (!path.empty()) {
+            Step& step = path.back();
+            if (step.edge == graph.edges[step.device].size()) {
+                if (step.calls > kMaxCalls && m_multiplier < 0) {
+                    m_multiplier = step.device;
+                }
+                calls[step.device] = std::min(step.calls, kMaxCalls);
+                path.pop_back();
+                continue;
+            }
+            const Edge& edge = graph.edges[step.device][step.edge];
+            if (calls[edge.to] == kNotSeen) {
+                enter(edge.to); // Comes back to this edge.
+                continue;
+            }
+            if (calls[edge.to] == kOnThePath) {
+                m_cycles.insert(edge.connection, cycleOf(path, places[edge.to], description));
+            } else {
+                step.calls = std::min(step.calls + 1 + calls[edge.to], kMaxCalls + 1);
+            }
+            ++step.edge;
         }
-        ids.append(ids.constFirst());
-        m_ways.insert(edge.arrow, ids);
     }
 }
 

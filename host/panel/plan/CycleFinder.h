@@ -3,28 +3,37 @@
 #include "host/panel/file/PanelDescription.h"
 
 #include <QHash>
-#include <QStringList>
 
 namespace norvo {
 
-/// Finds the arrows that close a circle of devices.
+/// Walks along the connections of a panel, depth first, to find those that close a cycle of devices
+/// and the device of which a value would multiply beyond bounds.
 ///
-/// The arrows are taken in the order of the file; one that leads to a device from which the arrows
-/// before it lead back closes a circle, and is not followed any further. An arrow from a device to
-/// itself always does. Arrows from or to unknown ids are left aside.
+/// The walk begins at the first connection of the file and goes on in the file's order. A
+/// connection that leads back to a device on the path to it closes a cycle; without these no cycle
+/// is left. Connections from or to unknown ids are left aside.
 class CycleFinder
 {
 public:
+    /// Calls that one value may make through direct connections. No panel reaches it unless several
+    /// paths lead from one device to another, and from there on.
+    static constexpr int kMaxCalls = 100000;
+    static constexpr int kMaxDevicesNamed =
+        12; ///< In a cycle; of a longer one the middle is left out.
+
     explicit CycleFinder(const PanelDescription& description);
 
-    bool closes(int arrow) const { return m_ways.contains(arrow); }
-    /// The devices round the circle that this arrow closes, by the shortest way; the arrow's own
-    /// end comes first and last: "a", "b", "c", "a" for an arrow from c to a. Empty if it closes
-    /// none.
-    QStringList way(int arrow) const { return m_ways.value(arrow); }
+    bool closes(int connection) const { return m_cycles.contains(connection); }
+    /// The devices round the cycle that this connection closes, the one that it leads to first and
+    /// last: "a -> b -> c -> a" for a connection from c to a. Empty if it closes none.
+    QString cycle(int connection) const { return m_cycles.value(connection); }
+    /// The place in the description of the device of which one value would make more than kMaxCalls
+    /// calls, the first one to be found; -1: none.
+    int multiplier() const { return m_multiplier; }
 
 private:
-    QHash<int, QStringList> m_ways; ///< By the arrow's place in the description.
+    QHash<int, QString> m_cycles; ///< By the connection's place in the description.
+    int m_multiplier = -1;
 };
 
 } // namespace norvo

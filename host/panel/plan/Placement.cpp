@@ -1,12 +1,13 @@
 #include "host/panel/plan/Placement.h"
 
-#include "host/panel/file/Diagnostics.h"
+#include "host/yaml/Quote.h"
 
 #include "norvo/Categories.h"
 
 #include <QHash>
 #include <QSet>
 
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <utility>
@@ -34,45 +35,43 @@ std::optional<int> readNumber(const QString& param, const QString& value)
     return ok && number >= lowest && number <= highest ? std::optional(number) : std::nullopt;
 }
 
-/// The grid of one area, as the columns that are taken in each row.
+/// The grid of one area: bands of equal rows, each with the columns that are taken in it.
 class Grid
 {
 public:
-    struct Meeting
+    struct Collision
     {
         int owner;
         int row;
         int column;
     };
 
-    /// Takes those of the cells that are free; tells whose the others are, each owner once.
-    QVector<Meeting> take(const Cells& cells, int owner)
+    /// Takes those of the cells that are free. Returns whose the others are, each owner once.
+    QVector<Collision> take(const Cells& cells, int owner)
     {
-        QVector<Meeting> meetings;
-        QSet<int> met;
-        const int last = cells.column + cells.colspan - 1;
-        for (int row = cells.row; row < cells.row + cells.rowspan; ++row) {
-            Row& taken = m_rows[row];
-            int column = cells.column;
-            for (auto part = firstFrom(taken, column); part != taken.end() && part->first <= last;
-                 ++part) {
-                if (!met.contains(part->second.owner)) {
-                    met.insert(part->second.owner);
-                    meetings.append({part->second.owner, row, qMax(column, part->first)});
-                }
-                if (column < part->first) {
-                    taken.insert({column, {part->first - 1, owner}});
-                }
-                column = part->second.last + 1;
+        QVector<Collision> collisions;
+        QSet<int> known;
+        const int end = cells.row + cells.rowspan;
+        split(cells.row);
+        split(end);
+        for (int row = cells.row; row < end;) {
+            auto band = m_bands.lower_bound(row);
+            if (band == m_bands.end() || band->first > row) {
+                const int next = band == m_bands.end() ? end : std::min(band->first, end);
+                band = m_bands.insert({row, {next - 1, {}}}).first;
             }
-            if (column <= last) {
-                taken.insert({column, {last, owner}});
-            }
+            takeColumns(band->second.columns, cells, owner, [&](int other, int column) {
+                if (!known.contains(other)) {
+                    known.insert(other);
+                    collisions.append({other, row, column});
+                }
+            });
+            row = band->second.last + 1;
         }
-        return meetings;
+        return collisions;
     }
 
-    /// Completes a wish by the first free place that it allows.
+    /// Completes a request by the first free place that it allows.
     void findPlace(Cells& cells)
     {
         if (cells.row >= 0) {
@@ -90,36 +89,86 @@ private:
         int last; ///< Column.
         int owner;
     };
-    using Row = std::map<int, Part>; ///< By the first column; the parts do not overlap.
-
-    static Row::const_iterator firstFrom(const Row& row, int column)
+    using Columns = std::map<int, Part>; ///< By the first column; the parts do not overlap.
+    struct Band
     {
-        auto part = row.upper_bound(column);
-        if (part != row.cbegin() && std::prev(part)->second.last >= column) {
+        int last; ///< Row.
+        Columns columns;
+    };
+    using Bands = std::map<int, Band>; ///< By the first row; the bands do not overlap.
+
+    /// The first part that ends at the column or behind it.
+    static Columns::const_iterator firstFrom(const Columns& columns, int column)
+    {
+        auto part = columns.upper_bound(column);
+        if (part != columns.cbegin() && std::prev(part)->second.last >= column) {
             --part;
         }
         return part;
     }
 
-    /// The last of the part of this row that is in the way; -1 when none is.
-    int obstacle(int row, int column, int colspan) const
+    /// The first band that ends at the row or below it.
+    Bands::const_iterator firstBandFrom(int row) const
     {
-        const auto taken = m_rows.find(row);
-        if (taken == m_rows.cend()) {
-            return -1;
+        auto band = m_bands.upper_bound(row);
+        if (band != m_bands.cbegin() && std::prev(band)->second.last >= row) {
+            --band;
         }
-        const auto part = firstFrom(taken->second, column);
-        const bool inTheWay = part != taken->second.cend() && part->first < column + colspan;
-        return inTheWay ? part->second.last : -1;
+        return band;
+    }
+
+    /// Sees to it that no band goes across the upper edge of the row.
+    void split(int row)
+    {
+        const auto found = m_bands.lower_bound(row);
+        if (found == m_bands.begin() || std::prev(found)->second.last < row) {
+            return;
+        }
+        Band& band = std::prev(found)->second;
+        m_bands.insert({row, band});
+        band.last = row - 1;
+    }
+
+    template <class Report>
+    static void takeColumns(Columns& columns, const Cells& cells, int owner, const Report& report)
+    {
+        const int last = cells.column + cells.colspan - 1;
+        int column = cells.column;
+        for (auto part = firstFrom(columns, column); part != columns.end() && part->first <= last;
+             ++part) {
+            report(part->second.owner, std::max(column, part->first));
+            if (column < part->first) {
+                columns.insert({column, {part->first - 1, owner}});
+            }
+            column = part->second.last + 1;
+        }
+        if (column <= last) {
+            columns.insert({column, {last, owner}});
+        }
+    }
+
+    /// The last column of what is in the way in these columns; -1: nothing.
+    static int obstacle(const Columns& columns, int column, int colspan)
+    {
+        const auto part = firstFrom(columns, column);
+        return part != columns.cend() && part->first < column + colspan ? part->second.last : -1;
     }
 
     void findColumn(Cells& cells)
     {
         int& column = m_nextColumn[cells.row];
-        for (int row = cells.row; row < cells.row + cells.rowspan;) {
-            const int last = obstacle(row, column, cells.colspan);
-            column = last < 0 ? column : last + 1;
-            row = last < 0 ? row + 1 : cells.row;
+        bool hasMoved = true;
+        while (hasMoved) {
+            hasMoved = false;
+            for (auto band = firstBandFrom(cells.row);
+                 band != m_bands.cend() && band->first < cells.row + cells.rowspan; ++band) {
+                int last = obstacle(band->second.columns, column, cells.colspan);
+                while (last >= 0) {
+                    column = last + 1;
+                    hasMoved = true;
+                    last = obstacle(band->second.columns, column, cells.colspan);
+                }
+            }
         }
         cells.column = column;
         column += cells.colspan;
@@ -128,9 +177,10 @@ private:
     void findRow(Cells& cells)
     {
         int& first = m_nextRow[cells.column];
-        for (int row = first; row < first + cells.rowspan; ++row) {
-            if (obstacle(row, cells.column, cells.colspan) >= 0) {
-                first = row + 1;
+        for (auto band = firstBandFrom(first);
+             band != m_bands.cend() && band->first < first + cells.rowspan; ++band) {
+            if (obstacle(band->second.columns, cells.column, cells.colspan) >= 0) {
+                first = band->second.last + 1;
             }
         }
         cells.row = first;
@@ -139,28 +189,28 @@ private:
 
     void findWholeRows(Cells& cells)
     {
-        for (auto row = m_rows.lower_bound(m_nextWholeRow);
-             row != m_rows.cend() && row->first < m_nextWholeRow + cells.rowspan; ++row) {
-            m_nextWholeRow = row->first + 1;
+        for (auto band = firstBandFrom(m_nextWholeRow);
+             band != m_bands.cend() && band->first < m_nextWholeRow + cells.rowspan; ++band) {
+            m_nextWholeRow = band->second.last + 1;
         }
         cells.row = m_nextWholeRow;
         cells.column = 0;
         m_nextWholeRow += cells.rowspan;
     }
 
-    std::map<int, Row> m_rows;    ///< Only rows in which something is taken.
+    Bands m_bands;                ///< Only rows in which something is taken.
     QHash<int, int> m_nextColumn; ///< By row: where findColumn() goes on.
     QHash<int, int> m_nextRow;    ///< By column: where findRow() goes on.
     int m_nextWholeRow = 0;
 };
 
-/// In which turn a wish is met: 0 to 3.
-int turnOf(const Cells& wish)
+/// When a request is served: 0 to 3.
+int passOf(const Cells& request)
 {
-    if (wish.row >= 0) {
-        return wish.column >= 0 ? 0 : 1;
+    if (request.row >= 0) {
+        return request.column >= 0 ? 0 : 1;
     }
-    return wish.column >= 0 ? 2 : 3;
+    return request.column >= 0 ? 2 : 3;
 }
 
 } // namespace
@@ -179,7 +229,7 @@ Cells readCells(const std::function<QString(const QString&)>& valueOf)
     return cells;
 }
 
-QString placementFault(const QString& param, const QString& value)
+QString placementError(const QString& param, const QString& value)
 {
     if ((!isSpan(param) && !isPosition(param)) || readNumber(param, value)) {
         return {};
@@ -191,32 +241,34 @@ QString placementFault(const QString& param, const QString& value)
     return inQuotes(value) + " is not a whole number " + range;
 }
 
-Placement::Placement(const QVector<Cells>& wishes) : m_cells(wishes)
+Placement::Placement(const QVector<Cells>& requests) : m_cells(requests)
 {
     QHash<QString, Grid> grids;
-    for (const Cells& wish : wishes) {
-        if (!wish.area.isEmpty() && !grids.contains(wish.area)) {
-            m_areas.append(wish.area);
-            grids.insert(wish.area, {});
+    for (const Cells& request : requests) {
+        if (!request.area.isEmpty() && !grids.contains(request.area)) {
+            m_areas.append(request.area);
+            grids.insert(request.area, {});
         }
     }
     const QString firstArea = m_areas.value(0);
-    QVector<int> turns[4];
+    QVector<int> passes[4];
     for (int i = 0; i < m_cells.size(); ++i) {
         if (m_cells[i].area.isEmpty()) {
             m_cells[i].area = firstArea;
         }
-        turns[turnOf(m_cells[i])].append(i);
+        passes[passOf(m_cells[i])].append(i);
     }
-    for (int turn = 0; turn < 4; ++turn) {
-        for (const int i : std::as_const(turns[turn])) {
+    for (int pass = 0; pass < 4; ++pass) {
+        for (const int i : std::as_const(passes[pass])) {
             Grid& grid = grids[m_cells[i].area];
-            if (turn > 0) {
+            if (pass > 0) {
                 grid.findPlace(m_cells[i]);
             }
-            const auto meetings = grid.take(m_cells[i], i);
-            for (const Grid::Meeting& meeting : meetings) {
-                m_overlaps.append({i, meeting.owner, meeting.row, meeting.column});
+            if (m_overlaps.size() < kMaxOverlaps) {
+                const auto collisions = grid.take(m_cells[i], i);
+                for (const Grid::Collision& collision : collisions) {
+                    m_overlaps.append({i, collision.owner, collision.row, collision.column});
+                }
             }
         }
     }

@@ -21,36 +21,39 @@ struct Cells
 };
 
 /// Reads the placement parameters; one that does not read, or is out of range, counts as not
-/// given. `valueOf` tells a parameter's text by its name.
+/// given. `valueOf` gives a parameter's text by its name.
 Cells readCells(const std::function<QString(const QString&)>& valueOf);
 
 /// What is wrong with the text of a placement parameter, and what would be right. Empty when
 /// nothing is, or when it is no placement parameter.
-QString placementFault(const QString& param, const QString& value);
+QString placementError(const QString& param, const QString& value);
 
-/// Lays the panel out: gives everybody cells in the grid of their area.
+/// Lays the panel out: gives each request cells in the grid of its area.
 ///
-/// Those with row and column get them, even where they overlap. Then, in the order of asking, those
-/// with a row get its first free columns, those with a column its first free rows, and those with
+/// Requests with row and column get them, even where they overlap. Then, in their order, those with
+/// a row get its first free columns, those with a column its first free rows, and those with
 /// neither the first rows that are wholly free, from column 0. The search only goes forward, so
-/// that the panel shows them in the order of asking.
+/// that the panel shows them in the order of the file.
 class Placement
 {
 public:
+    static constexpr int kMaxOverlaps = 20000;
+
     struct Overlap
     {
-        int later; ///< Number of the wish.
+        int later; ///< Number of the request.
         int earlier;
         int row; ///< The first cell, by rows, that both cover.
         int column;
     };
 
-    explicit Placement(const QVector<Cells>& wishes);
+    explicit Placement(const QVector<Cells>& requests);
 
     /// The tabs in the order of their first mention; empty when there are none.
     const QStringList& areas() const { return m_areas; }
-    const QVector<Cells>& cells() const { return m_cells; }         ///< One for each wish.
-    const QVector<Overlap>& overlaps() const { return m_overlaps; } ///< A pair is named once.
+    const QVector<Cells>& cells() const { return m_cells; } ///< One for each request.
+    /// A pair is named once. After kMaxOverlaps no others are looked for.
+    const QVector<Overlap>& overlaps() const { return m_overlaps; }
 
 private:
     QStringList m_areas;

@@ -13,7 +13,7 @@ namespace norvo {
 
 namespace {
 
-constexpr int kPairsTold = 12;
+constexpr int kMaxPairsNamed = 12;
 
 /// An output or an input of a device.
 struct Method
@@ -23,7 +23,7 @@ struct Method
 };
 using Methods = QVector<Method>;
 
-/// One end of an arrow: a device and what it sends or takes.
+/// One end of a connection: a device and what it sends or takes.
 struct End
 {
     const Endpoint& written;
@@ -147,16 +147,16 @@ QString unknownMethod(const End& end)
     return text + didYouMean(end.name(), names);
 }
 
-QString told(const Pairs& pairs, const End& from, const End& to)
+QString listed(const Pairs& pairs, const End& from, const End& to)
 {
     QStringList texts;
-    for (const Pair& pair : pairs.mid(0, kPairsTold)) {
+    for (const Pair& pair : pairs.mid(0, kMaxPairsNamed)) {
         texts.append(QString("%1.%2 -> %3.%4")
                          .arg(from.id(), pair.signal.signature, to.id(), pair.slot.signature));
     }
     QString text = texts.join(", ");
-    if (pairs.size() > kPairsTold) {
-        text += QString(" and %1 more").arg(pairs.size() - kPairsTold);
+    if (pairs.size() > kMaxPairsNamed) {
+        text += QString(" and %1 more").arg(pairs.size() - kMaxPairsNamed);
     }
     return text;
 }
@@ -191,7 +191,13 @@ QString misfit(const End& from, const End& to, const Methods& signalMethods,
     const Pairs pairs = nearestPairs(from, to);
     return text + (pairs.isEmpty() ? QString("; nothing that %1 sends fits %2")
                                          .arg(inQuotes(from.id()), inQuotes(to.id()))
-                                   : QString("; what fits: %1").arg(told(pairs, from, to)));
+                                   : QString("; what fits: %1").arg(listed(pairs, from, to)));
+}
+
+QMetaMethod signalOf(const Wire& wire)
+{
+    const QMetaObject* const meta = wire.provider->metaObject();
+    return meta->method(meta->indexOfSignal(wire.signal.toUtf8().constData()));
 }
 
 } // namespace
@@ -227,35 +233,29 @@ std::optional<Wire> resolveConnection(const ConnectionSetting& arrow, BaseDevice
     if (pairs.size() > 1) {
         diagnostics.error(arrow.whole.place,
                           QString("%1 can mean several pairs; choose one of: %2")
-                              .arg(inQuotes(arrow.whole.text), told(pairs, source, target)));
+                              .arg(inQuotes(arrow.whole.text), listed(pairs, source, target)));
         return std::nullopt;
     }
     const Pair& pair = pairs.constFirst();
     return Wire{pair.signal.object, pair.signal.signature, pair.slot.object, pair.slot.signature};
 }
 
-void reportUnknownDevice(const Endpoint& end, const PanelDescription& description,
-                         Diagnostics& diagnostics)
+bool canBeQueued(const Wire& wire)
 {
-    QStringList ids;
-    for (const DeviceSetting& setting : description.devices) {
-        ids.append(setting.id.text);
+    const QMetaMethod signal = signalOf(wire);
+    for (int i = 0; i < signal.parameterCount(); ++i) {
+        // Asking for a parameter's type also registers it, which a queued connection needs.
+        if (signal.parameterType(i) == QMetaType::UnknownType) {
+            return false;
+        }
     }
-    diagnostics.error(end.device.place, "there is no device " + inQuotes(end.device.text) +
-                                            didYouMean(end.device.text, ids));
+    return true;
 }
 
 QMetaObject::Connection connectWire(const Wire& wire, Qt::ConnectionType type)
 {
-    const QMetaObject* meta = wire.provider->metaObject();
-    const QMetaMethod signal = meta->method(meta->indexOfSignal(wire.signal.toUtf8().constData()));
-    if (type == Qt::QueuedConnection) {
-        // Asking for a parameter's type also registers it, which a queued connection needs.
-        for (int i = 0; i < signal.parameterCount(); ++i) {
-            if (signal.parameterType(i) == QMetaType::UnknownType) {
-                return {};
-            }
-        }
+    if (type == Qt::QueuedConnection && !canBeQueued(wire)) {
+        return {};
     }
     return QObject::connect(wire.provider, ("2" + wire.signal.toUtf8()).constData(), wire.receiver,
                             ("1" + wire.slot.toUtf8()).constData(), type);

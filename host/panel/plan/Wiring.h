@@ -29,9 +29,8 @@ struct Wire
 std::optional<Wire> resolveConnection(const ConnectionSetting& arrow, BaseDevice& from,
                                       BaseDevice& to, Diagnostics& diagnostics);
 
-/// Reports a connection that begins or ends at a device that the panel does not have.
-void reportUnknownDevice(const Endpoint& end, const PanelDescription& description,
-                         Diagnostics& diagnostics);
+/// Whether the values of the wire can be stored, which a queued connection needs.
+bool canBeQueued(const Wire& wire);
 
 /// Connects the two. An invalid connection when `type` is queued and the values cannot be stored.
 QMetaObject::Connection connectWire(const Wire& wire, Qt::ConnectionType type);

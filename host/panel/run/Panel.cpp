@@ -1,307 +1,260 @@
 #include "host/panel/run/Panel.h"
 
-#include "host/panel/plan/CycleFinder.h"
-#include "host/window/ErrorTile.h"
-#include "host/window/PanelPages.h"
-#include "host/panel/plan/Placement.h"
-#include "host/panel/run/QueuedWire.h"
 #include "host/panel/plan/Wiring.h"
+#include "host/panel/run/PanelSurface.h"
+#include "host/panel/run/QueuedWire.h"
 
-#include "norvo/BaseGuiDevice.h"
+#include "norvo/BaseDevice.h"
 #include "norvo/BaseWidget.h"
-#include "norvo/Categories.h"
-#include "norvo/DeviceManager.h"
-
-#include <QVBoxLayout>
 
 #include <algorithm>
-#include <memory>
+#include <unordered_map>
 #include <utility>
 
 namespace norvo {
 
-/// A device of the panel and what belongs to it.
-struct Panel::Member
-{
-    const DeviceSetting* setting = nullptr;
-    std::unique_ptr<BaseDevice> device; ///< Null when its type is unknown.
-    QPointer<BaseWidget> widget;        ///< The page may die first.
-    bool isUsable = false;              ///< Its initialise() has succeeded.
-    QStringList reasons;                ///< What its tile says; empty: it has none.
-};
-
-/// An arrow while the panel runs: one of the two.
+/// A wire while the panel runs: one of the two.
 struct Panel::LiveWire
 {
+    PlannedWire plan;
     QMetaObject::Connection direct;
-    std::unique_ptr<QueuedWire> queued; ///< Where it closes a circle.
+    std::unique_ptr<QueuedWire> queued; ///< Where it closes a cycle.
 };
 
 namespace {
 
-/// Calls `step` for each usable member, last one first.
-template <class Members, class Step>
-void backward(Members& members, Step step)
+void report(const Node& node, const QString& what, Diagnostics& diagnostics)
 {
-    for (auto member = members.rbegin(); member != members.rend(); ++member) {
-        if (member->isUsable) {
-            step(*member);
-        }
-    }
-}
-
-/// The value that the file gives a parameter, or an empty text.
-QString settingOf(const DeviceSetting& setting, const QString& param)
-{
-    const auto found = std::find_if(
-        setting.params.cbegin(), setting.params.cend(), [&param](const ParamSetting& entry) {
-            return entry.name.text.compare(param, Qt::CaseInsensitive) == 0;
-        });
-    return found == setting.params.cend() ? QString() : found->value.text;
+    diagnostics.error(
+        node.setting().id.place,
+        QString("device %1 %2: %3").arg(inQuotes(node.id()), what, node.errors().join("; ")));
 }
 
 } // namespace
 
-Panel::Panel(const DeviceManager& manager, PanelDescription description, PanelState saved)
-    : m_manager(manager),
-      m_description(std::move(description)),
-      m_saved(std::move(saved)),
-      m_diagnostics(m_description.file)
-{}
+Panel::Panel(PanelSurface& surface) : m_surface(&surface) {}
 
 Panel::~Panel()
 {
     stop();
 }
 
+std::vector<Node*> Panel::nodes() const
+{
+    std::vector<Node*> nodes;
+    for (const auto& node : m_nodes) {
+        nodes.push_back(node.get());
+    }
+    return nodes;
+}
+
 BaseDevice* Panel::device(const QString& id) const
 {
-    const Member* member = find(id);
-    return member ? member->device.get() : nullptr;
+    const Node* const node = m_byId.value(id);
+    return node ? node->device() : nullptr;
 }
 
 BaseWidget* Panel::widget(const QString& id) const
 {
-    const Member* member = find(id);
-    return member ? member->widget.data() : nullptr;
-}
-
-const Panel::Member* Panel::find(const QString& id) const
-{
-    const int index = m_indexes.value(id, -1);
-    return index < 0 ? nullptr : &m_members[index];
-}
-
-void Panel::start(QWidget* page)
-{
-    if (m_started) {
-        return;
-    }
-    m_started = true;
-    m_diagnostics = Diagnostics(m_description.file);
-    createDevices();
-    emit stepTaken(Step::Create);
-    initialiseDevices();
-    emit stepTaken(Step::Initialise);
-    connectWires();
-    emit stepTaken(Step::Wire);
-    showWidgets(page);
-    emit stepTaken(Step::Show);
-    postInitialiseDevices();
-    emit stepTaken(Step::PostInitialise);
+    const Node* const node = m_byId.value(id);
+    return node ? node->widget() : nullptr;
 }
 
 void Panel::stop()
 {
-    if (!m_started) {
+    Diagnostics nothing({});
+    apply({}, nothing);
+}
+
+void Panel::apply(PanelPlan plan, Diagnostics& diagnostics)
+{
+    endAllBut(plan);
+    takeOver(plan);
+    if (m_nodes.empty()) {
         return;
     }
-    m_started = false;
-    backward(m_members, [](const Member& member) { member.device->setRunning(false); });
-    backward(m_members, [](const Member& member) { member.device->preShutdown(); });
-    while (!m_wires.empty()) {
-        QObject::disconnect(m_wires.back().direct);
-        m_wires.pop_back();
-    }
-    backward(m_members, [](const Member& member) {
-        if (member.widget) {
-            member.widget->deinitialise();
-        }
-    });
-    backward(m_members, [](const Member& member) { member.device->deinitialise(); });
-    if (m_pages) {
-        m_pages->dissolve();
-    }
-    backward(m_members, [](const Member& member) { delete member.widget; });
-    delete m_pages;
-    m_indexes.clear();
-    while (!m_members.empty()) {
-        m_members.pop_back();
+    initialise(diagnostics);
+    // Receivers hear a signal in the order in which they were connected. Wires come before widgets,
+    // so that the other devices hear a value before the device's own widget reacts to it, and
+    // perhaps makes it send the next.
+    const QSet<Node*> rewired = connectWires(plan.wires);
+    show(plan, rewired, diagnostics);
+    for (const auto& node : m_nodes) {
+        node->postInitialise();
     }
 }
 
-void Panel::createDevices()
+void Panel::endAllBut(const PanelPlan& plan)
 {
-    m_members.reserve(m_description.devices.size());
-    for (const DeviceSetting& setting : m_description.devices) {
-        const QString id = setting.id.text;
-        m_indexes.insert(id, int(m_members.size()));
-        m_members.push_back({&setting, nullptr, nullptr, false, {}});
-        Member& member = m_members.back();
-        member.device.reset(m_manager.createDevice(setting.type.text));
-        BaseDevice* device = member.device.get();
-        if (!device) {
-            fail(member, "did not start", {"unknown device type " + inQuotes(setting.type.text)});
-            continue;
+    const QSet<Node*> staying(plan.nodes.cbegin(), plan.nodes.cend());
+    std::vector<Node*> ending;
+    for (auto node = m_nodes.rbegin(); node != m_nodes.rend(); ++node) {
+        if (!staying.contains(node->get())) {
+            ending.push_back(node->get());
         }
-        device->setObjectName(id);
-        device->setNetworkAllowed(setting.network);
-        setParams(setting, *device);
-        connect(device, &BaseDevice::paramChanged, this,
-                [this, id, device](const QString& param, const QString& value) {
-                    if (device->isRunning()) {
-                        emit parameterWritten(id, param, value);
-                    }
-                });
     }
-}
-
-void Panel::setParams(const DeviceSetting& setting, BaseDevice& device) const
-{
-    const auto set = [&device](const QString& param, const QString& value) {
-        if (device.params().contains(param)) {
-            device.setParam(param, value);
+    const auto each = [&ending](void (Node::*step)()) {
+        for (Node* node : ending) {
+            (node->*step)();
         }
     };
-    for (const ParamSetting& param : setting.params) {
-        set(param.name.text, param.value.text);
+    each(&Node::clearRunning);
+    each(&Node::preShutdown);
+    cutAllBut(plan.wires, staying);
+    each(&Node::deinitialiseWidget);
+    each(&Node::deinitialise);
+    if (plan.nodes.empty() && m_surface) {
+        m_surface->release();
     }
-    const auto saved = m_saved.value(setting.id.text);
-    for (auto param = saved.cbegin(); param != saved.cend(); ++param) {
-        set(param.key(), param.value());
+    each(&Node::deleteWidget);
+    if (plan.nodes.empty() && m_surface) {
+        m_surface->clear();
+    }
+    for (auto node = m_nodes.rbegin(); node != m_nodes.rend(); ++node) {
+        if (!staying.contains(node->get())) {
+            node->reset();
+        }
     }
 }
 
-void Panel::initialiseDevices()
+/// Of the wires that begin at a device the first ones stay, up to where the plan has others: those
+/// behind are connected again, so that receivers hear in the plan's order.
+void Panel::cutAllBut(const QVector<PlannedWire>& wires, const QSet<Node*>& staying)
 {
-    for (Member& member : m_members) {
-        if (!member.device) {
+    QHash<QString, QVector<PlannedWire>> planned;
+    for (const PlannedWire& wire : wires) {
+        planned[wire.from].append(wire);
+    }
+    const auto isUnchanged = [&](const PlannedWire& wire) {
+        QVector<PlannedWire>& rest = planned[wire.from];
+        const bool stays = !rest.isEmpty() && rest.constFirst() == wire &&
+                           staying.contains(m_byId.value(wire.from)) &&
+                           staying.contains(m_byId.value(wire.to));
+        stays ? rest.removeFirst() : rest.clear();
+        return stays;
+    };
+    std::vector<LiveWire> kept;
+    std::vector<LiveWire> cut;
+    for (LiveWire& wire : m_wires) {
+        (isUnchanged(wire.plan) ? kept : cut).push_back(std::move(wire));
+    }
+    while (!cut.empty()) {
+        QObject::disconnect(cut.back().direct);
+        cut.pop_back();
+    }
+    m_wires = std::move(kept);
+}
+
+void Panel::takeOver(PanelPlan& plan)
+{
+    std::unordered_map<const Node*, std::unique_ptr<Node>> all;
+    for (auto* nodes : {&m_nodes, &plan.made}) {
+        for (auto& node : *nodes) {
+            const Node* const key = node.get();
+            all.emplace(key, std::move(node));
+        }
+    }
+    m_nodes.clear();
+    m_byId.clear();
+    for (Node* node : plan.nodes) {
+        m_nodes.push_back(std::move(all[node]));
+        m_byId.insert(node->id(), node);
+        connect(node, &Node::parameterWritten, this, &Panel::parameterWritten,
+                Qt::UniqueConnection);
+    }
+}
+
+void Panel::initialise(Diagnostics& diagnostics)
+{
+    for (const auto& node : m_nodes) {
+        if (node->state() == Node::State::Created && !node->initialise()) {
+            report(*node, "did not start", diagnostics);
+        }
+        if (node->state() == Node::State::Initialised) {
+            node->setRunning();
+        }
+    }
+}
+
+/// Connects what is not connected yet. Returns the running devices that have got new wires.
+QSet<Node*> Panel::connectWires(const QVector<PlannedWire>& wires)
+{
+    QHash<QString, int> connected; // by the device that they begin at
+    for (const LiveWire& wire : m_wires) {
+        ++connected[wire.plan.from];
+    }
+    QSet<Node*> rewired;
+    for (const PlannedWire& wire : wires) {
+        if (connected[wire.from]-- > 0) {
             continue;
         }
-        QStringList reasons;
-        const auto reports = connect(member.device.get(), &BaseDevice::errorOccurred, this,
-                                     [&reasons](const QString& reason) { reasons.append(reason); });
-        member.isUsable = member.device->initialise();
-        QObject::disconnect(reports);
-        if (member.isUsable) {
-            member.device->setRunning(true);
-        } else {
-            fail(member, "did not start", reasons + member.device->paramFaults());
+        Node* const from = m_byId.value(wire.from);
+        Node* const to = m_byId.value(wire.to);
+        if (!from->isUsable() || !to->isUsable()) {
+            continue;
+        }
+        connectWire(wire, *from, *to);
+        if (from->state() == Node::State::Running) {
+            rewired.insert(from);
         }
     }
+    return rewired;
 }
 
-void Panel::connectWires()
+void Panel::connectWire(const PlannedWire& plan, Node& from, Node& to)
 {
-    const CycleFinder circles(m_description);
-    for (int arrow = 0; arrow < m_description.connections.size(); ++arrow) {
-        connectArrow(arrow, circles.closes(arrow));
-    }
-}
-
-void Panel::connectArrow(int number, bool closesCircle)
-{
-    const ConnectionSetting& arrow = m_description.connections[number];
-    const Member* from = find(arrow.from.device.text);
-    const Member* to = find(arrow.to.device.text);
-    for (const Endpoint* end : {&arrow.from, &arrow.to}) {
-        if (!find(end->device.text)) {
-            reportUnknownDevice(*end, m_description, m_diagnostics);
-        }
-    }
-    if (!from || !to || !from->isUsable || !to->isUsable) {
+    Wire wire;
+    wire.provider = from.device()->getProvider(plan.signal, wire.signal);
+    wire.receiver = to.device()->getReceiver(plan.slot, wire.slot);
+    if (!wire.provider || !wire.receiver) {
         return;
     }
-    const auto wire = resolveConnection(arrow, *from->device, *to->device, m_diagnostics);
-    if (!wire) {
-        return;
-    }
-    LiveWire live;
-    if (closesCircle) {
-        live.queued = std::make_unique<QueuedWire>(*wire);
+    LiveWire live{plan, {}, nullptr};
+    if (plan.isQueued) {
+        live.queued = std::make_unique<QueuedWire>(wire);
     } else {
-        live.direct = connectWire(*wire, Qt::AutoConnection);
-    }
-    if (live.queued && !live.queued->isConnected()) {
-        m_diagnostics.error(
-            arrow.whole.place,
-            inQuotes(arrow.whole.text) +
-                " closes a circle, and its values are of a type that cannot go round "
-                "one");
-        return;
+        live.direct = norvo::connectWire(wire, Qt::AutoConnection);
     }
     m_wires.push_back(std::move(live));
-    to->device->addSignal(arrow.from.device.text + "." + wire->signal);
-}
-
-void Panel::showWidgets(QWidget* page)
-{
-    std::vector<Member*> shown;
-    QVector<Cells> wishes;
-    for (Member& member : m_members) {
-        if (member.isUsable && !dynamic_cast<BaseGuiDevice*>(member.device.get())) {
-            continue;
-        }
-        shown.push_back(&member);
-        wishes.append(readCells([&member](const QString& param) {
-            return member.device && member.device->params().contains(param)
-                       ? member.device->getParam(param).value()
-                       : settingOf(*member.setting, param);
-        }));
-    }
-    const Placement placement(wishes);
-    m_pages = new PanelPages(placement.areas());
-    if (!page->layout()) {
-        new QVBoxLayout(page);
-    }
-    page->layout()->addWidget(m_pages);
-    for (size_t i = 0; i < shown.size(); ++i) {
-        showWidget(*shown[i], placement.cells()[int(i)]);
+    const QString incoming = plan.from + "." + wire.signal;
+    if (!to.device()->getIncomingConnections().contains(incoming)) {
+        to.device()->addSignal(incoming);
     }
 }
 
-void Panel::postInitialiseDevices()
+void Panel::show(PanelPlan& plan, const QSet<Node*>& rewired, Diagnostics& diagnostics)
 {
-    for (const Member& member : m_members) {
-        if (member.isUsable) {
-            member.device->postInitialisation();
-        }
-    }
-}
-
-void Panel::showWidget(Member& member, const Cells& cells)
-{
-    if (member.isUsable) {
-        member.widget = static_cast<BaseGuiDevice*>(member.device.get())->createWidget();
-        if (!member.widget) {
-            fail(member, "is not shown", {"it made no widget"});
-        }
-    }
-    if (!member.widget) {
-        m_pages->place(new ErrorTile(member.setting->id.text, member.reasons.join('\n')), cells);
+    if (!m_surface) {
         return;
     }
-    member.widget->setObjectName(member.setting->id.text);
-    m_pages->place(member.widget, cells);
-    member.widget->initialise();
+    // One that failed just now may need cells for its tile.
+    if (std::any_of(m_nodes.cbegin(), m_nodes.cend(),
+                    [](const auto& node) { return node->state() == Node::State::Failed; })) {
+        plan.layOut();
+    }
+    m_surface->setAreas(plan.areas);
+    for (size_t i = 0; i < m_nodes.size(); ++i) {
+        Node& node = *m_nodes[i];
+        const bool isNew = node.state() == Node::State::Initialised;
+        if (node.isShowable()) {
+            showNode(node, plan.cells[int(i)], diagnostics);
+        }
+        if (isNew || rewired.contains(&node)) {
+            node.initialiseWidget();
+        }
+    }
 }
 
-void Panel::fail(Member& member, const QString& what, const QStringList& reasons)
+void Panel::showNode(Node& node, const Cells& cells, Diagnostics& diagnostics)
 {
-    member.reasons = reasons.isEmpty() ? QStringList("it gave no reason") : reasons;
-    m_diagnostics.error(member.setting->id.place, QString("device %1 %2: %3")
-                                                      .arg(inQuotes(member.setting->id.text), what,
-                                                           member.reasons.join("; ")));
+    if (!node.widget() && node.state() == Node::State::Initialised && !node.createWidget()) {
+        report(node, "is not shown", diagnostics);
+    }
+    if (node.widget()) {
+        m_surface->place(node.widget(), cells);
+    } else {
+        m_surface->placeError(node.id(), node.errors().join('\n'), cells);
+    }
 }
 
 } // namespace norvo

@@ -38,14 +38,14 @@ void QueuedWire::noteSent()
     if (!m_isOpen) {
         return;
     }
-    if (m_underway < kLimit) {
+    if (m_underway < kMaxUnderway) {
         ++m_underway;
         return;
     }
     close();
-    if (!m_lossTold) {
-        m_lossTold = true;
-        qWarning().noquote() << QString("%1.%2 -> %3.%4 goes round a circle that multiplies its "
+    if (!m_lossReported) {
+        m_lossReported = true;
+        qWarning().noquote() << QString("%1.%2 -> %3.%4 goes round a cycle that multiplies its "
                                         "values; some are lost")
                                     .arg(m_wire.provider->objectName(), m_wire.signal,
                                          m_wire.receiver->objectName(), m_wire.slot);
@@ -55,7 +55,7 @@ void QueuedWire::noteSent()
 void QueuedWire::noteArrived()
 {
     --m_underway;
-    if (!m_isOpen && m_underway <= kLimit / 2) {
+    if (!m_isOpen && m_underway <= kMaxUnderway / 2) {
         open();
     }
 }

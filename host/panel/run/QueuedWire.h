@@ -14,7 +14,7 @@ class QueuedWire : public QObject
     Q_OBJECT
 
 public:
-    static constexpr int kLimit = 1000; ///< Values under way.
+    static constexpr int kMaxUnderway = 1000; ///< Values under way.
 
     /// Both ends must outlive the wire.
     explicit QueuedWire(const Wire& wire);
@@ -35,7 +35,7 @@ private:
     QMetaObject::Connection m_arrivals;
     bool m_isConnected = false;
     bool m_isOpen = false;
-    bool m_lossTold = false;
+    bool m_lossReported = false;
     int m_underway = 0;
 };
 

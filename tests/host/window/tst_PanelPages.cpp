@@ -50,14 +50,16 @@ private slots:
 
 void tst_PanelPages::withoutAreasThereIsOneGridAndNoTab()
 {
-    const PanelPages pages({});
+    PanelPages pages;
+    pages.setAreas({});
     QVERIFY(!pages.findChild<QTabWidget*>());
-    QCOMPARE(pages.grid(""), pages.layout());
+    QVERIFY(pages.grid(""));
 }
 
 void tst_PanelPages::eachAreaIsATab()
 {
-    const PanelPages pages({"Motors", "Heat & air"});
+    PanelPages pages;
+    pages.setAreas({"Motors", "Heat & air"});
     auto* tabs = pages.findChild<QTabWidget*>();
     QVERIFY(tabs);
     QCOMPARE(tabs->count(), 2);
@@ -71,7 +73,8 @@ void tst_PanelPages::eachAreaIsATab()
 
 void tst_PanelPages::widgetsCoverTheirCells()
 {
-    PanelPages pages({});
+    PanelPages pages;
+    pages.setAreas({});
     auto* widget = new QWidget;
     pages.place(widget, {"", 2, 1, 3, 4});
 

@@ -11,14 +11,14 @@ using norvo::CycleFinder;
 
 namespace {
 
-/// The circles as "<number of the arrow>: a -> b -> a".
-QStringList circlesOf(const norvo::PanelDescription& description)
+/// The cycles as "<number of the arrow>: a -> b -> a".
+QStringList cyclesOf(const norvo::PanelDescription& description)
 {
-    const CycleFinder circles(description);
+    const CycleFinder cycles(description);
     QStringList found;
     for (int i = 0; i < description.connections.size(); ++i) {
-        if (circles.closes(i)) {
-            found.append(QString("%1: %2").arg(i + 1).arg(circles.way(i).join(" -> ")));
+        if (cycles.closes(i)) {
+            found.append(QString("%1: %2").arg(i + 1).arg(cycles.cycle(i)));
         }
     }
     return found;
@@ -44,14 +44,19 @@ class tst_CycleFinder : public QObject
     Q_OBJECT
 
 private slots:
-    void arrowsThatCloseCircles_data();
-    void arrowsThatCloseCircles();
-    void arrowsLeftOverHaveNoCircle();
+    void connectionsThatCloseCycles_data();
+    void connectionsThatCloseCycles();
+    void connectionsLeftOverHaveNoCycle();
+    void middleOfALongCycleIsLeftOut();
+    void valuesThatMultiplyBeyondBounds_data();
+    void valuesThatMultiplyBeyondBounds();
+    void deepDoublingsTakeNoTime();
+    void manyLongCyclesTakeNoTime();
     void thousandsOfDevicesTakeNoTime_data();
     void thousandsOfDevicesTakeNoTime();
 };
 
-void tst_CycleFinder::arrowsThatCloseCircles_data()
+void tst_CycleFinder::connectionsThatCloseCycles_data()
 {
     QTest::addColumn<QStringList>("arrows");
     QTest::addColumn<QStringList>("expected");
@@ -66,32 +71,32 @@ void tst_CycleFinder::arrowsThatCloseCircles_data()
     QTest::newRow("backAndThere") << QStringList{"ba", "ab"} << QStringList{"2: b -> a -> b"};
     QTest::newRow("threeDevices") << QStringList{"ab", "bc", "ca"}
                                   << QStringList{"3: a -> b -> c -> a"};
-    QTest::newRow("theLastOfTheFileCloses")
-        << QStringList{"ab", "ca", "bc"} << QStringList{"3: c -> a -> b -> c"};
-    QTest::newRow("theShortestWayIsTold")
-        << QStringList{"ab", "bc", "cd", "ad", "da"} << QStringList{"5: a -> d -> a"};
+    QTest::newRow("theWalkBeginsAtTheFirstOfTheFile")
+        << QStringList{"ab", "ca", "bc"} << QStringList{"2: a -> b -> c -> a"};
+    QTest::newRow("thePathOfTheWalkIsNamed")
+        << QStringList{"ab", "bc", "cd", "ad", "da"} << QStringList{"5: a -> b -> c -> d -> a"};
     QTest::newRow("closersAreNotFollowed") << QStringList{"ab", "ba", "bc", "ca"}
                                            << QStringList{"2: a -> b -> a", "4: a -> b -> c -> a"};
     QTest::newRow("bothOfTwo") << QStringList{"ab", "cd", "ba", "dc"}
                                << QStringList{"3: a -> b -> a", "4: c -> d -> c"};
-    QTest::newRow("aTailOfACircleIsNone")
+    QTest::newRow("aTailOfACycleIsNone")
         << QStringList{"ba", "ab", "bc", "db"} << QStringList{"2: b -> a -> b"};
 }
 
-void tst_CycleFinder::arrowsThatCloseCircles()
+void tst_CycleFinder::connectionsThatCloseCycles()
 {
     QFETCH(QStringList, arrows);
     QFETCH(QStringList, expected);
 
-    QCOMPARE(circlesOf(relays("abcd", arrows)), expected);
+    QCOMPARE(cyclesOf(relays("abcd", arrows)), expected);
     // The order of the devices in the file makes no difference.
-    QCOMPARE(circlesOf(relays("dcba", arrows)), expected);
+    QCOMPARE(cyclesOf(relays("dcba", arrows)), expected);
 }
 
-void tst_CycleFinder::arrowsLeftOverHaveNoCircle()
+void tst_CycleFinder::connectionsLeftOverHaveNoCycle()
 {
     // As many random arrows as make many circles: without those that close one, a walk along the
-    // others must come to an end everywhere, and each way told must be one along them.
+    // others must come to an end everywhere, and each that does must lead back along them.
     const int count = 60;
     QRandomGenerator random(7);
     QVector<norvo::DeviceSetting> devices;
@@ -104,39 +109,116 @@ void tst_CycleFinder::arrowsLeftOverHaveNoCircle()
             QString("%1.output -> %2.input").arg(random.bounded(count)).arg(random.bounded(count)));
     }
     const auto description = describe::panel(devices, arrows);
-    const CycleFinder circles(description);
+    const CycleFinder cycles(description);
 
     QMap<QString, QStringList> next;
-    int closers = 0;
+    QStringList closing;
     for (int i = 0; i < arrows.size(); ++i) {
-        const norvo::ConnectionSetting& arrow = description.connections[i];
-        const QString from = arrow.from.device.text;
-        const QString to = arrow.to.device.text;
-        // Plain search along the arrows so far: does `to` lead to `from`?
-        QStringList reached{to};
-        for (int k = 0; k < reached.size(); ++k) {
+        const norvo::ConnectionSetting& setting = description.connections[i];
+        if (cycles.closes(i)) {
+            closing.append(setting.from.device.text + " " + setting.to.device.text);
+        } else {
+            next[setting.from.device.text].append(setting.to.device.text);
+        }
+    }
+    // Plain search along what is left.
+    const auto leadsTo = [&next](const QString& from, const QString& to) {
+        QStringList reached{from};
+        for (int k = 0; k < reached.size() && !reached.contains(to); ++k) {
             for (const QString& id : next.value(reached[k])) {
                 if (!reached.contains(id)) {
                     reached.append(id);
                 }
             }
         }
-        QCOMPARE(circles.closes(i), reached.contains(from));
-        if (!circles.closes(i)) {
-            next[from].append(to);
-            continue;
-        }
-        ++closers;
-        const QStringList way = circles.way(i);
-        QCOMPARE(way.first(), to);
-        QCOMPARE(way.last(), to);
-        QCOMPARE(way[way.size() - 2], from);
-        for (int k = 0; k + 2 < way.size(); ++k) {
-            QVERIFY(next.value(way[k]).contains(way[k + 1]));
+        return reached.contains(to);
+    };
+    for (const QString& from : next.keys()) {
+        for (const QString& to : next.value(from)) {
+            QVERIFY(!leadsTo(to, from));
         }
     }
-    QVERIFY(closers > 20);
-    QVERIFY(closers < arrows.size() / 2);
+    for (const QString& pair : closing) {
+        QVERIFY2(leadsTo(pair.section(' ', 1), pair.section(' ', 0, 0)), qPrintable(pair));
+    }
+    QVERIFY(closing.size() > 20);
+    QVERIFY(closing.size() < arrows.size() / 2);
+}
+
+void tst_CycleFinder::middleOfALongCycleIsLeftOut()
+{
+    const auto ring = [](int count) {
+        QStringList arrows;
+        for (int i = 0; i < count; ++i) {
+            arrows.append(QString("%1%2").arg(QChar('a' + i)).arg(QChar('a' + (i + 1) % count)));
+        }
+        return relays("abcdefghijklmnopqrstuvwxyz", arrows);
+    };
+    QCOMPARE(cyclesOf(ring(12)),
+             QStringList("12: a -> b -> c -> d -> e -> f -> g -> h -> i -> j -> k -> l -> a"));
+    QCOMPARE(cyclesOf(ring(26)), QStringList("26: a -> b -> c -> d -> e -> f -> (14 more) -> u -> "
+                                             "v -> w -> x -> y -> z -> a"));
+}
+
+void tst_CycleFinder::valuesThatMultiplyBeyondBounds_data()
+{
+    QTest::addColumn<QStringList>("arrows");
+    QTest::addColumn<int>("expected");
+    const auto doubled = [](const QString& ids) {
+        QStringList arrows;
+        for (int i = 0; i + 1 < ids.size(); ++i) {
+            arrows += QStringList{ids.mid(i, 2), ids.mid(i, 2)};
+        }
+        return arrows;
+    };
+    QTest::newRow("aChainDoesNot") << QStringList{"ab", "bc", "cd"} << -1;
+    // Of k steps, each taken twice, 2^(k+1) - 2 calls: 65534, 131070.
+    QTest::newRow("fifteenDoublings") << doubled("abcdefghijklmnop") << -1;
+    QTest::newRow("sixteenDoublings") << doubled("abcdefghijklmnopq") << 0;
+    QTest::newRow("theFirstBeyondIsFound") << doubled("abcdefghijklmnopqrstuvwxyz") << 9;
+    QTest::newRow("whatClosesACycleDoesNotCount") << QStringList{"ab", "ba", "ba", "ab"} << -1;
+}
+
+void tst_CycleFinder::valuesThatMultiplyBeyondBounds()
+{
+    QFETCH(QStringList, arrows);
+    QTEST(CycleFinder(relays("abcdefghijklmnopqrstuvwxyz", arrows)).multiplier(), "expected");
+}
+
+void tst_CycleFinder::deepDoublingsTakeNoTime()
+{
+    QVector<norvo::DeviceSetting> devices;
+    QStringList arrows;
+    for (int i = 0; i < 5000; ++i) {
+        devices.append(describe::device(QString::number(i), "relay"));
+        const QString arrow = QString("%1.output -> %2.input").arg(i).arg(i + 1);
+        arrows += QStringList{arrow, arrow};
+    }
+    const auto description = describe::panel(devices, arrows);
+    QElapsedTimer time;
+    time.start();
+    const CycleFinder cycles(description);
+    QVERIFY2(time.elapsed() < 500, qPrintable(QString::number(time.elapsed())));
+    QVERIFY(cycles.multiplier() > 0);
+}
+
+void tst_CycleFinder::manyLongCyclesTakeNoTime()
+{
+    const int count = 20000;
+    QVector<norvo::DeviceSetting> devices;
+    QStringList arrows;
+    for (int i = 0; i < count; ++i) {
+        devices.append(describe::device(QString::number(i), "relay"));
+        arrows.append(QString("%1.output -> %2.input").arg(i).arg(i + 1));
+        arrows.append(QString("%1.output -> 0.input").arg(i));
+    }
+    const auto description = describe::panel(devices, arrows);
+    QElapsedTimer time;
+    time.start();
+    const CycleFinder cycles(description);
+    QVERIFY2(time.elapsed() < 1000, qPrintable(QString::number(time.elapsed())));
+    QVERIFY(cycles.closes(2 * count - 1));
+    QVERIFY(cycles.cycle(2 * count - 1).size() < 200);
 }
 
 void tst_CycleFinder::thousandsOfDevicesTakeNoTime_data()
@@ -174,9 +256,13 @@ void tst_CycleFinder::thousandsOfDevicesTakeNoTime()
 
     QElapsedTimer time;
     time.start();
-    const CycleFinder circles(description);
+    const CycleFinder cycles(description);
     QVERIFY2(time.elapsed() < 1000, qPrintable(QString::number(time.elapsed())));
-    QCOMPARE(circles.closes(arrows.size() - 1), isRing);
+    int closing = 0;
+    for (int i = 0; i < arrows.size(); ++i) {
+        closing += cycles.closes(i) ? 1 : 0;
+    }
+    QCOMPARE(closing, isRing ? 1 : 0);
 }
 
 NORVO_GUILESS_TEST(tst_CycleFinder)

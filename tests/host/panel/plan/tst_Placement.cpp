@@ -226,7 +226,7 @@ void tst_Placement::faultsOfPlacementTexts()
 {
     QFETCH(QString, param);
     QFETCH(QString, value);
-    QTEST(norvo::placementFault(param, value), "fault");
+    QTEST(norvo::placementError(param, value), "fault");
 }
 
 void tst_Placement::manyDevicesTakeNoTime_data()

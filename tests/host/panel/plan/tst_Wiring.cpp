@@ -48,7 +48,6 @@ private slots:
     void refuses();
     void longListsAreCut();
     void receiverThatConvertsIsAskedForTheSignalsArguments();
-    void missingDevice();
     void connects();
     void queuedArrowsStoreArrays();
     void queuedArrowsRefuseWhatCannotBeStored();
@@ -214,19 +213,6 @@ void tst_Wiring::receiverThatConvertsIsAskedForTheSignalsArguments()
     QCOMPARE(describe::lines(diagnostics), QStringList());
     QVERIFY(wire);
     QCOMPARE(wire->slot, "show(double)");
-}
-
-void tst_Wiring::missingDevice()
-{
-    const auto description = describe::panel({describe::device("pump", "relay")});
-    const ConnectionSetting arrow = describe::arrow("pmup.output -> valve.input", 7);
-    Diagnostics diagnostics("panel.yaml");
-    reportUnknownDevice(arrow.from, description, diagnostics);
-    reportUnknownDevice(arrow.to, description, diagnostics);
-    QCOMPARE(
-        describe::lines(diagnostics),
-        (QStringList{"panel.yaml:7:1: error: there is no device \"pmup\"; did you mean \"pump\"?",
-                     "panel.yaml:7:16: error: there is no device \"valve\""}));
 }
 
 void tst_Wiring::connects()

@@ -1,6 +1,7 @@
 #include "host/panel/run/Panel.h"
 
 #include "host/panel/Descriptions.h"
+#include "host/panel/TestPanel.h"
 #include "GridPlace.h"
 
 #include "fixtures/relays/RecorderDevice.h"
@@ -26,6 +27,9 @@ public:
     {
         addParam("given", "default");
         addParam("Written", "");
+        addParam("stored", "default");
+        getParam("written").setPersistent();
+        getParam("stored").setPersistent();
     }
 
     bool initialise() override
@@ -44,7 +48,11 @@ public:
     }
 
 public slots:
-    void input(QString text) { setParam("written", text); }
+    void input(QString text)
+    {
+        setParam("written", text);
+        setParam("given", text);
+    }
 };
 
 class tst_Panel : public QObject
@@ -55,9 +63,9 @@ private slots:
     void initTestCase();
     void idIsTheNameOfDeviceAndWidget();
     void savedStateGoesOverTheFile();
-    void strayStateIsLeftAside();
-    void onlyWhatIsWrittenWhileRunningIsTold();
-    void arrowThatCannotBeConnectedIsAFault();
+    void stateSetsOnlyWhatADeviceStoresByItself();
+    void onlyWhatADeviceStoresWhileRunningIsReported();
+    void connectionThatCannotBeMadeIsAnError();
     void widgetsStandInTheirCells();
     void areasAreTabs();
 
@@ -75,8 +83,8 @@ void tst_Panel::initTestCase()
 
 void tst_Panel::idIsTheNameOfDeviceAndWidget()
 {
-    Panel panel(m_manager, describe::panel({describe::device("Öl pump.1", "WRITING"),
-                                            describe::device("r", "recorder")}));
+    TestPanel panel(m_manager, describe::panel({describe::device("Öl pump.1", "WRITING"),
+                                                describe::device("r", "recorder")}));
     panel.start(&m_page);
     QCOMPARE(panel.device("Öl pump.1")->objectName(), "Öl pump.1");
     QCOMPARE(panel.widget("Öl pump.1")->objectName(), "Öl pump.1");
@@ -88,31 +96,42 @@ void tst_Panel::idIsTheNameOfDeviceAndWidget()
 
 void tst_Panel::savedStateGoesOverTheFile()
 {
-    Panel panel(m_manager,
-                describe::panel({describe::device("a", "writing", {{"given", "by file"}}),
-                                 describe::device("b", "writing", {{"GIVEN", "by file"}}),
-                                 describe::device("c", "writing")}),
-                PanelState{{"a", {{"Given", "by state"}}}});
+    TestPanel panel(m_manager,
+                    describe::panel({describe::device("a", "writing", {{"stored", "by file"}}),
+                                     describe::device("b", "writing", {{"STORED", "by file"}}),
+                                     describe::device("c", "writing")}),
+                    PanelState{{"a", {{"Stored", "by state"}}}});
     panel.start(&m_page);
-    QCOMPARE(panel.device("a")->getParam("given").value(), "by state");
-    QCOMPARE(panel.device("b")->getParam("given").value(), "by file");
-    QCOMPARE(panel.device("c")->getParam("given").value(), "default");
+    QCOMPARE(panel.device("a")->getParam("stored").value(), "by state");
+    QCOMPARE(panel.device("b")->getParam("stored").value(), "by file");
+    QCOMPARE(panel.device("c")->getParam("stored").value(), "default");
+    QCOMPARE(describe::lines(panel.diagnostics()), QStringList());
 }
 
-void tst_Panel::strayStateIsLeftAside()
+void tst_Panel::stateSetsOnlyWhatADeviceStoresByItself()
 {
     qApp->setProperty("alert", QVariant());
-    Panel panel(m_manager, describe::panel({describe::device("a", "writing")}),
-                PanelState{{"a", {{"gone", "1"}}}, {"nobody", {{"given", "1"}}}});
+    TestPanel panel(
+        m_manager, describe::panel({describe::device("a", "writing")}),
+        PanelState{{"a", {{"given", "1"}, {"gone", "1"}}}, {"nobody", {{"stored", "1"}}}});
     panel.start(&m_page);
-    QCOMPARE(describe::lines(panel.diagnostics()), QStringList());
+    const QString file = "panel.state.yaml: warning: ";
+    QCOMPARE(describe::lines(panel.diagnostics()),
+             QStringList({file + "\"a\" does not store a parameter \"given\" by itself; its saved "
+                                 "value is left aside",
+                          file + "\"a\" does not store a parameter \"gone\" by itself; its saved "
+                                 "value is left aside",
+                          file + "there is no device \"nobody\"; its saved values are left "
+                                 "aside"}));
+    QCOMPARE(panel.device("a")->getParam("given").value(), "default");
     QVERIFY(!qApp->property("alert").isValid());
     QVERIFY(!panel.device("nobody"));
 }
 
-void tst_Panel::onlyWhatIsWrittenWhileRunningIsTold()
+void tst_Panel::onlyWhatADeviceStoresWhileRunningIsReported()
 {
-    Panel panel(m_manager, describe::panel({describe::device("a", "writing", {{"given", "x"}})}));
+    TestPanel panel(m_manager,
+                    describe::panel({describe::device("a", "writing", {{"given", "x"}})}));
     QSignalSpy written(&panel, &Panel::parameterWritten);
     panel.start(&m_page);
     QCOMPARE(written.size(), 1);
@@ -125,12 +144,12 @@ void tst_Panel::onlyWhatIsWrittenWhileRunningIsTold()
     QCOMPARE(written.size(), 2);
 }
 
-void tst_Panel::arrowThatCannotBeConnectedIsAFault()
+void tst_Panel::connectionThatCannotBeMadeIsAnError()
 {
-    Panel panel(m_manager,
-                describe::panel(
-                    {describe::device("tick", "ticker"), describe::device("r", "recorder")},
-                    {"tick.value -> r.input", "tock.value -> r.input", "tick.value -> r.inputs"}));
+    TestPanel panel(m_manager, describe::panel({describe::device("tick", "ticker"),
+                                                describe::device("r", "recorder")},
+                                               {"tick.value -> r.input", "tock.value -> r.input",
+                                                "tick.value -> r.inputs"}));
     panel.start(&m_page);
     QCOMPARE(describe::lines(panel.diagnostics()),
              QStringList({"panel.yaml:2:1: error: there is no device \"tock\"; did you mean "
@@ -142,28 +161,27 @@ void tst_Panel::arrowThatCannotBeConnectedIsAFault()
 
 void tst_Panel::widgetsStandInTheirCells()
 {
-    Panel panel(
-        m_manager,
-        describe::panel({describe::device("below", "writing"), describe::device("r", "recorder"),
-                         describe::device("wide", "writing",
-                                          {{"widget/row", "0"},
-                                           {"widget/column", "1"},
-                                           {"widget/rowspan", "2"},
-                                           {"widget/colspan", "3"}})}),
-        PanelState{{"wide", {{"widget/column", "2"}}}});
+    TestPanel panel(m_manager, describe::panel({describe::device("below", "writing"),
+                                                describe::device("r", "recorder"),
+                                                describe::device("wide", "writing",
+                                                                 {{"widget/row", "0"},
+                                                                  {"widget/column", "1"},
+                                                                  {"widget/rowspan", "2"},
+                                                                  {"widget/colspan", "3"}})}));
     panel.start(&m_page);
     QVERIFY(!m_page.findChild<QTabWidget*>());
-    QCOMPARE(placeOf(m_page, "wide"), "0,2,2,3");
+    QCOMPARE(placeOf(m_page, "wide"), "0,1,2,3");
     QCOMPARE(placeOf(m_page, "below"), "2,0,1,1");
 }
 
 void tst_Panel::areasAreTabs()
 {
-    Panel panel(m_manager,
-                describe::panel({describe::device("none", "writing"),
-                                 describe::device("m", "writing", {{"widget/area", "Motors"}}),
-                                 describe::device("a", "writing", {{"widget/area", "Air"}}),
-                                 describe::device("n", "writing", {{"widget/area", "Motors"}})}));
+    TestPanel panel(
+        m_manager,
+        describe::panel({describe::device("none", "writing"),
+                         describe::device("m", "writing", {{"widget/area", "Motors"}}),
+                         describe::device("a", "writing", {{"widget/area", "Air"}}),
+                         describe::device("n", "writing", {{"widget/area", "Motors"}})}));
     panel.start(&m_page);
     const auto* tabs = m_page.findChild<QTabWidget*>();
     QVERIFY(tabs);

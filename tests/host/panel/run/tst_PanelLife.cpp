@@ -1,6 +1,7 @@
 #include "host/panel/run/Panel.h"
 
 #include "host/panel/Descriptions.h"
+#include "host/panel/TestPanel.h"
 
 #include "fixtures/relays/RecorderDevice.h"
 #include "fixtures/relays/StepsDevice.h"
@@ -8,8 +9,6 @@
 #include "TestMain.h"
 
 #include <QtTest>
-
-using norvo::Panel;
 
 /// Notes how many of its kind are running at each step of its life.
 class FlagDevice : public BaseDevice
@@ -112,7 +111,7 @@ norvo::PanelDescription tst_PanelLife::chain() const
 
 void tst_PanelLife::allTakeEachStepBeforeAnyTakesTheNext()
 {
-    Panel panel(m_manager, chain());
+    TestPanel panel(m_manager, chain());
     QCOMPARE(takeSteps(), QStringList());
     panel.start(&m_page);
     QCOMPARE(takeSteps(),
@@ -126,7 +125,7 @@ void tst_PanelLife::allTakeEachStepBeforeAnyTakesTheNext()
 
 void tst_PanelLife::stopIsTheWayBack()
 {
-    Panel panel(m_manager, chain());
+    TestPanel panel(m_manager, chain());
     panel.start(&m_page);
     takeSteps();
     panel.stop();
@@ -141,8 +140,8 @@ void tst_PanelLife::stopIsTheWayBack()
 
 void tst_PanelLife::runningFlagStandsFromBeforeTheFirstPostInitialisationToTheStop()
 {
-    Panel panel(m_manager,
-                describe::panel({describe::device("a", "flag"), describe::device("b", "flag")}));
+    TestPanel panel(
+        m_manager, describe::panel({describe::device("a", "flag"), describe::device("b", "flag")}));
     panel.start(&m_page);
     panel.stop();
     QCOMPARE(FlagDevice::log,
@@ -153,7 +152,7 @@ void tst_PanelLife::runningFlagStandsFromBeforeTheFirstPostInitialisationToTheSt
 
 void tst_PanelLife::startAndStopTwiceAreOne()
 {
-    Panel panel(m_manager, chain());
+    TestPanel panel(m_manager, chain());
     panel.stop();
     QVERIFY(!panel.isStarted());
     panel.start(&m_page);
@@ -168,7 +167,7 @@ void tst_PanelLife::startAndStopTwiceAreOne()
 
 void tst_PanelLife::startsAgainAfterAStop()
 {
-    Panel panel(m_manager, chain());
+    TestPanel panel(m_manager, chain());
     panel.start(&m_page);
     panel.stop();
     QVERIFY(!panel.device("a"));
@@ -180,7 +179,7 @@ void tst_PanelLife::startsAgainAfterAStop()
 void tst_PanelLife::destructorStops()
 {
     {
-        Panel panel(m_manager, chain());
+        TestPanel panel(m_manager, chain());
         panel.start(&m_page);
         takeSteps();
     }
@@ -191,7 +190,7 @@ void tst_PanelLife::destructorStops()
 void tst_PanelLife::pageMayDieFirst()
 {
     auto* page = new QWidget;
-    Panel panel(m_manager, chain());
+    TestPanel panel(m_manager, chain());
     panel.start(page);
     takeSteps();
     delete page;
@@ -212,7 +211,7 @@ void tst_PanelLife::thousandsOfDevicesStartAndStopQuickly()
         devices.append(describe::device(QString::number(i), "plain"));
         arrows.append(QString("%1.output -> %2.input").arg(i).arg((i + 1) % count));
     }
-    Panel panel(manager, describe::panel(devices, arrows));
+    TestPanel panel(manager, describe::panel(devices, arrows));
     QElapsedTimer time;
     time.start();
     panel.start(&m_page);

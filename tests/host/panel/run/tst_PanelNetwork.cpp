@@ -1,7 +1,7 @@
 #include "host/panel/Descriptions.h"
+#include "host/panel/TestPanel.h"
 
 #include "host/panel/run/Panel.h"
-#include "host/panel/plan/PanelCheck.h"
 #include "norvo/BaseDevice.h"
 #include "norvo/DeviceManager.h"
 #include "norvo/DeviceTypeInfo.h"
@@ -46,7 +46,7 @@ private slots:
 
     void runningDevicesKnowTheirNetwork()
     {
-        norvo::Panel panel(m_manager, twoDevices());
+        TestPanel panel(m_manager, twoDevices());
         QWidget page;
         panel.start(&page);
         QCOMPARE(s_seen, QStringList({"a open", "b closed"}));
@@ -55,7 +55,7 @@ private slots:
     void checkedDevicesKnowTheirNetwork()
     {
         norvo::Diagnostics diagnostics("panel.yaml");
-        norvo::PanelCheck::check(twoDevices(), m_manager, diagnostics);
+        norvo::PanelPlan::make(twoDevices(), m_manager, {}, diagnostics);
         QCOMPARE(s_seen, QStringList({"a open", "b closed"}));
     }
 

@@ -1,6 +1,7 @@
 #include "host/panel/run/Panel.h"
 
 #include "host/panel/Descriptions.h"
+#include "host/panel/TestPanel.h"
 #include "GridPlace.h"
 
 #include "fixtures/relays/FailingDevice.h"
@@ -15,7 +16,6 @@
 #include <QtTest>
 
 using norvo::ErrorTile;
-using norvo::Panel;
 
 class WidgetlessDevice : public BaseGuiDevice
 {
@@ -54,14 +54,14 @@ void tst_PanelTiles::initTestCase()
 void tst_PanelTiles::failedDeviceLeavesATileAndTheRestRuns()
 {
     QTest::ignoreMessage(QtWarningMsg, "bad: told to fail");
-    Panel panel(m_manager,
-                describe::panel(
-                    {describe::device("a", "steps"),
-                     describe::device(
-                         "bad", "failing",
-                         {{"widget/row", "4"}, {"widget/column", "2"}, {"widget/colspan", "3"}}, 9),
-                     describe::device("r", "recorder")},
-                    {"bad.output -> r.input(double)", "bad.nothing -> r.input"}));
+    TestPanel panel(m_manager, describe::panel({describe::device("a", "steps"),
+                                                describe::device("bad", "failing",
+                                                                 {{"widget/row", "4"},
+                                                                  {"widget/column", "2"},
+                                                                  {"widget/colspan", "3"}},
+                                                                 9),
+                                                describe::device("r", "recorder")},
+                                               {"bad.output -> r.input(double)"}));
     panel.start(&m_page);
     QCOMPARE(describe::lines(panel.diagnostics()),
              QStringList("panel.yaml:9:1: error: device \"bad\" did not start: told to fail"));
@@ -81,20 +81,21 @@ void tst_PanelTiles::failedDeviceLeavesATileAndTheRestRuns()
 
 void tst_PanelTiles::tileTellsWhichParameterDoesNotRead()
 {
-    Panel panel(m_manager,
-                describe::panel({describe::device("t", "ticker", {{"interval", "often"}})}));
+    TestPanel panel(m_manager,
+                    describe::panel({describe::device("t", "ticker", {{"interval", "often"}})}));
     panel.start(&m_page);
     const QString reason = "parameter \"interval\": \"often\" is not a number";
     QCOMPARE(describe::lines(panel.diagnostics()),
-             QStringList("panel.yaml: error: device \"t\" did not start: " + reason));
+             QStringList({"panel.yaml: error: device \"t\" did not start: " + reason,
+                          "panel.yaml: error: " + reason}));
     QCOMPARE(m_page.findChild<ErrorTile*>("t")->findChildren<QLabel*>()[1]->text(), reason);
 }
 
 void tst_PanelTiles::failedDeviceWithoutWidgetLeavesATileToo()
 {
-    Panel panel(m_manager,
-                describe::panel({describe::device("t", "ticker", {{"interval", "often"}}),
-                                 describe::device("a", "steps")}));
+    TestPanel panel(m_manager,
+                    describe::panel({describe::device("t", "ticker", {{"interval", "often"}}),
+                                     describe::device("a", "steps")}));
     panel.start(&m_page);
     QCOMPARE(placeOf(m_page, "t"), "0,0,1,1");
     QCOMPARE(placeOf(m_page, "a"), "1,0,1,1");
@@ -102,15 +103,15 @@ void tst_PanelTiles::failedDeviceWithoutWidgetLeavesATileToo()
 
 void tst_PanelTiles::unknownTypeLeavesATileInItsPlace()
 {
-    Panel panel(m_manager,
-                describe::panel({describe::device("x", "no such",
-                                                  {{"widget/Row", "3"}, {"widget/column", "1"}}),
-                                 describe::device("r", "recorder")},
-                                {"x.output -> r.input"}));
+    TestPanel panel(
+        m_manager, describe::panel({describe::device("x", "no such",
+                                                     {{"widget/Row", "3"}, {"widget/column", "1"}}),
+                                    describe::device("r", "recorder")},
+                                   {"x.output -> r.input"}));
     panel.start(&m_page);
     QCOMPARE(describe::lines(panel.diagnostics()),
-             QStringList("panel.yaml: error: device \"x\" did not start: unknown device type "
-                         "\"no such\""));
+             QStringList("panel.yaml: error: unknown device type \"no such\"; valid names: "
+                         "\"failing\", \"recorder\", \"steps\", \"ticker\", \"widgetless\""));
     QCOMPARE(placeOf(m_page, "x"), "3,1,1,1");
     QVERIFY(!panel.device("x"));
     QVERIFY(panel.device("r")->isRunning());
@@ -118,7 +119,7 @@ void tst_PanelTiles::unknownTypeLeavesATileInItsPlace()
 
 void tst_PanelTiles::deviceThatMakesNoWidgetLeavesATile()
 {
-    Panel panel(m_manager, describe::panel({describe::device("w", "widgetless")}));
+    TestPanel panel(m_manager, describe::panel({describe::device("w", "widgetless")}));
     panel.start(&m_page);
     QVERIFY(m_page.findChild<ErrorTile*>("w"));
     QCOMPARE(describe::lines(panel.diagnostics()),

@@ -1,6 +1,7 @@
 #include "host/panel/run/Panel.h"
 
 #include "host/panel/Descriptions.h"
+#include "host/panel/TestPanel.h"
 
 #include "fixtures/relays/RecorderDevice.h"
 #include "fixtures/relays/StepsDevice.h"
@@ -8,8 +9,6 @@
 #include "TestMain.h"
 
 #include <QtTest>
-
-using norvo::Panel;
 
 class tst_PanelWires : public QObject
 {
@@ -56,10 +55,10 @@ void tst_PanelWires::otherDevicesHearAValueInTheOrderOfTheWiringAndBeforeTheOwnW
     DeviceManager manager;
     manager.registerDeviceType<EchoDevice>("echo");
     manager.registerDeviceType<HearingDevice>("hearing");
-    Panel panel(manager,
-                describe::panel({describe::device("x", "hearing"), describe::device("e", "echo"),
-                                 describe::device("y", "hearing")},
-                                {"e.output -> y.input", "e.output -> x.input"}));
+    TestPanel panel(
+        manager, describe::panel({describe::device("x", "hearing"), describe::device("e", "echo"),
+                                  describe::device("y", "hearing")},
+                                 {"e.output -> y.input", "e.output -> x.input"}));
     panel.start(&m_page);
     QCOMPARE(qApp->property("lifecycle").toStringList().filter("hears"),
              QStringList({"y hears", "x hears", "widget hears"}));
@@ -70,10 +69,10 @@ void tst_PanelWires::firstOutputsReachOtherDevices()
     DeviceManager manager;
     manager.registerDeviceType<StepsDevice>("steps");
     manager.registerDeviceType<RecorderDevice>("recorder");
-    Panel panel(manager,
-                describe::panel({describe::device("a", "steps"), describe::device("b", "steps"),
-                                 describe::device("r", "recorder")},
-                                {"b.output -> r.input(double)", "a.output -> b.input"}));
+    TestPanel panel(manager,
+                    describe::panel({describe::device("a", "steps"), describe::device("b", "steps"),
+                                     describe::device("r", "recorder")},
+                                    {"b.output -> r.input(double)", "a.output -> b.input"}));
     panel.start(&m_page);
     // b passes on what a emits first, then emits its own first output.
     QCOMPARE(panel.device("r")->property("lines").toStringList(),
@@ -98,9 +97,9 @@ void tst_PanelWires::cutWiresCarryNothing()
     DeviceManager manager;
     manager.registerDeviceType<LateDevice>("late");
     manager.registerDeviceType<HeardDevice>("heard");
-    Panel panel(manager,
-                describe::panel({describe::device("l", "late"), describe::device("h", "heard")},
-                                {"l.output -> h.input(double)"}));
+    TestPanel panel(manager,
+                    describe::panel({describe::device("l", "late"), describe::device("h", "heard")},
+                                    {"l.output -> h.input(double)"}));
     panel.start(&m_page);
     panel.stop();
     QCOMPARE(qApp->property("heard").toStringList(),

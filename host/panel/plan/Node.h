@@ -1,0 +1,79 @@
+#pragma once
+
+#include "host/panel/file/PanelDescription.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+
+#include <memory>
+
+class BaseDevice;
+class BaseGuiDevice;
+class BaseWidget;
+
+namespace norvo {
+
+struct Cells;
+
+/// One device of a panel from its creation to its end; the only caller of the functions of its
+/// life. Each of them does nothing for a device that has failed.
+class Node : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class State {
+        Created,
+        Failed, ///< Of an unknown type, or its initialise() did not succeed; see errors().
+        Initialised,
+        Shown, ///< Its widget, if it has one, stands in its cells.
+        Running,
+        Stopped
+    };
+    Q_ENUM(State)
+
+    /// Gives the device its id and network. `device` is null for an unknown type.
+    Node(DeviceSetting setting, std::unique_ptr<BaseDevice> device);
+    ~Node() override; ///< Deinitialises a device that has not been stopped.
+
+    const DeviceSetting& setting() const { return m_setting; }
+    const QString& id() const { return m_setting.id.text; }
+    State state() const { return m_state; }
+    bool isUsable() const { return m_state != State::Created && m_state != State::Failed; }
+    const QStringList& errors() const { return m_errors; } ///< Why it failed, or is not shown.
+    BaseDevice* device() const { return m_device.get(); }  ///< Null for an unknown type.
+    BaseWidget* widget() const;                            ///< Null without one.
+    bool isShowable() const; ///< Wants cells: it has a widget or, having failed, a tile.
+    Cells wantedCells() const;
+    /// Whether a device of this setting would be the same: places in the file make no difference.
+    bool isMadeFrom(const DeviceSetting& setting) const;
+
+    bool initialise(); ///< Once; called again, it only says how that went.
+    void setRunning();
+    BaseWidget* createWidget(); ///< Null, with a reason in errors(), where the device makes none.
+    void initialiseWidget();    ///< Again, too: its connections then come behind those of others.
+    void postInitialise();
+
+    void clearRunning();
+    void preShutdown();
+    void deinitialiseWidget();
+    void deinitialise();
+    void deleteWidget();
+
+signals:
+    /// The device has changed a parameter that it keeps, while it was running.
+    void parameterWritten(QString device, QString param, QString value);
+
+private:
+    void fail(const QStringList& errors);
+    BaseGuiDevice* guiDevice() const;
+
+    const DeviceSetting m_setting;
+    const std::unique_ptr<BaseDevice> m_device;
+    QPointer<BaseWidget> m_widget; ///< The surface may die first.
+    State m_state = State::Created;
+    QStringList m_errors;
+};
+
+} // namespace norvo

@@ -1,0 +1,329 @@
+#include "host/panel/plan/PanelPlan.h"
+
+#include "host/panel/file/EditDistance.h"
+#include "host/panel/plan/CycleFinder.h"
+#include "host/panel/plan/Wiring.h"
+
+#include "norvo/BaseDevice.h"
+#include "norvo/DeviceManager.h"
+
+#include <QHash>
+#include <QStringList>
+
+#include <optional>
+#include <tuple>
+#include <utility>
+
+namespace norvo {
+
+namespace {
+
+constexpr int kMethodsNeedInitialise = 1; ///< DeviceTypeInfo::flag
+constexpr int kMaxSuggestedIds = 500;     ///< The first of the file; a search takes time for each.
+
+QString quoted(const QStringList& texts)
+{
+    QStringList quotes;
+    for (const QString& text : texts) {
+        quotes.append(inQuotes(text));
+    }
+    return quotes.join(", ");
+}
+
+/// Ends an error with the nearest of the known names, or with all of them.
+QString suggestion(const QString& wanted, const QStringList& known)
+{
+    const QString nearest = didYouMean(wanted, known);
+    return nearest.isEmpty() && !known.isEmpty() ? QString("; valid names: %1").arg(quoted(known))
+                                                 : nearest;
+}
+
+/// Makes one plan.
+class Planner
+{
+public:
+    Planner(const PanelDescription& description, const DeviceManager& manager,
+            Diagnostics& diagnostics)
+        : m_description(description), m_manager(manager), m_diagnostics(diagnostics)
+    {}
+
+    PanelPlan plan(const SavedState& saved, const std::vector<Node*>& running)
+    {
+        addNodes(running);
+        applyState(saved);
+        initialiseLateNodes();
+        reportOverlaps(m_plan.layOut());
+        addWires();
+        return std::move(m_plan);
+    }
+
+private:
+    void addNodes(const std::vector<Node*>& running)
+    {
+        QHash<QString, Node*> known;
+        for (Node* node : running) {
+            known.insert(node->id(), node);
+        }
+        for (const DeviceSetting& setting : m_description.devices) {
+            Node* const same = known.value(setting.id.text);
+            const bool stays = same && same->isUsable() && same->isMadeFrom(setting);
+            Node* const node = stays ? same : makeNode(setting);
+            m_nodes.insert(setting.id.text, node);
+            if (m_suggestedIds.size() < kMaxSuggestedIds) {
+                m_suggestedIds.append(setting.id.text);
+            }
+            m_plan.nodes.push_back(node);
+        }
+    }
+
+    Node* makeNode(const DeviceSetting& setting)
+    {
+        const PlacedText& type = setting.type;
+        m_plan.made.push_back(std::make_unique<Node>(
+            setting, std::unique_ptr<BaseDevice>(m_manager.createDevice(type.text))));
+        Node* const node = m_plan.made.back().get();
+        if (node->device()) {
+            setParams(setting, *node->device());
+        } else if (!type.text.isEmpty()) {
+            m_diagnostics.error(type.place, [&] {
+                return "unknown device type " + inQuotes(type.text) +
+                       suggestion(type.text, m_manager.factories().keys());
+            });
+        }
+        return node;
+    }
+
+    void setParams(const DeviceSetting& setting, BaseDevice& device)
+    {
+        for (const ParamSetting& param : setting.params) {
+            const QString& name = param.name.text;
+            if (!device.params().contains(name)) {
+                m_diagnostics.error(param.name.place, [&] {
+                    return QString("a device of type %1 has no parameter %2%3")
+                        .arg(inQuotes(setting.type.text), inQuotes(name),
+                             suggestion(name, device.paramNames()));
+                });
+                continue;
+            }
+            const QString declared = device.params().storedKey(name);
+            device.setParam(declared, param.value.text);
+            checkValue(param, declared, device.getParam(declared));
+        }
+    }
+
+    void checkValue(const ParamSetting& setting, const QString& name, const Param& param)
+    {
+        QString error = placementError(name, param.value());
+        if (error.isEmpty()) {
+            error = param.fault();
+        }
+        if (!error.isEmpty()) {
+            m_diagnostics.error(setting.value.place,
+                                QString("parameter %1: %2").arg(inQuotes(name), error));
+        } else if (!param.options().isEmpty() && !param.options().contains(param.value())) {
+            m_diagnostics.warning(setting.value.place,
+                                  QString("parameter %1: %2 is not one of %3%4")
+                                      .arg(inQuotes(name), inQuotes(param.value()),
+                                           quoted(param.options()),
+                                           didYouMean(param.value(), param.options())));
+        }
+    }
+
+    void applyState(const SavedState& saved)
+    {
+        const auto leaveAside = [this, &saved](const QString& what) {
+            m_diagnostics.warningIn(saved.file, what + " left aside");
+        };
+        for (auto device = saved.values.cbegin(); device != saved.values.cend(); ++device) {
+            Node* const node = m_nodes.value(device.key());
+            if (!node || !node->device()) {
+                leaveAside(QString("there is no device %1; its saved values are")
+                               .arg(inQuotes(device.key())));
+                continue;
+            }
+            for (auto param = device->cbegin(); param != device->cend(); ++param) {
+                if (!node->device()->getParam(param.key()).isPersistent()) {
+                    leaveAside(QString("%1 does not store a parameter %2 by itself; its "
+                                       "saved value is")
+                                   .arg(inQuotes(device.key()), inQuotes(param.key())));
+                } else if (node->state() == Node::State::Created) {
+                    node->device()->setParam(param.key(), param.value());
+                }
+            }
+        }
+    }
+
+    void initialiseLateNodes()
+    {
+        for (const auto& node : m_plan.made) {
+            const DeviceSetting& setting = node->setting();
+            if (!node->device() || !hasLateMethods(setting) || node->initialise()) {
+                continue;
+            }
+            m_diagnostics.warning(
+                setting.id.place,
+                QString("device %1 does not start, and its connections cannot be checked: %2")
+                    .arg(inQuotes(node->id()), node->errors().join("; ")));
+        }
+    }
+
+    bool hasLateMethods(const DeviceSetting& setting) const
+    {
+        return m_manager.typeInfos().value(setting.type.text).flag == kMethodsNeedInitialise;
+    }
+
+    void reportOverlaps(const Placement& placement)
+    {
+        std::vector<const PlacedText*> shown;
+        for (const Node* node : m_plan.nodes) {
+            if (node->isShowable()) {
+                shown.push_back(&node->setting().id);
+            }
+        }
+        for (const Placement::Overlap& overlap : placement.overlaps()) {
+            const PlacedText& later = *shown[overlap.later];
+            const PlacedText& earlier = *shown[overlap.earlier];
+            const QString area = placement.cells()[overlap.later].area;
+            m_diagnostics.error(later.place, [&] {
+                return QString("%1 and %2 (line %3) overlap at row %4, column %5%6")
+                    .arg(inQuotes(later.text), inQuotes(earlier.text),
+                         QString::number(earlier.place.line), QString::number(overlap.row),
+                         QString::number(overlap.column),
+                         area.isEmpty() ? QString() : " of area " + inQuotes(area));
+            });
+        }
+    }
+
+    void addWires()
+    {
+        const CycleFinder cycles(m_description);
+        reportMultiplication(cycles);
+        QHash<PlannedWire, int> lines;
+        for (int i = 0; i < m_description.connections.size(); ++i) {
+            const ConnectionSetting& setting = m_description.connections[i];
+            if (cycles.closes(i)) {
+                m_diagnostics.warning(setting.whole.place, [&] {
+                    return QString("this connection closes the cycle %1; its values are passed on "
+                                   "from the event loop")
+                        .arg(cycles.cycle(i));
+                });
+            }
+            const auto wire = resolve(setting, cycles.closes(i));
+            if (!wire) {
+                continue;
+            }
+            const auto known = lines.constFind(*wire);
+            if (known == lines.constEnd()) {
+                lines.insert(*wire, setting.whole.place.line);
+            } else {
+                reportRepetition(setting, *wire, *known);
+            }
+            m_plan.wires.append(*wire);
+        }
+    }
+
+    void reportMultiplication(const CycleFinder& cycles)
+    {
+        const int device = cycles.multiplier();
+        if (device >= 0) {
+            const PlacedText& id = m_description.devices[device].id;
+            m_diagnostics.error(
+                id.place, QString("a value from %1 would make more than %2 calls, because paths "
+                                  "through the connections meet and part again; remove some")
+                              .arg(inQuotes(id.text), QString::number(CycleFinder::kMaxCalls)));
+        }
+    }
+
+    void reportRepetition(const ConnectionSetting& setting, const PlannedWire& wire, int line)
+    {
+        m_diagnostics.warning(
+            setting.whole.place,
+            QString("%1.%2 -> %3.%4 is connected already, in line %5; each value will arrive twice")
+                .arg(wire.from, wire.signal, wire.to, wire.slot, QString::number(line)));
+    }
+
+    std::optional<PlannedWire> resolve(const ConnectionSetting& setting, bool isQueued)
+    {
+        const Node* const from = find(setting.from);
+        const Node* const to = find(setting.to);
+        if (!from || !to || !methodsAreKnown(*from) || !methodsAreKnown(*to)) {
+            return std::nullopt;
+        }
+        const auto wire = resolveConnection(setting, *from->device(), *to->device(), m_diagnostics);
+        if (!wire) {
+            return std::nullopt;
+        }
+        if (isQueued && !canBeQueued(*wire)) {
+            m_diagnostics.error(setting.whole.place, inQuotes(setting.whole.text) +
+                                                         " closes a cycle, and its values are "
+                                                         "of a type that cannot go round one");
+            return std::nullopt;
+        }
+        return PlannedWire{from->id(), wire->signal, to->id(), wire->slot, isQueued};
+    }
+
+    static bool methodsAreKnown(const Node& node) { return node.state() != Node::State::Failed; }
+
+    Node* find(const Endpoint& end)
+    {
+        Node* const node = m_nodes.value(end.device.text);
+        if (!node) {
+            m_diagnostics.error(end.device.place, [&] {
+                return "there is no device " + inQuotes(end.device.text) +
+                       didYouMean(end.device.text, m_suggestedIds);
+            });
+        }
+        return node;
+    }
+
+    const PanelDescription& m_description;
+    const DeviceManager& m_manager;
+    Diagnostics& m_diagnostics;
+    PanelPlan m_plan;
+    QHash<QString, Node*> m_nodes; ///< By id.
+    QStringList m_suggestedIds;    ///< At most kMaxSuggestedIds.
+};
+
+} // namespace
+
+bool PlannedWire::operator==(const PlannedWire& other) const
+{
+    return std::tie(from, signal, to, slot, isQueued) ==
+           std::tie(other.from, other.signal, other.to, other.slot, other.isQueued);
+}
+
+uint qHash(const PlannedWire& wire, uint seed)
+{
+    for (const QString* part : {&wire.from, &wire.signal, &wire.to, &wire.slot}) {
+        seed = qHash(*part, seed);
+    }
+    return seed;
+}
+
+PanelPlan PanelPlan::make(const PanelDescription& description, const DeviceManager& manager,
+                          const SavedState& saved, Diagnostics& diagnostics,
+                          const std::vector<Node*>& running)
+{
+    return Planner(description, manager, diagnostics).plan(saved, running);
+}
+
+Placement PanelPlan::layOut()
+{
+    QVector<Cells> wanted;
+    std::vector<int> shown;
+    cells.fill(Cells(), int(nodes.size()));
+    for (int i = 0; i < cells.size(); ++i) {
+        if (nodes[i]->isShowable()) {
+            shown.push_back(i);
+            wanted.append(nodes[i]->wantedCells());
+        }
+    }
+    Placement placement(wanted);
+    for (size_t i = 0; i < shown.size(); ++i) {
+        cells[shown[i]] = placement.cells()[int(i)];
+    }
+    areas = placement.areas();
+    return placement;
+}
+
+} // namespace norvo

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "host/panel/file/PanelDescription.h"
+#include "host/panel/file/StateFile.h"
+#include "host/panel/plan/Node.h"
+#include "host/panel/plan/Placement.h"
+
+#include <memory>
+#include <vector>
+
+class DeviceManager;
+
+namespace norvo {
+
+/// A connection as it will be made. The signatures are normalised.
+struct PlannedWire
+{
+    QString from; ///< Id.
+    QString signal;
+    QString to; ///< Id.
+    QString slot;
+    bool isQueued = false; ///< It closes a cycle.
+
+    bool operator==(const PlannedWire& other) const;
+};
+
+uint qHash(const PlannedWire& wire, uint seed = 0);
+
+/// What devices have stored in earlier runs, and where that was found.
+struct SavedState
+{
+    QString file; ///< Named in warnings.
+    PanelState values;
+};
+
+/// What a description means with the device types at hand: the check prints what making it has
+/// reported, and Panel::apply() runs it. An empty plan ends a panel.
+struct PanelPlan
+{
+    std::vector<std::unique_ptr<Node>> made; ///< Devices that are new.
+    std::vector<Node*> nodes;                ///< All, in the order of the file.
+    QStringList areas;                       ///< The tabs; empty: none.
+    QVector<Cells> cells;       ///< One for each node; means nothing for one not shown.
+    QVector<PlannedWire> wires; ///< In the order of the file.
+
+    /// Makes each device once, gives it its parameters, and resolves connections and cells. Where
+    /// a type's methods are known no sooner than after initialise(), the device is initialised here
+    /// and stays so. A node of `running` that has an equal setting is taken over instead.
+    ///
+    /// Saved values reach only the parameters that a device keeps by itself; all others are left
+    /// aside with a warning.
+    static PanelPlan make(const PanelDescription& description, const DeviceManager& manager,
+                          const SavedState& saved, Diagnostics& diagnostics,
+                          const std::vector<Node*>& running = {});
+
+    /// Gives cells to all nodes that are to be seen. To be called again when one that has no
+    /// widget has failed, and needs a tile.
+    Placement layOut();
+};
+
+} // namespace norvo
