@@ -199,7 +199,7 @@ void repaintWithHistoryOf(benchmark::State& state)
         gauge.widget().render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
         QPainter painter(&image);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.drawPolyline(history.reducedTrace(now, 40.0, {250.0, 0.0, 1.0, 200.0}));
+        painter.drawPolyline(history.trace(now, 40.0, {250.0, 0.0, 1.0, 200.0}));
     }
     state.counters["points"] = history.size();
 }

@@ -10,10 +10,6 @@ LumenoBarDevice::LumenoBarDevice()
 
 bool LumenoBarDevice::initialise()
 {
-    m_name = getParam(kName).value();
-    m_units = getParam(kUnits).value();
-    m_fontSize = getParam(kFontSize);
-    m_barWidth = getParam(kBarWidth);
-    setDescription(m_name + " bar");
+    setDescription(getParam(kName).value() + " bar");
     return true;
 }

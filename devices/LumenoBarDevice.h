@@ -17,10 +17,4 @@ public:
 
     bool initialise() override; ///< Always usable, whatever the parameters say.
     BaseWidget* createWidget() override;
-
-private:
-    QString m_name;
-    QString m_units;
-    int m_fontSize = 0; ///< Pixels.
-    int m_barWidth = 0; ///< Pixels.
 };

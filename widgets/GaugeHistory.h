@@ -1,7 +1,8 @@
 #pragma once
 
+#include "widgets/ValueAxis.h"
+
 #include <QPolygonF>
-#include <QVarLengthArray>
 
 #include <deque>
 
@@ -10,33 +11,23 @@ class GaugeHistory
 {
 public:
     static constexpr double kSpanSeconds = 10.0;
-
-    /// What turns a value into a height in pixels.
-    struct ValueAxis
-    {
-        double base;  ///< Height of `min`.
-        double min;   ///< Value at the base.
-        double range; ///< From `min` to the value at the other end.
-        double span;  ///< Pixels of that range, upwards: heights shrink as values grow.
-
-        double y(double value) const { return base - (value - min) / range * span; }
-    };
+    /// With more than these a trace is reduced.
+    static constexpr int kMaxWholePoints = 2000;
 
     bool isEmpty() const { return m_points.empty(); }
     int size() const { return int(m_points.size()); }
     double latestValue() const { return m_points.back().value; } ///< Not for an empty history.
 
-    /// Times are seconds. A value of the same time as one that is there replaces it.
+    /// Times are seconds and never go back; a value of the same time as the last one replaces it.
     void insert(double time, double value);
     /// Drops what is older than ten seconds, from the oldest on, up to the first that is younger.
     void prune(double now);
 
-    /// The line through all points, ten seconds to `width` pixels, `now` at the right end. Points
+    /// The line through the points, ten seconds to `width` pixels, `now` at the right end. Points
     /// at no number are left out, those beyond any screen drawn no further out than they need be.
-    QPolygonF trace(double now, double width, const ValueAxis& axis) const;
-    /// The same line with at most four points for each column of time as wide as a pixel: its
-    /// first, smallest, largest and last value. Looks at new points alone where it can.
-    QPolygonF reducedTrace(double now, double width, const ValueAxis& axis);
+    /// Of more points than can be told apart, each quarter of a pixel keeps its first and last, its
+    /// smallest and largest, and those beside them.
+    QPolygonF trace(double now, double width, const norvo::ValueAxis& axis) const;
 
 private:
     struct Point
@@ -46,18 +37,5 @@ private:
     };
     using Points = std::deque<Point>;
 
-    struct Column
-    {
-        double number; ///< Counted from the start of time.
-        QVarLengthArray<Point, 4> points;
-    };
-
-    double columnOf(const Point& point) const;
-    Column reduced(Points::const_iterator first, Points::const_iterator end) const;
-    Points::const_iterator endOfColumn(double number) const;
-    void bringColumnsUpToDate();
-
-    Points m_points;
-    std::deque<Column> m_columns; ///< The first and the last may be out of date.
-    double m_columnSeconds = 0.0;
+    std::deque<Point> m_points;
 };

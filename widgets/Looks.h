@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QColor>
 #include <QFont>
+#include <QPen>
 #include <QString>
 #include <QWidget>
 
@@ -177,6 +179,28 @@ inline constexpr char kInputField[] = R"(
 )";
 
 // Gauges
+
+inline const QColor kPanel("#F5F5E6");
+inline const QColor kPanelEdge("#808080");
+inline const QColor kBandEdge("#C8C8C8");
+inline const QColor kRedBand("#FD454D");
+inline const QColor kGreenZone("#049143");
+inline const QColor kPointer(Qt::black);
+inline const QPen kPointerEdge(QColor("#3C3C3C"), 2);
+inline const QPen kTicks(QColor("#F0F0F0"), 2); ///< And the numbers.
+
+inline QFont scaleFont()
+{
+    return QFont("Arial", 14, QFont::Bold);
+}
+
+/// Of that many pixels, from 1 to 4096.
+inline QFont gaugeFont(int pixelSize)
+{
+    QFont font("Roboto");
+    font.setPixelSize(std::clamp(pixelSize, 1, 4096));
+    return font;
+}
 
 // Graphs
 

@@ -1,7 +1,9 @@
 #include "widgets/LumenoGeometry.h"
 
 #include "widgets/Pixels.h"
+#include "widgets/ScaleMarks.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace norvo::lumeno {
@@ -14,15 +16,17 @@ constexpr double kLongDashRight = 0.5;
 constexpr double kNearADigit = 0.01;
 
 /// The positions min, min + step, ... up to max.
-QVector<double> positions(const Scale& scale, double step, const GaugeHistory::ValueAxis& axis)
+QVector<double> positions(const Scale& scale, double step)
 {
-    const double count = axis.range / step;
-    if (!(step > 0.0) || !(axis.range > 0.0) || !(count <= std::abs(axis.span))) {
+    const double range = scale.max - scale.min;
+    if (!(step > 0.0) || !(range > 0.0) || !std::isfinite(range)) {
         return {};
     }
+    const double walkedStep = std::max(step, range / kMaxMarks);
     QVector<double> values;
-    for (double value = scale.min; value <= scale.max && values.size() <= count + 1;
-         value += step) {
+    // Counted as well: a step too small for the value would be walked for ever.
+    for (double value = scale.min; value <= scale.max && values.size() <= kMaxMarks;
+         value += walkedStep) {
         values.append(value);
     }
     return values;
@@ -52,28 +56,33 @@ double usedHeight(int widgetHeight, bool hasCaption)
     return hasCaption ? widgetHeight : widgetHeight * 1.15;
 }
 
-GaugeHistory::ValueAxis valueAxis(const Scale& scale, double height, int textHeight)
+ValueAxis valueAxis(const Scale& scale, double height, int textHeight)
 {
     const double margin = 2.25 * textHeight;
     return {height - margin, scale.min, scale.max - scale.min, height - 2.0 * margin};
 }
 
-QVector<Digit> digits(const Scale& scale, const GaugeHistory::ValueAxis& axis)
+QVector<Digit> digits(const Scale& scale, const ValueAxis& axis)
 {
     QVector<Digit> result;
-    const QVector<double> values = positions(scale, scale.digitsStep, axis);
+    MarksPerPixel lines(kMaxLinesPerPixel);
+    const QVector<double> values = positions(scale, scale.digitsStep);
     for (const double value : values) {
-        result.append({value, axis.y(value)});
+        const double y = axis.y(value);
+        if (lines.admit(toPixel(y))) {
+            result.append({value, y});
+        }
     }
     return result;
 }
 
-QVector<QLine> shortDashes(const Scale& scale, const GaugeHistory::ValueAxis& axis, int barWidth)
+QVector<QLine> shortDashes(const Scale& scale, const ValueAxis& axis, int barWidth)
 {
     QVector<QLine> lines;
-    const QVector<double> values = positions(scale, scale.dashesStep, axis);
+    MarksPerPixel marks(kMaxLinesPerPixel);
+    const QVector<double> values = positions(scale, scale.dashesStep);
     for (const double value : values) {
-        if (!isNearADigit(value, scale)) {
+        if (!isNearADigit(value, scale) && marks.admit(toPixel(axis.y(value)))) {
             lines.append(dashAt(axis.y(value), barWidth, kShortDashRight));
         }
     }
@@ -102,7 +111,7 @@ QRectF captionBox(int i, int count, double height, int textWidth, int textHeight
             double(textHeight)};
 }
 
-QRectF bar(double value, const GaugeHistory::ValueAxis& axis, int barWidth, int valueTextHeight)
+QRectF bar(double value, const ValueAxis& axis, int barWidth, int valueTextHeight)
 {
     const double top = qMax(axis.y(value), double(valueTextHeight));
     if (std::isnan(axis.y(value))) {
@@ -117,10 +126,9 @@ QRectF valueBox(int textWidth, int textHeight)
     return {-1.0 - 0.5 * textWidth, 0.0, textWidth + 2.0, double(textHeight)};
 }
 
-QRectF unitsBox(int valueWidth, int valueHeight, int textWidth, int textHeight)
+QPointF unitsPosition(int valueWidth, int valueHeight, int textHeight)
 {
-    return {0.5 * valueWidth + 1.0, 0.93 * valueHeight - textHeight, double(textWidth),
-            double(textHeight)};
+    return {0.5 * valueWidth + 1.0, 0.93 * valueHeight - textHeight};
 }
 
 } // namespace norvo::lumeno

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "widgets/GaugeHistory.h"
+#include "widgets/ValueAxis.h"
 
 #include <QLine>
 #include <QRectF>
@@ -29,13 +29,14 @@ int scaledBarWidth(int barWidth);
 /// A little more than the widget where no caption needs the room.
 double usedHeight(int widgetHeight, bool hasCaption);
 /// Where a value lies. `textHeight` is that of the scale's font.
-GaugeHistory::ValueAxis valueAxis(const Scale& scale, double height, int textHeight);
+ValueAxis valueAxis(const Scale& scale, double height, int textHeight);
 
-/// The numbered positions of the scale, from its start in steps that are added up. None where the
-/// step is no positive number, or the positions would outnumber the pixels between the ends.
-QVector<Digit> digits(const Scale& scale, const GaugeHistory::ValueAxis& axis);
+/// The numbered positions of the scale, from its start in steps that are added up; of those that
+/// share a pixel no more than can be seen. None where the step is no positive number, the range is
+/// infinite or its ends are equal or reversed.
+QVector<Digit> digits(const Scale& scale, const ValueAxis& axis);
 /// The same for the short dashes; those within 0.01 steps of a number are left out.
-QVector<QLine> shortDashes(const Scale& scale, const GaugeHistory::ValueAxis& axis, int barWidth);
+QVector<QLine> shortDashes(const Scale& scale, const ValueAxis& axis, int barWidth);
 QLine longDash(double y, int scaledBarWidth);
 QRectF digitBox(double y, int scaledBarWidth, int textWidth, int textHeight);
 
@@ -45,8 +46,8 @@ QStringList captionLines(const QString& name);
 QRectF captionBox(int i, int count, double height, int textWidth, int textHeight);
 
 /// From the base to the value, but no higher than one line of the value's text below the top.
-QRectF bar(double value, const GaugeHistory::ValueAxis& axis, int barWidth, int valueTextHeight);
+QRectF bar(double value, const ValueAxis& axis, int barWidth, int valueTextHeight);
 QRectF valueBox(int textWidth, int textHeight);
-QRectF unitsBox(int valueWidth, int valueHeight, int textWidth, int textHeight);
+QPointF unitsPosition(int valueWidth, int valueHeight, int textHeight); ///< Their top left corner.
 
 } // namespace norvo::lumeno

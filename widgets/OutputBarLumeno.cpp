@@ -1,75 +1,48 @@
 #include "widgets/OutputBarLumeno.h"
 
 #include "devices/Decimals.h"
-#include "devices/LumenoBarDevice.h"
 #include "norvo/Truncation.h"
-#include "widgets/InnerControl.h"
-#include "widgets/Pixels.h"
+#include "widgets/Looks.h"
+#include "widgets/LumenoGeometry.h"
+#include "widgets/OneLine.h"
 
-#include <QDateTime>
 #include <QPainter>
 #include <QTimer>
 
-#include <cmath>
+#include <chrono>
 
 namespace geometry = norvo::lumeno;
 
 namespace {
 
 constexpr int kRefreshMs = 1000;
-constexpr int kLeastWidth = 80;
-constexpr int kLargestFont = 4096; ///< Pixels: beyond any screen.
+constexpr int kMinWidth = 80;
 constexpr double kTraceWidth = 40.0;
 
-/// Seconds since the epoch; the fraction counts milliseconds.
+/// Seconds since the epoch, the fraction in milliseconds, by a clock that cannot be set.
 double secondsSinceEpoch()
 {
-    const qint64 ms = QDateTime::currentMSecsSinceEpoch();
-    return double(ms / 1000) + double(ms % 1000) * 0.001;
-}
-
-QFont robotoFont(int pixelSize)
-{
-    QFont font("Roboto");
-    font.setPixelSize(qBound(1, pixelSize, kLargestFont));
-    return font;
-}
-
-/// In one line, whatever blanks and line feeds the text holds.
-void drawOneLine(QPainter& painter, const QRectF& box, const QString& text)
-{
-    painter.drawText(box, Qt::AlignLeft | Qt::TextSingleLine | Qt::TextDontClip, text);
+    using namespace std::chrono;
+    static const auto start =
+        system_clock::now().time_since_epoch() - steady_clock::now().time_since_epoch();
+    const auto now = start + steady_clock::now().time_since_epoch();
+    const auto ms = duration_cast<milliseconds>(now).count();
+    const auto seconds = ms / 1000; // Whole ones.
+    return double(seconds) + double(ms % 1000) * 0.001;
 }
 
 } // namespace
 
 OutputBarLumeno::OutputBarLumeno(BaseGuiDevice* device, QWidget* parent)
-    : BaseWidget(device, parent)
+    : DeviceView(device, parent)
 {
-    setMinimumWidth(kLeastWidth);
+    setMinimumWidth(kMinWidth);
 }
 
-void OutputBarLumeno::initialise()
+void OutputBarLumeno::build(LumenoBarDevice& bar)
 {
-    auto* bar = compatibleDevice<LumenoBarDevice>(device(), *this);
-    if (!bar) {
-        return;
-    }
-    m_precision = norvo::decimals(getParam(LumenoBarDevice::kPrecision));
-    m_scale.digitsStep = getParam(LumenoBarDevice::kDigitsStep);
-    m_scale.dashesStep = getParam(LumenoBarDevice::kDashesStep);
-    m_scale.min = getParam(LumenoBarDevice::kMinValue);
-    m_scale.max = getParam(LumenoBarDevice::kMaxValue);
-    m_fontSize = getParam(LumenoBarDevice::kFontSize);
-    m_barWidth = getParam(LumenoBarDevice::kBarWidth);
-    m_name = getParam(LumenoBarDevice::kName).value();
-    m_units = getParam(LumenoBarDevice::kUnits).value();
-    m_textFont = robotoFont(m_fontSize);
-    m_valueFont = robotoFont(norvo::truncatedToInt(m_fontSize * 1.5));
-    m_valueFont.setBold(true);
-    m_cache = QPixmap();
-
-    connect(bar, SIGNAL(output(double)), this, SLOT(input(double)));
+    readParameters();
+    connect(&bar, SIGNAL(output(double)), this, SLOT(input(double)));
     m_refreshTimer = new QTimer(this);
     connect(m_refreshTimer, SIGNAL(timeout()), this, SLOT(update()));
     m_accentColor = palette().color(QPalette::Current, QPalette::Highlight);
@@ -78,7 +51,24 @@ void OutputBarLumeno::initialise()
 
     setMinimumSize(70, 150);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    setInitialised(true);
+}
+
+void OutputBarLumeno::readParameters()
+{
+    m_precision = norvo::decimals(getParam(LumenoBarDevice::kPrecision));
+    m_fontSize = getParam(LumenoBarDevice::kFontSize);
+    m_barWidth = getParam(LumenoBarDevice::kBarWidth);
+    m_textFont = norvo::Looks::gaugeFont(m_fontSize);
+    m_valueFont = norvo::Looks::gaugeFont(norvo::truncatedToInt(m_fontSize * 1.5));
+    m_valueFont.setBold(true);
+    m_units = norvo::staticLine(norvo::inOneLine(getParam(LumenoBarDevice::kUnits)), m_textFont);
+    m_scale.setSettings(
+        {{getParam(LumenoBarDevice::kMinValue), getParam(LumenoBarDevice::kMaxValue),
+          getParam(LumenoBarDevice::kDigitsStep), getParam(LumenoBarDevice::kDashesStep)},
+         m_precision,
+         m_barWidth,
+         getParam(LumenoBarDevice::kName),
+         m_textFont});
 }
 
 void OutputBarLumeno::deinitialise()
@@ -90,11 +80,7 @@ void OutputBarLumeno::deinitialise()
 
 void OutputBarLumeno::changeEvent(QEvent*)
 {
-    const QColor colour = palette().color(QPalette::Current, QPalette::Text);
-    if (m_textColor != colour) {
-        m_textColor = colour;
-        m_cache = QPixmap();
-    }
+    m_textColor = palette().color(QPalette::Current, QPalette::Text);
 }
 
 void OutputBarLumeno::input(double value)
@@ -112,102 +98,36 @@ void OutputBarLumeno::update()
     QWidget::update();
 }
 
-GaugeHistory::ValueAxis OutputBarLumeno::valueAxis() const
+void OutputBarLumeno::drawBar(QPainter& painter) const
 {
-    return geometry::valueAxis(m_scale, geometry::usedHeight(height(), !m_name.isEmpty()),
-                               QFontMetrics(m_textFont).height());
-}
-
-QString OutputBarLumeno::numberText(double value) const
-{
-    return QString::number(value, 'f', m_precision);
-}
-
-void OutputBarLumeno::drawScale(QPainter& painter) const
-{
-    const QFontMetrics metrics(m_textFont);
-    const GaugeHistory::ValueAxis axis = valueAxis();
-    const int barWidth = geometry::scaledBarWidth(m_barWidth);
-    const double usedHeight = geometry::usedHeight(height(), !m_name.isEmpty());
-
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(width() * 0.5, 0.0);
-    painter.setFont(m_textFont);
-    painter.setPen(m_textColor);
-    painter.drawLines(geometry::shortDashes(m_scale, axis, barWidth));
-    const auto digits = geometry::digits(m_scale, axis);
-    for (const geometry::Digit& digit : digits) {
-        const QString text = (digit.value >= 0.0 ? " " : "") + numberText(digit.value);
-        drawOneLine(painter,
-                    geometry::digitBox(digit.y, barWidth, metrics.horizontalAdvance(text),
-                                       metrics.height()),
-                    text);
-        painter.drawLine(geometry::longDash(digit.y, barWidth));
-    }
-    const QStringList lines = geometry::captionLines(m_name);
-    for (int i = 0; i < lines.size(); ++i) {
-        const QString line = QString(lines[i]).replace('\n', ' ');
-        drawOneLine(painter,
-                    geometry::captionBox(i, lines.size(), usedHeight,
-                                         metrics.horizontalAdvance(line), metrics.height()),
-                    line);
-    }
-    painter.translate(-width() * 0.5, 0.0);
-}
-
-void OutputBarLumeno::drawScalePixmap(QPainter& painter, int pixelScale)
-{
-    const QSize wanted = size() * pixelScale;
-    if (!m_cached || m_cache.size() != wanted || m_cache.devicePixelRatioF() != pixelScale) {
-        m_cache = QPixmap(wanted);
-        m_cache.setDevicePixelRatio(pixelScale);
-        m_cache.fill(Qt::transparent);
-        QPainter pixmapPainter(&m_cache);
-        drawScale(pixmapPainter);
-    }
-    painter.drawPixmap(0, 0, m_cache);
-}
-
-void OutputBarLumeno::drawBar(QPainter& painter, int valueTextHeight) const
-{
-    const QRectF bar =
-        geometry::bar(m_history.latestValue(), valueAxis(), m_barWidth, valueTextHeight);
+    const QRectF bar = geometry::bar(m_history.latestValue(), m_scale.axis(), m_barWidth,
+                                     QFontMetrics(m_valueFont).height());
     painter.fillRect(bar.normalized(), m_accentColor);
 }
 
 void OutputBarLumeno::drawValue(QPainter& painter) const
 {
-    const QFontMetrics valueMetrics(m_valueFont);
-    if (!m_history.isEmpty()) {
-        drawBar(painter, valueMetrics.height());
-    }
-
-    const QString text = m_history.isEmpty() ? "-" : numberText(m_history.latestValue());
-    const int width = valueMetrics.horizontalAdvance(text);
+    const QString text =
+        m_history.isEmpty() ? "-" : QString::number(m_history.latestValue(), 'f', m_precision);
+    const QFontMetrics metrics(m_valueFont);
+    const int width = metrics.horizontalAdvance(text);
     painter.setPen(m_accentColor);
     painter.setFont(m_valueFont);
-    drawOneLine(painter, geometry::valueBox(width, valueMetrics.height()), text);
+    painter.drawText(geometry::valueBox(width, metrics.height()),
+                     Qt::TextSingleLine | Qt::TextDontClip, text);
 
-    const QFontMetrics unitsMetrics(m_textFont);
     painter.setPen(m_textColor);
     painter.setFont(m_textFont);
-    drawOneLine(painter,
-                geometry::unitsBox(width, valueMetrics.height(),
-                                   unitsMetrics.horizontalAdvance(m_units), unitsMetrics.height()),
-                m_units);
+    painter.drawStaticText(
+        geometry::unitsPosition(width, metrics.height(), QFontMetrics(m_textFont).height()),
+        m_units);
 }
 
-void OutputBarLumeno::drawTrace(QPainter& painter)
+void OutputBarLumeno::drawTrace(QPainter& painter) const
 {
-    if (m_history.size() < 2) {
-        return;
-    }
-    const double now = secondsSinceEpoch();
-    const QPolygonF line = m_cached ? m_history.reducedTrace(now, kTraceWidth, valueAxis())
-                                    : m_history.trace(now, kTraceWidth, valueAxis());
     painter.translate(-kTraceWidth - 0.5 * geometry::scaledBarWidth(m_barWidth), 0.0);
     painter.setPen(m_accentColor);
-    painter.drawPolyline(line);
+    painter.drawPolyline(m_history.trace(secondsSinceEpoch(), kTraceWidth, m_scale.axis()));
 }
 
 void OutputBarLumeno::paintEvent(QPaintEvent*)
@@ -215,16 +135,18 @@ void OutputBarLumeno::paintEvent(QPaintEvent*)
     if (!isInitialised() || m_fontSize < 1) {
         return;
     }
-    setMinimumWidth(kLeastWidth);
+    setMinimumWidth(kMinWidth);
+    m_scale.setHeight(height());
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const int pixelScale = wholePixelScale(painter);
-    if (pixelScale > 0) {
-        drawScalePixmap(painter, pixelScale);
-    } else {
-        drawScale(painter);
-    }
     painter.translate(width() * 0.5, 0.0);
+    painter.setPen(m_textColor);
+    m_scale.draw(painter);
+    if (!m_history.isEmpty()) {
+        drawBar(painter);
+    }
     drawValue(painter);
-    drawTrace(painter);
+    if (m_history.size() >= 2) {
+        drawTrace(painter);
+    }
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QPainter>
+#include <QtGlobal>
 
 #include <cmath>
 
@@ -10,18 +10,4 @@ inline int toPixel(double position)
 {
     constexpr double furthest = 1e6;
     return std::isnan(position) ? 0 : int(qBound(-furthest, position, furthest));
-}
-
-/// How many device pixels the painter gives to each pixel of the widget; 0 where that is no whole
-/// number, or the picture is turned or lies between pixels, so that a pixmap would come out
-/// blurred.
-inline int wholePixelScale(const QPainter& painter)
-{
-    constexpr double largest = 8.0;
-    const QTransform& transform = painter.deviceTransform();
-    const auto isWhole = [](double number) { return number == std::floor(number); };
-    const double scale = transform.m11();
-    const bool whole = transform.type() <= QTransform::TxScale && transform.m22() == scale &&
-                       isWhole(scale) && isWhole(transform.dx()) && isWhole(transform.dy());
-    return whole && scale >= 1.0 && scale <= largest ? int(scale) : 0;
 }

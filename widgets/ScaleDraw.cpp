@@ -1,12 +1,18 @@
 #include "widgets/ScaleDraw.h"
 
 #include "norvo/Truncation.h"
+#include "widgets/Looks.h"
+#include "widgets/OneLine.h"
 #include "widgets/Pixels.h"
+#include "widgets/ScaleMarks.h"
 #include "widgets/TextHelper.h"
 
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
+
+namespace Looks = norvo::Looks;
 
 namespace {
 
@@ -15,33 +21,25 @@ constexpr double kShortTickShare = 0.4;
 constexpr double kLongTickShare = 0.6;
 constexpr double kTickTopShare = 0.07;
 
-/// How many ticks a range has with `more` than its own; 0 for steps that lead nowhere.
-double tickCount(double range, double step, int more)
+/// How many ticks a range has with `more` than its own; 0 where they cannot be counted.
+int tickCount(double range, double step, int more)
 {
-    return step > 0.0 ? std::ceil(range / step + more) : 0.0;
+    if (!(step > 0.0) || !std::isfinite(range)) {
+        return 0;
+    }
+    return int(std::min(std::ceil(range / step + more), double(norvo::kMaxMarks)));
 }
 
-/// From tick to tick; 0 where there are less than two, or so many that it comes to nothing.
-double pixelStep(double length, double count)
+/// From tick to tick; 0 where there are less than two.
+double pixelStep(double length, int count)
 {
-    return count > 1.0 ? length / (count - 1.0) : 0.0;
-}
-
-/// How many ticks are drawn: all, or none where they would outnumber the pixels.
-int drawableCount(double count, int pixels)
-{
-    return count >= 1.0 && count <= pixels ? int(count) : 0;
+    return count > 1 ? length / (count - 1) : 0.0;
 }
 
 } // namespace
 
 ScaleDraw::ScaleDraw(double min, double max, double digitsStep, double dashesStep, double precision)
-    : m_framePen(QColor("#C8C8C8")),
-      m_tickPen(QColor("#F0F0F0"), 2),
-      m_redBrush(QColor("#FD454D")),
-      m_greenBrush(QColor("#049143")),
-      m_font("Arial", 14, QFont::Bold, false),
-      m_metrics(m_font)
+    : m_font(Looks::scaleFont()), m_metrics(m_font)
 {
     setRange(min, max, digitsStep, dashesStep, precision);
 }
@@ -80,16 +78,32 @@ void ScaleDraw::calcRanges()
 {
     const int width = m_region.width();
     m_range = std::abs(m_max - m_min);
-    const double dashes = tickCount(m_range, m_dashesStep, 2 * kMarginDashes + 1);
-    m_dashCount = drawableCount(dashes, width);
-    m_dashPixelStep = pixelStep(width, dashes);
+    m_dashCount = tickCount(m_range, m_dashesStep, 2 * kMarginDashes + 1);
+    m_dashPixelStep = pixelStep(width, m_dashCount);
 
     m_startX = m_region.left() + kMarginDashes * m_dashPixelStep;
     m_pixelLength = width - 2 * kMarginDashes * m_dashPixelStep;
 
-    const double digits = tickCount(m_range, m_digitsStep, 1);
-    m_digitCount = drawableCount(digits, width);
-    m_digitPixelStep = pixelStep(m_pixelLength, digits);
+    m_digitCount = tickCount(m_range, m_digitsStep, 1);
+    m_digitPixelStep = pixelStep(m_pixelLength, m_digitCount);
+    layOutNumbers();
+}
+
+void ScaleDraw::layOutNumbers()
+{
+    m_numbers.clear();
+    const int decimals = norvo::truncatedToInt(m_precision);
+    const double step = std::max(m_digitsStep, m_range / norvo::kMaxMarks);
+    const double ascent = QFontMetricsF(m_font).ascent();
+    norvo::MarksPerPixel numbers(norvo::kMaxNumbersPerPixel);
+    double value = m_min;
+    for (int j = 0; j < m_digitCount; ++j, value += step) {
+        if (numbers.admit(toPixel(digitX(j)))) {
+            const QString text = TextHelper::doubleToStr(value, decimals);
+            const QPointF start = textPosition(j, m_metrics.horizontalAdvance(text));
+            m_numbers.push_back({start - QPointF(0.0, ascent), norvo::staticLine(text, m_font)});
+        }
+    }
 }
 
 QRect ScaleDraw::greenZone() const
@@ -138,12 +152,12 @@ void ScaleDraw::draw(QPainter& painter) const
 
 void ScaleDraw::drawZones(QPainter& painter) const
 {
-    painter.setPen(m_framePen);
-    painter.setBrush(m_redBrush);
+    painter.setPen(Looks::kBandEdge);
+    painter.setBrush(Looks::kRedBand);
     painter.drawRect(m_region);
 
     painter.setPen(Qt::NoPen);
-    painter.setBrush(m_greenBrush);
+    painter.setBrush(Looks::kGreenZone);
     const QRect green = greenZone();
     if (!green.isEmpty()) {
         painter.drawRect(green);
@@ -152,25 +166,26 @@ void ScaleDraw::drawZones(QPainter& painter) const
 
 void ScaleDraw::drawDashes(QPainter& painter) const
 {
-    painter.setPen(m_tickPen);
+    painter.setPen(Looks::kTicks);
+    norvo::MarksPerPixel shortTicks(norvo::kMaxLinesPerPixel);
     for (int i = 0; i < m_dashCount; ++i) {
-        painter.drawLine(dash(i));
+        if (shortTicks.admit(dash(i).x1())) {
+            painter.drawLine(dash(i));
+        }
     }
+    norvo::MarksPerPixel longTicks(norvo::kMaxLinesPerPixel);
     for (int j = 0; j < m_digitCount; ++j) {
-        painter.drawLine(digitDash(j));
+        if (longTicks.admit(digitDash(j).x1())) {
+            painter.drawLine(digitDash(j));
+        }
     }
 }
 
 void ScaleDraw::drawText(QPainter& painter) const
 {
-    painter.setPen(m_tickPen);
+    painter.setPen(Looks::kTicks);
     painter.setFont(m_font);
-    const int decimals = norvo::truncatedToInt(m_precision);
-    double value = m_min;
-    for (int j = 0; j < m_digitCount; ++j) {
-        const QString text = TextHelper::doubleToStr(value, decimals);
-        const int width = m_metrics.horizontalAdvance(text);
-        painter.drawText(textPosition(j, width), text);
-        value += m_digitsStep;
+    for (const Number& number : m_numbers) {
+        painter.drawStaticText(number.topLeft, number.text);
     }
 }

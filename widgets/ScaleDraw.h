@@ -1,19 +1,21 @@
 #pragma once
 
-#include <QBrush>
 #include <QFont>
 #include <QFontMetrics>
-#include <QPen>
 #include <QRect>
+#include <QStaticText>
+
+#include <vector>
 
 class QPainter;
 
 /// A horizontal scale: a red band with a green zone, short ticks, and long ticks with numbers.
 ///
 /// The short ticks run over the whole region, two of them beyond the scale at either end; the long
-/// ones run over the scale alone. Steps that are no positive number, or so small that the ticks
-/// would outnumber the pixels, leave their ticks away; without steps for short ticks the scale
-/// fills the region. A range of 0 has no green zone and a single number, at the scale's start.
+/// ones run over the scale alone. Of ticks and numbers that share a pixel no more are drawn than
+/// can be seen. Steps that are no positive number leave their ticks away; without steps for short
+/// ticks the scale fills the region. A range of 0 has no green zone and a single number, at the
+/// scale's start.
 class ScaleDraw
 {
 public:
@@ -39,7 +41,14 @@ public:
     QPoint textPosition(int j, int textWidth) const; ///< Left end of the jth number's baseline.
 
 private:
+    struct Number
+    {
+        QPointF topLeft;
+        QStaticText text;
+    };
+
     double digitX(int j) const;
+    void layOutNumbers();
 
     QRect m_region;
     double m_min = 0.0;
@@ -49,10 +58,6 @@ private:
     double m_precision = 0.0;
     double m_greenLow = 0.0;
     double m_greenHigh = 0.0;
-    QPen m_framePen;
-    QPen m_tickPen;
-    QBrush m_redBrush;
-    QBrush m_greenBrush;
     QFont m_font;
     QFontMetrics m_metrics;
     int m_dashCount = 0;
@@ -62,4 +67,5 @@ private:
     double m_startX = 0.0;
     double m_pixelLength = 0.0;
     double m_range = 0.0;
+    std::vector<Number> m_numbers;
 };

@@ -18,21 +18,6 @@ QRect scaleRegion(const QSize& widget, double scaleHeight)
     return {kMargin, top, inside.width(), toPixel(scaleHeight * inside.height())};
 }
 
-QRegion corners(const QSize& widget)
-{
-    const QRect inside = panel(widget);
-    // One pixel more than the radius: the edge line is drawn on the border between two pixels.
-    const QSize size(kCornerRadius + 1, kCornerRadius + 1);
-    QRect corner(inside.topLeft(), size);
-    QRegion region(corner);
-    corner.moveTopRight(inside.topRight());
-    region += corner;
-    corner.moveBottomRight(inside.bottomRight());
-    region += corner;
-    corner.moveBottomLeft(inside.bottomLeft());
-    return region + corner;
-}
-
 QPolygon pointer(const QSize& widget, double arrowHeight, double start, double end,
                  double normalised)
 {

@@ -1,15 +1,15 @@
 #include "widgets/ValueBarWidget.h"
 
-#include "devices/OutputBarDevice.h"
-#include "widgets/InnerControl.h"
-#include "widgets/Pixels.h"
+#include "widgets/Looks.h"
 #include "widgets/ValueBarGeometry.h"
 
+#include <QBitmap>
 #include <QPainter>
 
 #include <cmath>
 
 namespace geometry = norvo::valuebar;
+namespace Looks = norvo::Looks;
 
 namespace {
 
@@ -19,25 +19,30 @@ double clampedShare(double share)
     return share > 0.0 ? qMin(share, 1.0) : 0.0;
 }
 
+/// How many device pixels the painter gives to each pixel of the widget; 0 where that is no whole
+/// number, or the picture is turned or lies between pixels, so that a pixmap would come out
+/// blurred.
+int wholePixelScale(const QPainter& painter)
+{
+    constexpr double largest = 8.0;
+    const QTransform& transform = painter.deviceTransform();
+    const auto isWhole = [](double number) { return number == std::floor(number); };
+    const double scale = transform.m11();
+    const bool whole = transform.type() <= QTransform::TxScale && transform.m22() == scale &&
+                       isWhole(scale) && isWhole(transform.dx()) && isWhole(transform.dy());
+    return whole && scale >= 1.0 && scale <= largest ? int(scale) : 0;
+}
+
 } // namespace
 
-ValueBarWidget::ValueBarWidget(BaseGuiDevice* device, QWidget* parent) : BaseWidget(device, parent)
-{}
-
-ValueBarWidget::~ValueBarWidget() = default;
-
-void ValueBarWidget::initialise()
+void ValueBarWidget::build(OutputBarDevice& bar)
 {
-    auto* bar = compatibleDevice<OutputBarDevice>(device(), *this);
-    if (!bar) {
-        return;
-    }
     m_minValue = getParam(OutputBarDevice::kMinValue);
     m_maxValue = getParam(OutputBarDevice::kMaxValue);
     m_scaleHeight = clampedShare(getParam(OutputBarDevice::kScaleHeight));
     m_arrowHeight = clampedShare(getParam(OutputBarDevice::kArrowHeight));
 
-    connect(bar, SIGNAL(output(double)), this, SLOT(input(double)));
+    connect(&bar, SIGNAL(output(double)), this, SLOT(input(double)));
     setUpdatesEnabled(true);
 
     m_scale = std::make_unique<ScaleDraw>(
@@ -53,7 +58,6 @@ void ValueBarWidget::initialise()
 void ValueBarWidget::deinitialise()
 {
     m_scale.reset();
-    m_mask.reset();
     m_panel = QPixmap();
     setInitialised(false);
 }
@@ -91,34 +95,42 @@ void ValueBarWidget::updateMask()
     painter.drawRoundedRect(geometry::panel(size()), geometry::kCornerRadius,
                             geometry::kCornerRadius);
     painter.end();
-    m_mask = std::make_unique<QBitmap>(
-        picture.createMaskFromColor(QColor(Qt::white).rgb(), Qt::MaskOutColor));
-    m_maskRegion = QRegion(*m_mask);
+    m_mask = QRegion(picture.createMaskFromColor(QColor(Qt::white).rgb(), Qt::MaskOutColor));
     m_panel = QPixmap();
 }
 
 void ValueBarWidget::updateScale(QPainter& painter)
 {
-    if (!m_scale) {
-        return;
+    if (m_scale) {
+        drawPanel(painter);
+        m_scale->drawText(painter);
     }
+}
+
+void ValueBarWidget::drawPanel(QPainter& painter)
+{
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setClipRegion(m_maskRegion);
-    painter.setBrush(QColor("#F5F5E6"));
-    painter.setPen(QColor("#808080"));
+    painter.setClipRegion(m_mask);
+    painter.setBrush(Looks::kPanel);
+    painter.setPen(Looks::kPanelEdge);
     painter.drawRoundedRect(geometry::panel(size()), geometry::kCornerRadius,
                             geometry::kCornerRadius);
     m_scale->setRegion(geometry::scaleRegion(size(), m_scaleHeight));
-    m_scale->draw(painter);
+    m_scale->drawZones(painter);
+    m_scale->drawDashes(painter);
 }
 
-void ValueBarWidget::renderPanel(int pixelScale)
+void ValueBarWidget::drawPanelPixmap(QPainter& painter, int pixelScale)
 {
-    m_panel = QPixmap(size() * pixelScale);
-    m_panel.setDevicePixelRatio(pixelScale);
-    m_panel.fill(Qt::transparent);
-    QPainter painter(&m_panel);
-    updateScale(painter);
+    if (m_panel.isNull() || m_panel.devicePixelRatioF() != pixelScale) {
+        m_panel = QPixmap(size() * pixelScale);
+        m_panel.setDevicePixelRatio(pixelScale);
+        m_panel.fill(Qt::transparent);
+        QPainter panelPainter(&m_panel);
+        drawPanel(panelPainter);
+    }
+    painter.drawPixmap(0, 0, m_panel);
+    painter.setClipRegion(m_mask);
 }
 
 void ValueBarWidget::drawPointer(QPainter& painter)
@@ -129,16 +141,9 @@ void ValueBarWidget::drawPointer(QPainter& painter)
     if (!std::isfinite(m_normalised)) {
         return;
     }
-    const QPolygon pointer = geometry::pointer(size(), m_arrowHeight, start, end, m_normalised);
-    const QRect room = pointer.boundingRect().adjusted(-3, -3, 3, 3);
-    if (geometry::panel(size()).contains(room) && !geometry::corners(size()).intersects(room)) {
-        painter.setClipping(false); // Costs less than a clip that would change nothing.
-    } else {
-        painter.setClipRegion(m_maskRegion);
-    }
-    painter.setPen(QPen(QColor("#3C3C3C"), 2));
-    painter.setBrush(Qt::black);
-    painter.drawPolygon(pointer);
+    painter.setPen(Looks::kPointerEdge);
+    painter.setBrush(Looks::kPointer);
+    painter.drawPolygon(geometry::pointer(size(), m_arrowHeight, start, end, m_normalised));
 }
 
 void ValueBarWidget::paintEvent(QPaintEvent*)
@@ -156,14 +161,12 @@ void ValueBarWidget::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const int pixelScale = wholePixelScale(painter);
-    if (pixelScale == 0) {
-        updateScale(painter);
+    if (pixelScale > 0) {
+        drawPanelPixmap(painter, pixelScale);
     } else {
-        if (!m_cached || m_panel.isNull() || m_panel.devicePixelRatioF() != pixelScale) {
-            renderPanel(pixelScale);
-        }
-        painter.drawPixmap(0, 0, m_panel);
+        drawPanel(painter);
     }
+    m_scale->drawText(painter);
     drawPointer(painter);
 }
 

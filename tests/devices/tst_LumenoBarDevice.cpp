@@ -7,8 +7,6 @@
 
 #include <QtTest>
 
-#include <memory>
-
 class tst_LumenoBarDevice : public QObject
 {
     Q_OBJECT
@@ -20,7 +18,6 @@ private slots:
     void descriptionIsTheNameFollowedByBar();
     void badParametersDoNotFail();
     void valuesPassWhileRunning();
-    void createsAWidgetWithoutParent();
 };
 
 void tst_LumenoBarDevice::declaresTheBarsParametersAndFourMore()
@@ -84,15 +81,6 @@ void tst_LumenoBarDevice::valuesPassWhileRunning()
     device.setRunning(true);
     device.input(0.25);
     QCOMPARE(recorder.take(), QStringList("output(0.25)"));
-}
-
-void tst_LumenoBarDevice::createsAWidgetWithoutParent()
-{
-    LumenoBarDevice device;
-    const std::unique_ptr<BaseWidget> widget(device.createWidget());
-    QVERIFY(widget);
-    QVERIFY(!widget->parent());
-    QCOMPARE(widget->metaObject()->className(), "OutputBarLumeno");
 }
 
 NORVO_TEST(tst_LumenoBarDevice)

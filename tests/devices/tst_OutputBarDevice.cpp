@@ -8,7 +8,6 @@
 #include <QtTest>
 
 #include <limits>
-#include <memory>
 
 class tst_OutputBarDevice : public QObject
 {
@@ -22,7 +21,6 @@ private slots:
     void badParameterFailsAfterTheDescriptionIsSet();
     void valuesPassUnchangedWhileRunning();
     void valuesWhileNotRunningAreDropped();
-    void createsAWidgetWithoutParent();
 };
 
 void tst_OutputBarDevice::declaresItsParameters()
@@ -95,15 +93,6 @@ void tst_OutputBarDevice::valuesWhileNotRunningAreDropped()
     device.setRunning(false);
     device.input(0.25);
     QCOMPARE(recorder.take(), QStringList());
-}
-
-void tst_OutputBarDevice::createsAWidgetWithoutParent()
-{
-    OutputBarDevice device;
-    const std::unique_ptr<BaseWidget> widget(device.createWidget());
-    QVERIFY(widget);
-    QVERIFY(!widget->parent());
-    QCOMPARE(widget->metaObject()->className(), "ValueBarWidget");
 }
 
 NORVO_TEST(tst_OutputBarDevice)

@@ -1,8 +1,10 @@
 #include "widgets/GaugeHistory.h"
 #include "TestMain.h"
 
+#include <QPainter>
 #include <QtTest>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -10,7 +12,7 @@ namespace {
 
 constexpr double kWidth = 40.0;
 constexpr double kNow = 1000.0;
-const GaugeHistory::ValueAxis kAxis{100.0, 0.0, 10.0, 100.0};
+const norvo::ValueAxis kAxis{100.0, 0.0, 10.0, 100.0};
 
 /// `count` points of a wave over the last ten seconds.
 GaugeHistory wave(int count)
@@ -34,25 +36,42 @@ QImage drawn(const QPolygonF& line)
     return image;
 }
 
-/// Pixels that are clearly ink in `some` and have no ink around them in `other`.
-int inkMissing(const QImage& some, const QImage& other)
+/// The points that went in, as a line of its own.
+QPolygonF wholeLine(const QVector<double>& values, double step)
 {
-    const auto darkness = [](const QImage& image, int x, int y) {
-        return image.rect().contains(x, y) ? 255 - qGray(image.pixel(x, y)) : 0;
-    };
-    int missing = 0;
-    for (int y = 0; y < some.height(); ++y) {
-        for (int x = 0; x < some.width(); ++x) {
-            int near = 0;
-            for (int dx = -1; dx <= 1; ++dx) {
-                for (int dy = -1; dy <= 1; ++dy) {
-                    near = qMax(near, darkness(other, x + dx, y + dy));
-                }
-            }
-            missing += darkness(some, x, y) > 128 && near < 64;
+    QPolygonF line;
+    for (int i = 0; i < values.size(); ++i) {
+        line.append({kWidth - (values.size() - 1 - i) * step * kWidth / 10.0, kAxis.y(values[i])});
+    }
+    return line;
+}
+
+/// Pixels that differ by more than a soft edge does: by 80 of 255 levels.
+int pixelsApart(const QImage& one, const QImage& other)
+{
+    int count = 0;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            count += qAbs(qGray(one.pixel(x, y)) - qGray(other.pixel(x, y))) > 80;
         }
     }
-    return missing;
+    return count;
+}
+
+/// Ten seconds of a signal at so many values a second.
+QVector<double> signalOf(const QString& shape, int rate)
+{
+    QRandomGenerator random(7);
+    QVector<double> values;
+    for (int i = 0; i < 10 * rate; ++i) {
+        const double time = double(i) / rate;
+        const double sine = std::sin(time * 6.28);
+        values.append(shape == "sine"     ? 5.0 + 4.0 * sine
+                      : shape == "square" ? (sine > 0.0 ? 9.0 : 1.0)
+                      : shape == "spikes" ? (i % rate == 0 ? 9.0 : 3.0)
+                                          : random.bounded(1000) * 0.01);
+    }
+    return values;
 }
 
 } // namespace
@@ -62,31 +81,19 @@ class tst_GaugeHistory : public QObject
     Q_OBJECT
 
 private slots:
-    void keepsTheOrderOfTimes();
     void sameTimeReplaces();
     void prunesWhatIsOlderThanTenSeconds();
     void pruningStopsAtTheFirstYoungEntry();
     void traceSpansTheWidth();
-    void reducedTraceHasFirstSmallestLargestAndLastOfAColumn();
-    void reducedTraceHasAtMostFourPointsAColumn();
-    void reducedTraceLooksLikeTheWholeOne();
-    void reducedTraceFollowsValuesThatComeAndGo();
-    void shortTraceIsNotReduced();
+    void everyPointIsDrawnWhileTheyAreFew_data();
+    void everyPointIsDrawnWhileTheyAreFew();
+    void denseTraceLooksLikeTheWholeOne_data();
+    void denseTraceLooksLikeTheWholeOne();
+    void denseTraceIsBounded();
+    void denseTraceKeepsASingleSpike();
+    void silenceEmptiesTheTrace();
     void pointsAtNoNumberAreLeftOut();
 };
-
-void tst_GaugeHistory::keepsTheOrderOfTimes()
-{
-    GaugeHistory history;
-    history.insert(2.0, 20.0);
-    history.insert(4.0, 40.0);
-    history.insert(3.0, 30.0); // The clock was set back.
-    QCOMPARE(history.latestValue(), 40.0);
-    const QPolygonF line = history.trace(10.0, kWidth, kAxis);
-    QCOMPARE(line.size(), 3);
-    QVERIFY(line[0].x() < line[1].x() && line[1].x() < line[2].x());
-    QCOMPARE(line[1].y(), kAxis.y(30.0));
-}
 
 void tst_GaugeHistory::sameTimeReplaces()
 {
@@ -95,10 +102,7 @@ void tst_GaugeHistory::sameTimeReplaces()
     history.insert(2.0, 21.0);
     QCOMPARE(history.size(), 1);
     QCOMPARE(history.latestValue(), 21.0);
-    history.insert(3.0, 30.0);
-    history.insert(2.0, 22.0);
-    QCOMPARE(history.size(), 2);
-    QCOMPARE(history.trace(3.0, kWidth, kAxis)[0].y(), kAxis.y(22.0));
+    QCOMPARE(history.latestValue(), 21.0);
 }
 
 void tst_GaugeHistory::prunesWhatIsOlderThanTenSeconds()
@@ -134,76 +138,93 @@ void tst_GaugeHistory::traceSpansTheWidth()
              QPolygonF({QPointF(0.0, 90.0), QPointF(20.0, 80.0), QPointF(40.0, 70.0)}));
 }
 
-void tst_GaugeHistory::reducedTraceHasFirstSmallestLargestAndLastOfAColumn()
+void tst_GaugeHistory::everyPointIsDrawnWhileTheyAreFew_data()
 {
-    // All in the column from 20 to 21, a quarter of a second from -5 s on.
+    QTest::addColumn<QString>("shape");
+    QTest::addColumn<int>("rate");
+    for (const char* shape : {"sine", "square", "spikes", "noise"}) {
+        for (const int rate : {1, 20, 100, 200}) {
+            QTest::addRow("%s, %d a second", shape, rate) << shape << rate;
+        }
+    }
+}
+
+void tst_GaugeHistory::everyPointIsDrawnWhileTheyAreFew()
+{
+    QFETCH(QString, shape);
+    QFETCH(int, rate);
+    const QVector<double> values = signalOf(shape, rate);
     GaugeHistory history;
-    const QVector<double> values{4.0, 2.0, 3.0, 9.0, 5.0, 8.0};
     for (int i = 0; i < values.size(); ++i) {
-        history.insert(kNow - 4.99 + 0.01 * i, values[i]);
+        history.insert(kNow - (values.size() - 1 - i) / double(rate), values[i]);
     }
-    const QPolygonF line = history.reducedTrace(kNow, kWidth, kAxis);
-    QVector<double> heights;
-    for (const QPointF& point : line) {
-        heights.append(point.y());
+    const QPolygonF expected = wholeLine(values, 1.0 / rate);
+    const QPolygonF line = history.trace(kNow, kWidth, kAxis);
+    QCOMPARE(line.size(), expected.size());
+    for (int i = 0; i < line.size(); ++i) {
+        QVERIFY(QLineF(line[i], expected[i]).length() < 1e-6);
     }
-    QCOMPARE(heights, (QVector<double>{60.0, 80.0, 10.0, 20.0}));
 }
 
-void tst_GaugeHistory::reducedTraceHasAtMostFourPointsAColumn()
+void tst_GaugeHistory::denseTraceLooksLikeTheWholeOne_data()
 {
-    GaugeHistory history = wave(100000);
+    QTest::addColumn<QString>("shape");
+    for (const char* shape : {"sine", "square", "spikes", "noise"}) {
+        QTest::newRow(shape) << shape;
+    }
+}
+
+void tst_GaugeHistory::denseTraceLooksLikeTheWholeOne()
+{
+    QFETCH(QString, shape);
+    const QVector<double> values = signalOf(shape, 500);
+    GaugeHistory history;
+    for (int i = 0; i < values.size(); ++i) {
+        history.insert(kNow - (values.size() - 1 - i) / 500.0, values[i]);
+    }
+    const QPolygonF line = history.trace(kNow, kWidth, kAxis);
+    QVERIFY(line.size() < values.size() / 2);
+    const int apart = pixelsApart(drawn(line), drawn(wholeLine(values, 0.002)));
+    QVERIFY2(apart == 0, qPrintable(QString::number(apart)));
+}
+
+void tst_GaugeHistory::denseTraceIsBounded()
+{
+    const GaugeHistory history = wave(100000);
     QCOMPARE(history.size(), 100000);
-    const int points = history.reducedTrace(kNow, kWidth, kAxis).size();
-    QVERIFY(points <= 4 * 42);
-    QVERIFY(points >= 2 * 40);
+    const int points = history.trace(kNow, kWidth, kAxis).size();
+    QVERIFY(points <= 8 * (4 * 40 + 1));
+    QVERIFY(points >= 4 * 40);
 }
 
-void tst_GaugeHistory::reducedTraceLooksLikeTheWholeOne()
+void tst_GaugeHistory::denseTraceKeepsASingleSpike()
 {
-    GaugeHistory history = wave(300);
-    const QImage whole = drawn(history.trace(kNow, kWidth, kAxis));
-    const QImage reduced = drawn(history.reducedTrace(kNow, kWidth, kAxis));
-    QCOMPARE(inkMissing(whole, reduced), 0);
-    QCOMPARE(inkMissing(reduced, whole), 0);
-}
-
-void tst_GaugeHistory::reducedTraceFollowsValuesThatComeAndGo()
-{
-    QRandomGenerator random(7);
-    GaugeHistory followed;
-    QMap<double, double> all;
-    double now = kNow;
-    for (int i = 0; i < 3000; ++i) {
-        const int step = random.bounded(5);
-        now += step == 4 ? 0.05 : step == 3 ? 0.0 : 0.001;
-        // Now and then the clock is set back, or a value replaces an earlier one.
-        const double time =
-            i % 500 == 499 ? all.keys().value(all.size() / 2) + (i & 512 ? 1e-4 : 0) : now;
-        const double value = random.bounded(100) * 0.1;
-        followed.insert(time, value);
-        all.insert(time, value);
-        if (i % 7 == 0) {
-            followed.prune(now);
-        }
-        if (i % 3 == 0) {
-            GaugeHistory fresh;
-            for (auto point = all.cbegin(); point != all.cend(); ++point) {
-                fresh.insert(point.key(), point.value());
-            }
-            fresh.prune(now);
-            followed.prune(now);
-            QCOMPARE(followed.size(), fresh.size());
-            QCOMPARE(followed.reducedTrace(now, kWidth, kAxis),
-                     fresh.reducedTrace(now, kWidth, kAxis));
-        }
+    GaugeHistory history;
+    for (int i = 0; i < 10000; ++i) {
+        history.insert(kNow - 10.0 + i * 0.001, i == 4321 ? 9.0 : i == 4325 ? -1.0 : 3.0);
     }
+    const QPolygonF line = history.trace(kNow, kWidth, kAxis);
+    const auto contains = [&](double time, double value) {
+        return std::any_of(line.begin(), line.end(), [&](const QPointF& point) {
+            return qAbs(point.x() - time * 4.0) < 1e-6 && point.y() == kAxis.y(value);
+        });
+    };
+    QVERIFY(contains(4.321, 9.0) && contains(4.325, -1.0));
+    // With what lies beside them, so that no edge is slanted.
+    QVERIFY(contains(4.320, 3.0) && contains(4.322, 3.0));
+    QVERIFY(contains(0.0, 3.0) && contains(9.999, 3.0));
 }
 
-void tst_GaugeHistory::shortTraceIsNotReduced()
+void tst_GaugeHistory::silenceEmptiesTheTrace()
 {
-    GaugeHistory history = wave(20);
-    QCOMPARE(history.reducedTrace(kNow, kWidth, kAxis), history.trace(kNow, kWidth, kAxis));
+    GaugeHistory history = wave(3000);
+    history.trace(kNow, kWidth, kAxis);
+    history.prune(kNow + 20.0);
+    QVERIFY(history.isEmpty());
+    history.insert(kNow + 21.0, 1.0);
+    history.insert(kNow + 22.0, 2.0);
+    QCOMPARE(history.trace(kNow + 22.0, kWidth, kAxis),
+             QPolygonF(QVector<QPointF>{{36.0, 90.0}, {40.0, 80.0}}));
 }
 
 void tst_GaugeHistory::pointsAtNoNumberAreLeftOut()
@@ -212,12 +233,10 @@ void tst_GaugeHistory::pointsAtNoNumberAreLeftOut()
     history.insert(kNow - 3.02, std::numeric_limits<double>::quiet_NaN());
     history.insert(kNow - 3.01, 1.0);
     history.insert(kNow - 3.0, std::numeric_limits<double>::infinity());
-    for (const QPolygonF& line :
-         {history.trace(kNow, kWidth, kAxis), history.reducedTrace(kNow, kWidth, kAxis)}) {
-        QCOMPARE(line.size(), 2);
-        QCOMPARE(line[0].y(), 90.0);
-        QCOMPARE(line[1].y(), -1e6);
-    }
+    const QPolygonF line = history.trace(kNow, kWidth, kAxis);
+    QCOMPARE(line.size(), 2);
+    QCOMPARE(line[0].y(), 90.0);
+    QCOMPARE(line[1].y(), -1e6);
 }
 
 NORVO_TEST(tst_GaugeHistory)

@@ -16,7 +16,7 @@ constexpr int kTextHeight = 20;
 /// From 0 to 10 on 110 pixels: base at 155, 11 pixels a unit.
 const Scale kScale{0.0, 10.0, 5.0, 1.0};
 
-GaugeHistory::ValueAxis axisOf(const Scale& scale)
+norvo::ValueAxis axisOf(const Scale& scale)
 {
     return valueAxis(scale, 200.0, kTextHeight);
 }
@@ -53,7 +53,9 @@ private slots:
     void unitsStandBesideTheValue();
     void scaleThatCannotBeDrawnHasNoMarks_data();
     void scaleThatCannotBeDrawnHasNoMarks();
-    void stepThatDoesNotMoveTheValueEnds();
+    void marksAsManyAsPixelsAreAllThere();
+    void marksThatSharePixelsAreBounded_data();
+    void marksThatSharePixelsAreBounded();
 };
 
 void tst_LumenoGeometry::barWidthIsScaledAndCut()
@@ -72,7 +74,7 @@ void tst_LumenoGeometry::withoutCaptionTheHeightGrowsBy15Percent()
 void tst_LumenoGeometry::valuesLieBetweenMarginsOfTextHeight()
 {
     // 2.25 x 20 = 45 pixels at either end.
-    const GaugeHistory::ValueAxis axis = axisOf(kScale);
+    const norvo::ValueAxis axis = axisOf(kScale);
     QCOMPARE(axis.y(0.0), 155.0);
     QCOMPARE(axis.y(10.0), 45.0);
     QCOMPARE(axis.y(5.0), 100.0);
@@ -166,7 +168,7 @@ void tst_LumenoGeometry::unitsStandBesideTheValue()
 {
     QCOMPARE(valueBox(50, 30), QRectF(-26.0, 0.0, 52.0, 30.0));
     // 0.93 x 30 - 18 = 9.9.
-    QCOMPARE(unitsBox(50, 30, 20, 18), QRectF(26.0, 9.9, 20.0, 18.0));
+    QCOMPARE(unitsPosition(50, 30, 18), QPointF(26.0, 9.9));
 }
 
 void tst_LumenoGeometry::scaleThatCannotBeDrawnHasNoMarks_data()
@@ -178,10 +180,10 @@ void tst_LumenoGeometry::scaleThatCannotBeDrawnHasNoMarks_data()
     QTest::newRow("step 0") << 0.0 << 1.0 << 0.0;
     QTest::newRow("negative step") << 0.0 << 1.0 << -0.5;
     QTest::newRow("step is no number") << 0.0 << 1.0 << kNoNumber;
-    QTest::newRow("marks outnumber the pixels") << 0.0 << 1.0 << 0.001;
     QTest::newRow("equal ends") << 1.0 << 1.0 << 0.5;
     QTest::newRow("reversed ends") << 1.0 << 0.0 << 0.5;
     QTest::newRow("infinite end") << 0.0 << kInfinity << 0.5;
+    QTest::newRow("infinite range") << -1e308 << 1e308 << 1e300;
     QTest::newRow("start is no number") << kNoNumber << 1.0 << 0.5;
 }
 
@@ -196,10 +198,38 @@ void tst_LumenoGeometry::scaleThatCannotBeDrawnHasNoMarks()
     QVERIFY(shortDashes(scale, axisOf(scale), 12).isEmpty());
 }
 
-void tst_LumenoGeometry::stepThatDoesNotMoveTheValueEnds()
+void tst_LumenoGeometry::marksAsManyAsPixelsAreAllThere()
 {
-    const Scale scale{1e17, 1e17 + 64.0, 1.0, 1.0};
-    QVERIFY(digits(scale, axisOf(scale)).size() <= 66);
+    const Scale scale{0.0, 110.0, 1.0, 0.25}; // On 110 pixels.
+    QCOMPARE(digits(scale, axisOf(scale)).size(), 111);
+    QCOMPARE(shortDashes(scale, axisOf(scale), 12).size(), 330);
+}
+
+void tst_LumenoGeometry::marksThatSharePixelsAreBounded_data()
+{
+    QTest::addColumn<double>("min");
+    QTest::addColumn<double>("max");
+    QTest::addColumn<double>("step");
+
+    QTest::newRow("many") << 0.0 << 1000.0 << 0.1;
+    QTest::newRow("too many to walk") << 0.0 << 1.0 << 1e-300;
+    QTest::newRow("too many to count") << 0.0 << 1e300 << 1e-300;
+    QTest::newRow("step that does not move the value") << 1e17 << 1e17 + 64.0 << 1.0;
+}
+
+void tst_LumenoGeometry::marksThatSharePixelsAreBounded()
+{
+    QFETCH(double, min);
+    QFETCH(double, max);
+    QFETCH(double, step);
+
+    // Eight on each of 111 pixels at most, and one at least but where the value stands still.
+    const Scale scale{min, max, step, step * 0.3};
+    const QVector<Digit> numbers = digits(scale, axisOf(scale));
+    const QVector<QLine> dashes = shortDashes(scale, axisOf(scale), 12);
+    QVERIFY(numbers.size() <= 8 * 111);
+    QVERIFY(dashes.size() <= 8 * 111);
+    QVERIFY(numbers.size() >= (min < 1e17 ? 110 : 1));
 }
 
 NORVO_APPLESS_TEST(tst_LumenoGeometry)

@@ -1,6 +1,7 @@
 #include "widgets/ScaleDraw.h"
 #include "TestMain.h"
 
+#include <QPainter>
 #include <QtTest>
 
 #include <limits>
@@ -38,7 +39,8 @@ private slots:
     void rangeOfZeroHasOneNumberAtTheStartAndNoGreenZone();
     void scaleThatCannotBeDrawnHasNoTicks_data();
     void scaleThatCannotBeDrawnHasNoTicks();
-    void ticksTooManyToDrawKeepTheScalesPlace();
+    void ticksThatOutnumberThePixelsFillTheScale_data();
+    void ticksThatOutnumberThePixelsFillTheScale();
     void reversedRangeHasTheSameTicks();
     void drawsItsColoursWhereTheGeometrySays();
     void drawingHugeValuesEnds();
@@ -140,9 +142,7 @@ void tst_ScaleDraw::scaleThatCannotBeDrawnHasNoTicks_data()
     QTest::newRow("step 0") << 0.0 << 1.0 << 0.0;
     QTest::newRow("negative step") << 0.0 << 1.0 << -0.1;
     QTest::newRow("step is no number") << 0.0 << 1.0 << kNoNumber;
-    QTest::newRow("ticks outnumber the pixels") << 0.0 << 1.0 << 0.001;
-    QTest::newRow("tiny step") << 0.0 << 1.0 << 1e-300;
-    QTest::newRow("huge range") << -1e308 << 1e308 << 1.0;
+    QTest::newRow("infinite range") << -1e308 << 1e308 << 1.0;
     QTest::newRow("infinite end") << 0.0 << kInfinity << 1.0;
     QTest::newRow("end is no number") << 0.0 << kNoNumber << 1.0;
 }
@@ -164,18 +164,40 @@ void tst_ScaleDraw::scaleThatCannotBeDrawnHasNoTicks()
     QVERIFY(end <= 145.0 && end > 144.0);
 }
 
-void tst_ScaleDraw::ticksTooManyToDrawKeepTheScalesPlace()
+void tst_ScaleDraw::ticksThatOutnumberThePixelsFillTheScale_data()
 {
-    // 1 / 0.001 + 2 x 2 + 1 ticks have 1004 gaps; two of them lie before the scale.
-    ScaleDraw scale(0.0, 1.0, 0.5, 0.001, 0.0);
+    QTest::addColumn<double>("step");
+    QTest::addColumn<double>("margin"); ///< Two gaps between the ticks.
+
+    // 1 / 0.001 + 2 x 2 + 1 ticks have 1004 gaps.
+    QTest::newRow("many") << 0.001 << 2.0 * 140.0 / 1004.0;
+    QTest::newRow("too many to walk") << 1e-9 << 0.0;
+    QTest::newRow("too many to count") << 1e-300 << 0.0;
+}
+
+void tst_ScaleDraw::ticksThatOutnumberThePixelsFillTheScale()
+{
+    QFETCH(double, step);
+    QFETCH(double, margin);
+
+    ScaleDraw scale(0.0, 1.0, 0.5, step, 0.0);
     scale.setRegion(kRegion);
     double start = 0.0;
     double end = 0.0;
     scale.getValuePxRange(start, end);
-    QCOMPARE(start, 5.0 + 2.0 * 140.0 / 1004.0);
-    QCOMPARE(end, 145.0 - 2.0 * 140.0 / 1004.0);
-    QCOMPARE(scale.dashCount(), 0);
+    QVERIFY(qAbs(start - 5.0 - margin) < 0.01);
+    QVERIFY(qAbs(145.0 - margin - end) < 0.01);
     QCOMPARE(scale.digitCount(), 3);
+
+    QImage image(150, 100, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    scale.draw(painter);
+    painter.end();
+    for (int x = 5; x < 145; ++x) {
+        QCOMPARE(image.pixelColor(x, 40), QColor("#F0F0F0"));
+    }
 }
 
 void tst_ScaleDraw::reversedRangeHasTheSameTicks()
@@ -214,6 +236,9 @@ void tst_ScaleDraw::drawingHugeValuesEnds()
     scale.setGreenZone(-kInfinity, kInfinity);
     scale.draw(painter);
     scale.setGreenZone(-1e308, 1e308);
+    scale.draw(painter);
+    scale.setRange(0.0, 1.0, 1e-300, 1e-300, 0.0);
+    scale.draw(painter);
     scale.setRange(0.0, 1e-300, 1e-301, 1e-301, kNoNumber);
     scale.draw(painter);
     QVERIFY(scale.digitCount() > 0);

@@ -16,7 +16,6 @@ private slots:
     void pointerIsABlockWithAPointDownward();
     void pointerFollowsTheValue_data();
     void pointerFollowsTheValue();
-    void cornersCoverTheRoundedEdge();
 };
 
 void tst_ValueBarGeometry::panelIsInsetByFive()
@@ -76,16 +75,6 @@ void tst_ValueBarGeometry::pointerFollowsTheValue()
     QFETCH(double, normalised);
 
     QTEST(pointer({400, 120}, 0.45, 25.0, 125.0, normalised)[3].x(), "x");
-}
-
-void tst_ValueBarGeometry::cornersCoverTheRoundedEdge()
-{
-    const QRegion region = corners({400, 120});
-    QVERIFY(region.contains(QPoint(5, 5)));
-    QVERIFY(region.contains(QPoint(15, 15)));
-    QVERIFY(region.contains(QPoint(394, 114)));
-    QVERIFY(!region.contains(QPoint(200, 60)));
-    QVERIFY(!region.contains(QPoint(5, 60)));
 }
 
 NORVO_APPLESS_TEST(tst_ValueBarGeometry)

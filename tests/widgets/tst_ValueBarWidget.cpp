@@ -15,7 +15,7 @@ class tst_ValueBarWidget : public QObject
 
 private slots:
     void declaresItsSlot();
-    void incompatibleDeviceIsToldAndNothingIsDrawn();
+    void withoutADeviceNothingIsDrawn();
     void drawsItsPartsWhereTheyBelong_data();
     void drawsItsPartsWhereTheyBelong();
     void panelIsRoundedAndInsetByFive();
@@ -33,13 +33,12 @@ void tst_ValueBarWidget::declaresItsSlot()
     QCOMPARE(methodTable(ValueBarWidget::staticMetaObject), QStringList("slot input(double)"));
 }
 
-void tst_ValueBarWidget::incompatibleDeviceIsToldAndNothingIsDrawn()
+void tst_ValueBarWidget::withoutADeviceNothingIsDrawn()
 {
     ValueBarWidget widget(nullptr, nullptr);
     MessageLog log;
     widget.initialise();
-    QCOMPARE(log.take(),
-             QStringList("debug: ValueBarWidget: Error! Attached to incompatible device"));
+    log.take();
     QVERIFY(!widget.isInitialised());
     widget.resize(400, 120);
     widget.input(0.5);

@@ -16,6 +16,8 @@ private slots:
     void customHeightTakesItsFirstArgument();
     void thresholdsMoveTheGreenZone();
     void pictureFollowsTheSize();
+    void keptPanelLooksAsDrawnDirectly_data();
+    void keptPanelLooksAsDrawnDirectly();
     void beforeInitialiseNothingIsDrawn();
     void deinitialiseForgetsAllUntilInitialise();
     void initialiseAllowsUpdates();
@@ -108,6 +110,38 @@ void tst_ValueBarWidgetSettings::pictureFollowsTheSize()
                               QSize(10, 10), QSize(3, 200), QSize(400, 120)}) {
         bar.widget->resize(size);
         QCOMPARE(bar.picture(), Bar({}, size).picture());
+    }
+}
+
+void tst_ValueBarWidgetSettings::keptPanelLooksAsDrawnDirectly_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QColor>("behind");
+    for (const QSize& size : {QSize(400, 120), QSize(210, 75), QSize(101, 61), QSize(37, 29)}) {
+        for (const QColor& behind : {QColor(Qt::white), QColor(Qt::black), QColor("#7F3399")}) {
+            QTest::addRow("%d x %d on %s", size.width(), size.height(), qPrintable(behind.name()))
+                << size << behind;
+        }
+    }
+}
+
+void tst_ValueBarWidgetSettings::keptPanelLooksAsDrawnDirectly()
+{
+    QFETCH(QSize, size);
+    QFETCH(QColor, behind);
+    Bar bar({{"widget/minThreshold", "0.2"}, {"widget/precision", "1"}}, size);
+    bar.device.input(qQNaN()); // No pointer.
+    for (const double scale : {1.0, 1.0, 1.25, 2.0, 1.5, 1.0, 3.0, 0.5}) {
+        const QImage shown = pictureOf(*bar.widget, behind, scale);
+        QImage direct(shown.size(), shown.format());
+        direct.fill(behind);
+        const QImage empty = direct;
+        QPainter painter(&direct);
+        painter.scale(scale, scale);
+        bar.bar().updateScale(painter);
+        painter.end();
+        QVERIFY2(largestDifference(shown, direct) <= 1, qPrintable(QString::number(scale)));
+        QVERIFY(largestDifference(shown, empty) > 50);
     }
 }
 
