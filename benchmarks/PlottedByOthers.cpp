@@ -1,5 +1,53 @@
 #include "benchmarks/PlottedByOthers.h"
 
+#include <qcustomplot.h>
+
+namespace {
+
+/// The same curves as ours draws, in a plot of the library's own that does nothing but that.
+class BarePlot : public PlottedByOther
+{
+public:
+    explicit BarePlot(QCustomPlot& model) : m_model(model)
+    {
+        m_plot.setAntialiasedElements(QCP::aeAll);
+        m_plot.xAxis->setTicker(QSharedPointer<QCPAxisTickerDateTime>::create());
+        m_plot.xAxis->grid()->setPen(model.xAxis->grid()->pen());
+        m_plot.yAxis->grid()->setPen(model.yAxis->grid()->pen());
+        m_plot.legend->setVisible(true);
+    }
+
+    QWidget* widget() override { return &m_plot; }
+
+    void addCurve(const QVector<QPointF>& points, const QPen& pen) override
+    {
+        QCPGraph* const graph = m_plot.addGraph();
+        graph->setPen(pen);
+        graph->setName(m_model.graph(m_plot.graphCount() - 1)->name());
+        for (const QPointF& point : points) {
+            graph->addData(point.x(), point.y());
+        }
+    }
+
+    void setTimeWindow(double from, double to) override
+    {
+        m_plot.yAxis->setRange(m_model.yAxis->range());
+        m_plot.xAxis->setRange(from, to);
+        m_plot.replot(QCustomPlot::rpQueuedReplot);
+    }
+
+private:
+    QCustomPlot m_plot;
+    QCustomPlot& m_model;
+};
+
+} // namespace
+
+std::unique_ptr<PlottedByOther> plottedByBarePlot(QCustomPlot& model)
+{
+    return std::make_unique<BarePlot>(model);
+}
+
 #ifdef NORVO_WITH_QWT
 #include <qwt_legend.h>
 #include <qwt_plot.h>

@@ -7,6 +7,8 @@
 
 #include <memory>
 
+class QCustomPlot;
+
 /// The same curves as another library draws them, for comparison.
 class PlottedByOther
 {
@@ -17,6 +19,10 @@ public:
     virtual void addCurve(const QVector<QPointF>& points, const QPen& pen) = 0;
     virtual void setTimeWindow(double from, double to) = 0; ///< Drawn by the event loop.
 };
+
+/// By our own plot library in a plot that does nothing else. Grid, value axis and names as in
+/// `model`.
+std::unique_ptr<PlottedByOther> plottedByBarePlot(QCustomPlot& model);
 
 /// Null where the library was missing when this was built. Lines are antialiased where asked for.
 std::unique_ptr<PlottedByOther> plottedByQwt(bool antialiased);

@@ -4,9 +4,9 @@
 
 GraphSettingsDevice::GraphSettingsDevice()
 {
-    addParam("color", "orange", {}, true, {});
-    addParam("fill", "false", {}, true, {});
-    addParam("name", QStringList(), true, {});
+    addParam(kColor, "orange");
+    addParam(kFill, "false");
+    addParam(kName, QStringList());
 }
 
 DeviceTypeInfo GraphSettingsDevice::typeInfo()
@@ -16,9 +16,9 @@ DeviceTypeInfo GraphSettingsDevice::typeInfo()
 
 bool GraphSettingsDevice::initialise()
 {
-    m_fill = getParam("fill");
-    m_color = QString(getParam("color"));
-    m_name = QString(getParam("name"));
+    m_fill = getParam(kFill);
+    m_color = QString(getParam(kColor));
+    m_name = QString(getParam(kName));
     setDescription(m_name.isEmpty() ? m_color : m_name + " ");
     return true;
 }

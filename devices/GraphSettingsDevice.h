@@ -3,13 +3,17 @@
 #include "norvo/BaseDevice.h"
 #include "norvo/DeviceTypeInfo.h"
 
-/// Stands between a source and a time graph: passes every value on unchanged and tells the graph,
+/// Stands between a source and a time graph: passes every value on unchanged and sends the graph,
 /// once at the start, the name, colour and fill of the curve that it feeds.
 class GraphSettingsDevice : public BaseDevice
 {
     Q_OBJECT
 
 public:
+    static constexpr char kColor[] = "color";
+    static constexpr char kFill[] = "fill";
+    static constexpr char kName[] = "name";
+
     GraphSettingsDevice();
 
     bool initialise() override;

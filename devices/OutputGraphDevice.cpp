@@ -4,31 +4,27 @@
 
 #include <QDateTime>
 
-namespace {
+OutputGraphDevice::OutputGraphDevice()
+{
+    addParam(kName, "");
+    addParam(kMinThreshold, "0");
+    addParam(kMaxThreshold, "100");
+    addParam(kTimePeriod, "10");
+    addParam(kTimeFormat, "hh:mm:ss");
+    addParam(kMinValue, "0");
+    addParam(kMaxValue, "1");
+    addParam(kAutoscale, "true");
+    addParam(kTimeout, "1");
+}
 
-double secondsSinceEpoch()
+double OutputGraphDevice::secondsSinceEpoch()
 {
     return double(QDateTime::currentMSecsSinceEpoch()) * 0.001;
 }
 
-} // namespace
-
-OutputGraphDevice::OutputGraphDevice()
-{
-    addParam("name", "", {}, true, {});
-    addParam("widget/minThreshold", "0", {}, true, {});
-    addParam("widget/maxThreshold", "100", {}, true, {});
-    addParam("widget/timePeriod", "10", {}, true, {});
-    addParam("widget/timeFormat", "hh:mm:ss", {}, true, {});
-    addParam("widget/minValue", "0", {}, true, {});
-    addParam("widget/maxValue", "1", {}, true, {});
-    addParam("widget/autoscale", "true", {}, true, {});
-    addParam("widget/timeout", "1", {}, true, {});
-}
-
 bool OutputGraphDevice::initialise()
 {
-    settleCaption(*this, "name");
+    settleCaption(*this, kName);
     return paramsOk();
 }
 

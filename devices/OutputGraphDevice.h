@@ -14,10 +14,22 @@ class OutputGraphDevice : public BaseGuiDevice
     Q_OBJECT
 
 public:
+    static constexpr char kName[] = "name";
+    static constexpr char kMinThreshold[] = "widget/minThreshold";
+    static constexpr char kMaxThreshold[] = "widget/maxThreshold";
+    static constexpr char kTimePeriod[] = "widget/timePeriod"; ///< Seconds.
+    static constexpr char kTimeFormat[] = "widget/timeFormat";
+    static constexpr char kMinValue[] = "widget/minValue";
+    static constexpr char kMaxValue[] = "widget/maxValue";
+    static constexpr char kAutoscale[] = "widget/autoscale";
+    static constexpr char kTimeout[] = "widget/timeout"; ///< Seconds.
+
+    static double secondsSinceEpoch(); ///< Now, to the millisecond.
+
     OutputGraphDevice();
 
     bool initialise() override;
-    BaseWidget* createWidget() override; ///< The widget hears all settings anew once it is wired.
+    BaseWidget* createWidget() override; ///< All settings are sent to it again once it is wired.
 
 signals:
     void output(QString value);

@@ -4,15 +4,15 @@
 
 OutputVector::OutputVector()
 {
-    addParam("name", "", {}, true, {});
-    addParam("widget/minValue", "0", {}, true, {});
-    addParam("widget/maxValue", "1", {}, true, {});
-    addParam("widget/fillArea", "true", {}, true, {});
+    addParam(kName, "");
+    addParam(kMinValue, "0");
+    addParam(kMaxValue, "1");
+    addParam(kFillArea, "true");
 }
 
 bool OutputVector::initialise()
 {
-    settleCaption(*this, "name");
+    settleCaption(*this, kName);
     return paramsOk();
 }
 

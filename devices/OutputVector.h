@@ -9,6 +9,11 @@ class OutputVector : public BaseGuiDevice
     Q_OBJECT
 
 public:
+    static constexpr char kName[] = "name";
+    static constexpr char kMinValue[] = "widget/minValue";
+    static constexpr char kMaxValue[] = "widget/maxValue";
+    static constexpr char kFillArea[] = "widget/fillArea";
+
     OutputVector();
 
     bool initialise() override;

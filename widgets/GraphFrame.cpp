@@ -1,34 +1,19 @@
 #include "widgets/GraphFrame.h"
 
+#include "widgets/Looks.h"
+
+#include <QEvent>
 #include <QGridLayout>
-#include <QLabel>
 
-namespace {
-
-constexpr int kCaptionPointSize = 16;
-constexpr int kCaptionWeight = 3;
-constexpr char kCaptionStyle[] = "QWidget { background-color: palette(alternate-base); "
-                                 "border: 1px solid palette(base); border-radius: 5px; }";
-
-void retire(QGridLayout* layout, QWidget* widget)
-{
-    if (widget) {
-        layout->removeWidget(widget);
-        widget->hide();
-    }
-}
-
-} // namespace
+namespace Looks = norvo::Looks;
 
 void GraphFrame::build(QGridLayout* layout, const QString& caption, const PlotView::Look& look)
 {
-    retire(layout, m_caption);
-    retire(layout, m_plot);
-
+    constexpr int captionPointSize = 16;
     m_caption = new QLabel(caption);
-    m_caption->setFont(QFont("Arial", kCaptionPointSize, kCaptionWeight, false));
+    m_caption->setFont(Looks::captionFont(captionPointSize));
     m_caption->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
-    m_caption->setStyleSheet(kCaptionStyle);
+    m_caption->setStyleSheet(Looks::kGraphCaption);
 
     m_plot = new PlotView(look);
     m_plot->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -39,12 +24,17 @@ void GraphFrame::build(QGridLayout* layout, const QString& caption, const PlotVi
     layout->setRowStretch(1, 100);
 }
 
-void GraphFrame::recolour()
+void GraphFrame::changeEvent(const QWidget& owner, const QEvent& event)
 {
-    if (!m_plot) {
+    if (event.type() != QEvent::PaletteChange) {
         return;
     }
-    m_plot->recolour();
-    // A style sheet looks up the palette's colours only when it is set.
-    m_caption->setStyleSheet(kCaptionStyle);
+    // A plot that is still to inherit the palette takes its colors when it does.
+    if (m_plot && m_plot->palette() == owner.palette()) {
+        m_plot->recolour();
+    }
+    if (m_caption) {
+        // A style sheet looks up the application's colors only when it is set.
+        m_caption->setStyleSheet(Looks::kGraphCaption);
+    }
 }

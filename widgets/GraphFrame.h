@@ -2,22 +2,25 @@
 
 #include "widgets/PlotView.h"
 
+#include <QLabel>
+#include <QPointer>
+
 class QGridLayout;
-class QLabel;
 
 /// The caption and the plot under it, as both kinds of graph show them. The layout's widget owns
-/// them.
+/// them, and so they may be deleted from outside.
 class GraphFrame
 {
 public:
-    /// Makes and places a caption and a plot. Those made before stay where they are, out of sight.
+    /// Makes and places a caption and a plot; earlier ones stay where they are, under these.
     void build(QGridLayout* layout, const QString& caption, const PlotView::Look& look);
 
-    void recolour(); ///< Takes the palette's colours as they are now; nothing before build().
+    /// Takes the colors of a palette that has changed; ignores all other events of `owner`.
+    void changeEvent(const QWidget& owner, const QEvent& event);
 
-    PlotView* plot() const { return m_plot; } ///< Null before build().
+    PlotView* plot() const { return m_plot; } ///< Null before build() and once it was deleted.
 
 private:
-    QLabel* m_caption = nullptr;
-    PlotView* m_plot = nullptr;
+    QPointer<QLabel> m_caption;
+    QPointer<PlotView> m_plot;
 };

@@ -1,48 +1,26 @@
 #include "widgets/GraphOutputWidget.h"
 
 #include "devices/OutputGraphDevice.h"
+#include "widgets/Looks.h"
+#include "widgets/PlotCurve.h"
 
-#include <QDateTime>
 #include <QTimer>
 
 #include <limits>
 
+namespace Looks = norvo::Looks;
 namespace plot = norvo::plot;
 
 namespace {
 
-constexpr int kShortestRefreshMs = 33;
-constexpr int kFillAlpha = 128;
+constexpr int kMinRefreshMs = 33;
 constexpr double kLargestDouble = std::numeric_limits<double>::max();
 constexpr double kSmallestPositiveDouble = std::numeric_limits<double>::min();
-
-QPen curvePen(const QColor& colour)
-{
-    QPen pen(colour);
-    pen.setCosmetic(true);
-    return pen;
-}
-
-/// The colour of the nth sender, counted from 1.
-QColor senderColour(int n)
-{
-    constexpr int colours = 12;
-    constexpr int firstColour = 6;
-    return n == 1 ? QColor(250, 140, 0) : QColor(Qt::GlobalColor(n % colours + firstColour));
-}
-
-QBrush fillBrush(QColor colour)
-{
-    colour.setAlpha(kFillAlpha);
-    return QBrush(colour);
-}
 
 } // namespace
 
 GraphOutputWidget::GraphOutputWidget(BaseGuiDevice* device, QWidget* parent)
-    : BaseWidget(device, parent),
-      m_smallestSeen(kLargestDouble),
-      m_largestSeen(kSmallestPositiveDouble)
+    : BaseWidget(device, parent)
 {}
 
 GraphOutputWidget::~GraphOutputWidget() = default;
@@ -51,22 +29,18 @@ void GraphOutputWidget::initialise()
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     readParameters();
-    m_smallestSeen = kLargestDouble;
-    m_largestSeen = kSmallestPositiveDouble;
     if (!m_refreshTimer) {
         startRefreshing();
     }
 
-    m_curves.clear(); // The segments of an earlier plot stay there.
-    m_frame.build(getLayout(), getParam("name"), {false, plot::kReplotQueued});
+    m_frame.build(getLayout(), getParam(OutputGraphDevice::kName), {false, plot::kReplotQueued});
     addThreshold(m_minThreshold);
     addThreshold(m_maxThreshold);
     QCustomPlot* graph = m_frame.plot();
-    plot::setDateTimeLabels(graph->xAxis, getParam("widget/timeFormat"));
+    plot::setDateTimeLabels(graph->xAxis, getParam(OutputGraphDevice::kTimeFormat));
     graph->xAxis->setRange(0, m_timePeriod);
     graph->yAxis->setRange(m_minValue, m_maxValue);
     m_frame.plot()->refresh(plot::kReplotHint);
-
     setInitialised(true);
     updateGraph();
 }
@@ -78,19 +52,19 @@ void GraphOutputWidget::deinitialise()
 
 void GraphOutputWidget::readParameters()
 {
-    m_autoscale = getParam("widget/autoscale");
-    m_minValue = getParam("widget/minValue");
-    m_maxValue = getParam("widget/maxValue");
-    m_minThreshold = getParam("widget/minThreshold");
-    m_maxThreshold = getParam("widget/maxThreshold");
-    m_timePeriod = getParam("widget/timePeriod");
-    m_timeout = getParam("widget/timeout");
+    m_autoscale = getParam(OutputGraphDevice::kAutoscale);
+    m_minValue = getParam(OutputGraphDevice::kMinValue);
+    m_maxValue = getParam(OutputGraphDevice::kMaxValue);
+    m_minThreshold = getParam(OutputGraphDevice::kMinThreshold);
+    m_maxThreshold = getParam(OutputGraphDevice::kMaxThreshold);
+    m_timePeriod = getParam(OutputGraphDevice::kTimePeriod);
+    m_timeout = getParam(OutputGraphDevice::kTimeout);
 }
 
 void GraphOutputWidget::startRefreshing()
 {
     m_refreshTimer = std::make_unique<QTimer>();
-    m_refreshTimer->start(qMax(m_timePeriod, kShortestRefreshMs));
+    m_refreshTimer->start(qMax(m_timePeriod, kMinRefreshMs));
     connect(m_refreshTimer.get(), SIGNAL(timeout()), this, SLOT(updateGraph()));
 
     auto* graph = qobject_cast<OutputGraphDevice*>(device());
@@ -109,21 +83,19 @@ void GraphOutputWidget::addThreshold(double value)
     auto* line = new QCPItemStraightLine(m_frame.plot());
     line->point1->setCoords(kSmallestPositiveDouble, value);
     line->point2->setCoords(kLargestDouble, value);
-    line->setPen(QPen(QColor(Qt::darkRed), 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
+    line->setPen(Looks::kThresholdLine);
     plot::addItem(m_frame.plot(), line);
 }
 
 void GraphOutputWidget::changeEvent(QEvent* event)
 {
     BaseWidget::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) {
-        m_frame.recolour();
-    }
+    m_frame.changeEvent(*this, *event);
 }
 
 void GraphOutputWidget::updateGraph()
 {
-    if (!isInitialised()) {
+    if (!isReady()) {
         return;
     }
     PlotView* graph = m_frame.plot();
@@ -132,43 +104,43 @@ void GraphOutputWidget::updateGraph()
     } else {
         graph->yAxis->setRange(m_minValue, m_maxValue);
     }
-    const double now = double(QDateTime::currentMSecsSinceEpoch()) * 0.001;
+    const double now = OutputGraphDevice::secondsSinceEpoch();
     graph->xAxis->setRange(now - m_timePeriod, now);
     graph->refresh(plot::kReplotQueued);
 }
 
 void GraphOutputWidget::input(double value, QString sender, double time)
 {
-    if (isInitialised()) {
+    if (isReady()) {
         append(segmentsOf(sender), value, time);
     }
 }
 
 void GraphOutputWidget::inputFill(QString sender, bool fill)
 {
-    if (!isInitialised()) {
+    if (!isReady()) {
         return;
     }
     QCPGraph* segment = lastSegment(sender);
-    segment->setBrush(fill ? fillBrush(segment->pen().color()) : QBrush(Qt::NoBrush));
+    segment->setBrush(fill ? Looks::curveArea(segment->pen().color()) : QBrush(Qt::NoBrush));
 }
 
 void GraphOutputWidget::inputColor(QString sender, QString color)
 {
-    if (!isInitialised()) {
+    if (!isReady()) {
         return;
     }
     const QColor colour(color);
     QCPGraph* segment = lastSegment(sender);
-    segment->setPen(curvePen(colour));
+    segment->setPen(Looks::curveLine(colour));
     if (segment->brush() != QBrush(Qt::NoBrush)) {
-        segment->setBrush(fillBrush(colour));
+        segment->setBrush(Looks::curveArea(colour));
     }
 }
 
 void GraphOutputWidget::inputName(QString sender, QString name)
 {
-    if (isInitialised()) {
+    if (isReady()) {
         lastSegment(sender)->setName(name);
     }
 }
@@ -176,17 +148,17 @@ void GraphOutputWidget::inputName(QString sender, QString name)
 GraphOutputWidget::Segments& GraphOutputWidget::segmentsOf(const QString& sender)
 {
     const auto known = m_curves.find(sender);
-    if (known != m_curves.end()) {
+    if (known != m_curves.end() && known->last()) {
         return *known;
     }
-    QCPGraph* segment = plot::addCurve(m_frame.plot());
+    QCPGraph* segment = PlotCurve::addTo(m_frame.plot());
     Segments& segments = m_curves[sender];
-    segments.append(segment);
+    segments = {segment};
     segment->setName(sender);
     segment->setBrush(Qt::NoBrush);
 
     const int count = m_curves.size();
-    segment->setPen(curvePen(senderColour(count)));
+    segment->setPen(Looks::curveLine(Looks::curveColor(count)));
     if (count > 1) {
         m_frame.plot()->xAxis->axisRect()->insetLayout()->setInsetAlignment(0, Qt::AlignTop |
                                                                                    Qt::AlignRight);
@@ -197,12 +169,6 @@ GraphOutputWidget::Segments& GraphOutputWidget::segmentsOf(const QString& sender
 
 void GraphOutputWidget::append(Segments& segments, double value, double time)
 {
-    if (value > m_largestSeen) {
-        m_largestSeen = value;
-    }
-    if (m_smallestSeen > value) {
-        m_smallestSeen = value;
-    }
     QCPGraph* segment = segments.last();
     if (plot::hasData(segment) && time - m_timeout > plot::lastKey(segment)) {
         segment = beginSegment(segments);
@@ -215,7 +181,7 @@ void GraphOutputWidget::append(Segments& segments, double value, double time)
 QCPGraph* GraphOutputWidget::beginSegment(Segments& segments)
 {
     QCPGraph* previous = segments.last();
-    QCPGraph* segment = plot::addCurve(m_frame.plot());
+    QCPGraph* segment = PlotCurve::addTo(m_frame.plot());
     segment->setPen(previous->pen());
     segment->setName(previous->name());
     previous->removeFromLegend();
@@ -228,8 +194,10 @@ void GraphOutputWidget::prune(Segments& segments, double time)
     // The last segment stays in any case: it is about to be appended to.
     for (int i = 0; i < segments.size() - 1;) {
         QCPGraph* segment = segments[i];
-        if (!plot::hasData(segment) || time - m_timePeriod > plot::lastKey(segment)) {
-            m_frame.plot()->removeGraph(segment);
+        if (!segment) {
+            segments.remove(i);
+        } else if (!plot::hasData(segment) || time - m_timePeriod > plot::lastKey(segment)) {
+            segment->parentPlot()->removeGraph(segment);
             segments.remove(i);
         } else {
             ++i;

@@ -4,6 +4,7 @@
 #include "widgets/GraphFrame.h"
 
 #include <QMap>
+#include <QPointer>
 #include <QVector>
 
 #include <memory>
@@ -15,6 +16,7 @@ class QTimer;
 /// A sender's curve is a list of segments: a pause longer than the time-out begins a new one, so
 /// that no line bridges the pause. Only the newest segment stands in the legend and is changed by
 /// inputFill(), inputColor() and inputName(). What has left the window is dropped with each value.
+/// A sender keeps its curve, and the plot that it is in, until deinitialise().
 class GraphOutputWidget : public BaseWidget
 {
     Q_OBJECT
@@ -24,7 +26,7 @@ public:
     ~GraphOutputWidget() override;
 
     void initialise() override;
-    void deinitialise() override; ///< Forgets the senders. The plot keeps what it shows.
+    void deinitialise() override; ///< Forgets the senders; the plot keeps its curves.
 
 public slots:
     void input(double value, QString sender, double time); ///< Seconds since the epoch.
@@ -39,8 +41,9 @@ protected slots:
     void updateGraph(); ///< Moves the window to now and fits the value axis where that is asked.
 
 private:
-    using Segments = QVector<QCPGraph*>; ///< Oldest first, never empty; the plot owns them.
+    using Segments = QVector<QPointer<QCPGraph>>; ///< Oldest first, never empty; their plot's.
 
+    bool isReady() const { return isInitialised() && m_frame.plot(); }
     void readParameters();
     void startRefreshing();
     void addThreshold(double value);
@@ -57,8 +60,6 @@ private:
     int m_timePeriod = 10; ///< Seconds shown; also the refresh interval in ms, at least 33.
     int m_timeout = 1;     ///< Seconds.
     bool m_autoscale = true;
-    double m_smallestSeen; ///< Of all values since initialise().
-    double m_largestSeen;
     GraphFrame m_frame;
     std::unique_ptr<QTimer> m_refreshTimer;
     QMap<QString, Segments> m_curves;

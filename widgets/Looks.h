@@ -204,4 +204,37 @@ inline QFont gaugeFont(int pixelSize)
 
 // Graphs
 
+inline const QString kGraphCaption =
+    QStringLiteral("QWidget { background-color: palette(alternate-base); "
+                   "border: 1px solid palette(base); border-radius: 5px; }");
+
+/// A line as axes and thresholds have it.
+inline QPen plotLine(const QColor& color, Qt::PenStyle style = Qt::SolidLine)
+{
+    return QPen(color, 1.0, style, Qt::SquareCap, Qt::BevelJoin);
+}
+
+inline const QPen kThresholdLine = plotLine(Qt::darkRed);
+
+inline QPen curveLine(const QColor& color)
+{
+    QPen pen(color);
+    pen.setCosmetic(true);
+    return pen;
+}
+
+inline QBrush curveArea(QColor color)
+{
+    color.setAlpha(128);
+    return QBrush(color);
+}
+
+/// The color of a time graph's nth sender, counted from 1.
+inline QColor curveColor(int n)
+{
+    constexpr int colors = 12;
+    constexpr int firstColor = 6;
+    return n == 1 ? QColor(250, 140, 0) : QColor(Qt::GlobalColor(n % colors + firstColor));
+}
+
 } // namespace norvo::Looks

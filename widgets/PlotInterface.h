@@ -2,8 +2,6 @@
 
 #include <qcustomplot.h>
 
-#include <algorithm>
-
 /// The plot library's calls that differ between its two interface generations. Only the header of
 /// generation 2 defines QCUSTOMPLOT_VERSION. Nothing else in this folder may name a call that only
 /// one of them has.
@@ -16,11 +14,12 @@
 /// | setDateTimeLabels() | setTickLabelType(ltDateTime),       | setTicker() with a              |
 /// |                     | setDateTimeFormat()                 | QCPAxisTickerDateTime           |
 /// | addItem()           | QCustomPlot::addItem()              | nothing: an item adds itself    |
+/// | Graph               | QCPGraph                            | with a faster search for ranges |
 /// | hasData()           | QCPGraph::data(), a map of QCPData  | QCPGraph::data(), a container   |
 /// | lastKey()           | the key of the map's last entry     | the container's last point      |
 /// | removeDataBefore()  | QCPGraph::removeDataBefore()        | QCPDataContainer::removeBefore()|
-/// | addCurve()          | QCustomPlot::addGraph()             | a QCPGraph of our own           |
-/// | setSortedData()     | QCPGraph::setData(keys, values)     | the same, told they are sorted  |
+/// | addPlottable()      | QCustomPlot::addPlottable()         | nothing: it adds itself         |
+/// | setSortedData()     | QCPGraph::setData(keys, values)     | the same, marked as sorted      |
 namespace norvo::plot {
 
 #ifdef QCUSTOMPLOT_VERSION
@@ -39,8 +38,10 @@ inline void setDateTimeLabels(QCPAxis* axis, const QString& format)
 
 inline void addItem(QCustomPlot*, QCPAbstractItem*) {}
 
-/// A graph that finds its range of values in a fraction of the library's time; NaN is no value.
-class Curve : public QCPGraph
+inline void addPlottable(QCustomPlot*, QCPAbstractPlottable*) {}
+
+/// Finds the range of its values in a fraction of the library's time; NaN is no value.
+class Graph : public QCPGraph
 {
 public:
     using QCPGraph::QCPGraph;
@@ -50,42 +51,16 @@ public:
         if (domain != QCP::sdBoth || keys != QCPRange()) {
             return QCPGraph::getValueRange(found, domain, keys);
         }
-        // Several at a time, as each comparison would wait for the one before.
-        constexpr int lanes = 4;
-        double lowest[lanes] = {qInf(), qInf(), qInf(), qInf()};
-        double highest[lanes] = {-qInf(), -qInf(), -qInf(), -qInf()};
-        const auto end = mDataContainer->constEnd();
-        auto point = mDataContainer->constBegin();
-        const auto take = [&](int lane, double value) {
-            lowest[lane] = value < lowest[lane] ? value : lowest[lane];
-            highest[lane] = value > highest[lane] ? value : highest[lane];
-        };
-        for (; end - point >= lanes; point += lanes) {
-            take(0, point[0].value);
-            take(1, point[1].value);
-            take(2, point[2].value);
-            take(3, point[3].value);
+        double lower = qInf();
+        double upper = -qInf();
+        for (const QCPGraphData& point : *mDataContainer) {
+            lower = point.value < lower ? point.value : lower;
+            upper = point.value > upper ? point.value : upper;
         }
-        for (; point != end; ++point) {
-            take(0, point->value);
-        }
-        const double lower = *std::min_element(lowest, lowest + lanes);
-        const double upper = *std::max_element(highest, highest + lanes);
         found = lower <= upper;
         return found ? QCPRange(lower, upper) : QCPRange();
     }
 };
-
-inline QCPGraph* addCurve(QCustomPlot* plot)
-{
-    // On its own the library asks every legend entry whether it has the curve already.
-    plot->setAutoAddPlottableToLegend(false);
-    auto* curve = new Curve(plot->xAxis, plot->yAxis);
-    plot->setAutoAddPlottableToLegend(true);
-    QCPLegend* legend = plot->legend;
-    legend->addElement(legend->rowCount(), 0, new QCPPlottableLegendItem(legend, curve));
-    return curve;
-}
 
 inline bool hasData(const QCPGraph* graph)
 {
@@ -121,14 +96,16 @@ inline void setDateTimeLabels(QCPAxis* axis, const QString& format)
     axis->setDateTimeFormat(format);
 }
 
+using Graph = QCPGraph;
+
 inline void addItem(QCustomPlot* plot, QCPAbstractItem* item)
 {
     plot->addItem(item);
 }
 
-inline QCPGraph* addCurve(QCustomPlot* plot)
+inline void addPlottable(QCustomPlot* plot, QCPAbstractPlottable* plottable)
 {
-    return plot->addGraph();
+    plot->addPlottable(plottable);
 }
 
 inline bool hasData(const QCPGraph* graph)

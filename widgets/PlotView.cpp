@@ -1,9 +1,12 @@
 #include "widgets/PlotView.h"
 
+#include "widgets/Looks.h"
+
+#include <QEvent>
+
 PlotView::PlotView(const Look& look) : m_look(look)
 {
-    applyColours();
-    refresh(m_look.recolour);
+    recolour();
 }
 
 PlotView::~PlotView()
@@ -23,13 +26,6 @@ void PlotView::refresh(QCustomPlot::RefreshPriority priority)
     }
 }
 
-void PlotView::recolour()
-{
-    applyColours();
-    m_stale = true;
-    update();
-}
-
 bool PlotView::canBeSeen() const
 {
     return isVisible() && !window()->isMinimized();
@@ -38,10 +34,8 @@ bool PlotView::canBeSeen() const
 void PlotView::changeEvent(QEvent* event)
 {
     QCustomPlot::changeEvent(event);
-    // Its parent hears of a new palette before the plot has inherited it, so the plot listens, too.
     if (event->type() == QEvent::PaletteChange) {
-        applyColours();
-        refresh(m_look.recolour);
+        recolour();
     }
 }
 
@@ -62,7 +56,7 @@ bool PlotView::eventFilter(QObject* watched, QEvent* event)
 
 void PlotView::resizeEvent(QResizeEvent* event)
 {
-    QCustomPlot::resizeEvent(event); // draws it anew
+    QCustomPlot::resizeEvent(event); // draws it
     m_stale = false;
 }
 
@@ -75,11 +69,10 @@ void PlotView::paintEvent(QPaintEvent* event)
     QCustomPlot::paintEvent(event);
 }
 
-void PlotView::applyColours()
+void PlotView::recolour()
 {
     const QColor text = palette().color(QPalette::Current, QPalette::Text);
-    const QPen line(text, 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
-    const QPen dots(text, 1.0, Qt::DotLine, Qt::SquareCap, Qt::BevelJoin);
+    const QPen line = norvo::Looks::plotLine(text);
 
     setAntialiasedElements(QCP::aeAll);
     setBackground(QBrush(palette().color(QPalette::Current, QPalette::Base)));
@@ -89,11 +82,12 @@ void PlotView::applyColours()
         axis->setTickPen(line);
         axis->setSubTickPen(line);
         axis->setTickLabelColor(text);
-        axis->grid()->setPen(dots);
+        axis->grid()->setPen(norvo::Looks::plotLine(text, Qt::DotLine));
         if (m_look.zeroLineInTextColour) {
             axis->grid()->setZeroLinePen(line);
         }
     }
     legend->setTextColor(text);
     legend->setBrush(palette().brush(QPalette::Current, QPalette::Window));
+    refresh(m_look.recolourPriority);
 }

@@ -9,17 +9,17 @@ public:
     /// Where the two kinds of graph differ.
     struct Look
     {
-        bool zeroLineInTextColour;             ///< False: as the plot library draws it.
-        QCustomPlot::RefreshPriority recolour; ///< How a change of colours is drawn.
+        bool zeroLineInTextColour;                     ///< False: as the plot library draws it.
+        QCustomPlot::RefreshPriority recolourPriority; ///< How a change of colours is drawn.
     };
 
     explicit PlotView(const Look& look);
     ~PlotView() override;
 
-    /// Draws the plot anew. While it cannot be seen, that is put off until it is shown again or
-    /// somebody takes its picture.
+    /// Draws the plot again. While it cannot be seen, that is put off until it is shown again or
+    /// grabbed.
     void refresh(QCustomPlot::RefreshPriority priority);
-    void recolour(); ///< Takes the palette's colours as they are now; drawn with the next paint.
+    void recolour(); ///< Takes the palette's colours as they are now.
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -31,7 +31,6 @@ protected:
 
 private:
     bool canBeSeen() const;
-    void applyColours();
 
     Look m_look;
     bool m_stale = false; ///< Waits to be drawn by the next paint.

@@ -1,6 +1,8 @@
 #include "widgets/VectorGraphWidget.h"
 
 #include "devices/OutputVector.h"
+#include "widgets/Looks.h"
+#include "widgets/PlotCurve.h"
 
 #include <numeric>
 
@@ -16,10 +18,10 @@ void VectorGraphWidget::initialise()
         connect(vector, SIGNAL(output(DoubleVec)), this, SLOT(input(DoubleVec)));
     }
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    m_minValue = getParam("widget/minValue");
-    m_maxValue = getParam("widget/maxValue");
+    m_minValue = getParam(OutputVector::kMinValue);
+    m_maxValue = getParam(OutputVector::kMaxValue);
 
-    m_frame.build(getLayout(), getParam("name"), {true, plot::kReplotHint});
+    m_frame.build(getLayout(), getParam(OutputVector::kName), {true, plot::kReplotHint});
     m_frame.plot()->xAxis->setRange(0, 10);
     m_frame.plot()->yAxis->setRange(m_minValue, m_maxValue);
     addCurve();
@@ -30,20 +32,15 @@ void VectorGraphWidget::initialise()
 void VectorGraphWidget::changeEvent(QEvent* event)
 {
     BaseWidget::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) {
-        m_frame.recolour();
-    }
+    m_frame.changeEvent(*this, *event);
 }
 
 void VectorGraphWidget::addCurve()
 {
     QColor colour = m_frame.plot()->palette().color(QPalette::Current, QPalette::Highlight);
-    QPen pen(colour);
-    pen.setCosmetic(true);
-
-    m_graph = m_frame.plot()->addGraph();
-    m_graph->setPen(pen);
-    if (getParam("widget/fillArea")) {
+    m_graph = PlotCurve::addTo(m_frame.plot());
+    m_graph->setPen(norvo::Looks::curveLine(colour));
+    if (getParam(OutputVector::kFillArea)) {
         colour.setAlphaF(0.5);
         m_graph->setBrush(QBrush(colour));
     }
@@ -51,7 +48,7 @@ void VectorGraphWidget::addCurve()
 
 void VectorGraphWidget::input(DoubleVec values)
 {
-    if (!isInitialised()) {
+    if (!isInitialised() || !m_graph) {
         return;
     }
     QVector<double> keys(values.size());

@@ -15,7 +15,7 @@ public:
     void initialise() override;
 
 public slots:
-    void input(DoubleVec values); ///< Empty: clears the curve. NaN: a gap.
+    void input(DoubleVec data); ///< Empty: clears the curve. NaN: a gap.
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -26,5 +26,5 @@ private:
     double m_minValue = 0.0;
     double m_maxValue = 1.0;
     GraphFrame m_frame;
-    QCPGraph* m_graph = nullptr; ///< The plot's.
+    QPointer<QCPGraph> m_graph; ///< The plot's.
 };

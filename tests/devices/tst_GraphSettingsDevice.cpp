@@ -103,12 +103,12 @@ void tst_GraphSettingsDevice::settingsGoOutOnceInTheirOrder_data()
     QTest::newRow("all three") << QStringList{"Pump", "red", "true"}
                                << QStringList{"setName(\"Pump\")", "setColor(\"red\")",
                                               "setFilled(true)"};
-    QTest::newRow("fill false is told")
+    QTest::newRow("fill false is sent")
         << QStringList{"Pump", "red", "false"}
         << QStringList{"setName(\"Pump\")", "setColor(\"red\")", "setFilled(false)"};
-    QTest::newRow("no name is not told") << QStringList{"", "orange", "false"}
+    QTest::newRow("no name is not sent") << QStringList{"", "orange", "false"}
                                          << QStringList{"setColor(\"orange\")", "setFilled(false)"};
-    QTest::newRow("no colour is not told")
+    QTest::newRow("no colour is not sent")
         << QStringList{"Pump", "", "false"} << QStringList{"setName(\"Pump\")", "setFilled(false)"};
     QTest::newRow("fill alone") << QStringList{"", "", "true"} << QStringList{"setFilled(true)"};
 }

@@ -1,15 +1,11 @@
 #include "Declarations.h"
-#include "Recorder.h"
-
-#include "devices/GraphSettingsDevice.h"
-#include "devices/OutputDigitalDevice.h"
-#include "devices/OutputGraphDevice.h"
-#include "norvo/BaseWidget.h"
+#include "RunningGraph.h"
 #include "TestMain.h"
+#include "devices/OutputDigitalDevice.h"
 
 #include <QtTest>
 
-#include <memory>
+#include <cmath>
 
 namespace {
 
@@ -58,39 +54,6 @@ private slots:
     void timeIsSecondsSinceTheEpochWithAFraction();
     void directCallGoesOutAsTextOnly();
     void whileNotRunningEverythingIsDropped();
-
-    void settingsGoOutUnderTheSendersName();
-    void settingsOfADirectCallAreDropped();
-    void resendFollowsTheNamesInTheirOrder();
-    void resendKeepsTheLatestOfEach();
-    void senderWithoutANameIsNotResent();
-    void createWidgetResendsFromTheEventLoop();
-    void settingsOutliveDeinitialise();
-
-private:
-    struct Running
-    {
-        Running()
-        {
-            device.setObjectName("graph");
-            device.setRunning(device.initialise());
-        }
-        void feedFrom(GraphSettingsDevice& relay, const QString& name)
-        {
-            relay.setObjectName(name);
-            connect(&relay, SIGNAL(output(double)), &device, SLOT(input(double)));
-            connect(&relay, SIGNAL(setName(QString)), &device, SLOT(setName(QString)));
-            connect(&relay, SIGNAL(setColor(QString)), &device, SLOT(setColor(QString)));
-            connect(&relay, SIGNAL(setFilled(bool)), &device, SLOT(setFilled(bool)));
-        }
-        QStringList resent()
-        {
-            Recorder recorder(&device);
-            QMetaObject::invokeMethod(&device, "resendData");
-            return recorder.take();
-        }
-        OutputGraphDevice device;
-    };
 };
 
 void tst_OutputGraphDevice::declaresItsParameters()
@@ -145,7 +108,7 @@ void tst_OutputGraphDevice::badParameterFailsAfterTheNameIsSet()
 
 void tst_OutputGraphDevice::numberFromASenderGoesOutAsTextThenPointThenNamedText()
 {
-    Running running;
+    RunningGraph running;
     GraphSettingsDevice relay;
     running.feedFrom(relay, "pump");
     Recorder recorder(&running.device);
@@ -172,7 +135,7 @@ void tst_OutputGraphDevice::textFromASenderGoesOutNamedBeforeThePoint()
 {
     QFETCH(QString, text);
     QFETCH(QString, point);
-    Running running;
+    RunningGraph running;
     OutputDigitalDevice upstream;
     upstream.setObjectName("upstream");
     upstream.setRunning(true);
@@ -198,7 +161,7 @@ void tst_OutputGraphDevice::numberBecomesTextWithSixDigits()
 {
     QFETCH(double, value);
     QFETCH(QString, text);
-    Running running;
+    RunningGraph running;
     GraphSettingsDevice relay;
     running.feedFrom(relay, "pump");
     Recorder recorder(&running.device);
@@ -210,7 +173,7 @@ void tst_OutputGraphDevice::numberBecomesTextWithSixDigits()
 
 void tst_OutputGraphDevice::timeIsSecondsSinceTheEpochWithAFraction()
 {
-    Running running;
+    RunningGraph running;
     GraphSettingsDevice relay;
     running.feedFrom(relay, "pump");
     TimeKeeper keeper(running.device);
@@ -227,7 +190,7 @@ void tst_OutputGraphDevice::timeIsSecondsSinceTheEpochWithAFraction()
 
 void tst_OutputGraphDevice::directCallGoesOutAsTextOnly()
 {
-    Running running;
+    RunningGraph running;
     Recorder recorder(&running.device);
     running.device.input(2.5);
     running.device.input(QString("open"));
@@ -236,7 +199,7 @@ void tst_OutputGraphDevice::directCallGoesOutAsTextOnly()
 
 void tst_OutputGraphDevice::whileNotRunningEverythingIsDropped()
 {
-    Running running;
+    RunningGraph running;
     GraphSettingsDevice relay;
     relay.setParam("name", "Pump");
     relay.initialise();
@@ -250,112 +213,6 @@ void tst_OutputGraphDevice::whileNotRunningEverythingIsDropped()
     QCOMPARE(recorder.take(), QStringList());
     running.device.setRunning(true);
     QCOMPARE(running.resent(), QStringList());
-}
-
-void tst_OutputGraphDevice::settingsGoOutUnderTheSendersName()
-{
-    Running running;
-    GraphSettingsDevice relay;
-    running.feedFrom(relay, "pump");
-    Recorder recorder(&running.device);
-    emit relay.setFilled(true);
-    emit relay.setColor("red");
-    emit relay.setName("Pump");
-    emit relay.setFilled(false);
-    QCOMPARE(recorder.take(),
-             QStringList({"outputFill(\"pump\", true)", "outputColor(\"pump\", \"red\")",
-                          "outputName(\"pump\", \"Pump\")", "outputFill(\"pump\", false)"}));
-}
-
-void tst_OutputGraphDevice::settingsOfADirectCallAreDropped()
-{
-    Running running;
-    Recorder recorder(&running.device);
-    running.device.setFilled(true);
-    running.device.setColor("red");
-    running.device.setName("Pump");
-    QCOMPARE(recorder.take(), QStringList());
-    QCOMPARE(running.resent(), QStringList());
-}
-
-void tst_OutputGraphDevice::resendFollowsTheNamesInTheirOrder()
-{
-    Running running;
-    GraphSettingsDevice b;
-    GraphSettingsDevice a;
-    GraphSettingsDevice upper;
-    running.feedFrom(b, "b");
-    running.feedFrom(a, "a");
-    running.feedFrom(upper, "Z");
-    emit b.setFilled(true);
-    emit b.setName("Bee");
-    emit a.setName("Ay");
-    emit a.setColor("red");
-    emit upper.setName("Zed");
-    QCOMPARE(running.resent(),
-             QStringList({"outputName(\"Z\", \"Zed\")", "outputFill(\"Z\", false)",
-                          "outputColor(\"Z\", \"\")", "outputName(\"a\", \"Ay\")",
-                          "outputFill(\"a\", false)", "outputColor(\"a\", \"red\")",
-                          "outputName(\"b\", \"Bee\")", "outputFill(\"b\", true)",
-                          "outputColor(\"b\", \"\")"}));
-}
-
-void tst_OutputGraphDevice::resendKeepsTheLatestOfEach()
-{
-    Running running;
-    GraphSettingsDevice relay;
-    running.feedFrom(relay, "pump");
-    emit relay.setName("Pump");
-    emit relay.setName("Pump 2");
-    emit relay.setColor("red");
-    emit relay.setColor("#00ff00");
-    emit relay.setFilled(true);
-    emit relay.setFilled(false);
-    const QStringList latest{"outputName(\"pump\", \"Pump 2\")", "outputFill(\"pump\", false)",
-                             "outputColor(\"pump\", \"#00ff00\")"};
-    QCOMPARE(running.resent(), latest);
-    QCOMPARE(running.resent(), latest);
-}
-
-void tst_OutputGraphDevice::senderWithoutANameIsNotResent()
-{
-    Running running;
-    GraphSettingsDevice relay;
-    running.feedFrom(relay, "pump");
-    emit relay.setColor("red");
-    emit relay.setFilled(true);
-    QCOMPARE(running.resent(), QStringList());
-}
-
-void tst_OutputGraphDevice::createWidgetResendsFromTheEventLoop()
-{
-    Running running;
-    GraphSettingsDevice relay;
-    running.feedFrom(relay, "pump");
-    emit relay.setName("Pump");
-    Recorder recorder(&running.device);
-    const std::unique_ptr<BaseWidget> widget(running.device.createWidget());
-    QVERIFY(widget);
-    QVERIFY(!widget->parent());
-    QCOMPARE(recorder.take(), QStringList());
-    QCoreApplication::processEvents();
-    QCOMPARE(recorder.take(),
-             QStringList({"outputName(\"pump\", \"Pump\")", "outputFill(\"pump\", false)",
-                          "outputColor(\"pump\", \"\")"}));
-    QCoreApplication::processEvents();
-    QCOMPARE(recorder.take(), QStringList());
-}
-
-void tst_OutputGraphDevice::settingsOutliveDeinitialise()
-{
-    Running running;
-    GraphSettingsDevice relay;
-    running.feedFrom(relay, "pump");
-    emit relay.setName("Pump");
-    running.device.setRunning(false);
-    running.device.deinitialise();
-    running.device.setRunning(running.device.initialise());
-    QCOMPARE(running.resent().first(), QString("outputName(\"pump\", \"Pump\")"));
 }
 
 NORVO_TEST(tst_OutputGraphDevice)

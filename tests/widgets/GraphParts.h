@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CurvePoints.h"
 #include "Stand.h"
 
 #include "devices/OutputGraphDevice.h"
@@ -10,21 +11,10 @@
 #include <QDateTime>
 #include <QLabel>
 #include <QtTest>
-#include <qcustomplot.h>
 
 inline double secondsNow()
 {
     return double(QDateTime::currentMSecsSinceEpoch()) * 0.001;
-}
-
-/// A curve's points as "(1, 0.5) (2, 0.7)".
-inline QString pointsOf(const QCPGraph* curve)
-{
-    QStringList points;
-    for (const QCPGraphData& point : *curve->data()) {
-        points.append(QString("(%1, %2)").arg(point.key).arg(point.value));
-    }
-    return points.join(' ');
 }
 
 inline bool isCosmeticSolid(const QPen& pen)

@@ -1,0 +1,139 @@
+#include "widgets/PlotCurve.h"
+#include "CurvePoints.h"
+#include "TestMain.h"
+
+#include <QtTest>
+
+#include <cmath>
+#include <ctime>
+#include <random>
+
+class tst_PlotCurve : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void addsItselfToPlotAndLegend();
+    void fillIsTheLibrarysPicture_data();
+    void fillIsTheLibrarysPicture();
+    void fillOfNoiseCostsLittleMoreThanItsLine();
+
+private:
+    static QVector<double> noise(int count)
+    {
+        std::mt19937 random(1);
+        std::uniform_real_distribution<double> between(-1, 1);
+        QVector<double> values(count);
+        std::generate(values.begin(), values.end(), [&] { return between(random); });
+        return values;
+    }
+
+    static void fill(QCustomPlot& plot, QCPGraph* curve, const QVector<double>& values,
+                     const QBrush& brush)
+    {
+        for (int i = 0; i < values.size(); ++i) {
+            curve->addData(i + 1, values[i]);
+        }
+        curve->setPen(Qt::NoPen);
+        curve->setBrush(brush);
+        plot.xAxis->setRange(1, qMax(2, values.size()));
+        plot.yAxis->setRange(-1, 1);
+        plot.setAntialiasedElements(QCP::aeAll);
+    }
+
+    static int largestDifference(const QImage& a, const QImage& b)
+    {
+        int largest = 0;
+        for (int y = 0; y < a.height(); ++y) {
+            for (int x = 0; x < a.width(); ++x) {
+                const QRgb first = a.pixel(x, y);
+                const QRgb second = b.pixel(x, y);
+                largest = qMax(largest, qAbs(qRed(first) - qRed(second)));
+                largest = qMax(largest, qAbs(qGreen(first) - qGreen(second)));
+                largest = qMax(largest, qAbs(qBlue(first) - qBlue(second)));
+            }
+        }
+        return largest;
+    }
+};
+
+void tst_PlotCurve::addsItselfToPlotAndLegend()
+{
+    QCustomPlot plot;
+    QCPGraph* const first = PlotCurve::addTo(&plot);
+    QCPGraph* const second = PlotCurve::addTo(&plot);
+    QCOMPARE(plot.graphCount(), 2);
+    QCOMPARE(plot.graph(0), first);
+    QCOMPARE(plot.graph(1), second);
+    QCOMPARE(plot.legend->itemCount(), 2);
+    QVERIFY(plot.legend->hasItemWithPlottable(second));
+    plot.addGraph();
+    QCOMPARE(plot.legend->itemCount(), 3);
+}
+
+void tst_PlotCurve::fillIsTheLibrarysPicture_data()
+{
+    QTest::addColumn<QVector<double>>("values");
+    QTest::addColumn<double>("scale");
+    QTest::newRow("few values") << noise(40) << 1.0;
+    QTest::newRow("fewer values than columns") << noise(150) << 1.0;
+    QTest::newRow("more values than columns") << noise(500) << 1.0;
+    QTest::newRow("many more") << noise(20000) << 1.0;
+    QTest::newRow("scaled by 2") << noise(500) << 2.0;
+    QTest::newRow("scaled by 1.5") << noise(500) << 1.5;
+    QTest::newRow("scaled by 1.1") << noise(500) << 1.1;
+    QVector<double> gaps = noise(500);
+    for (int i = 20; i < gaps.size(); i += i / 2) {
+        gaps[i] = qQNaN();
+    }
+    QTest::newRow("gaps") << gaps << 1.0;
+    QVector<double> beyond = noise(500);
+    std::transform(beyond.begin(), beyond.end(), beyond.begin(), [](double v) { return 30 * v; });
+    QTest::newRow("beyond the axes") << beyond << 1.0;
+    QVector<double> wave(3000);
+    for (int i = 0; i < wave.size(); ++i) {
+        wave[i] = std::sin(i * 0.01);
+    }
+    QTest::newRow("a wave") << wave << 1.0;
+}
+
+void tst_PlotCurve::fillIsTheLibrarysPicture()
+{
+    QFETCH(QVector<double>, values);
+    QFETCH(double, scale);
+    const QColor halfBlue(0, 0, 255, 128);
+    QCustomPlot bare;
+    fill(bare, bare.addGraph(), values, halfBlue);
+    QCustomPlot plot;
+    fill(plot, PlotCurve::addTo(&plot), values, halfBlue);
+    const QImage expected = bare.toPixmap(300, 120, scale).toImage();
+    const QImage picture = plot.toPixmap(300, 120, scale).toImage();
+    QVERIFY(expected.pixelColor(int(150 * scale), int(52 * scale)) != QColor(Qt::white));
+    const int difference = largestDifference(picture, expected);
+    QVERIFY2(difference <= 2, qPrintable(QString::number(difference)));
+}
+
+void tst_PlotCurve::fillOfNoiseCostsLittleMoreThanItsLine()
+{
+    QCustomPlot plot;
+    plot.resize(800, 400);
+    QCPGraph* const curve = PlotCurve::addTo(&plot);
+    fill(plot, curve, noise(2000), Qt::NoBrush);
+    curve->setPen(QPen(Qt::blue));
+    const auto processorTime = [&](const QBrush& brush) {
+        curve->setBrush(brush);
+        std::clock_t least = std::numeric_limits<std::clock_t>::max();
+        for (int i = 0; i < 3; ++i) {
+            const std::clock_t start = std::clock();
+            plot.toPixmap(800, 400);
+            least = qMin(least, std::clock() - start);
+        }
+        return double(least);
+    };
+    const double line = processorTime(Qt::NoBrush);
+    const double filled = processorTime(QColor(0, 0, 255, 128));
+    QVERIFY2(filled < 30 * line, qPrintable(QString::number(filled / line)));
+}
+
+NORVO_TEST(tst_PlotCurve)
+#include "tst_PlotCurve.moc"
