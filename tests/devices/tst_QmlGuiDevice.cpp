@@ -74,7 +74,7 @@ private slots:
     void declaresItsParameters();
     void declaresNoSignalsAndNoSlots();
     void recordSaysThatMethodsAreKnownLate();
-    void constructorTellsItsThread();
+    void constructorLogsItsThread();
     void fileSourceWithoutPathIsRefused();
     void parameterSourceEnablesTheCode();
     void descriptionIsThePathOfTheFile();
@@ -122,7 +122,7 @@ void tst_QmlGuiDevice::recordSaysThatMethodsAreKnownLate()
     QCOMPARE(info.widgetGroup, QString("widget"));
 }
 
-void tst_QmlGuiDevice::constructorTellsItsThread()
+void tst_QmlGuiDevice::constructorLogsItsThread()
 {
     QString expected;
     QDebug(&expected) << QThread::currentThread() << QThread::currentThreadId();

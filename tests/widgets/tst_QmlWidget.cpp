@@ -45,8 +45,8 @@ class tst_QmlWidget : public QObject
 
 private slots:
     void declaresNoSignalsSlotsOrProperties();
-    void loaderWithoutDocumentIsTold();
-    void missingItemIsTold();
+    void loaderWithoutDocumentIsReported();
+    void missingItemIsReported();
     void itemOfTwoHundredByOneHundredGivesTheMinimumSize();
     void quickWidgetIsSetUp();
     void emptyRootCarriesTheItem();
@@ -68,7 +68,7 @@ void tst_QmlWidget::declaresNoSignalsSlotsOrProperties()
     QCOMPARE(meta.propertyCount(), BaseWidget::staticMetaObject.propertyCount());
 }
 
-void tst_QmlWidget::loaderWithoutDocumentIsTold()
+void tst_QmlWidget::loaderWithoutDocumentIsReported()
 {
     QQmlEngine engine;
     QmlDeviceImpl impl(&engine);
@@ -88,7 +88,7 @@ void tst_QmlWidget::loaderWithoutDocumentIsTold()
     widget.deinitialise();
 }
 
-void tst_QmlWidget::missingItemIsTold()
+void tst_QmlWidget::missingItemIsReported()
 {
     Face face(code(kFace));
     const std::unique_ptr<BaseWidget> second(face.device.createWidget());

@@ -95,7 +95,7 @@ private slots:
         QCOMPARE(changed.takeFirst(), QVariantList({"Rate", "2.0"}));
     }
 
-    void newValueIsStoredBeforeItIsTold()
+    void newValueIsStoredBeforeItIsReported()
     {
         Device device;
         QString seen;
@@ -121,7 +121,7 @@ private slots:
         QCOMPARE(device.paramNames(), QStringList({"Rate", "mode"}));
     }
 
-    void errorIsLoggedToldAndFalse()
+    void errorIsLoggedReportedAndFalse()
     {
         Device device;
         QSignalSpy errors(&device, &BaseDevice::errorOccurred);
@@ -135,7 +135,7 @@ private slots:
         QCOMPARE(alerts.size(), 0);
     }
 
-    void alertIsLoggedToldAndTrue()
+    void alertIsLoggedReportedAndTrue()
     {
         Device device;
         QSignalSpy errors(&device, &BaseDevice::errorOccurred);
@@ -189,7 +189,7 @@ private slots:
         QCOMPARE(changed.at(1), QVariantList({"mode", "a"}));
     }
 
-    void descriptionIsToldWhenItChanges()
+    void changedDescriptionIsReported()
     {
         Device device;
         QSignalSpy changed(&device, &BaseDevice::descriptionChanged);
@@ -212,7 +212,7 @@ private slots:
         QCOMPARE(named.getObjectName(), QString("valve"));
     }
 
-    void incomingConnectionsAreToldAsNotedOldestFirst()
+    void incomingConnectionsAreListedOldestFirst()
     {
         Device device;
         QCOMPARE(device.getIncomingConnections(), QStringList());

@@ -142,7 +142,7 @@ private slots:
         QCOMPARE(comma, 0.0);
     }
 
-    void valueIsConvertedAnewAtEachReading()
+    void valueIsConvertedAtEachReading()
     {
         Param param = withValue("1");
         QCOMPARE(int(param), 1);
@@ -162,7 +162,7 @@ private slots:
         QCOMPARE(param.enabledConditions(), Param::EnabledConditions({{"other", {"x"}}}));
     }
 
-    void whatIsToldOfItStartsEmptyAndIsKept()
+    void itsTextsStartEmptyAndAreKept()
     {
         Param param = withValue("");
         QCOMPARE(param.displayName() + param.description() + param.unit(), QString());

@@ -92,7 +92,7 @@ private slots:
         QCOMPARE(entity.getParam("free").flag(), true);
     }
 
-    void namesAreToldInTheOrderOfDeclaration()
+    void namesAreListedInTheOrderOfDeclaration()
     {
         ParametersEntity entity;
         for (const char* name : {"zeta", "Alpha", "widget/row", "beta"}) {
@@ -128,9 +128,9 @@ private slots:
     void undeclaredNameIsEmptyAndKeepsNothing()
     {
         ParametersEntity entity;
-        Param& nobodys = entity.getParam("rate");
-        QCOMPARE(nobodys.name() + nobodys.value(), QString());
-        nobodys.setValue("5");
+        Param& undeclared = entity.getParam("rate");
+        QCOMPARE(undeclared.name() + undeclared.value(), QString());
+        undeclared.setValue("5");
         QCOMPARE(entity.getParam("rate").value(), QString());
         QVERIFY(entity.paramNames().isEmpty());
         QVERIFY(entity.params().isEmpty());
@@ -223,7 +223,7 @@ private slots:
         QCOMPARE(sharer.calls.last(), QString("alert: There is no parameter \"speed\""));
     }
 
-    void sharingWithNobodyGivesAnEmptySet()
+    void sharingWithNoOwnerGivesAnEmptySet()
     {
         Entity entity(nullptr);
         QVERIFY(entity.params().isEmpty());

@@ -12,7 +12,7 @@ private slots:
     void keysMakeTheText();
     void textIsJudged_data();
     void textIsJudged();
-    void startIsToldWithAllItsDigits();
+    void startIsShownWithAllItsDigits();
     void negativeZeroIsZero();
     void veryLongEntryStopsGrowing();
 };
@@ -145,7 +145,7 @@ void tst_NumberEntry::textIsJudged()
     QCOMPARE(entry.isAcceptable(), fault.isEmpty());
 }
 
-void tst_NumberEntry::startIsToldWithAllItsDigits()
+void tst_NumberEntry::startIsShownWithAllItsDigits()
 {
     QCOMPARE(NumberEntry(limits(0.123457, 0, 1, 1, 2)).startText(), QString("0.123457"));
     QCOMPARE(NumberEntry(limits(kNaN, 0, 1, 1, 2)).startText(), QString(QChar(0x2014)));

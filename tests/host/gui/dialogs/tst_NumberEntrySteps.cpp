@@ -10,8 +10,8 @@ class tst_NumberEntrySteps : public QObject
 private slots:
     void stepsStayInTheRange_data();
     void stepsStayInTheRange();
-    void rangeIsTold_data();
-    void rangeIsTold();
+    void rangeIsShown_data();
+    void rangeIsShown();
 };
 
 void tst_NumberEntrySteps::stepsStayInTheRange_data()
@@ -77,7 +77,7 @@ void tst_NumberEntrySteps::stepsStayInTheRange()
     QVERIFY2(entry.isAcceptable(), qPrintable(entry.error()));
 }
 
-void tst_NumberEntrySteps::rangeIsTold_data()
+void tst_NumberEntrySteps::rangeIsShown_data()
 {
     QTest::addColumn<double>("min");
     QTest::addColumn<double>("max");
@@ -90,7 +90,7 @@ void tst_NumberEntrySteps::rangeIsTold_data()
                             << std::numeric_limits<double>::max() << "any number";
 }
 
-void tst_NumberEntrySteps::rangeIsTold()
+void tst_NumberEntrySteps::rangeIsShown()
 {
     QFETCH(double, min);
     QFETCH(double, max);

@@ -7,7 +7,7 @@
 #include <QQuickItem>
 #include <QSignalSpy>
 
-/// A device with a loader of QML, and what it is told.
+/// A device with a loader of QML, and what the loader answers.
 class QmlOwner : public BaseGuiDevice
 {
     Q_OBJECT

@@ -20,7 +20,7 @@ private slots:
     void loadsFromAText();
     void textFindsFilesBelowTheWorkingDirectory();
     void unknownSourceTypeMeansTheText();
-    void fileIsReadAnewEachTime();
+    void fileIsReadEachTime();
     void methodsChangeOnlyWithTheList();
     void deinitGivesTheItemUp();
     void handlerMayReplaceItsOwnDocument();
@@ -95,7 +95,7 @@ void tst_QmlDeviceImpl::unknownSourceTypeMeansTheText()
              QString());
 }
 
-void tst_QmlDeviceImpl::fileIsReadAnewEachTime()
+void tst_QmlDeviceImpl::fileIsReadEachTime()
 {
     QTemporaryDir folder;
     const auto write = [&folder](const QString& name, const QByteArray& body) {
@@ -145,7 +145,7 @@ void tst_QmlDeviceImpl::deinitGivesTheItemUp()
     QVERIFY(!owner.impl.getItem());
     QVERIFY(!wrapper);
     QTRY_VERIFY(!item);
-    owner.setObjectName("renamed"); // nobody is left to follow
+    owner.setObjectName("renamed"); // nothing is left to follow
     owner.impl.deinit();
 }
 

@@ -12,13 +12,13 @@ class tst_QmlDeviceImplFaults : public QObject
 private slots:
     void initTestCase() { QVERIFY(m_folder.isValid()); }
 
-    void textThatDoesNotLoadIsTold_data();
-    void textThatDoesNotLoadIsTold();
-    void fileThatDoesNotLoadIsTold();
+    void textThatDoesNotLoadIsReported_data();
+    void textThatDoesNotLoadIsReported();
+    void fileThatDoesNotLoadIsReported();
     void faultInAFileBeneathNamesThatFile();
     void nothingOfABadDocumentStays();
-    void errorInAHandlerIsToldAndTheRestRunsOn();
-    void errorWhileLoadingIsToldAndTheItemStands();
+    void errorInAHandlerIsReportedAndTheRestRunsOn();
+    void errorWhileLoadingIsReportedAndTheItemStands();
 
 private:
     QString file(const QString& name, const QByteArray& text)
@@ -32,7 +32,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-void tst_QmlDeviceImplFaults::textThatDoesNotLoadIsTold_data()
+void tst_QmlDeviceImplFaults::textThatDoesNotLoadIsReported_data()
 {
     QTest::addColumn<QString>("code");
     QTest::addColumn<QString>("fault");
@@ -61,7 +61,7 @@ void tst_QmlDeviceImplFaults::textThatDoesNotLoadIsTold_data()
         "1:24: the root object must be an Item, and Q.Timer is none");
 }
 
-void tst_QmlDeviceImplFaults::textThatDoesNotLoadIsTold()
+void tst_QmlDeviceImplFaults::textThatDoesNotLoadIsReported()
 {
     QFETCH(QString, code);
     QFETCH(QString, fault);
@@ -70,7 +70,7 @@ void tst_QmlDeviceImplFaults::textThatDoesNotLoadIsTold()
     QVERIFY(!owner.impl.isInitialised());
 }
 
-void tst_QmlDeviceImplFaults::fileThatDoesNotLoadIsTold()
+void tst_QmlDeviceImplFaults::fileThatDoesNotLoadIsReported()
 {
     QmlOwner owner;
     QCOMPARE(owner.loadFile("no/such.qml"), QString("no/such.qml: No such file or directory"));
@@ -112,7 +112,7 @@ void tst_QmlDeviceImplFaults::nothingOfABadDocumentStays()
     QVERIFY(owner.provider("output"));
 }
 
-void tst_QmlDeviceImplFaults::errorInAHandlerIsToldAndTheRestRunsOn()
+void tst_QmlDeviceImplFaults::errorInAHandlerIsReportedAndTheRestRunsOn()
 {
     QmlOwner owner;
     const QString path = file("throws.qml", "import QtQuick 2.0\n"
@@ -142,7 +142,7 @@ void tst_QmlDeviceImplFaults::errorInAHandlerIsToldAndTheRestRunsOn()
     QCOMPARE(log.take(), QStringList());
 }
 
-void tst_QmlDeviceImplFaults::errorWhileLoadingIsToldAndTheItemStands()
+void tst_QmlDeviceImplFaults::errorWhileLoadingIsReportedAndTheItemStands()
 {
     QmlOwner owner;
     MessageLog log;

@@ -195,7 +195,7 @@ void tst_QmlDeviceImplMethods::wiresGoWithTheItem()
     QVERIFY(connect(wrapper, SIGNAL(output(double)), &kinds, SLOT(takeNumber(double))));
     QVERIFY(connect(&kinds, SIGNAL(number(double)), wrapper, SLOT(input(double))));
     delete owner.impl.getItem();
-    emit kinds.number(1); // nobody is there to take it
+    emit kinds.number(1); // no item takes it
     QCOMPARE(kinds.taken, QStringList());
     owner.impl.deinit();
     QVERIFY(!wrapper);

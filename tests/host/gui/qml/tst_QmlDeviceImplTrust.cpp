@@ -70,15 +70,15 @@ void tst_QmlDeviceImplTrust::networkIsRefused()
     QFETCH(QString, body);
     Neighbour neighbour;
     QmlOwner owner;
-    QStringList told;
+    QStringList reported;
     MessageLog log;
     const QString worker = file("worker.js", "WorkerScript.onMessage = function(url) {\n"
                                              "  var r = new XMLHttpRequest();\n"
                                              "  r.open('GET', url); r.send() }\n");
     body.replace("%1", neighbour.url("thing")).replace("%2", worker);
     QCOMPARE(owner.loadBody(body), QString());
-    QTRY_VERIFY((told += log.take()).contains(refusal(neighbour.url("thing"))));
-    QCOMPARE(told.filter("is refused").size(), 1);
+    QTRY_VERIFY((reported += log.take()).contains(refusal(neighbour.url("thing"))));
+    QCOMPARE(reported.filter("is refused").size(), 1);
     QCOMPARE(neighbour.calls(), 0);
 }
 
@@ -92,9 +92,9 @@ void tst_QmlDeviceImplTrust::farImportIsRefused()
     QCOMPARE(fault, QString("sourceCode:3:8: Far is not a type"));
     QVERIFY(!owner.loadFile(neighbour.url("far.qml")).isEmpty());
     QCoreApplication::processEvents();
-    const QStringList told = log.take();
-    QVERIFY2(told.filter("is refused").size() == 2, qPrintable(told.join('\n')));
-    QVERIFY(told.contains(refusal(neighbour.url("far.qml"))));
+    const QStringList reported = log.take();
+    QVERIFY2(reported.filter("is refused").size() == 2, qPrintable(reported.join('\n')));
+    QVERIFY(reported.contains(refusal(neighbour.url("far.qml"))));
     QCOMPARE(neighbour.calls(), 0);
 }
 
@@ -120,10 +120,10 @@ void tst_QmlDeviceImplTrust::nextDocumentsRefusalsAreReportedAgain()
     Neighbour neighbour;
     QmlOwner owner;
     for (int i = 0; i < 2; ++i) {
-        QStringList told;
+        QStringList reported;
         MessageLog log;
         QCOMPARE(owner.loadBody("Image { source: '" + neighbour.url("thing") + "' }"), QString());
-        QTRY_VERIFY((told += log.take()).contains(refusal(neighbour.url("thing"))));
+        QTRY_VERIFY((reported += log.take()).contains(refusal(neighbour.url("thing"))));
     }
 }
 
@@ -144,13 +144,13 @@ void tst_QmlDeviceImplTrust::filesAreNotWritten()
 {
     const QString url = QUrl::fromLocalFile(file("kept.txt", "kept")).toString();
     QmlOwner owner;
-    QStringList told;
+    QStringList reported;
     MessageLog log;
     QCOMPARE(owner.loadBody("Component.onCompleted: { var r = new XMLHttpRequest();"
                             " r.open('PUT', '" +
                             url + "', false); r.send('changed') }"),
              QString());
-    QTRY_VERIFY((told += log.take()).contains(refusal("writing " + url)));
+    QTRY_VERIFY((reported += log.take()).contains(refusal("writing " + url)));
     QCOMPARE(textOf("kept.txt"), QByteArray("kept"));
 }
 
@@ -182,12 +182,12 @@ void tst_QmlDeviceImplTrust::urlIsNotOpenedElsewhere()
 {
     QFETCH(QString, url);
     QmlOwner owner;
-    QStringList told;
+    QStringList reported;
     MessageLog log;
     QCOMPARE(owner.loadBody("Component.onCompleted: Qt.openUrlExternally('" + url + "')"),
              QString());
-    QTRY_COMPARE((told += log.take()).filter("opening " + QUrl(url).toString()).size(), 1);
-    QCOMPARE(told.filter("does not support"), QStringList());
+    QTRY_COMPARE((reported += log.take()).filter("opening " + QUrl(url).toString()).size(), 1);
+    QCOMPARE(reported.filter("does not support"), QStringList());
 }
 
 void tst_QmlDeviceImplTrust::urlIsOpenedWhereTheNetworkIsAllowed()
