@@ -33,7 +33,7 @@ void PanelWindow::showErrors(const Diagnostics& diagnostics)
 
 void PanelWindow::fit(const QSize& limit)
 {
-    resize(page()->sizeHint().expandedTo(kSmallest).boundedTo(limit));
+    resize(page()->sizeHint().expandedTo(kMinSize).boundedTo(limit));
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event)

@@ -17,14 +17,14 @@ class PanelWindow : public QWidget
     Q_OBJECT
 
 public:
-    static constexpr QSize kSmallest{800, 480}; ///< The size that a page gets at least.
+    static constexpr QSize kMinSize{800, 480}; ///< The size that a page gets at least.
 
     explicit PanelWindow(const QString& title);
 
     QWidget* page() const; ///< Empty at first, without layout; the window owns it.
     void showErrors(const Diagnostics& diagnostics); ///< Replaces the page.
 
-    /// Gives the window the size that its page asks for, between kSmallest and `limit`.
+    /// Gives the window the size that its page asks for, between kMinSize and `limit`.
     void fit(const QSize& limit);
     void coverScreen(); ///< Shows the window on the whole screen.
 

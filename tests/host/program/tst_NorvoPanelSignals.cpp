@@ -12,6 +12,7 @@ class tst_NorvoPanelSignals : public QObject
 private slots:
     void signalStopsWithTheStateSaved_data();
     void signalStopsWithTheStateSaved();
+    void hangUpThatWasIgnoredStaysIgnored();
     void signalDuringTheStartStopsThePanel_data();
     void signalDuringTheStartStopsThePanel();
     void secondSignalEndsAPanelThatHangs_data();
@@ -48,6 +49,21 @@ void tst_NorvoPanelSignals::signalStopsWithTheStateSaved()
     QCOMPARE(panel.waitForEnd(), 0);
     QCOMPARE(panel.errorLines(), QStringList());
     QCOMPARE(folder.saved(), folder.counted());
+}
+
+/// nohup(1) starts a program that outlives its terminal.
+void tst_NorvoPanelSignals::hangUpThatWasIgnoredStaysIgnored()
+{
+    const CountingFolder folder;
+    PanelProcess panel({"-c", "trap '' HUP; exec \"$0\" \"$@\"", NORVO_BUILD_DIR "/bin/norvo-panel",
+                        "--plugins", fixture("probes"), folder.panel()},
+                       "/bin/sh");
+    panel.start();
+    QTRY_VERIFY_WITH_TIMEOUT(folder.counted() > 0, PanelProcess::kPatience);
+    panel.sendSignal(SIGHUP);
+    QVERIFY(!panel.waitForFinished(500));
+    panel.sendSignal(SIGTERM);
+    QCOMPARE(panel.waitForEnd(), 0);
 }
 
 void tst_NorvoPanelSignals::signalDuringTheStartStopsThePanel_data()
