@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <chrono>
+#include <system_error>
 #include <thread>
 
 namespace norvo {
@@ -45,10 +46,7 @@ void writeAll(int descriptor, const QByteArray& line)
 void BackgroundWriter::write(const QByteArray& line)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    if (!m_isStarted) {
-        m_isStarted = true;
-        std::thread(&BackgroundWriter::run, this).detach();
-    }
+    start();
     if (m_waiting + cost(line) > kMaxWaiting) {
         ++m_lost;
         return;
@@ -68,6 +66,19 @@ void BackgroundWriter::finish()
         if (m_changed.wait_for(lock, kPatience, [this] { return isIdle(); })) {
             return;
         }
+    }
+}
+
+void BackgroundWriter::start()
+{
+    if (m_isStarted) {
+        return;
+    }
+    try {
+        std::thread(&BackgroundWriter::run, this).detach();
+        m_isStarted = true;
+    } catch (const std::system_error&) {
+        // The system has no thread to give. The next line asks again.
     }
 }
 

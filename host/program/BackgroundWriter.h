@@ -27,6 +27,7 @@ public:
     void finish();
 
 private:
+    void start();
     void run();
     void add(const QByteArray& line);
     void addLoss();

@@ -26,7 +26,7 @@ namespace norvo {
 
 namespace {
 
-constexpr QSize kLargestPicture(3840, 2160);
+constexpr QSize kMaxPicture(3840, 2160);
 
 QString titleOf(const PanelDescription& description)
 {
@@ -167,7 +167,7 @@ int PanelProgram::show(PanelWindow& window, const UnixSignals& unixSignals) cons
     QObject::connect(&window, &PanelWindow::closed, qApp, &QCoreApplication::quit);
 
     if (m_options.pictureSize.isEmpty()) {
-        window.fit(isPicture ? kLargestPicture : window.screen()->availableSize());
+        window.fit(isPicture ? kMaxPicture : window.screen()->availableSize());
     } else {
         window.resize(m_options.pictureSize);
     }
