@@ -28,6 +28,7 @@ QString Label::withoutValue(const QString& text)
 bool Label::initialise()
 {
     m_text = getParam(kValue).value();
+    m_hasPlaceholder = true;
     m_precision = norvo::decimals(getParam(kPrecision));
     setDescription(m_text);
     return true;
@@ -46,6 +47,7 @@ void Label::inputWarning(bool warning)
 void Label::input(QString val)
 {
     m_text = val;
+    m_hasPlaceholder = true;
     setDescription(m_text);
     emit output(m_text);
 }
@@ -56,13 +58,11 @@ void Label::input(double val)
         emit output("-");
         return;
     }
-    if (m_text == m_withoutPlaceholder) {
+    if (!m_hasPlaceholder) {
         emit output(m_text);
         return;
     }
     const QString text = m_text.arg(QString::number(val, 'f', m_precision));
-    if (text == m_text) {
-        m_withoutPlaceholder = m_text; // Qt has warned of it; once is enough
-    }
+    m_hasPlaceholder = text != m_text; // Qt has warned if not; once is enough
     emit output(text);
 }

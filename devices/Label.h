@@ -34,6 +34,6 @@ public slots:
 
 private:
     QString m_text;
-    QString m_withoutPlaceholder; ///< The text that turned out to have none.
     int m_precision = 0;          ///< Digits after the point.
+    bool m_hasPlaceholder = true; ///< Until the text turns out to have none.
 };

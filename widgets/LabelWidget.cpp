@@ -26,12 +26,12 @@ void LabelWidget::build(Label& label)
     connect(&label, SIGNAL(output(QString)), this, SLOT(input(QString)));
     connect(&label, SIGNAL(outputWarning(bool)), this, SLOT(inputWarning(bool)));
 
-    m_font = QFont("Arial", getParam(Label::kFontSize), QFont::Normal, false);
     m_label = new QLabel;
-    m_label->setFont(m_font);
+    m_label->setFont(QFont("Arial", getParam(Label::kFontSize), QFont::Normal, false));
     m_label->setWordWrap(true);
     m_label->setAlignment(alignmentNamed(getParam(Label::kAlignment).value()));
     getLayout()->addWidget(m_label);
+    m_font = m_label->font();
     norvo::showText(*m_label, withLineBreaks(Label::withoutValue(label.getValue())));
     m_warning = false;
 }

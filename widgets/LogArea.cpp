@@ -33,7 +33,6 @@ void LogArea::appendLine(const QString& text)
         m_held = QTextCursor(document());
         m_held.beginEditBlock();
     }
-    const bool follows = textCursor().atEnd(); // as append() does
     const QString shown = limited(text);
     if (norvo::isVerbatim(shown)) {
         appendVerbatim(shown);
@@ -45,7 +44,9 @@ void LogArea::appendLine(const QString& text)
         verticalScrollBar()->maximum() > kMaxHeight) {
         dropOldest(qMax(1, document()->blockCount() / kDroppedShare));
     }
-    scroll(follows);
+    if (m_scrollingDisabled) {
+        scroll(false);
+    }
 }
 
 /// A text as long as can be laid out in little time; each row that it breaks is a line.
@@ -65,6 +66,7 @@ QString LogArea::limited(const QString& text)
 
 void LogArea::appendVerbatim(const QString& text)
 {
+    const bool follows = textCursor().atEnd(); // as append() does
     QTextCursor end(document());
     end.beginEditBlock();
     end.movePosition(QTextCursor::End);
@@ -73,6 +75,7 @@ void LogArea::appendVerbatim(const QString& text)
     }
     end.insertText(text);
     end.endEditBlock();
+    scroll(follows);
 }
 
 void LogArea::scroll(bool follows)

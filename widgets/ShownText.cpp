@@ -104,7 +104,7 @@ QString shortened(const QString& text, int length, QWidget& shownBy)
 
 void showText(QLabel& label, const QString& text)
 {
-    const QString shown = shortened(text, kMaxLabelLength, label);
+    const QString& shown = shortened(text, kMaxLabelLength, label);
     setText(label, isVerbatim(shown) ? Qt::PlainText : Qt::AutoText, shown);
 }
 
