@@ -1,6 +1,9 @@
 #include "host/panel/file/AtomicFile.h"
 
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSaveFile>
 
 namespace norvo {
@@ -27,7 +30,7 @@ bool writeFileAtomically(const QString& fileName, const QByteArray& content, QSt
 {
     const QFileInfo info(fileName);
     if (info.exists() && !info.isFile()) {
-        reason = "it is no regular file";
+        reason = "it is not a regular file";
         return false;
     }
     QSaveFile file(fileName);
@@ -37,6 +40,23 @@ bool writeFileAtomically(const QString& fileName, const QByteArray& content, QSt
     }
     reason = file.errorString();
     return false;
+}
+
+void removeLeftovers(const QString& fileName)
+{
+    // QSaveFile adds a point and six letters. Those of a user's own copy ("backup") are of one
+    // case.
+    static const QRegularExpression random("^(?=.*[a-z])(?=.*[A-Z])[A-Za-z]{6}$");
+    const QFileInfo info(fileName);
+    const QString start = info.fileName() + '.';
+    const QFileInfoList files =
+        info.dir().entryInfoList(QDir::Files | QDir::Hidden | QDir::NoSymLinks);
+    for (const QFileInfo& file : files) {
+        const QString name = file.fileName();
+        if (name.startsWith(start) && random.match(name.mid(start.size())).hasMatch()) {
+            QFile::remove(file.filePath());
+        }
+    }
 }
 
 } // namespace norvo

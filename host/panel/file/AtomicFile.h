@@ -6,7 +6,11 @@
 namespace norvo {
 
 /// Puts `content` in the place of the file, as a whole or not at all. False: nothing was changed,
-/// and `reason` says why. Whatever is there and no regular file is left alone.
+/// and `reason` says why. What is there and not a regular file is left alone.
 bool writeFileAtomically(const QString& fileName, const QByteArray& content, QString& reason);
+
+/// Removes what writings of this file have left beside it that were cut short by a SIGKILL. Only
+/// for whoever alone writes the file at this time.
+void removeLeftovers(const QString& fileName);
 
 } // namespace norvo

@@ -1,21 +1,28 @@
 #include "host/panel/file/StateFile.h"
 
-#include "host/panel/file/Diagnostics.h"
 #include "host/panel/file/AtomicFile.h"
+#include "host/panel/file/Diagnostics.h"
+#include "host/panel/file/FileLock.h"
+#include "host/yaml/SourceText.h"
+#include "host/yaml/YamlTree.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QTextCodec>
+#include <QPair>
+#include <QRegularExpression>
 
-#include <yaml-cpp/yaml.h>
-
+#include <algorithm>
 #include <cstdio>
+#include <optional>
+#include <variant>
 
 namespace norvo {
 
 namespace {
 
-constexpr int kLongestPlainKey = 1000; // YAML takes a key without "?" up to 1024 characters.
+constexpr char kHeader[] = "# What this panel's devices have stored; written by norvo-panel.\n";
+constexpr char kNothingSaved[] = "the panel starts without it and saves nothing";
+constexpr int kMaxPlainKeyLength = 1000; // YAML takes a key without "?" up to 1024 characters.
 
 /// True for what an editor may show as nothing or as a new line, and what YAML does not take raw.
 bool needsEscape(uint c)
@@ -55,13 +62,31 @@ QString quoted(const QString& text)
 QString keyed(const QString& key, const QString& indent)
 {
     const QString text = quoted(key);
-    return text.size() <= kLongestPlainKey ? indent + text + ':'
-                                           : indent + "? " + text + '\n' + indent + ':';
+    return text.size() <= kMaxPlainKeyLength ? indent + text + ':'
+                                             : indent + "? " + text + '\n' + indent + ':';
+}
+
+/// Why a file of this state would be refused at the next start; empty when it would not.
+QString limitPassed(const PanelState& state, const QByteArray& text)
+{
+    int values = 1;
+    int longest = 0;
+    for (auto device = state.cbegin(); device != state.cend(); ++device) {
+        values += 1 + device->size();
+        longest = std::max(longest, device.key().size());
+        for (auto param = device->cbegin(); param != device->cend(); ++param) {
+            longest = std::max(longest, param.key().size());
+        }
+    }
+    return text.size() > kMaxTextSize          ? "it is larger than 4 MiB"
+           : values > YamlTree::kMaxValues     ? "it has more than 100,000 values"
+           : longest > YamlTree::kMaxKeyLength ? "it has a name of more than 1000 characters"
+                                               : "";
 }
 
 QByteArray toYaml(const PanelState& state)
 {
-    QString text = "# What this panel's devices have stored; written by norvo-panel.\n";
+    QString text = kHeader;
     for (auto device = state.cbegin(); device != state.cend(); ++device) {
         if (device->isEmpty()) {
             continue;
@@ -74,82 +99,73 @@ QByteArray toYaml(const PanelState& state)
     return text.toUtf8();
 }
 
-QString textOf(const YAML::Node& node)
+struct SavedState
 {
-    if (!node.IsScalar()) {
-        throw YAML::RepresentationException(node.Mark(), "a text is expected here");
-    }
-    return QString::fromStdString(node.Scalar());
-}
-
-void requireMap(const YAML::Node& node)
-{
-    if (!node.IsMap()) {
-        throw YAML::RepresentationException(node.Mark(), "a map is expected here");
-    }
-}
-
-PanelState fromYaml(const QByteArray& text)
-{
-    const YAML::Node root = YAML::Load(std::string(text.constData(), size_t(text.size())));
-    if (!root.IsDefined() || root.IsNull()) {
-        throw YAML::RepresentationException(YAML::Mark::null_mark(), "it is empty");
-    }
-    requireMap(root);
     PanelState state;
-    for (const auto& device : root) {
-        requireMap(device.second);
-        auto& params = state[textOf(device.first)];
-        for (const auto& param : device.second) {
-            params.insert(textOf(param.first), textOf(param.second));
+    QHash<QPair<QString, QString>, Place> places;
+};
+
+bool isMap(const YamlNode& node)
+{
+    return node.kind == YamlNode::Kind::Map;
+}
+
+/// What keeps the entry from being part of a state; `isDevice`: it is to hold a device's
+/// parameters.
+std::optional<TextError> errorOf(const YamlEntry& entry, bool isDevice)
+{
+    if (!entry.key->isText()) {
+        return TextError{entry.key->place, "a key must be a text"};
+    }
+    if (entry.earlier.line > 0) {
+        return TextError{entry.key->place,
+                         QString("the key %1 is given twice; it is already in %2")
+                             .arg(inQuotes(entry.key->text), toString(entry.earlier))};
+    }
+    if (isDevice != isMap(*entry.value) || (!isDevice && !entry.value->isText())) {
+        return TextError{entry.place,
+                         isDevice ? "a map is expected here" : "a text is expected here"};
+    }
+    return std::nullopt;
+}
+
+/// The state that the file holds, or the first error in it.
+std::variant<SavedState, TextError> parse(const QByteArray& text)
+{
+    const auto tree = YamlTree::read(SourceText(text));
+    if (const auto* error = std::get_if<TextError>(&tree)) {
+        return *error;
+    }
+    const YamlNode& root = *std::get<YamlNodePtr>(tree);
+    if (!isMap(root)) {
+        return TextError{root.place, root.kind == YamlNode::Kind::Absent
+                                         ? "it is empty"
+                                         : "a map is expected here"};
+    }
+    SavedState saved;
+    for (const YamlEntry& device : root.entries) {
+        if (const auto error = errorOf(device, true)) {
+            return *error;
+        }
+        const QString& id = device.key->text;
+        auto& params = saved.state[id];
+        for (const YamlEntry& param : device.value->entries) {
+            if (const auto error = errorOf(param, false)) {
+                return *error;
+            }
+            params.insert(param.key->text, param.value->text);
+            saved.places.insert({id, param.key->text}, param.key->place);
         }
     }
-    return state;
+    return saved;
 }
 
-bool isUtf8(const QByteArray& text)
+/// Whether the text, which need not be sound, is that of a panel and not of a state.
+bool isPanel(const QByteArray& text)
 {
-    QTextCodec::ConverterState converter;
-    QTextCodec::codecForName("UTF-8")->toUnicode(text.constData(), text.size(), &converter);
-    return converter.invalidChars == 0 && converter.remainingChars == 0;
-}
-
-QString describe(const YAML::Exception& exception)
-{
-    const QString text = QString::fromStdString(exception.msg);
-    return exception.mark.is_null() ? text
-                                    : text + QString(" (line %1)").arg(exception.mark.line + 1);
-}
-
-/// The state that the file holds; what is wrong with the file otherwise goes into `reason`.
-PanelState readState(const QString& fileName, QString& reason)
-{
-    QFile file(fileName);
-    if (!QFileInfo(fileName).isFile()) { // Opening a pipe would wait for its other end.
-        reason = "it is no regular file";
-        return {};
-    }
-    if (!file.open(QIODevice::ReadOnly)) {
-        reason = file.errorString();
-        return {};
-    }
-    const QByteArray text = file.read(StateFile::kSizeLimit + 1);
-    if (text.size() > StateFile::kSizeLimit) {
-        reason = "it is larger than 4 MiB";
-        return {};
-    }
-    if (!isUtf8(text)) {
-        reason = "it is not UTF-8 text";
-        return {};
-    }
-    try {
-        return fromYaml(text);
-    } catch (const YAML::Exception& exception) {
-        reason = describe(exception);
-    } catch (const std::exception& exception) {
-        reason = QString::fromLocal8Bit(exception.what());
-    }
-    return {};
+    static const QRegularExpression keys("^[{ \t]*[\"']?(title|devices|connections)[\"']?[ \t]*:",
+                                         QRegularExpression::MultilineOption);
+    return !text.startsWith(kHeader) && keys.match(QString::fromUtf8(text)).hasMatch();
 }
 
 } // namespace
@@ -162,29 +178,64 @@ StateFile::StateFile(const QString& fileName, Mode mode, QObject* parent)
     connect(&m_delay, &QTimer::timeout, this, &StateFile::save);
 }
 
+StateFile::~StateFile() = default;
+
 QString StateFile::besidePanel(const QString& panelFile)
 {
-    QString base = panelFile;
-    for (const char* ending : {".yaml", ".yml"}) {
-        if (base.endsWith(QLatin1String(ending), Qt::CaseInsensitive)) {
-            base.chop(int(qstrlen(ending)));
-            break;
-        }
-    }
+    const QString ending = ".yaml";
+    const QString base = panelFile.endsWith(ending) ? panelFile.chopped(ending.size()) : panelFile;
     return base + ".state.yaml";
+}
+
+Place StateFile::placeOf(const QString& device, const QString& param) const
+{
+    return m_places.value({device, param});
 }
 
 void StateFile::read()
 {
     m_state.clear();
+    m_places.clear();
+    if (m_mode == Mode::ReadWrite) {
+        lock();
+    }
     if (!QFileInfo::exists(m_fileName)) {
         return;
     }
     QString reason;
-    m_state = readState(m_fileName, reason);
-    if (!reason.isEmpty()) {
-        m_state.clear();
-        putAside(reason);
+    const auto text = readTextFile(m_fileName, reason);
+    if (!text) {
+        m_mode = Mode::ReadOnly;
+        warn({}, QString("the saved state cannot be read: %1; %2").arg(reason, kNothingSaved));
+        return;
+    }
+    if (isPanel(*text)) {
+        m_mode = Mode::ReadOnly;
+        warn({}, QString("this is a panel and not a saved state; %1").arg(kNothingSaved));
+        return;
+    }
+    const auto saved = parse(*text);
+    if (const auto* error = std::get_if<TextError>(&saved)) {
+        quarantine(*error);
+    } else {
+        m_state = std::get<SavedState>(saved).state;
+        m_places = std::get<SavedState>(saved).places;
+    }
+}
+
+void StateFile::lock()
+{
+    // Links to one file have one lock.
+    const QString target = QFileInfo(m_fileName).canonicalFilePath();
+    const QString name = target.isEmpty() ? m_fileName : target;
+    m_lock = std::make_unique<FileLock>(name + ".lock");
+    const FileLock::Result result = m_lock->lock();
+    if (result == FileLock::Result::Busy) {
+        m_mode = Mode::ReadOnly;
+        warn({}, "another panel that runs saves its state here, so this one saves none; --state "
+                 "FILE gives it a file of its own");
+    } else if (result == FileLock::Result::Locked) {
+        removeLeftovers(name);
     }
 }
 
@@ -208,35 +259,39 @@ void StateFile::save()
     if (!m_unsaved || m_mode == Mode::ReadOnly) {
         return;
     }
-    QString reason;
-    if (writeFileAtomically(m_fileName, toYaml(m_state), reason)) {
+    const QByteArray text = toYaml(m_state);
+    QString reason = limitPassed(m_state, text);
+    if (reason.isEmpty() && writeFileAtomically(m_fileName, text, reason)) {
         m_unsaved = false;
-        m_failureTold = false;
-        return;
-    }
-    if (!m_failureTold) {
-        m_failureTold = true;
-        tell(
+        m_isFailureReported = false;
+    } else if (!m_isFailureReported) {
+        m_isFailureReported = true;
+        warn(
+            {},
             QString("the state cannot be saved: %1; tried again with the next change").arg(reason));
     }
 }
 
-void StateFile::putAside(const QString& reason)
+/// Puts a file that cannot be parsed out of the way, so that the next state takes nothing from it.
+void StateFile::quarantine(const TextError& error)
 {
-    const QString start = QString("the saved state does not read: %1; ").arg(reason);
+    const QString start = QString("the saved state cannot be parsed: %1; ").arg(error.text);
     const QString bad = m_fileName + ".bad";
-    if (m_mode == Mode::ReadOnly || !QFileInfo(m_fileName).isFile()) {
-        tell(start + "the panel starts without it");
+    if (m_mode == Mode::ReadOnly) {
+        warn(error.place, start + "the panel starts without it");
     } else if (std::rename(QFile::encodeName(m_fileName), QFile::encodeName(bad)) == 0) {
-        tell(start + QString("it is kept as %1 and the panel starts without it").arg(bad));
+        warn(error.place,
+             start + QString("it is kept as %1 and the panel starts without it").arg(bad));
     } else {
-        tell(start + QString("the panel starts without it; it cannot be kept as %1").arg(bad));
+        m_mode = Mode::ReadOnly;
+        warn(error.place,
+             start + QString("it cannot be kept as %1, so %2").arg(bad, kNothingSaved));
     }
 }
 
-void StateFile::tell(const QString& text)
+void StateFile::warn(const Place& place, const QString& text)
 {
-    emit problem(Diagnostic{Diagnostic::Severity::Warning, m_fileName, {}, text}.toString());
+    emit problem(Diagnostic{Diagnostic::Severity::Warning, m_fileName, place, text}.toString());
 }
 
 } // namespace norvo

@@ -84,7 +84,7 @@ void tst_NorvoPanelState::brokenStateIsToldAndKept()
     folder.fill("panel.state.yaml", state);
     PanelProcess panel(probes({folder.panel()}));
     panel.start();
-    QVERIFY(panel.waitForErrorText("panel.state.yaml: warning: the saved state does not read: "));
+    QVERIFY(panel.waitForErrorText("warning: the saved state cannot be parsed: "));
     QTRY_VERIFY_WITH_TIMEOUT(folder.saved() > 0, PanelProcess::kPatience);
     panel.sendSignal(SIGTERM);
     QCOMPARE(panel.waitForEnd(), 0);

@@ -8,8 +8,8 @@ class tst_StateFile : public StateFileTest
     Q_OBJECT
 
 private slots:
-    void stateLiesBesideThePanel_data();
-    void stateLiesBesideThePanel();
+    void stateFileIsBesideThePanel_data();
+    void stateFileIsBesideThePanel();
     void anyTextSurvives_data();
     void anyTextSurvives();
     void anyNameSurvives();
@@ -19,25 +19,26 @@ private slots:
     void laterChangesDoNotPostponeTheWriting();
     void handWrittenFileIsRead();
     void linkIsFollowed();
+    void placeOfAnEntryIsThatOfItsKey();
 };
 
-void tst_StateFile::stateLiesBesideThePanel_data()
+void tst_StateFile::stateFileIsBesideThePanel_data()
 {
     QTest::addColumn<QString>("panel");
     QTest::addColumn<QString>("state");
     QTest::newRow("yaml") << "a/panel.yaml"
                           << "a/panel.state.yaml";
     QTest::newRow("yml") << "panel.yml"
-                         << "panel.state.yaml";
+                         << "panel.yml.state.yaml";
     QTest::newRow("capitals") << "/x/P.YAML"
-                              << "/x/P.state.yaml";
+                              << "/x/P.YAML.state.yaml";
     QTest::newRow("other ending") << "bench.panel"
                                   << "bench.panel.state.yaml";
     QTest::newRow("no ending") << "dir.yaml/panel"
                                << "dir.yaml/panel.state.yaml";
 }
 
-void tst_StateFile::stateLiesBesideThePanel()
+void tst_StateFile::stateFileIsBesideThePanel()
 {
     QFETCH(QString, panel);
     QTEST(StateFile::besidePanel(panel), "state");
@@ -52,7 +53,7 @@ void tst_StateFile::anyTextSurvives_data()
     QTest::newRow("number") << "1.0";
     QTest::newRow("quotes") << R"(say "it's" \n \ )";
     QTest::newRow("lines") << "one\ntwo\r\n\n  three\n---\n...\n";
-    QTest::newRow("blanks around") << "  \t x \t ";
+    QTest::newRow("spaces around") << "  \t x \t ";
     QTest::newRow("YAML signs") << "{a: [1, &x *x]} # no comment !!tag | > % @ `";
     QTest::newRow("Unicode") << QString::fromUtf8("Grüße, 温度 °C, \xF0\x9F\x8C\xA1");
     QTest::newRow("separators") << QString::fromUtf8(
@@ -84,7 +85,7 @@ void tst_StateFile::anyTextSurvives()
 void tst_StateFile::anyNameSurvives()
 {
     const norvo::PanelState state{{"no", {{"widget/row", "1"}, {"a: b", "2"}}},
-                                  {QString(3000, 'k'), {{QString(3000, '"'), "3"}}},
+                                  {QString(1000, 'k'), {{QString(1000, '"'), "3"}}},
                                   {"", {{"\n", "4"}}}};
     StateFile first(file());
     for (auto device = state.cbegin(); device != state.cend(); ++device) {
@@ -167,6 +168,22 @@ void tst_StateFile::linkIsFollowed()
     QCOMPARE(problems.size(), 0);
     QVERIFY(QFileInfo(file()).isSymLink());
     QVERIFY(QFile::exists(target));
+}
+
+void tst_StateFile::placeOfAnEntryIsThatOfItsKey()
+{
+    fill("# by hand\nbutton:\n  toggled: true\nother: {a: 1, ? b : 2}\n");
+    StateFile state(file());
+    state.read();
+    const auto shown = [&state](const QString& device, const QString& param) {
+        const norvo::Place place = state.placeOf(device, param);
+        return QString("%1:%2").arg(place.line).arg(place.column);
+    };
+    QCOMPARE(shown("button", "toggled"), QString("3:3"));
+    QCOMPARE(shown("other", "a"), QString("4:9"));
+    QCOMPARE(shown("other", "b"), QString("4:17"));
+    state.set("button", "later", "1");
+    QCOMPARE(shown("button", "later"), QString("0:0"));
 }
 
 NORVO_GUILESS_TEST(tst_StateFile)

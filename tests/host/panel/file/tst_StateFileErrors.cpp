@@ -1,4 +1,5 @@
 #include "StateFileTest.h"
+#include "host/yaml/SourceText.h"
 #include "TestMain.h"
 
 #include <sys/resource.h>
@@ -7,53 +8,62 @@
 
 using norvo::StateFile;
 
-/// State files that do not read, and such as cannot be written.
-class tst_StateFileFaults : public StateFileTest
+/// State files that cannot be parsed, and such as cannot be written.
+class tst_StateFileErrors : public StateFileTest
 {
     Q_OBJECT
 
 private slots:
-    void fileThatDoesNotReadIsPutAside_data();
-    void fileThatDoesNotReadIsPutAside();
+    void fileThatCannotBeParsedIsPutAside_data();
+    void fileThatCannotBeParsedIsPutAside();
     void olderBadFileIsReplaced();
     void readOnlyModeTouchesNothing();
-    void whatIsNoFileIsToldAndLeft();
-    void failureIsToldOnceUntilAWritingSucceeds();
+    void folderInItsPlaceIsReportedAndLeft();
+    void failureIsReportedOnceUntilAWritingSucceeds();
     void fullDiskLeavesTheOldFile();
 };
 
-void tst_StateFileFaults::fileThatDoesNotReadIsPutAside_data()
+void tst_StateFileErrors::fileThatCannotBeParsedIsPutAside_data()
 {
     QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("empty") << QByteArray("") << "it is empty";
-    QTest::newRow("zeros") << QByteArray(64, '\0') << "";
+    QTest::addColumn<QString>("start");
+    const QString larger = ": warning: the saved state cannot be parsed: the file is larger than";
+    const auto at = [](const char* place, const char* reason) {
+        return QString(":%1: warning: the saved state cannot be parsed: %2").arg(place, reason);
+    };
+    QTest::newRow("empty") << QByteArray("")
+                           << ": warning: the saved state cannot be parsed: it is empty";
+    QTest::newRow("zeros") << QByteArray(64, '\0') << at("1:1", "NUL byte");
     QTest::newRow("half a file") << QByteArray("\"b\":\n  \"toggled\": \"tr")
-                                 << "illegal EOF in scalar (line 2)";
-    QTest::newRow("list") << QByteArray("- a\n") << "a map is expected here (line 1)";
-    QTest::newRow("text for a device") << QByteArray("a: b\n") << "a map is expected here (line 1)";
+                                 << at("2:14", "broken YAML: unterminated quoted string");
+    QTest::newRow("list") << QByteArray("- a\n") << at("1:1", "a map is expected here");
+    QTest::newRow("text for a device") << QByteArray("a: b\n") << at("1:4", "a map is expected");
     QTest::newRow("list for a value")
-        << QByteArray("a:\n  b: [c]\n") << "a text is expected here (line 2)";
-    QTest::newRow("no UTF-8") << QByteArray("a: {b: \xff}\n") << "it is not UTF-8 text";
-    QTest::newRow("deep") << QByteArray(100000, '[') << "";
+        << QByteArray("a:\n  b: [c]\n") << at("2:6", "a text is expected here");
+    QTest::newRow("map for a value")
+        << QByteArray("a:\n  b: {c: d}\n") << at("2:6", "a text is expected here");
+    QTest::newRow("list as a key")
+        << QByteArray("a:\n  ? [b]\n  : c\n") << at("2:5", "a key must be a text");
+    QTest::newRow("twice") << QByteArray("a: {b: 1, b: 2}\n")
+                           << at("1:11", "the key \"b\" is given twice; it is already in line 1");
+    QTest::newRow("not UTF-8") << QByteArray("a: {b: \xff}\n") << at("1:8", "byte is not valid");
+    QTest::newRow("deep") << QByteArray(100000, '[') << at("1:65", "nested deeper than 64 levels");
     QTest::newRow("bomb") << QByteArray("a: &a [x, x]\nb: &b [*a, *a]\nc: [*b, *b]\n")
-                          << "a map is expected here (line 1)";
-    QTest::newRow("large") << QByteArray(StateFile::kSizeLimit + 1, '#')
-                           << "it is larger than 4 MiB";
+                          << at("1:7", "a map is expected here");
+    QTest::newRow("large") << QByteArray(norvo::kMaxTextSize + 1, '#') << larger;
 }
 
-void tst_StateFileFaults::fileThatDoesNotReadIsPutAside()
+void tst_StateFileErrors::fileThatCannotBeParsedIsPutAside()
 {
     QFETCH(QByteArray, text);
-    QFETCH(QString, reason);
+    QFETCH(QString, start);
     fill(text);
     StateFile state(file());
     QSignalSpy problems(&state, &StateFile::problem);
     state.read();
     QCOMPARE(problems.size(), 1);
     const QString line = problems[0][0].toString();
-    QVERIFY2(line.startsWith(file() + ": warning: the saved state does not read: " + reason),
-             qPrintable(line));
+    QVERIFY2(line.startsWith(file() + start), qPrintable(line));
     QVERIFY2(line.endsWith("it is kept as " + file() + ".bad and the panel starts without it"),
              qPrintable(line));
     QVERIFY(!line.contains('\n'));
@@ -64,7 +74,7 @@ void tst_StateFileFaults::fileThatDoesNotReadIsPutAside()
     QCOMPARE(bad.readAll(), text);
 }
 
-void tst_StateFileFaults::olderBadFileIsReplaced()
+void tst_StateFileErrors::olderBadFileIsReplaced()
 {
     for (const QByteArray& text : {QByteArray("[first"), QByteArray("[second")}) {
         fill(text);
@@ -75,7 +85,7 @@ void tst_StateFileFaults::olderBadFileIsReplaced()
     }
 }
 
-void tst_StateFileFaults::readOnlyModeTouchesNothing()
+void tst_StateFileErrors::readOnlyModeTouchesNothing()
 {
     fill("[broken");
     StateFile state(file(), StateFile::Mode::ReadOnly);
@@ -89,7 +99,7 @@ void tst_StateFileFaults::readOnlyModeTouchesNothing()
     QCOMPARE(QDir(folder()).entryList(QDir::Files).size(), 1);
 }
 
-void tst_StateFileFaults::whatIsNoFileIsToldAndLeft()
+void tst_StateFileErrors::folderInItsPlaceIsReportedAndLeft()
 {
     QVERIFY(QDir(folder()).mkdir("panel.state.yaml"));
     StateFile state(file());
@@ -97,12 +107,12 @@ void tst_StateFileFaults::whatIsNoFileIsToldAndLeft()
     state.read();
     QCOMPARE(problems.size(), 1);
     QCOMPARE(problems[0][0].toString(),
-             file() + ": warning: the saved state does not read: it is no regular file; "
-                      "the panel starts without it");
+             file() + ": warning: the saved state cannot be read: this is a folder, not a file; "
+                      "the panel starts without it and saves nothing");
     QVERIFY(QFileInfo(file()).isDir());
 }
 
-void tst_StateFileFaults::failureIsToldOnceUntilAWritingSucceeds()
+void tst_StateFileErrors::failureIsReportedOnceUntilAWritingSucceeds()
 {
     const QString later = filePath("later");
     const QString name = later + "/p.state.yaml";
@@ -125,7 +135,7 @@ void tst_StateFileFaults::failureIsToldOnceUntilAWritingSucceeds()
     QCOMPARE(problems.size(), 2);
 }
 
-void tst_StateFileFaults::fullDiskLeavesTheOldFile()
+void tst_StateFileErrors::fullDiskLeavesTheOldFile()
 {
     StateFile state(file());
     state.set("b", "n", "old");
@@ -153,5 +163,5 @@ void tst_StateFileFaults::fullDiskLeavesTheOldFile()
     QVERIFY(content().size() > 100000);
 }
 
-NORVO_GUILESS_TEST(tst_StateFileFaults)
-#include "tst_StateFileFaults.moc"
+NORVO_GUILESS_TEST(tst_StateFileErrors)
+#include "tst_StateFileErrors.moc"
