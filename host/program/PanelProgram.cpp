@@ -85,8 +85,8 @@ int PanelProgram::start(const DeviceManager& manager, const UnixSignals& unixSig
     if (m_options.keepsState && !diagnostics.hasErrors()) {
         readState(state);
     }
-    PanelPlan plan =
-        PanelPlan::make(description, manager, {state.fileName(), state.state()}, diagnostics);
+    PanelPlan plan = PanelPlan::make(
+        description, manager, {state.fileName(), state.state(), state.places()}, diagnostics);
     if (unixSignals.isStopRequested()) {
         return 0;
     }

@@ -53,9 +53,9 @@ void Diagnostics::warning(const Place& place, const std::function<QString()>& ma
     add(Diagnostic::Severity::Warning, m_file, place, makeText);
 }
 
-void Diagnostics::warningIn(const QString& otherFile, const QString& text)
+void Diagnostics::warningIn(const QString& otherFile, const Place& place, const QString& text)
 {
-    add(Diagnostic::Severity::Warning, otherFile, {}, [&text] { return text; });
+    add(Diagnostic::Severity::Warning, otherFile, place, [&text] { return text; });
 }
 
 void Diagnostics::add(Diagnostic::Severity severity, const QString& file, const Place& place,
@@ -81,9 +81,11 @@ void Diagnostics::add(Diagnostic::Severity severity, const QString& file, const 
 DiagnosticList Diagnostics::sorted() const
 {
     DiagnosticList all = m_list;
-    std::stable_sort(all.begin(), all.end(), [](const Diagnostic& a, const Diagnostic& b) {
-        return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
-    });
+    const auto key = [this](const Diagnostic& one) {
+        return std::make_tuple(one.file != m_file, one.place.line, one.place.column);
+    };
+    std::stable_sort(all.begin(), all.end(),
+                     [&key](const Diagnostic& a, const Diagnostic& b) { return key(a) < key(b); });
     const auto appendMore = [this, &all](int count, Diagnostic::Severity severity) {
         if (count > kMaxOfAKind) {
             const QString more = counted(count - kMaxOfAKind, severity);

@@ -43,12 +43,13 @@ public:
     /// The same for texts that take time to make: `makeText` is called only if its text is kept.
     void error(const Place& place, const std::function<QString()>& makeText);
     void warning(const Place& place, const std::function<QString()>& makeText);
-    void warningIn(const QString& otherFile, const QString& text); ///< About another file.
+    /// About another file.
+    void warningIn(const QString& otherFile, const Place& place, const QString& text);
 
     bool isEmpty() const { return m_list.isEmpty(); }
     bool hasErrors() const { return m_errors > 0; }
-    /// By place, those of one place in the order in which they were reported. A last entry of each
-    /// kind says how many more there are.
+    /// By place, other files last; those of one place in the order in which they were reported. A
+    /// last entry of each kind says how many more there are.
     DiagnosticList sorted() const;
     /// How many there are of each kind: "2 errors, 1 warning"; "no errors" for none.
     QString summary() const;

@@ -8,7 +8,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QPair>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -99,10 +98,10 @@ QByteArray toYaml(const PanelState& state)
     return text.toUtf8();
 }
 
-struct SavedState
+struct ParsedState
 {
     PanelState state;
-    QHash<QPair<QString, QString>, Place> places;
+    StatePlaces places;
 };
 
 bool isMap(const YamlNode& node)
@@ -130,7 +129,7 @@ std::optional<TextError> errorOf(const YamlEntry& entry, bool isDevice)
 }
 
 /// The state that the file holds, or the first error in it.
-std::variant<SavedState, TextError> parse(const QByteArray& text)
+std::variant<ParsedState, TextError> parse(const QByteArray& text)
 {
     const auto tree = YamlTree::read(SourceText(text));
     if (const auto* error = std::get_if<TextError>(&tree)) {
@@ -142,19 +141,21 @@ std::variant<SavedState, TextError> parse(const QByteArray& text)
                                          ? "it is empty"
                                          : "a map is expected here"};
     }
-    SavedState saved;
+    ParsedState saved;
     for (const YamlEntry& device : root.entries) {
         if (const auto error = errorOf(device, true)) {
             return *error;
         }
         const QString& id = device.key->text;
         auto& params = saved.state[id];
+        auto& places = saved.places[id];
+        places.insert({}, device.key->place);
         for (const YamlEntry& param : device.value->entries) {
             if (const auto error = errorOf(param, false)) {
                 return *error;
             }
             params.insert(param.key->text, param.value->text);
-            saved.places.insert({id, param.key->text}, param.key->place);
+            places.insert(param.key->text, param.key->place);
         }
     }
     return saved;
@@ -187,11 +188,6 @@ QString StateFile::besidePanel(const QString& panelFile)
     return base + ".state.yaml";
 }
 
-Place StateFile::placeOf(const QString& device, const QString& param) const
-{
-    return m_places.value({device, param});
-}
-
 void StateFile::read()
 {
     m_state.clear();
@@ -218,8 +214,8 @@ void StateFile::read()
     if (const auto* error = std::get_if<TextError>(&saved)) {
         quarantine(*error);
     } else {
-        m_state = std::get<SavedState>(saved).state;
-        m_places = std::get<SavedState>(saved).places;
+        m_state = std::get<ParsedState>(saved).state;
+        m_places = std::get<ParsedState>(saved).places;
     }
 }
 

@@ -2,10 +2,8 @@
 
 #include "host/yaml/Place.h"
 
-#include <QHash>
 #include <QMap>
 #include <QObject>
-#include <QPair>
 #include <QTimer>
 
 #include <memory>
@@ -17,6 +15,9 @@ struct TextError;
 
 /// What the devices of a panel have written into their parameters: device id, parameter, text.
 using PanelState = QMap<QString, QMap<QString, QString>>;
+
+/// Where their keys stand in a file; with an empty name of a parameter, the key of the device.
+using StatePlaces = QMap<QString, QMap<QString, Place>>;
 
 /// Keeps a panel's state in a file from one run to the next.
 ///
@@ -43,8 +44,7 @@ public:
 
     const QString& fileName() const { return m_fileName; }
     const PanelState& state() const { return m_state; }
-    /// Of the entry's key in the file that was read; unknown for an entry that was not in it.
-    Place placeOf(const QString& device, const QString& param) const;
+    const StatePlaces& places() const { return m_places; } ///< Of what was read.
 
     /// Reads the file, if there is one, and locks it against other panels. A file that cannot be
     /// parsed is reported and renamed to end in ".bad", where it replaces an older one; the state
@@ -67,7 +67,7 @@ private:
     const QString m_fileName;
     Mode m_mode;
     PanelState m_state;
-    QHash<QPair<QString, QString>, Place> m_places;
+    StatePlaces m_places;
     std::unique_ptr<FileLock> m_lock;
     QTimer m_delay;
     bool m_unsaved = false;

@@ -131,19 +131,23 @@ private:
 
     void applyState(const SavedState& saved)
     {
-        const auto leaveAside = [this, &saved](const QString& what) {
-            m_diagnostics.warningIn(saved.file, what + " left aside");
+        const auto leaveAside = [this, &saved](const QString& device, const QString& param,
+                                               const QString& what) {
+            const Place place = saved.places.value(device).value(param);
+            m_diagnostics.warningIn(saved.file, place, what + " left aside");
         };
         for (auto device = saved.values.cbegin(); device != saved.values.cend(); ++device) {
             Node* const node = m_nodes.value(device.key());
             if (!node || !node->device()) {
-                leaveAside(QString("there is no device %1; its saved values are")
+                leaveAside(device.key(), {},
+                           QString("there is no device %1; its saved values are")
                                .arg(inQuotes(device.key())));
                 continue;
             }
             for (auto param = device->cbegin(); param != device->cend(); ++param) {
                 if (!node->device()->getParam(param.key()).isPersistent()) {
-                    leaveAside(QString("%1 does not store a parameter %2 by itself; its "
+                    leaveAside(device.key(), param.key(),
+                               QString("%1 does not store a parameter %2 by itself; its "
                                        "saved value is")
                                    .arg(inQuotes(device.key()), inQuotes(param.key())));
                 } else if (node->state() == Node::State::Created) {

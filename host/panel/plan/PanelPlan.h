@@ -31,6 +31,7 @@ struct SavedState
 {
     QString file; ///< Named in warnings.
     PanelState values;
+    StatePlaces places = {}; ///< May lack any.
 };
 
 /// What a description means with the device types at hand: the check prints what making it has

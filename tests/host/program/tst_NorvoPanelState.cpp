@@ -49,6 +49,10 @@ void tst_NorvoPanelState::stateComesBack()
     QCOMPARE(panel.waitForEnd(), 0);
     QCOMPARE(folder.saved(), folder.counted());
     QVERIFY(folder.content("panel.state.yaml").contains("\"gone\":\n  \"count\": \"7\"\n"));
+    QCOMPARE(panel.errorLines(),
+             QStringList(folder.filePath("panel.state.yaml") +
+                         ":2:1: warning: there is no device \"gone\"; its saved values are left "
+                         "aside"));
 }
 
 void tst_NorvoPanelState::stateGoesToTheNamedFile()

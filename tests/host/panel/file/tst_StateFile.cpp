@@ -19,7 +19,7 @@ private slots:
     void laterChangesDoNotPostponeTheWriting();
     void handWrittenFileIsRead();
     void linkIsFollowed();
-    void placeOfAnEntryIsThatOfItsKey();
+    void placesAreThoseOfTheKeys();
 };
 
 void tst_StateFile::stateFileIsBesideThePanel_data()
@@ -170,15 +170,16 @@ void tst_StateFile::linkIsFollowed()
     QVERIFY(QFile::exists(target));
 }
 
-void tst_StateFile::placeOfAnEntryIsThatOfItsKey()
+void tst_StateFile::placesAreThoseOfTheKeys()
 {
     fill("# by hand\nbutton:\n  toggled: true\nother: {a: 1, ? b : 2}\n");
     StateFile state(file());
     state.read();
     const auto shown = [&state](const QString& device, const QString& param) {
-        const norvo::Place place = state.placeOf(device, param);
+        const norvo::Place place = state.places().value(device).value(param);
         return QString("%1:%2").arg(place.line).arg(place.column);
     };
+    QCOMPARE(shown("button", ""), QString("2:1"));
     QCOMPARE(shown("button", "toggled"), QString("3:3"));
     QCOMPARE(shown("other", "a"), QString("4:9"));
     QCOMPARE(shown("other", "b"), QString("4:17"));
