@@ -4,7 +4,6 @@
 #include "MessageLog.h"
 #include "Stand.h"
 
-#include "devices/ButtonDevice.h"
 #include "devices/InputDevice.h"
 #include "widgets/InputFieldWidget.h"
 
