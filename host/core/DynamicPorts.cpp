@@ -4,6 +4,7 @@
 
 #include <QSet>
 
+#include <memory>
 #include <vector>
 
 namespace {
@@ -72,6 +73,8 @@ struct DynamicPorts::Table
     Strings strings;
     std::vector<uint> data;
     QMetaObject meta = {};
+    int calls = 0; ///< Of slots that have not returned yet.
+    bool isOrphan = false;
 
     bool isBuilt() const { return meta.d.data != nullptr; }
     int count() const { return int(signalPorts.size() + slotPorts.size()); }
@@ -143,9 +146,15 @@ struct DynamicPorts::Table
     }
 };
 
-DynamicPorts::DynamicPorts() : m_table(std::make_shared<Table>()) {}
+DynamicPorts::DynamicPorts() : m_table(new Table) {}
 
-DynamicPorts::~DynamicPorts() = default;
+DynamicPorts::~DynamicPorts()
+{
+    m_table->isOrphan = true;
+    if (m_table->calls == 0) {
+        delete m_table;
+    }
+}
 
 int DynamicPorts::addSignal(const QByteArray& name, const QVector<int>& types)
 {
@@ -209,14 +218,19 @@ int DynamicPorts::qt_metacall(QMetaObject::Call call, int id, void** arguments)
     if (id < 0 || (!isCall && call != QMetaObject::RegisterMethodArgumentMetaType)) {
         return id;
     }
-    const std::shared_ptr<Table> table = m_table;
-    const int signalCount = int(table->signalPorts.size());
+    const int signalCount = int(m_table->signalPorts.size());
+    const int count = m_table->count();
     if (!isCall) {
         *static_cast<int*>(arguments[0]) = -1; // Qt knows all types already.
     } else if (id < signalCount) {
         activate(id, arguments);
-    } else if (id < table->count()) {
+    } else if (id < count) {
+        Table* const table = m_table; // The slot may delete this object.
+        ++table->calls;
         table->slotPorts[std::size_t(id - signalCount)].slot(arguments);
+        if (--table->calls == 0 && table->isOrphan) {
+            delete table;
+        }
     }
-    return id - table->count();
+    return id - count;
 }

@@ -10,7 +10,6 @@
 #include <QVector>
 
 #include <functional>
-#include <memory>
 #include <utility>
 
 /// An object whose signals and slots are named while the program runs.
@@ -83,5 +82,5 @@ private:
     }
     bool carries(int signal, const QVector<int>& types) const;
 
-    std::shared_ptr<Table> m_table; ///< Shared, as a slot may delete this object.
+    Table* const m_table; ///< Outlives this object while one of its slots is at work.
 };

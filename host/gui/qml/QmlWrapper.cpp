@@ -68,6 +68,10 @@ void QmlWrapper::unbind()
 /// Emits the signal and, where something listens, its converted forms.
 void QmlWrapper::passOn(int signal, void** arguments)
 {
+    if (!m_signals.at(signal).types.contains(QMetaType::QVariant)) {
+        m_ports.activate(signal, arguments);
+        return;
+    }
     const int count = m_signals.at(signal).types.size();
     Values untyped(count);
     Arguments passed(count + 1);
