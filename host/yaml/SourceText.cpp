@@ -109,9 +109,9 @@ int SourceText::lineStart(int offset) const
 
 int SourceText::charactersBefore(int offset) const
 {
-    const int stride = offset / kStride;
-    return m_characters[size_t(stride)] +
-           int(std::count_if(m_bytes.cbegin() + stride * kStride, m_bytes.cbegin() + offset,
+    const int counted = offset - offset % kStride;
+    return m_characters[size_t(offset / kStride)] +
+           int(std::count_if(m_bytes.cbegin() + counted, m_bytes.cbegin() + offset,
                              beginsCharacter));
 }
 
