@@ -46,6 +46,7 @@ void YamlBuilder::OnNull(const YAML::Mark& mark, YAML::anchor_t anchor)
     const int offset = enter(mark);
     const int content = YamlTokens::skipProperties(m_source, offset);
     const QString word = nullWordAt(content);
+    m_last.offset = content + word.size();
     const bool isKey = isAtKey();
     const bool isAbsent = word.isEmpty() || (!m_levels.empty() && m_levels.back().key && !isKey &&
                                              m_levels.back().keyMark == offset);
@@ -68,6 +69,7 @@ void YamlBuilder::OnNull(const YAML::Mark& mark, YAML::anchor_t anchor)
 void YamlBuilder::OnAlias(const YAML::Mark& mark, YAML::anchor_t anchor)
 {
     const int offset = enter(mark);
+    m_last.offset = YamlTokens::propertyEnd(m_source, offset);
     const Place place = m_source.placeAt(offset);
     const Anchored target = anchor < m_anchors.size() ? m_anchors[anchor] : Anchored();
     if (!target.node) {

@@ -98,13 +98,15 @@ bool YamlLookahead::readToken(char c)
         ++m_now.offset;
     } else if (c == '"' || c == '\'') {
         m_now.offset = YamlTokens::quotedAt(m_source, m_now.offset).end;
-    } else if (c == '&' || c == '!') {
+    } else if (c == '&' || c == '!' || c == '*') {
         m_now.offset = YamlTokens::propertyEnd(m_source, m_now.offset);
     } else if ((c == '-' || c == '?' || c == ':') &&
                SourceText::isSpace(m_source.at(m_now.offset + 1))) {
         ++m_now.offset;
     } else if (!isInBrackets && (c == '|' || c == '>')) {
         return false;
+    } else if (!isInBrackets && (c == '%' || isDocumentMark())) {
+        m_now.offset = c == '%' ? m_source.lineEnd(m_now.offset) : m_now.offset + 3;
     } else {
         skipPlain();
     }
@@ -153,6 +155,13 @@ void YamlLookahead::skipPlain()
             break;
         }
     }
+}
+
+/// Whether a line begins here with what ends or begins a document.
+bool YamlLookahead::isDocumentMark() const
+{
+    const QByteArray mark = m_source.bytes().mid(m_now.offset, 3);
+    return (mark == "---" || mark == "...") && m_source.lineStart(m_now.offset) == m_now.offset;
 }
 
 bool YamlLookahead::isAtWordStart() const

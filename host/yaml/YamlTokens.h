@@ -12,7 +12,7 @@ constexpr int kMaxTokens = 1000000; ///< Not reported yet; 100,000 values never 
 /// True for the characters that end a plain scalar in brackets.
 bool isFlowMark(char c);
 
-/// Where the tag or the anchor ends that begins here.
+/// Where the tag, anchor or alias ends that begins here.
 int propertyEnd(const SourceText& source, int offset);
 
 /// Where the tag and the anchor end that begin here, with spaces and comments behind them.
@@ -56,6 +56,7 @@ private:
     void close();
     void count(int values);
     void skipPlain();
+    bool isDocumentMark() const;
     bool isAtWordStart() const;
 
     const SourceText& m_source;
