@@ -171,10 +171,10 @@ void tst_PanelWindow::longErrorsAreWrapped()
     diagnostics.error({1, 1}, QString(300, 'x') + QString(" word").repeated(100));
     PanelWindow window("Bench");
     window.showErrors(diagnostics);
-    window.fit({320, 240});
+    window.fit({200, 240});
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QCOMPARE(window.width(), 320);
+    QCOMPARE(window.width(), 200);
     for (const QScrollArea* area : window.findChildren<QScrollArea*>()) {
         QCOMPARE(area->horizontalScrollBar()->maximum(), 0);
     }
