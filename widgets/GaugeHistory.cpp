@@ -64,10 +64,8 @@ QPolygonF GaugeHistory::trace(double now, double width, const norvo::ValueAxis& 
         std::for_each(m_points.begin(), m_points.end(), append);
         return line;
     }
-    const double quarterOfAPixel = kSpanSeconds / width / 4.0;
-    const auto column = [&](const Point& point) {
-        return std::floor(point.time / quarterOfAPixel);
-    };
+    const double halfAPixel = kSpanSeconds / width / 2.0; // In seconds.
+    const auto column = [&](const Point& point) { return std::floor(point.time / halfAPixel); };
     for (auto first = m_points.begin(); first != m_points.end();) {
         const auto end = std::partition_point(
             first, m_points.end(),

@@ -121,9 +121,9 @@ QRectF bar(double value, const ValueAxis& axis, int barWidth, int valueTextHeigh
             qMin(top, 1e6) - axis.base};
 }
 
-QRectF valueBox(int textWidth, int textHeight)
+QPointF valuePosition(int textWidth)
 {
-    return {-1.0 - 0.5 * textWidth, 0.0, textWidth + 2.0, double(textHeight)};
+    return {-1.0 - 0.5 * textWidth, 0.0};
 }
 
 QPointF unitsPosition(int valueWidth, int valueHeight, int textHeight)

@@ -47,7 +47,7 @@ QRectF captionBox(int i, int count, double height, int textWidth, int textHeight
 
 /// From the base to the value, but no higher than one line of the value's text below the top.
 QRectF bar(double value, const ValueAxis& axis, int barWidth, int valueTextHeight);
-QRectF valueBox(int textWidth, int textHeight);
+QPointF valuePosition(int textWidth);                                   ///< Its top left corner.
 QPointF unitsPosition(int valueWidth, int valueHeight, int textHeight); ///< Their top left corner.
 
 } // namespace norvo::lumeno

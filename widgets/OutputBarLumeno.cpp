@@ -113,8 +113,7 @@ void OutputBarLumeno::drawValue(QPainter& painter) const
     const int width = metrics.horizontalAdvance(text);
     painter.setPen(m_accentColor);
     painter.setFont(m_valueFont);
-    painter.drawText(geometry::valueBox(width, metrics.height()),
-                     Qt::TextSingleLine | Qt::TextDontClip, text);
+    painter.drawText(geometry::valuePosition(width) + QPointF(0.0, metrics.ascent()), text);
 
     painter.setPen(m_textColor);
     painter.setFont(m_textFont);

@@ -169,14 +169,17 @@ void tst_GaugeHistory::everyPointIsDrawnWhileTheyAreFew()
 void tst_GaugeHistory::denseTraceLooksLikeTheWholeOne_data()
 {
     QTest::addColumn<QString>("shape");
-    for (const char* shape : {"sine", "square", "spikes", "noise"}) {
-        QTest::newRow(shape) << shape;
+    QTest::addColumn<int>("allowed");
+    for (const char* shape : {"sine", "square", "spikes"}) {
+        QTest::newRow(shape) << shape << 0;
     }
+    QTest::newRow("noise, which fills the strip") << "noise" << 40 * 100 / 30;
 }
 
 void tst_GaugeHistory::denseTraceLooksLikeTheWholeOne()
 {
     QFETCH(QString, shape);
+    QFETCH(int, allowed);
     const QVector<double> values = signalOf(shape, 500);
     GaugeHistory history;
     for (int i = 0; i < values.size(); ++i) {
@@ -185,7 +188,7 @@ void tst_GaugeHistory::denseTraceLooksLikeTheWholeOne()
     const QPolygonF line = history.trace(kNow, kWidth, kAxis);
     QVERIFY(line.size() < values.size() / 2);
     const int apart = pixelsApart(drawn(line), drawn(wholeLine(values, 0.002)));
-    QVERIFY2(apart == 0, qPrintable(QString::number(apart)));
+    QVERIFY2(apart <= allowed, qPrintable(QString::number(apart)));
 }
 
 void tst_GaugeHistory::denseTraceIsBounded()
@@ -193,8 +196,8 @@ void tst_GaugeHistory::denseTraceIsBounded()
     const GaugeHistory history = wave(100000);
     QCOMPARE(history.size(), 100000);
     const int points = history.trace(kNow, kWidth, kAxis).size();
-    QVERIFY(points <= 8 * (4 * 40 + 1));
-    QVERIFY(points >= 4 * 40);
+    QVERIFY(points <= 8 * (2 * 40 + 1));
+    QVERIFY(points >= 2 * 40);
 }
 
 void tst_GaugeHistory::denseTraceKeepsASingleSpike()

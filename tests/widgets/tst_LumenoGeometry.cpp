@@ -166,7 +166,7 @@ void tst_LumenoGeometry::barRisesFromTheBase()
 
 void tst_LumenoGeometry::unitsStandBesideTheValue()
 {
-    QCOMPARE(valueBox(50, 30), QRectF(-26.0, 0.0, 52.0, 30.0));
+    QCOMPARE(valuePosition(50), QPointF(-26.0, 0.0));
     // 0.93 x 30 - 18 = 9.9.
     QCOMPARE(unitsPosition(50, 30, 18), QPointF(26.0, 9.9));
 }
