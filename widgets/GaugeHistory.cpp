@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -11,11 +12,15 @@ void appendShape(Iterator first, Iterator end, const Append& append)
 {
     auto smallest = first;
     auto largest = first;
+    double least = std::numeric_limits<double>::infinity();
+    double most = -least;
     for (auto point = first; point != end; ++point) {
-        if (point->value < smallest->value || std::isnan(smallest->value)) {
+        if (point->value < least) { // Never of what is no number.
+            least = point->value;
             smallest = point;
         }
-        if (point->value > largest->value || std::isnan(largest->value)) {
+        if (point->value > most) {
+            most = point->value;
             largest = point;
         }
     }
@@ -64,8 +69,8 @@ QPolygonF GaugeHistory::trace(double now, double width, const norvo::ValueAxis& 
         std::for_each(m_points.begin(), m_points.end(), append);
         return line;
     }
-    const double halfAPixel = kSpanSeconds / width / 2.0; // In seconds.
-    const auto column = [&](const Point& point) { return std::floor(point.time / halfAPixel); };
+    const double pixel = kSpanSeconds / width; // In seconds.
+    const auto column = [&](const Point& point) { return std::floor(point.time / pixel); };
     for (auto first = m_points.begin(); first != m_points.end();) {
         const auto end = std::partition_point(
             first, m_points.end(),

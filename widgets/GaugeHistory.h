@@ -25,7 +25,7 @@ public:
 
     /// The line through the points, ten seconds to `width` pixels, `now` at the right end. Points
     /// at no number are left out, those beyond any screen drawn no further out than they need be.
-    /// Of more points than can be told apart, each half of a pixel keeps its first and last, its
+    /// Of more points than can be told apart, each pixel keeps its first and last, its
     /// smallest and largest, and those beside them.
     QPolygonF trace(double now, double width, const norvo::ValueAxis& axis) const;
 
