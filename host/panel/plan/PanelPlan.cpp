@@ -10,6 +10,7 @@
 #include <QHash>
 #include <QStringList>
 
+#include <algorithm>
 #include <optional>
 #include <tuple>
 #include <utility>
@@ -53,6 +54,7 @@ public:
         applyState(saved);
         initialiseLateNodes();
         reportOverlaps(m_plan.layOut());
+        reportHugeGrid();
         addWires();
         return std::move(m_plan);
     }
@@ -198,6 +200,22 @@ private:
         }
     }
 
+    void reportHugeGrid()
+    {
+        for (size_t i = 0; i < m_plan.nodes.size(); ++i) {
+            const Cells& cells = m_plan.cells[int(i)];
+            if (std::max(cells.row + cells.rowspan, cells.column + cells.colspan) >
+                Placement::kMaxLines) {
+                const PlacedText& id = m_plan.nodes[i]->setting().id;
+                m_diagnostics.error(
+                    id.place, QString("%1 would lie beyond %2 rows or columns, the limit of "
+                                      "a panel")
+                                  .arg(inQuotes(id.text), QString::number(Placement::kMaxLines)));
+                return;
+            }
+        }
+    }
+
     void addWires()
     {
         const CycleFinder cycles(m_description);
@@ -232,9 +250,10 @@ private:
         if (device >= 0) {
             const PlacedText& id = m_description.devices[device].id;
             m_diagnostics.error(
-                id.place, QString("a value from %1 would make more than %2 calls, because paths "
-                                  "through the connections meet and part again; remove some")
-                              .arg(inQuotes(id.text), QString::number(CycleFinder::kMaxCalls)));
+                id.place,
+                QString("one value from %1 would make more than %2 calls, because several paths "
+                        "of connections lead to the same devices; remove some of them")
+                    .arg(inQuotes(id.text), QString::number(CycleFinder::kMaxCalls)));
         }
     }
 

@@ -38,6 +38,7 @@ class Placement
 {
 public:
     static constexpr int kMaxOverlaps = 20000;
+    static constexpr int kMaxLines = 100000; ///< Rows or columns that a grid can be shown with.
 
     struct Overlap
     {

@@ -202,19 +202,19 @@ QMetaMethod signalOf(const Wire& wire)
 
 } // namespace
 
-std::optional<Wire> resolveConnection(const ConnectionSetting& arrow, BaseDevice& from,
+std::optional<Wire> resolveConnection(const ConnectionSetting& connection, BaseDevice& from,
                                       BaseDevice& to, Diagnostics& diagnostics)
 {
-    const End source{arrow.from, from, QMetaMethod::Signal};
-    const End target{arrow.to, to, QMetaMethod::Slot};
+    const End source{connection.from, from, QMetaMethod::Signal};
+    const End target{connection.to, to, QMetaMethod::Slot};
     const Methods signalMethods = meantBy(source);
     Methods slotMethods = meantBy(target);
     addConverted(target, signalMethods, slotMethods);
     if (signalMethods.isEmpty()) {
-        diagnostics.error(arrow.from.method.place, unknownMethod(source));
+        diagnostics.error(connection.from.method.place, unknownMethod(source));
     }
     if (slotMethods.isEmpty()) {
-        diagnostics.error(arrow.to.method.place, unknownMethod(target));
+        diagnostics.error(connection.to.method.place, unknownMethod(target));
     }
     if (signalMethods.isEmpty() || slotMethods.isEmpty()) {
         return std::nullopt;
@@ -227,13 +227,14 @@ std::optional<Wire> resolveConnection(const ConnectionSetting& arrow, BaseDevice
         pairs = equal;
     }
     if (pairs.isEmpty()) {
-        diagnostics.error(arrow.whole.place, misfit(source, target, signalMethods, slotMethods));
+        diagnostics.error(connection.whole.place,
+                          misfit(source, target, signalMethods, slotMethods));
         return std::nullopt;
     }
     if (pairs.size() > 1) {
-        diagnostics.error(arrow.whole.place,
+        diagnostics.error(connection.whole.place,
                           QString("%1 can mean several pairs; choose one of: %2")
-                              .arg(inQuotes(arrow.whole.text), listed(pairs, source, target)));
+                              .arg(inQuotes(connection.whole.text), listed(pairs, source, target)));
         return std::nullopt;
     }
     const Pair& pair = pairs.constFirst();

@@ -26,7 +26,7 @@ struct Wire
 /// the slot takes the first arguments of the signal, in order, or all of them. Where several pairs
 /// fit, one with equal arguments goes first; where that still leaves several, nothing is guessed.
 /// Every error says what would be right.
-std::optional<Wire> resolveConnection(const ConnectionSetting& arrow, BaseDevice& from,
+std::optional<Wire> resolveConnection(const ConnectionSetting& connection, BaseDevice& from,
                                       BaseDevice& to, Diagnostics& diagnostics);
 
 /// Whether the values of the wire can be stored, which a queued connection needs.

@@ -4,7 +4,7 @@
 
 namespace norvo {
 
-/// A wire whose values arrive from the event loop, so that one that runs round a circle never
+/// A wire whose values arrive from the event loop, so that one that runs round a cycle never
 /// deepens the stack.
 ///
 /// CycleFinder that share a device can multiply a value at each turn. Only so many are therefore

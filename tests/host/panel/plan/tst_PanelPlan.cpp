@@ -67,13 +67,14 @@ private slots:
     void init();
     void badFiles_data();
     void badFiles();
-    void goodPanelHasNoFaults();
-    void oddTextsAreToldAsTheyAre();
+    void goodPanelHasNoErrors();
+    void oddTextsAreReportedAsTheyAre();
     void noDeviceIsStarted();
     void typeThatShowsItsMethodsLateIsInitialisedAlone();
-    void lateTypeThatFailsIsAWarningAndItsArrowsAreNotJudged();
+    void lateTypeThatFailsIsAWarningAndItsConnectionsAreNotChecked();
     void unknownDevicesComeWithTheNearestId();
     void valueThatMultipliesIsAnError();
+    void gridBeyondAllBoundsIsAnError();
     void anyPanelIsPlannedInNoTime_data();
     void anyPanelIsPlannedInNoTime();
     void thousandsOfDevicesTakeNoTime();
@@ -183,7 +184,7 @@ void tst_PanelPlan::badFiles()
     QCOMPARE(check(description, m_manager), expected);
 }
 
-void tst_PanelPlan::goodPanelHasNoFaults()
+void tst_PanelPlan::goodPanelHasNoErrors()
 {
     const auto description = describe::panel(
         {describe::device("stop", "BUTTON", {{"MODE", "click"}, {"widget/row", "-1"}}),
@@ -193,7 +194,7 @@ void tst_PanelPlan::goodPanelHasNoFaults()
     QCOMPARE(check(description, m_manager), QStringList());
 }
 
-void tst_PanelPlan::oddTextsAreToldAsTheyAre()
+void tst_PanelPlan::oddTextsAreReportedAsTheyAre()
 {
     const QString odd = "%1 %2 %3 %4\n";
     auto description = describe::panel(
@@ -252,7 +253,7 @@ void tst_PanelPlan::typeThatShowsItsMethodsLateIsInitialisedAlone()
              QStringList({"late initialise", "late deinitialise"}));
 }
 
-void tst_PanelPlan::lateTypeThatFailsIsAWarningAndItsArrowsAreNotJudged()
+void tst_PanelPlan::lateTypeThatFailsIsAWarningAndItsConnectionsAreNotChecked()
 {
     DeviceManager manager;
     manager.registerDeviceType<LateDevice>("late");
@@ -290,10 +291,27 @@ void tst_PanelPlan::valueThatMultipliesIsAnError()
         }
     }
     const QStringList lines = check(describe::panel(devices, arrows), m_manager);
-    QCOMPARE(lines.filter("error"),
-             QStringList("panel.yaml:14:1: error: a value from \"d13\" would make more than 100000 "
-                         "calls, because paths through the connections meet and part again; remove "
-                         "some"));
+    QCOMPARE(
+        lines.filter("error"),
+        QStringList("panel.yaml:14:1: error: one value from \"d13\" would make more than 100000 "
+                    "calls, because several paths of connections lead to the same devices; "
+                    "remove some of them"));
+}
+
+void tst_PanelPlan::gridBeyondAllBoundsIsAnError()
+{
+    QVector<norvo::DeviceSetting> devices;
+    for (int i = 0; i < 100; ++i) {
+        devices.append(
+            describe::device(QString("d%1").arg(i), "label", {{"widget/rowspan", "1000"}}, i + 1));
+    }
+    QCOMPARE(check(describe::panel(devices), m_manager), QStringList());
+    devices.append(describe::device("one", "label", {}, 101));
+    devices.append(describe::device("more", "label", {}, 102));
+    QCOMPARE(
+        check(describe::panel(devices), m_manager),
+        QStringList("panel.yaml:101:1: error: \"one\" would lie beyond 100000 rows or columns, "
+                    "the limit of a panel"));
 }
 
 void tst_PanelPlan::anyPanelIsPlannedInNoTime_data()
