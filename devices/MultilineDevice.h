@@ -23,6 +23,6 @@ public slots:                        // each of them is ignored unless the devic
     void input(int value);
     void input(QString value);
     void input(double value);
-    void input(QByteArray value); ///< Two upper-case hexadecimal digits and a blank for each byte.
+    void input(QByteArray value); ///< Two upper-case hexadecimal digits and a space for each byte.
     void input(bool value);       ///< "true" or "false".
 };

@@ -9,7 +9,7 @@
 
 /// What the readouts have in common: a time-out, and four outputs for a value as number and as
 /// text, each without and with the object name of the device that sent it. The named ones are left
-/// out when nobody sent the value but called the slot.
+/// out when the value came by a plain call of the slot.
 ///
 /// Without Q_OBJECT: signals and slots are the Device's own.
 template <class Device>
@@ -38,7 +38,7 @@ protected:
     }
 
     /// To be called in the Device's own input slot, as is the next: it looks for the sender. A
-    /// number came: number first. Only texts that somebody is connected to are made.
+    /// number came: number first. Only texts that something is connected to are made.
     void passOn(double value)
     {
         static const auto plainText = QMetaMethod::fromSignal(qOverload<QString>(&Device::output));

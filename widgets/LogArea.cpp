@@ -12,7 +12,7 @@ constexpr int kMaxLines = 112'000;
 constexpr int kMaxCharacters = 10'000'000;
 constexpr int kDroppedShare = 10; // one tenth at once: dropping lays out all the rest
 
-constexpr int kMaxTextLength = 50'000;
+constexpr int kMaxTextLength = 20'000;
 constexpr int kMaxLineLength = 4'000; // without a space it costs its square
 
 constexpr int kMaxHeight = 8'000'000;

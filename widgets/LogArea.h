@@ -7,7 +7,7 @@
 ///
 /// It keeps at least the newest 100,000 lines, and fewer where they have more than ten million
 /// characters or are taller than Qt can draw: nothing is drawn below 8,388,607 pixels (174,000
-/// lines of 30 points), and Qt hangs when it lays out such a text anew. What would be taller only
+/// lines of 30 points), and Qt hangs when it lays out such a text again. What would be taller only
 /// when it is wrapped is not wrapped, so that a narrow area loses no lines.
 ///
 /// It holds each line at once. While it cannot be seen it lays none of them out; that is made up

@@ -63,7 +63,7 @@ QImage readImage(const QString& fileName, const QSize& scaledSize, QString& erro
         return QImage();
     }
     QImageReader reader(fileName);
-    const QSize size = reader.size(); // none: the file is broken or tells it only when read
+    const QSize size = reader.size(); // none: the file is broken or declares none
     error = reader.errorString();
     if (reader.error() != QImageReader::UnknownError) {
         return QImage(); // reading would say the same again

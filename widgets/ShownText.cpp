@@ -11,8 +11,8 @@ namespace norvo {
 
 namespace {
 
-constexpr int kMaxMarkedLength = 10'000; // nested marks cost more than in proportion
-constexpr int kMaxLabelLength = 20'000;
+constexpr int kMaxMarkedLength = 4'000; // nested marks cost more than in proportion
+constexpr int kMaxLabelLength = 10'000;
 constexpr QChar kEllipsis(0x2026);
 
 /// One harmless mark, whose name is the first capture. No attribute may hold what could be read in

@@ -80,7 +80,7 @@ void tst_MultilineDevice::valueBecomesText_data()
     QTest::newRow("double, infinite") << feed(-qInf()) << "-inf";
     QTest::newRow("false") << feed(false) << "false";
     QTest::newRow("true") << feed(true) << "true";
-    QTest::newRow("one byte is followed by a blank") << feed(QByteArray("\x05")) << "05 ";
+    QTest::newRow("one byte is followed by a space") << feed(QByteArray("\x05")) << "05 ";
     QTest::newRow("two bytes") << feed(QByteArray("\x0a\xff")) << "0A FF ";
     QTest::newRow("zero byte") << feed(QByteArray("a\0b", 3)) << "61 00 62 ";
     QTest::newRow("no bytes") << feed(QByteArray()) << "";

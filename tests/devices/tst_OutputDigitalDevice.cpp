@@ -39,7 +39,7 @@ private slots:
     void initialiseAgainWithoutTimeoutEndsTheAlerts();
 
 private:
-    /// A device that has been told its parameters and runs.
+    /// A device that has its parameters and runs.
     struct Running
     {
         explicit Running(const QString& timeout = "0", const QString& objectName = "readout")

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// The style sheets of the readouts, letter for letter.
+/// The style sheets of the readouts, verbatim.
 namespace ReadoutLooks {
 
 inline const QString kGreen = "QLabel { background-color : green; color : white; "

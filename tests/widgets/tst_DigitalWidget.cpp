@@ -1,8 +1,6 @@
 #include "Declarations.h"
 #include "DigitalReadout.h"
 #include "GridPlaces.h"
-#include "MessageLog.h"
-#include "Recorder.h"
 
 #include "devices/Label.h"
 #include "TestMain.h"
@@ -15,7 +13,6 @@ class tst_DigitalWidget : public QObject
 
 private slots:
     void declaresItsSlots();
-    void foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty();
 
     void startsGrey();
     void fontsFollowTheParameters();
@@ -38,27 +35,6 @@ void tst_DigitalWidget::declaresItsSlots()
 {
     QCOMPARE(methodTable(DigitalWidget::staticMetaObject),
              QStringList({"slot timeout()", "slot input(double)", "slot blinkTimerExpired()"}));
-}
-
-void tst_DigitalWidget::foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty()
-{
-    Label label;
-    label.setParam("Value", "%1");
-    QVERIFY(label.initialise());
-    DigitalWidget widget(&label, nullptr);
-    MessageLog log;
-    widget.initialise();
-    QCOMPARE(log.take(),
-             QStringList("debug: DigitalWidget: Error! Attached to incompatible device"));
-    widget.timeout();
-    widget.input(1.0);
-    widget.setLayout(Qt::Horizontal);
-    QVERIFY(widget.findChildren<QWidget*>().isEmpty());
-    QVERIFY(!widget.isInitialised());
-
-    Recorder recorder(&label);
-    label.input(1.0);
-    QCOMPARE(recorder.take(), QStringList("output(\"1\")"));
 }
 
 void tst_DigitalWidget::startsGrey()

@@ -1,6 +1,5 @@
 #include "Declarations.h"
 #include "GridPlaces.h"
-#include "MessageLog.h"
 #include "ProgressReadout.h"
 #include "Recorder.h"
 
@@ -28,7 +27,6 @@ class tst_DigitalWithProgress : public QObject
 
 private slots:
     void declaresItsSignalsAndSlots();
-    void foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty();
 
     void startsGreyAndSwitchedOff();
     void fontsAreNotAppliedAtTheStart();
@@ -48,27 +46,6 @@ void tst_DigitalWithProgress::declaresItsSignalsAndSlots()
     QCOMPARE(methodTable(DigitalWithProgress::staticMetaObject),
              QStringList({"signal alarmAlert(bool)", "slot timeout()", "slot input(double)",
                           "slot blinkTimerExpired()"}));
-}
-
-void tst_DigitalWithProgress::foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty()
-{
-    Label label;
-    label.setParam("Value", "%1");
-    QVERIFY(label.initialise());
-    DigitalWithProgress widget(&label, nullptr, true);
-    MessageLog log;
-    widget.initialise();
-    QCOMPARE(log.take(),
-             QStringList("debug: DigitalWithProgress: Error! Attached to incompatible device"));
-    widget.timeout();
-    widget.input(1.0);
-    QTest::mouseClick(&widget, Qt::LeftButton);
-    QVERIFY(widget.findChildren<QWidget*>().isEmpty());
-    QVERIFY(!widget.isInitialised());
-
-    Recorder recorder(&label);
-    label.input(1.0);
-    QCOMPARE(recorder.take(), QStringList("output(\"1\")"));
 }
 
 void tst_DigitalWithProgress::startsGreyAndSwitchedOff()

@@ -25,7 +25,7 @@ void tst_DigitalWithProgressValues::barStartsWhereZeroLies_data()
     QTest::addColumn<QString>("minValue");
     QTest::addColumn<QString>("maxValue");
     QTest::addColumn<int>("step");
-    constexpr int untouched = -1; // what a bar holds that was told a value outside its range
+    constexpr int untouched = -1; // what a bar holds that was given a value outside its range
     QTest::newRow("at the empty end") << "0"
                                       << "100" << 0;
     QTest::newRow("at the full end") << "-100"

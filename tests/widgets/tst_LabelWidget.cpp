@@ -1,9 +1,6 @@
 #include "Declarations.h"
-#include "MessageLog.h"
-#include "Recorder.h"
 #include "Stand.h"
 
-#include "devices/ButtonDevice.h"
 #include "devices/Label.h"
 #include "widgets/LabelWidget.h"
 #include "TestMain.h"
@@ -32,9 +29,7 @@ class tst_LabelWidget : public QObject
     Q_OBJECT
 
 private slots:
-    void deviceMakesItsWidget();
     void declaresItsSlots();
-    void foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty();
 
     void labelLooksAsItsParametersSay();
     void alignmentIsComparedWithCase_data();
@@ -49,36 +44,10 @@ private slots:
     void nothingIsShownAfterDeinitialise();
 };
 
-void tst_LabelWidget::deviceMakesItsWidget()
-{
-    Stand<Label> stand;
-    QCOMPARE(stand.widget->metaObject()->className(), "LabelWidget");
-    QVERIFY(!stand.widget->parent());
-    QVERIFY(stand.widget->isInitialised());
-}
-
 void tst_LabelWidget::declaresItsSlots()
 {
     QCOMPARE(methodTable(LabelWidget::staticMetaObject),
              QStringList({"slot inputWarning(bool)", "slot input(QString)"}));
-}
-
-void tst_LabelWidget::foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty()
-{
-    ButtonDevice button;
-    QVERIFY(button.initialise());
-    LabelWidget widget(&button, nullptr);
-    MessageLog log;
-    widget.initialise();
-    QCOMPARE(log.take(), QStringList("debug: LabelWidget: Error! Attached to incompatible device"));
-    widget.inputWarning(true);
-    widget.input("text");
-    QVERIFY(widget.findChildren<QWidget*>().isEmpty());
-    QVERIFY(!widget.isInitialised());
-
-    Recorder recorder(&button);
-    button.click();
-    QCOMPARE(recorder.take(), QStringList("clicked()"));
 }
 
 void tst_LabelWidget::labelLooksAsItsParametersSay()

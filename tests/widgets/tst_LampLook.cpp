@@ -26,8 +26,8 @@ private slots:
     void captionIsShown();
     void emptyCaptionShowsTheObjectName();
     void lampLooksAsItsParametersSay();
-    void colourSheetsLetterForLetter_data();
-    void colourSheetsLetterForLetter();
+    void colourSheetsAreVerbatim_data();
+    void colourSheetsAreVerbatim();
     void unknownColourKeepsThePlainLook_data();
     void unknownColourKeepsThePlainLook();
     void plateIsPaintedInItsColour_data();
@@ -77,7 +77,7 @@ void tst_LampLook::lampLooksAsItsParametersSay()
     QCOMPARE(stand.widget->getLayout()->itemAtPosition(0, 0)->widget(), lamp);
 }
 
-void tst_LampLook::colourSheetsLetterForLetter_data()
+void tst_LampLook::colourSheetsAreVerbatim_data()
 {
     QTest::addColumn<QString>("color");
     QTest::addColumn<QString>("lit");
@@ -87,7 +87,7 @@ void tst_LampLook::colourSheetsLetterForLetter_data()
     QTest::newRow("yellow") << "yellow" << sheet("#e5e500", "black") << sheet("#8d6b0f ", "gray");
 }
 
-void tst_LampLook::colourSheetsLetterForLetter()
+void tst_LampLook::colourSheetsAreVerbatim()
 {
     QFETCH(QString, color);
     QFETCH(QString, lit);

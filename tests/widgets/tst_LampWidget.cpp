@@ -1,10 +1,7 @@
 #include "Declarations.h"
 #include "EventCounter.h"
-#include "MessageLog.h"
-#include "Recorder.h"
 #include "Stand.h"
 
-#include "devices/ButtonDevice.h"
 #include "devices/IndicatorDevice.h"
 #include "widgets/LampWidget.h"
 #include "TestMain.h"
@@ -12,8 +9,6 @@
 #include <QtTest>
 
 namespace {
-
-const QString kMessage = "debug: LampWidget: Error! Attached to incompatible device";
 
 class CountingDevice : public IndicatorDevice
 {
@@ -35,10 +30,7 @@ class tst_LampWidget : public QObject
     Q_OBJECT
 
 private slots:
-    void deviceMakesItsWidget();
     void declaresItsSlot();
-    void foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty();
-    void noDeviceIsToldToo();
     void startsDarkAndFollowsTheDevice();
     void inputWhileNotRunningChangesNothing();
     void sheetIsSetOnlyWhenTheStateChanges();
@@ -48,46 +40,9 @@ private slots:
     void lampThatTheHostRemovedIsNoticed();
 };
 
-void tst_LampWidget::deviceMakesItsWidget()
-{
-    IndicatorDevice device;
-    const std::unique_ptr<BaseWidget> widget(device.createWidget());
-    QCOMPARE(widget->metaObject()->className(), "LampWidget");
-    QVERIFY(!widget->parent());
-    QVERIFY(!widget->isInitialised());
-    widget->initialise();
-    QVERIFY(widget->isInitialised());
-}
-
 void tst_LampWidget::declaresItsSlot()
 {
     QCOMPARE(methodTable(LampWidget::staticMetaObject), QStringList("slot input(bool)"));
-}
-
-void tst_LampWidget::foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty()
-{
-    ButtonDevice button;
-    LampWidget widget(&button, nullptr);
-    MessageLog log;
-    widget.initialise();
-    QCOMPARE(log.take(), QStringList(kMessage));
-    widget.input(true);
-    widget.setState(true);
-    widget.setFontSize(20);
-    QVERIFY(widget.findChildren<QWidget*>().isEmpty());
-    QVERIFY(!widget.isInitialised());
-
-    Recorder recorder(&button);
-    button.click();
-    QCOMPARE(recorder.take(), QStringList("clicked()"));
-}
-
-void tst_LampWidget::noDeviceIsToldToo()
-{
-    LampWidget widget(nullptr, nullptr);
-    MessageLog log;
-    widget.initialise();
-    QCOMPARE(log.take(), QStringList(kMessage));
 }
 
 void tst_LampWidget::startsDarkAndFollowsTheDevice()

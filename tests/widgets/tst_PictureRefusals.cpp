@@ -51,8 +51,8 @@ class tst_PictureRefusals : public QObject
     Q_OBJECT
 
 private slots:
-    void unreadableFileIsTold_data();
-    void unreadableFileIsTold();
+    void unreadableFileIsReported_data();
+    void unreadableFileIsReported();
     void warningsOfQtComeOnce();
     void onlyRegularFilesAreOpened_data();
     void onlyRegularFilesAreOpened();
@@ -71,7 +71,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-void tst_PictureRefusals::unreadableFileIsTold_data()
+void tst_PictureRefusals::unreadableFileIsReported_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("empty name") << "";
@@ -84,7 +84,7 @@ void tst_PictureRefusals::unreadableFileIsTold_data()
     QTest::newRow("broken svg") << file("broken.svg", "<svg width='10'");
 }
 
-void tst_PictureRefusals::unreadableFileIsTold()
+void tst_PictureRefusals::unreadableFileIsReported()
 {
     QFETCH(QString, path);
     QImageReader reader(path);
@@ -93,10 +93,10 @@ void tst_PictureRefusals::unreadableFileIsTold()
 
     MessageLog log;
     Stand<PictureDevice> stand({{"widget/filename", path}});
-    QStringList told = log.take();
-    told = told.filter(QRegularExpression("^critical: ")); // Qt may warn of its own accord
-    QCOMPARE(told, QStringList("critical: PictureWidget: Cannot load " + path + ": " +
-                               reader.errorString()));
+    QStringList logged = log.take();
+    logged = logged.filter(QRegularExpression("^critical: ")); // Qt may warn of its own accord
+    QCOMPARE(logged, QStringList("critical: PictureWidget: Cannot load " + path + ": " +
+                                 reader.errorString()));
     QVERIFY(stand.widget->findChildren<QWidget*>().isEmpty());
     QVERIFY(!stand.widget->isInitialised());
 }

@@ -1,9 +1,6 @@
 #include "Declarations.h"
-#include "MessageLog.h"
-#include "Recorder.h"
 #include "Stand.h"
 
-#include "devices/ButtonDevice.h"
 #include "devices/MultilineDevice.h"
 #include "widgets/TextWidget.h"
 #include "TestMain.h"
@@ -11,8 +8,6 @@
 #include <QtTest>
 
 namespace {
-
-const QString kMessage = "debug: TextWidget: Error! Attached to incompatible device";
 
 TextWidget& textWidget(const Stand<MultilineDevice>& stand)
 {
@@ -40,10 +35,7 @@ class tst_TextWidget : public QObject
     Q_OBJECT
 
 private slots:
-    void deviceMakesItsWidget();
     void declaresItsSlot();
-    void foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty();
-    void noDeviceIsToldToo();
 
     void textAreaLooksAsItsParametersSay();
     void textAreaIsEditableByHand();
@@ -60,47 +52,9 @@ private slots:
     void scrollEnableTakesEffectWithTheNextLine();
 };
 
-void tst_TextWidget::deviceMakesItsWidget()
-{
-    MultilineDevice device;
-    const std::unique_ptr<BaseWidget> widget(device.createWidget());
-    QCOMPARE(widget->metaObject()->className(), "TextWidget");
-    QVERIFY(!widget->parent());
-    QVERIFY(!widget->isInitialised());
-    widget->initialise();
-    QVERIFY(widget->isInitialised());
-}
-
 void tst_TextWidget::declaresItsSlot()
 {
     QCOMPARE(methodTable(TextWidget::staticMetaObject), QStringList("slot input(QString)"));
-}
-
-void tst_TextWidget::foreignDeviceIsToldOnceAndLeavesTheWidgetEmpty()
-{
-    ButtonDevice button;
-    TextWidget widget(&button, nullptr);
-    MessageLog log;
-    widget.initialise();
-    QCOMPARE(log.take(), QStringList(kMessage));
-    widget.input("text");
-    widget.setFontSize(20);
-    widget.scrollEnable(false);
-    widget.show();
-    QVERIFY(widget.findChildren<QWidget*>().isEmpty());
-    QVERIFY(!widget.isInitialised());
-
-    Recorder recorder(&button);
-    button.click();
-    QCOMPARE(recorder.take(), QStringList("clicked()"));
-}
-
-void tst_TextWidget::noDeviceIsToldToo()
-{
-    TextWidget widget(nullptr, nullptr);
-    MessageLog log;
-    widget.initialise();
-    QCOMPARE(log.take(), QStringList(kMessage));
 }
 
 void tst_TextWidget::textAreaLooksAsItsParametersSay()
