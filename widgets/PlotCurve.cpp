@@ -32,7 +32,8 @@ void PlotCurve::drawFill(QCPPainter* painter, QVector<QPointF>* lines) const
     constexpr int pointsOfAStrip = 10;
     constexpr double minPixels = 4;
     const QTransform toPixels = painter->deviceTransform();
-    if (lines->size() < fewPoints || toPixels.type() > QTransform::TxScale ||
+    if (brush().style() == Qt::NoBrush || lines->size() < fewPoints ||
+        toPixels.type() > QTransform::TxScale ||
         !std::is_sorted(lines->cbegin(), lines->cend(), isLeftOf)) {
         QCPGraph::drawFill(painter, lines);
         return;
