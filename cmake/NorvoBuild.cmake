@@ -43,7 +43,11 @@ if(NORVO_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
-set(NORVO_PCH_WIDGETS <QtWidgets>)
+# One set of precompiled headers for all that is large: a set takes a quarter of a gigabyte.
+find_package(Qt5 5.15 REQUIRED COMPONENTS Widgets)
+add_library(norvo_headers OBJECT ${CMAKE_CURRENT_LIST_DIR}/headers.cpp)
+target_link_libraries(norvo_headers PRIVATE Qt5::Widgets)
+target_precompile_headers(norvo_headers PRIVATE <QtWidgets>)
 
 # norvo_add_plugin(NAME SOURCES... [LIBRARIES ...])
 # A plug-in in the plug-in folder that exports Qt's two plug-in entries and nothing else.
@@ -62,14 +66,17 @@ function(norvo_add_plugin name)
         INSTALL_RPATH "$ORIGIN/../..;$ORIGIN/../lib")
 endfunction()
 
-# norvo_add_room(NAME SOURCES ... LIBRARIES ...)
-# One room of the host: a static library, so that tests and benchmarks can link it.
+# norvo_add_room(NAME SOURCES ... LIBRARIES ... [WIDGETS])
+# One room of the host: a static library, so that tests and benchmarks can link it. WIDGETS: what it
+# links includes Qt's widgets, so that it can share their precompiled headers.
 function(norvo_add_room name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(ARG "WIDGETS" "" "SOURCES;LIBRARIES" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PUBLIC ${ARG_LIBRARIES})
-    target_precompile_headers(${name} PRIVATE <QtCore>)
+    if(ARG_WIDGETS)
+        target_precompile_headers(${name} REUSE_FROM norvo_headers)
+    endif()
 endfunction()
 
 # norvo_add_tests(NAME SOURCES ... [LIBRARIES ...] [DEPENDS ...] [TIMEOUT seconds])
@@ -87,7 +94,7 @@ function(norvo_add_tests name)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/tests)
     target_compile_definitions(${name} PRIVATE
         NORVO_BUILD_DIR="${CMAKE_BINARY_DIR}" NORVO_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-    target_precompile_headers(${name} REUSE_FROM test_headers)
+    target_precompile_headers(${name} REUSE_FROM norvo_headers)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
     if(ARG_DEPENDS)
         add_dependencies(${name} ${ARG_DEPENDS})

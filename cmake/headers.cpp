@@ -1,0 +1,1 @@
+// Gives the precompiled headers a translation unit to belong to.

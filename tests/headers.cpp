@@ -1,1 +1,0 @@
-// Gives the shared precompiled headers a translation unit to belong to.
