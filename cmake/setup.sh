@@ -1,14 +1,14 @@
 # Shared by the commands ./run, ./test and .ci/run; to be sourced from the project's folder.
 
-# Installs the packages of cmake/debian-packages.txt that are missing. Asks nothing of apt when all
-# are there.
+# install_packages [LIST]: installs the packages of the list (cmake/debian-packages.txt) that are
+# missing. Asks nothing of apt when all are there.
 install_packages() {
     local missing=() package
     while read -r package; do
         case $package in ''|'#'*) continue ;; esac
         dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' \
             || missing+=("$package")
-    done < cmake/debian-packages.txt
+    done < "${1:-cmake/debian-packages.txt}"
     [ ${#missing[@]} -eq 0 ] && return 0
 
     local as_root=()
