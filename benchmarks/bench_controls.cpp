@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What one value costs on its way from the wiring into a control and out again, against the bare Qt
 // control with the same connections.
 

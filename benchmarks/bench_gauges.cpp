@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What the two painted gauges cost: a repaint, a value on its way in, and a panel full of them.
 
 #include "devices/LumenoBarDevice.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What graphs cost: a refresh against the bare plot library and two others, a value on its way in,
 // very many senders, and a panel full of graphs.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What one number costs on its way from the wiring through an input field and out again, against
 // the bare Qt control with the same connections.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Starting a large panel, phase by phase, and what a busy panel costs while it runs.
 
 #include "host/panel/run/Panel.h"

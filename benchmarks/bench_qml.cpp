@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What a QML face costs: each value on its way through JavaScript, and the start of fifty faces.
 
 #include "devices/QmlGuiDevice.h"

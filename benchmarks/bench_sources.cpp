@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What the sources cost the thread that draws the panel.
 
 #include "plugins/sources/process/LineQueue.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What one value costs on its way through a display, against the bare Qt path to the same sight.
 
 #include "devices/Label.h"

@@ -56,6 +56,7 @@ function(norvo_add_plugin name)
     if(NOT ARG_OUTPUT_DIRECTORY)
         set(ARG_OUTPUT_DIRECTORY ${NORVO_PLUGIN_DIRECTORY})
     endif()
+    file(RELATIVE_PATH libraries ${ARG_OUTPUT_DIRECTORY} ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
     set(exports ${PROJECT_SOURCE_DIR}/cmake/plugin-exports.map)
     add_library(${name} MODULE ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES})
@@ -63,7 +64,7 @@ function(norvo_add_plugin name)
     set_target_properties(${name} PROPERTIES
         LIBRARY_OUTPUT_DIRECTORY ${ARG_OUTPUT_DIRECTORY}
         LINK_DEPENDS ${exports}
-        INSTALL_RPATH "$ORIGIN/../..;$ORIGIN/../lib")
+        INSTALL_RPATH "$ORIGIN/../..;$ORIGIN/${libraries}")
 endfunction()
 
 # norvo_add_room(NAME SOURCES ... LIBRARIES ... [WIDGETS])

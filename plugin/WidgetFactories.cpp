@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Which widget shows which device. Devices know no widget; only this page knows both.
 
 #include "devices/ButtonDevice.h"

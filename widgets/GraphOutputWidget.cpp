@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "widgets/GraphOutputWidget.h"
 
 #include "devices/OutputGraphDevice.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "widgets/LampWidget.h"
 
 #include "widgets/LineBreaks.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: LGPL-3.0-or-later
+
 #include "norvo/Param.h"
 
 #include "norvo/Truncation.h"

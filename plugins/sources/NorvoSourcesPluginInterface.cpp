@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "plugins/sources/NorvoSourcesPluginInterface.h"
 
 #include "plugins/sources/GeneratorDevice.h"

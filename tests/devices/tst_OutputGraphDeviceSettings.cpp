@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "RunningGraph.h"
 #include "TestMain.h"
 #include "norvo/BaseWidget.h"

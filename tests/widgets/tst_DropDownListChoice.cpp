@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "Recorder.h"
 #include "Stand.h"
 #include "Wheel.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Pictures with more pixels than fit into memory as they are: memory is bounded, not the picture.
 
 #include "MessageLog.h"

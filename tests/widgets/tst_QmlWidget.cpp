@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "GridPlaces.h"
 #include "MessageLog.h"
 #include "Stand.h"

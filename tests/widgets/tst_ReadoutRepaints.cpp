@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What the readouts ask of the painting: looks change with the state only, and however many values
 // come in one turn of the event loop, each part is painted once.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What a label and a log do with texts from a machine: they are content, never a document.
 
 #include "MessageLog.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: LGPL-3.0-or-later
+
 #include "host/gui/dialogs/NumberEntry.h"
 
 #include <QCoreApplication>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "host/panel/plan/Wiring.h"
 
 #include "host/panel/file/EditDistance.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "norvo/BaseDevice.h"
 #include "norvo/DeviceManager.h"
 #include "norvo/DevicePluginInterface.h"

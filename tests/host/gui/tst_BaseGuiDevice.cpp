@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "norvo/BaseGuiDevice.h"
 #include "norvo/BaseWidget.h"
 #include "TestMain.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Runs the command that it is given as a panel would, and passes its lines on.
 
 #include "plugins/sources/process/ProcessDevice.h"

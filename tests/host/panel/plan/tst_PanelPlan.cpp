@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "host/panel/plan/PanelPlan.h"
 
 #include "host/panel/Descriptions.h"
