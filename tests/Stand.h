@@ -4,6 +4,7 @@
 #include "norvo/BaseGuiDevice.h"
 #include "norvo/BaseWidget.h"
 
+#include <QtWidgets>
 #include <QMap>
 
 #include <memory>

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QtTest>
+#include <QtWidgets>
 
 namespace norvo {
 

@@ -8,6 +8,7 @@
 #include "devices/InputDevice.h"
 #include "widgets/InputFieldWidget.h"
 
+#include <QtWidgets>
 #include <QtTest>
 
 #include <limits>
