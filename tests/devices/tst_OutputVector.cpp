@@ -4,6 +4,7 @@
 
 #include "devices/OutputVector.h"
 #include "norvo/BaseWidget.h"
+#include "ArrayColumn.h"
 #include "TestMain.h"
 
 #include <QtTest>
@@ -71,24 +72,24 @@ void tst_OutputVector::badParameterFailsAfterTheNameIsSet()
 
 void tst_OutputVector::arraysPassUnchangedAndUncopied_data()
 {
-    QTest::addColumn<DoubleVec>("array");
-    QTest::newRow("some") << DoubleVec{1, -2.5, 1e308};
-    QTest::newRow("one") << DoubleVec{0.5};
-    QTest::newRow("none") << DoubleVec();
-    QTest::newRow("a million") << DoubleVec(1000000, 0.25);
+    QTest::addColumn<ArrayColumn>("array");
+    QTest::newRow("some") << ArrayColumn{DoubleVec{1, -2.5, 1e308}};
+    QTest::newRow("one") << ArrayColumn{DoubleVec{0.5}};
+    QTest::newRow("none") << ArrayColumn{DoubleVec()};
+    QTest::newRow("a million") << ArrayColumn{DoubleVec(1000000, 0.25)};
 }
 
 void tst_OutputVector::arraysPassUnchangedAndUncopied()
 {
-    QFETCH(DoubleVec, array);
+    QFETCH(ArrayColumn, array);
     OutputVector device;
     device.setRunning(device.initialise());
     QVector<DoubleVec> passed;
     connect(&device, &OutputVector::output, this, [&](DoubleVec data) { passed.append(data); });
-    device.input(array);
+    device.input(array.values);
     QCOMPARE(passed.size(), 1);
-    QCOMPARE(passed.first(), array);
-    QCOMPARE(passed.first().constData(), array.constData());
+    QCOMPARE(passed.first(), array.values);
+    QCOMPARE(passed.first().constData(), array.values.constData());
 }
 
 void tst_OutputVector::whileNotRunningArraysAreDropped()

@@ -2,6 +2,7 @@
 
 #include "widgets/PlotCurve.h"
 #include "CurvePoints.h"
+#include "ArrayColumn.h"
 #include "TestMain.h"
 
 #include <QtTest>
@@ -75,33 +76,34 @@ void tst_PlotCurve::addsItselfToPlotAndLegend()
 
 void tst_PlotCurve::fillIsTheLibrarysPicture_data()
 {
-    QTest::addColumn<QVector<double>>("values");
+    QTest::addColumn<ArrayColumn>("array");
     QTest::addColumn<double>("scale");
-    QTest::newRow("few values") << noise(40) << 1.0;
-    QTest::newRow("fewer values than columns") << noise(150) << 1.0;
-    QTest::newRow("more values than columns") << noise(500) << 1.0;
-    QTest::newRow("many more") << noise(20000) << 1.0;
-    QTest::newRow("scaled by 2") << noise(500) << 2.0;
-    QTest::newRow("scaled by 1.5") << noise(500) << 1.5;
-    QTest::newRow("scaled by 1.1") << noise(500) << 1.1;
+    QTest::newRow("few values") << ArrayColumn{noise(40)} << 1.0;
+    QTest::newRow("fewer values than columns") << ArrayColumn{noise(150)} << 1.0;
+    QTest::newRow("more values than columns") << ArrayColumn{noise(500)} << 1.0;
+    QTest::newRow("many more") << ArrayColumn{noise(20000)} << 1.0;
+    QTest::newRow("scaled by 2") << ArrayColumn{noise(500)} << 2.0;
+    QTest::newRow("scaled by 1.5") << ArrayColumn{noise(500)} << 1.5;
+    QTest::newRow("scaled by 1.1") << ArrayColumn{noise(500)} << 1.1;
     QVector<double> gaps = noise(500);
     for (int i = 20; i < gaps.size(); i += i / 2) {
         gaps[i] = qQNaN();
     }
-    QTest::newRow("gaps") << gaps << 1.0;
+    QTest::newRow("gaps") << ArrayColumn{gaps} << 1.0;
     QVector<double> beyond = noise(500);
     std::transform(beyond.begin(), beyond.end(), beyond.begin(), [](double v) { return 30 * v; });
-    QTest::newRow("beyond the axes") << beyond << 1.0;
+    QTest::newRow("beyond the axes") << ArrayColumn{beyond} << 1.0;
     QVector<double> wave(3000);
     for (int i = 0; i < wave.size(); ++i) {
         wave[i] = std::sin(i * 0.01);
     }
-    QTest::newRow("a wave") << wave << 1.0;
+    QTest::newRow("a wave") << ArrayColumn{wave} << 1.0;
 }
 
 void tst_PlotCurve::fillIsTheLibrarysPicture()
 {
-    QFETCH(QVector<double>, values);
+    QFETCH(ArrayColumn, array);
+    const QVector<double> values = array.values;
     QFETCH(double, scale);
     const QColor halfBlue(0, 0, 255, 128);
     QCustomPlot bare;

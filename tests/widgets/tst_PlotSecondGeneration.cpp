@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "GraphParts.h"
+#include "ArrayColumn.h"
 #include "TestMain.h"
 #include "widgets/PlotCurve.h"
 
@@ -87,25 +88,27 @@ void tst_PlotSecondGeneration::sortedDataIsTakenAsItIs()
 
 void tst_PlotSecondGeneration::curveFindsItsRangeAsTheLibraryDoes_data()
 {
-    QTest::addColumn<QVector<double>>("values");
+    QTest::addColumn<ArrayColumn>("array");
     const double nan = qQNaN();
-    QTest::newRow("none") << QVector<double>{};
-    QTest::newRow("one") << QVector<double>{-3};
-    QTest::newRow("three") << QVector<double>{2, 3, 1};
-    QTest::newRow("four") << QVector<double>{4, 2, 3, 1};
-    QTest::newRow("lowest and highest in each place") << QVector<double>{5, 1, 5, 5, 5, 5, 9, 5, 5};
-    QTest::newRow("lowest last") << QVector<double>{5, 4, 3, 2, 1, 0};
-    QTest::newRow("negative") << QVector<double>{-5, -4, -3, -2, -1};
-    QTest::newRow("nan among them") << QVector<double>{nan, 2, nan, 3, nan, nan};
-    QTest::newRow("nothing but nan") << QVector<double>{nan, nan, nan, nan, nan};
-    QTest::newRow("infinities") << QVector<double>{1, qInf(), -qInf(), 2, 3};
-    QTest::newRow("one infinity alone") << QVector<double>{qInf()};
-    QTest::newRow("largest") << QVector<double>{1.7e308, -1.7e308};
+    QTest::newRow("none") << ArrayColumn{QVector<double>{}};
+    QTest::newRow("one") << ArrayColumn{QVector<double>{-3}};
+    QTest::newRow("three") << ArrayColumn{QVector<double>{2, 3, 1}};
+    QTest::newRow("four") << ArrayColumn{QVector<double>{4, 2, 3, 1}};
+    QTest::newRow("lowest and highest in each place")
+        << ArrayColumn{QVector<double>{5, 1, 5, 5, 5, 5, 9, 5, 5}};
+    QTest::newRow("lowest last") << ArrayColumn{QVector<double>{5, 4, 3, 2, 1, 0}};
+    QTest::newRow("negative") << ArrayColumn{QVector<double>{-5, -4, -3, -2, -1}};
+    QTest::newRow("nan among them") << ArrayColumn{QVector<double>{nan, 2, nan, 3, nan, nan}};
+    QTest::newRow("nothing but nan") << ArrayColumn{QVector<double>{nan, nan, nan, nan, nan}};
+    QTest::newRow("infinities") << ArrayColumn{QVector<double>{1, qInf(), -qInf(), 2, 3}};
+    QTest::newRow("one infinity alone") << ArrayColumn{QVector<double>{qInf()}};
+    QTest::newRow("largest") << ArrayColumn{QVector<double>{1.7e308, -1.7e308}};
 }
 
 void tst_PlotSecondGeneration::curveFindsItsRangeAsTheLibraryDoes()
 {
-    QFETCH(QVector<double>, values);
+    QFETCH(ArrayColumn, array);
+    const QVector<double> values = array.values;
     QCustomPlot bare;
     const QVector<QCPGraph*> curves{bare.addGraph(), PlotCurve::addTo(&bare)};
     QCOMPARE(bare.graphCount(), 2);

@@ -5,6 +5,7 @@
 #include "GridPlaces.h"
 
 #include "devices/Label.h"
+#include "ArrayColumn.h"
 #include "TestMain.h"
 
 #include <QtTest>
@@ -129,15 +130,17 @@ void tst_VectorGraphWidget::fiveValuesStandAtOneToFive()
 
 void tst_VectorGraphWidget::secondArrayReplacesTheFirst_data()
 {
-    QTest::addColumn<DoubleVec>("second");
+    QTest::addColumn<ArrayColumn>("array");
     QTest::addColumn<QString>("points");
-    QTest::newRow("shorter") << DoubleVec{7, 8} << "(1, 7) (2, 8)";
-    QTest::newRow("longer") << DoubleVec{7, 8, 9, 10} << "(1, 7) (2, 8) (3, 9) (4, 10)";
+    QTest::newRow("shorter") << ArrayColumn{DoubleVec{7, 8}} << "(1, 7) (2, 8)";
+    QTest::newRow("longer") << ArrayColumn{DoubleVec{7, 8, 9, 10}}
+                            << "(1, 7) (2, 8) (3, 9) (4, 10)";
 }
 
 void tst_VectorGraphWidget::secondArrayReplacesTheFirst()
 {
-    QFETCH(DoubleVec, second);
+    QFETCH(ArrayColumn, array);
+    const DoubleVec second = array.values;
     QFETCH(QString, points);
     VectorGraph stand;
     stand.graph().input({1, 2, 3});

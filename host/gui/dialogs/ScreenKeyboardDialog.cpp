@@ -220,7 +220,7 @@ QString ScreenKeyboardDialog::getText(QWidget* parent, QString title, QString te
     if (ok) {
         *ok = isConfirmed;
     }
-    const QString entered = isConfirmed ? keyboard->text() : text;
+    QString entered = isConfirmed ? keyboard->text() : text;
     delete keyboard.data();
     return entered;
 }

@@ -21,8 +21,7 @@ namespace norvo {
 
 namespace {
 
-constexpr int kMethodsNeedInitialise = 1; ///< DeviceTypeInfo::flag
-constexpr int kMaxSuggestedIds = 500;     ///< The first of the file; a search takes time for each.
+constexpr int kMaxSuggestedIds = 500; ///< The first of the file; a search takes time for each.
 
 QString quoted(const QStringList& texts)
 {
@@ -177,7 +176,8 @@ private:
 
     bool hasLateMethods(const DeviceSetting& setting) const
     {
-        return m_manager.typeInfos().value(setting.type.text).flag == kMethodsNeedInitialise;
+        return m_manager.typeInfos().value(setting.type.text).flag ==
+               DeviceTypeInfo::kMethodsAfterInitialise;
     }
 
     void reportOverlaps(const Placement& placement)

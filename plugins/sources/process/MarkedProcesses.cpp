@@ -10,7 +10,7 @@ namespace norvo {
 
 namespace {
 
-constexpr qint64 kMaxEnvironment = 4 * 1024 * 1024;
+constexpr qint64 kMaxEnvironment = qint64(4) * 1024 * 1024;
 
 /// A process that only waits to be reaped has no environment any more.
 bool isMarked(const QString& pid, const QByteArray& mark)
