@@ -6,7 +6,7 @@ namespace norvo {
 
 namespace {
 
-constexpr int kLongestQuote = 60; ///< In characters.
+constexpr int kMaxQuoteLength = 60; ///< In characters.
 
 } // namespace
 
@@ -32,8 +32,8 @@ QString onOneLine(const QString& text)
 QString inQuotes(const QString& text)
 {
     QString shown = text;
-    if (shown.size() > kLongestQuote) {
-        shown.truncate(kLongestQuote - 3);
+    if (shown.size() > kMaxQuoteLength) {
+        shown.truncate(kMaxQuoteLength - 3);
         if (shown.at(shown.size() - 1).isHighSurrogate()) {
             shown.chop(1);
         }
