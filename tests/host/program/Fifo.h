@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <vector>
+
 /// A named pipe whose reader reads only when it is told to.
 class Fifo
 {
@@ -38,9 +40,9 @@ public:
     {
         pollfd waiting{m_reader, POLLIN, 0};
         poll(&waiting, 1, 1000);
-        QByteArray bytes(most, '\0');
-        bytes.truncate(int(qMax<ssize_t>(0, ::read(m_reader, bytes.data(), size_t(most)))));
-        return bytes;
+        std::vector<char> bytes(static_cast<size_t>(most));
+        const ssize_t count = ::read(m_reader, bytes.data(), bytes.size());
+        return QByteArray(bytes.data(), int(qMax<ssize_t>(0, count)));
     }
 
     /// Everything up to the end of the last writer.
