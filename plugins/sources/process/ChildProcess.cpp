@@ -2,123 +2,155 @@
 
 #include "plugins/sources/process/ChildProcess.h"
 
-#include "plugins/sources/process/MarkedProcesses.h"
+#include <QDir>
+#include <QFile>
+#include <QProcessEnvironment>
+#include <QSignalBlocker>
+#include <QUuid>
 
-#include <QPointer>
-
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstring>
+#include <utility>
 #include <vector>
 
-#include <sys/syscall.h>
-#include <sys/wait.h>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <unistd.h>
 
 namespace norvo {
 
 namespace {
 
-using namespace std::chrono_literals;
-
 constexpr int kMaxWaiting = 1024 * 1024;
-constexpr auto kExitPoll = 50ms;
-constexpr auto kPoll = 2ms;
-constexpr auto kKillWait = 200ms;
+constexpr int kKillWaitMs = 200;
 constexpr int kMaxPasses = 3;
+constexpr qint64 kMaxEnvironment = qint64(4) * 1024 * 1024;
+
+/// A process that only waits to be reaped has no environment any more.
+bool isMarked(const QString& pid, const QByteArray& mark)
+{
+    QFile file("/proc/" + pid + "/environ");
+    return file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) &&
+           ('\0' + file.read(kMaxEnvironment)).contains('\0' + mark + '=');
+}
+
+/// The processes that have the mark and have not ended: also those that have left the group
+/// (`setsid`). One that has cleared its environment as well is not found.
+std::vector<pid_t> markedProcesses(const QByteArray& mark)
+{
+    std::vector<pid_t> found;
+    const QStringList entries = QDir("/proc").entryList(QDir::Dirs, QDir::NoSort);
+    for (const QString& entry : entries) {
+        if (const pid_t pid = entry.toInt(); pid > 0 && isMarked(entry, mark)) {
+            found.push_back(pid);
+        }
+    }
+    return found;
+}
+
+struct Pipe
+{
+    FileDescriptor readEnd;
+    FileDescriptor writeEnd;
+};
+
+/// Both ends are closed where there are no descriptors left.
+Pipe openPipe()
+{
+    std::array<int, 2> ends{-1, -1};
+    const bool isOpen = ::pipe2(ends.data(), O_CLOEXEC) == 0;
+    return {FileDescriptor(isOpen ? ends[0] : -1), FileDescriptor(isOpen ? ends[1] : -1)};
+}
 
 } // namespace
 
-ChildProcess::~ChildProcess()
+void GroupLeader::setupChildProcess()
 {
-    kill();
+    ::setpgid(0, 0);
+    ::close_range(3, ~0u, CLOSE_RANGE_CLOEXEC); // Others may be less careful with theirs.
 }
 
-void ChildProcess::start(const QString& path, const QStringList& arguments)
+ChildProcess::ChildProcess()
+    : m_mark("NORVO_PROCESS_" + QUuid::createUuid().toRfc4122().toHex()), m_parent(::getpid())
 {
-    Q_ASSERT(m_pid < 0);
-    m_mark = newProcessMark();
-    Launched launched = launch(path, arguments, m_mark);
-    if (launched.pid < 0) {
-        QTimer::singleShot(0, this, [this, error = launched.error] { emit failed(error); });
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(m_mark, "1");
+    setProcessEnvironment(environment);
+    setProcessChannelMode(ForwardedChannels); // Until setupChildProcess() puts our own in place.
+    setInputChannelMode(ForwardedInputChannel);
+}
+
+ChildProcess::~ChildProcess()
+{
+    killAll();
+}
+
+void ChildProcess::launch(const QString& path, const QStringList& arguments)
+{
+    Pipe input = openPipe();
+    Pipe output = openPipe();
+    Pipe errors = openPipe();
+    if (!input.readEnd.isOpen() || !output.readEnd.isOpen() || !errors.readEnd.isOpen()) {
+        setErrorString(qt_error_string(errno));
+        emit errorOccurred(FailedToStart);
         return;
     }
-    m_pid = launched.pid;
-    m_input = std::move(launched.input);
-    m_output = std::move(launched.output);
-    m_errors = std::move(launched.errors);
-    m_status = std::move(launched.status);
-    m_guard = std::make_unique<GroupGuard>(m_pid, m_mark);
+    m_programEnds = {input.readEnd.get(), output.writeEnd.get(), errors.writeEnd.get()};
+    ::signal(SIGPIPE, SIG_IGN); // Writing to a program that has gone fails, and that is all.
+    // No signal handler of ours may run in the child.
+    sigset_t all;
+    sigset_t before;
+    ::sigfillset(&all);
+    ::pthread_sigmask(SIG_SETMASK, &all, &before);
+    start(path, arguments);
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    m_group = pid_t(processId());
+    if (m_group == 0) {
+        return;
+    }
+    ::setpgid(m_group, m_group); // Whichever of the two comes first.
+    m_input = std::move(input.writeEnd);
+    m_output = std::move(output.readEnd);
+    m_errors = std::move(errors.readEnd);
+    ::fcntl(m_input.get(), F_SETFL, O_NONBLOCK);
     m_inputNotifier = std::make_unique<QSocketNotifier>(m_input.get(), QSocketNotifier::Write);
     m_inputNotifier->setEnabled(false);
     connect(m_inputNotifier.get(), &QSocketNotifier::activated, this, &ChildProcess::sendWaiting);
-    m_statusNotifier = std::make_unique<QSocketNotifier>(m_status.get(), QSocketNotifier::Read);
-    connect(m_statusNotifier.get(), &QSocketNotifier::activated, this, &ChildProcess::readStatus);
+    // After a SIGKILL of ours the kernel kills the program alone. What a dying process starts
+    // meanwhile is found by a later pass.
+    m_guard.setStandardOutputFile(nullDevice());
+    m_guard.setStandardErrorFile(nullDevice());
+    m_guard.start("/bin/sh", {"-c",
+                              "read _; kill -KILL -$0; for pass in 1 2 3; do "
+                              "grep -lsz \"^$1=\" /proc/[0-9]*/environ | cut -d/ -f3 | "
+                              "xargs -r kill -KILL; done",
+                              QString::number(m_group), m_mark});
 }
 
-void ChildProcess::readStatus()
+void ChildProcess::setupChildProcess()
 {
-    int reason = 0;
-    const ssize_t count = ::read(m_status.get(), &reason, sizeof reason);
-    if (count < 0 && errno == EINTR) {
-        return;
+    for (int number = 1; number < NSIG; ++number) {
+        struct sigaction action = {};
+        if (::sigaction(number, nullptr, &action) == 0 && action.sa_handler != SIG_IGN) {
+            ::signal(number, SIG_DFL);
+        }
     }
-    m_statusNotifier->setEnabled(false);
-    if (count == sizeof reason) {
-        kill();
-        emit failed(QString::fromLocal8Bit(std::strerror(reason)));
-        return;
+    sigset_t none;
+    ::sigemptyset(&none);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() != m_parent) { // Gone before the kernel knew that we care.
+        ::_exit(127);
     }
-    const QPointer<ChildProcess> self(this);
-    emit started();
-    if (self) {
-        watchExit();
+    for (int i = 0; i < 3; ++i) {
+        ::dup2(m_programEnds[std::size_t(i)], i);
     }
+    GroupLeader::setupChildProcess();
 }
 
-void ChildProcess::watchExit()
-{
-    m_exit = FileDescriptor(m_reaped ? -1 : int(::syscall(SYS_pidfd_open, m_pid, 0)));
-    if (m_exit.isOpen()) {
-        m_exitNotifier = std::make_unique<QSocketNotifier>(m_exit.get(), QSocketNotifier::Read);
-        connect(m_exitNotifier.get(), &QSocketNotifier::activated, this, &ChildProcess::checkExit);
-    } else {
-        connect(&m_exitPoll, &QTimer::timeout, this, &ChildProcess::checkExit);
-        m_exitPoll.start(kExitPoll);
-    }
-}
-
-void ChildProcess::checkExit()
-{
-    // Looked at but not reaped: until then its number, which is the group's as well, is ours.
-    siginfo_t info = {};
-    const bool looked = ::waitid(P_PID, id_t(m_pid), &info, WEXITED | WNOHANG | WNOWAIT) == 0;
-    if (looked && info.si_pid == 0) {
-        return;
-    }
-    m_exitPoll.stop();
-    if (m_exitNotifier) {
-        m_exitNotifier->setEnabled(false);
-    }
-    kill();
-    emit exited(m_code);
-}
-
-bool ChildProcess::reap()
-{
-    if (m_pid < 0 || m_reaped) {
-        return true;
-    }
-    int status = 0;
-    const pid_t pid = ::waitpid(m_pid, &status, WNOHANG);
-    if (pid == 0 || (pid < 0 && errno == EINTR)) {
-        return false;
-    }
-    m_reaped = true;
-    m_code = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
-    return true;
-}
-
-bool ChildProcess::write(const QByteArray& bytes)
+bool ChildProcess::send(const QByteArray& bytes)
 {
     if (!m_input.isOpen() || m_waiting.size() + bytes.size() > kMaxWaiting) {
         return false;
@@ -130,73 +162,63 @@ bool ChildProcess::write(const QByteArray& bytes)
 
 void ChildProcess::sendWaiting()
 {
-    while (!m_waiting.isEmpty()) {
-        const ssize_t count =
-            ::write(m_input.get(), m_waiting.constData(), size_t(m_waiting.size()));
-        if (count >= 0) {
-            m_waiting.remove(0, int(count));
-        } else if (errno == EAGAIN || errno == EWOULDBLOCK) {
-            break;
-        } else if (errno != EINTR) {
-            m_waiting.clear();
-            m_inputNotifier->setEnabled(false);
-            m_input.close();
-            return;
-        }
+    const ssize_t count = ::write(m_input.get(), m_waiting.constData(), size_t(m_waiting.size()));
+    if (count < 0 && errno != EAGAIN && errno != EINTR) {
+        closeInput();
+        return;
     }
+    m_waiting.remove(0, int(std::max<ssize_t>(count, 0)));
     m_inputNotifier->setEnabled(!m_waiting.isEmpty());
 }
 
-void ChildProcess::terminate()
+void ChildProcess::closeInput()
 {
-    if (m_pid < 0 || m_allEnded) {
-        return;
-    }
     m_waiting.clear();
     m_inputNotifier->setEnabled(false);
     m_input.close();
-    ::kill(-m_pid, SIGTERM);
-    ::kill(-m_pid, SIGCONT); // One that has been stopped could not hear of it.
 }
 
-void ChildProcess::kill()
+void ChildProcess::terminateAll()
 {
-    if (m_pid < 0 || m_allEnded) {
+    if (m_group > 0) {
+        closeInput();
+        ::kill(-m_group, SIGTERM);
+        ::kill(-m_group, SIGCONT); // One that has been stopped could not hear of it.
+    }
+}
+
+void ChildProcess::killAll()
+{
+    if (m_group == 0) {
         return;
     }
-    ::kill(-m_pid, SIGKILL);
-    for (auto waited = 0ms; !reap() && waited < kKillWait; waited += kPoll) {
-        ::usleep(kPoll / 1us);
-    }
-    killMarked();
-    m_allEnded = true;
-    m_guard.reset();
-}
-
-void ChildProcess::killMarked()
-{
+    const QSignalBlocker silent(this);
+    ::kill(-std::exchange(m_group, 0), SIGKILL);
+    waitForFinished(kKillWaitMs);
     // What a dying process starts meanwhile is found by a later pass.
     for (int pass = 0; pass < kMaxPasses; ++pass) {
         const std::vector<pid_t> left = markedProcesses(m_mark);
         if (left.empty()) {
-            return;
+            break;
         }
         for (const pid_t process : left) {
             ::kill(process, SIGKILL);
         }
     }
+    m_guard.kill();
+    m_guard.waitForFinished(kKillWaitMs);
 }
 
-bool ChildProcess::waitForEnd(std::chrono::milliseconds limit)
+bool ChildProcess::waitForEndOfAll(std::chrono::milliseconds limit)
 {
-    for (auto waited = 0ms; !reap() && waited < limit; waited += kPoll) {
-        ::usleep(kPoll / 1us);
+    if (state() != NotRunning && !waitForFinished(int(limit.count()))) {
+        return false;
     }
-    if (m_reaped && !m_allEnded) {
-        m_allEnded = markedProcesses(m_mark).empty();
-        ::usleep(m_allEnded ? 0 : limit / 1us); // Looking is not cheap.
+    const bool allEnded = m_group == 0 || markedProcesses(m_mark).empty();
+    if (!allEnded) {
+        ::usleep(useconds_t(limit / std::chrono::microseconds(1))); // Looking is not cheap.
     }
-    return m_pid < 0 || m_allEnded;
+    return allEnded;
 }
 
 } // namespace norvo

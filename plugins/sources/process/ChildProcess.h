@@ -2,72 +2,66 @@
 #pragma once
 
 #include "plugins/sources/process/FileDescriptor.h"
-#include "plugins/sources/process/Launch.h"
 
 #include <QByteArray>
-#include <QObject>
+#include <QProcess>
 #include <QSocketNotifier>
-#include <QStringList>
-#include <QTimer>
 
+#include <array>
 #include <chrono>
 #include <memory>
 
+#include <sys/types.h>
+
 namespace norvo {
 
-/// A child program and all that it starts, from start to end. Never blocks but where it says so.
-class ChildProcess : public QObject
+/// A program that leads a process group of its own, and has of our open files the standard ones.
+class GroupLeader : public QProcess
 {
-    Q_OBJECT
+protected:
+    void setupChildProcess() override; ///< Runs between fork and exec: only what is safe there.
+};
 
+/// A child program and all that it starts, from start to end. Never blocks but where it says so.
+///
+/// What it starts is known by its process group and by a mark in its environment. The kernel kills
+/// the program when the thread that started it ends.
+class ChildProcess : public GroupLeader
+{
 public:
-    ChildProcess() = default;
+    ChildProcess();
     ~ChildProcess() override; ///< Kills all of them.
 
-    /// failed() or started() follows, from the event loop.
-    void start(const QString& path, const QStringList& arguments);
+    /// errorOccurred() or started() follows.
+    void launch(const QString& path, const QStringList& arguments);
 
     FileDescriptor takeOutput() { return std::move(m_output); } ///< From started() on.
     FileDescriptor takeErrors() { return std::move(m_errors); }
     /// Sends all of the bytes to the standard input or none: false when the program has closed it
     /// or does not read and 1 MiB waits already.
-    bool write(const QByteArray& bytes);
-    void terminate(); ///< Asks the group to end, and closes the standard input.
-    void kill();      ///< Ends all of them; waits for the program itself, 200 ms at most.
+    bool send(const QByteArray& bytes);
+    void terminateAll(); ///< Asks the group to end, and closes the standard input.
+    void killAll();      ///< Emits nothing. Waits for the program itself, 200 ms at most.
     /// Waits for the end of all of them; true when none is left.
-    bool waitForEnd(std::chrono::milliseconds limit);
+    bool waitForEndOfAll(std::chrono::milliseconds limit);
 
-signals:
-    void started();
-    void failed(const QString& reason); ///< The program could not be run.
-    /// The program has ended, and with it what it left behind. An exit status, or 128 and the
-    /// number of the signal that killed it.
-    void exited(int code);
+protected:
+    void setupChildProcess() override;
 
 private:
-    void readStatus();
-    void watchExit();
-    void checkExit();
-    bool reap(); ///< True when the program has ended, now or before.
-    void killMarked();
     void sendWaiting();
+    void closeInput();
 
-    pid_t m_pid = -1;      ///< Below 0: never started.
-    QByteArray m_mark;     ///< Of the program and all that it starts.
-    bool m_reaped = false; ///< The program; others may remain.
-    bool m_allEnded = false;
-    int m_code = 0;
+    QByteArray m_mark;
     FileDescriptor m_input;
     FileDescriptor m_output;
     FileDescriptor m_errors;
-    FileDescriptor m_status;
-    FileDescriptor m_exit; ///< Becomes readable when the first process ends.
-    std::unique_ptr<GroupGuard> m_guard;
+    std::array<int, 3> m_programEnds{}; ///< Its standard input, output and errors to be.
     std::unique_ptr<QSocketNotifier> m_inputNotifier;
-    std::unique_ptr<QSocketNotifier> m_statusNotifier;
-    std::unique_ptr<QSocketNotifier> m_exitNotifier;
-    QTimer m_exitPoll;    ///< Where the kernel has no descriptor for a process.
     QByteArray m_waiting; ///< For the standard input.
+    pid_t m_parent;
+    pid_t m_group = 0;   ///< 0: none is left.
+    GroupLeader m_guard; ///< Kills all when this process is gone, however it ended.
 };
 
 } // namespace norvo

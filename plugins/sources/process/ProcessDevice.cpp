@@ -114,7 +114,7 @@ void ProcessDevice::preShutdown()
     }
     if (m_child) {
         m_child->disconnect(this);
-        m_child->terminate();
+        m_child->terminateAll();
         m_stopping.start();
     }
 }
@@ -125,7 +125,7 @@ void ProcessDevice::deinitialise()
         preShutdown();
     }
     // What it still has to say is taken off it, so that it can end in order.
-    while (m_child && !m_child->waitForEnd(4ms) && !m_stopping.hasExpired(kGrace / 1ms)) {
+    while (m_child && !m_child->waitForEndOfAll(4ms) && !m_stopping.hasExpired(kGrace / 1ms)) {
         if (m_output) {
             m_output->discard();
             m_errors->discard();
@@ -140,11 +140,12 @@ void ProcessDevice::deinitialise()
 void ProcessDevice::start()
 {
     m_child = std::make_unique<norvo::ChildProcess>();
-    connect(m_child.get(), &norvo::ChildProcess::started, this, &ProcessDevice::onStarted);
-    connect(m_child.get(), &norvo::ChildProcess::failed, this, &ProcessDevice::onFailed);
-    connect(m_child.get(), &norvo::ChildProcess::exited, this, &ProcessDevice::onExited);
+    connect(m_child.get(), &QProcess::started, this, &ProcessDevice::onStarted);
+    connect(m_child.get(), &QProcess::errorOccurred, this, &ProcessDevice::onError);
+    connect(m_child.get(), qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
+            &ProcessDevice::onExited);
     m_run.start();
-    m_child->start(m_program, m_arguments);
+    m_child->launch(m_program, m_arguments);
 }
 
 void ProcessDevice::onStarted()
@@ -161,18 +162,22 @@ void ProcessDevice::onStarted()
     emit running(true);
 }
 
-void ProcessDevice::onFailed(const QString& reason)
+void ProcessDevice::onError(QProcess::ProcessError error)
 {
     constexpr int anyFailure = 127;
 
-    dismissChild();
-    restartAfter(anyFailure);
-    alert(QString("cannot start \"%1\": %2").arg(m_program, reason));
+    if (error == QProcess::FailedToStart) {
+        const QString reason = m_child->errorString().section(": ", -1); // Behind the call's name.
+        dismissChild();
+        restartAfter(anyFailure);
+        alert(QString("cannot start \"%1\": %2").arg(m_program, reason));
+    }
 }
 
-void ProcessDevice::onExited(int code)
+void ProcessDevice::onExited(int code, QProcess::ExitStatus status)
 {
-    m_exitCode = code;
+    m_child->killAll(); // What it left behind.
+    m_exitCode = status == QProcess::CrashExit ? 128 + code : code;
     m_output->finish();
     m_errors->finish();
 }
@@ -259,7 +264,7 @@ void ProcessDevice::input(QString line)
         ++m_refusedInputs;
     } else if (!m_output) {
         ++m_lateInputs;
-    } else if (!m_child->write(line.toUtf8() + '\n')) {
+    } else if (!m_child->send(line.toUtf8() + '\n')) {
         ++m_unreadInputs;
     } else {
         return;

@@ -59,8 +59,8 @@ private:
 
     void start();
     void onStarted();
-    void onFailed(const QString& reason);
-    void onExited(int code);
+    void onError(QProcess::ProcessError error);
+    void onExited(int code, QProcess::ExitStatus status);
     void onLine(const QByteArray& line);
     void onErrorLine(const QByteArray& line);
     void onDrained();

@@ -5,6 +5,9 @@
 
 #include <QtTest>
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 class tst_ProcessDevice : public QObject
 {
     Q_OBJECT
@@ -37,6 +40,8 @@ private slots:
     void badCommandIsAnError_data();
     void badCommandIsAnError();
     void programThatDoesNotRunGivesAnAlert();
+    void programWithoutDescriptorsGivesAnAlert_data();
+    void programWithoutDescriptorsGivesAnAlert();
     void startsOnlyWhenRunning();
     void declaresItsParameters();
 };
@@ -327,6 +332,33 @@ void tst_ProcessDevice::programThatDoesNotRunGivesAnAlert()
     QTRY_COMPARE(child.alerts, (QStringList{alert, alert})); // Tried again.
     QVERIFY(child.notes.isEmpty());
     child.stop();
+}
+
+void tst_ProcessDevice::programWithoutDescriptorsGivesAnAlert_data()
+{
+    QTest::addColumn<int>("descriptors");
+
+    QTest::newRow("for two pipes of three") << 5;
+    QTest::newRow("for the pipes only") << 7;
+}
+
+void tst_ProcessDevice::programWithoutDescriptorsGivesAnAlert()
+{
+    QFETCH(int, descriptors);
+
+    const int free = ::dup(STDIN_FILENO);
+    ::close(free);
+    rlimit before = {};
+    QCOMPARE(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit scarce{rlim_t(free + descriptors), before.rlim_max};
+    QCOMPARE(::setrlimit(RLIMIT_NOFILE, &scarce), 0);
+    ProcessSubject child("true");
+    QCoreApplication::processEvents();
+    QCOMPARE(::setrlimit(RLIMIT_NOFILE, &before), 0);
+    QVERIFY(child.initialised);
+    QTRY_COMPARE(child.alerts.size(), 1);
+    QVERIFY2(child.alerts[0].endsWith("/true\": Too many open files"), qPrintable(child.alerts[0]));
+    QVERIFY(child.notes.isEmpty());
 }
 
 void tst_ProcessDevice::startsOnlyWhenRunning()
