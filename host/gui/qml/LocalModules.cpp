@@ -5,7 +5,6 @@
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
-#include <QUrl>
 
 #include <algorithm>
 
@@ -39,14 +38,6 @@ LocalModules::LocalModules(const QStringList& importPaths)
     : m_folder(QDir::current().canonicalPath() + "/"), m_systemPaths(importPaths)
 {
     m_systemPaths.removeAll(QDir::current().canonicalPath());
-}
-
-QUrl LocalModules::intercept(const QUrl& url, DataType type)
-{
-    if (type != QmldirFile || !isAside(url.toLocalFile())) {
-        return url;
-    }
-    return QUrl::fromLocalFile(url.toLocalFile() + ".aside"); // which is not there
 }
 
 bool LocalModules::isAside(const QString& qmldir) const

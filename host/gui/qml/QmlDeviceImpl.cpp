@@ -95,11 +95,9 @@ QmlDeviceImpl::QmlDeviceImpl(QQmlEngine* engine) : d(std::make_unique<Private>(e
             d->alert(d->document.describe(warning));
         }
     });
-    const auto reportRefusal = [this](const QString& what) {
-        d->alert(what + " is refused: the network is closed to this document; \"network: true\" at "
-                        "the device opens it");
-    };
-    connect(&d->sandbox, &QmlSandbox::refused, this, reportRefusal, Qt::QueuedConnection);
+    connect(
+        &d->sandbox, &QmlSandbox::refused, this, [this](const QString& text) { d->alert(text); },
+        Qt::QueuedConnection);
 }
 
 QmlDeviceImpl::~QmlDeviceImpl()

@@ -2,13 +2,15 @@
 
 #include "host/gui/qml/QmlSandbox.h"
 
-#include "host/gui/qml/ExternalLinks.h"
-
+#include <QCoreApplication>
+#include <QDesktopServices>
 #include <QJSValue>
 #include <QMutex>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QSet>
+#include <QThread>
+#include <QUrl>
 
 #include <atomic>
 
@@ -22,12 +24,14 @@ struct QmlSandbox::State
     QmlSandbox* sandbox = nullptr;
     QSet<QString> reported;
 
-    void refuse(const QString& what)
+    void refuse(const QString& what,
+                const char* why = "the network is closed to this document; \"network: true\" at "
+                                  "the device opens it")
     {
         const QMutexLocker lock(&mutex);
         if (sandbox && !reported.contains(what)) {
             reported.insert(what);
-            emit sandbox->refused(what);
+            emit sandbox->refused(what + " is refused: " + why);
         }
     }
 };
@@ -89,6 +93,41 @@ private:
     const std::shared_ptr<State> m_state;
 };
 
+/// Is asked, in place of the desktop, to open a URL in another program.
+class ExternalLinks : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// A script of `sandbox` may be about to open such a URL: Qt resolves each before it opens it.
+    static void expect(QmlSandbox& sandbox, const QString& scheme)
+    {
+        static QPointer<ExternalLinks> s_instance;
+        if (!s_instance) {
+            s_instance = new ExternalLinks(QCoreApplication::instance());
+        }
+        s_instance->m_sandbox = &sandbox;
+        if (!s_instance->m_schemes.contains(scheme)) {
+            s_instance->m_schemes.insert(scheme);
+            QDesktopServices::setUrlHandler(scheme, s_instance, "open");
+        }
+    }
+
+public slots:
+    void open(const QUrl& url)
+    {
+        if (!m_sandbox || m_sandbox->mayOpen(url)) {
+            QDesktopServices::openUrl(url); // Qt does not come back to this function from here.
+        }
+    }
+
+private:
+    using QObject::QObject;
+
+    QPointer<QmlSandbox> m_sandbox; ///< The latest.
+    QSet<QString> m_schemes;
+};
+
 } // namespace
 
 QmlSandbox::QmlSandbox(QQmlEngine& engine)
@@ -96,13 +135,11 @@ QmlSandbox::QmlSandbox(QQmlEngine& engine)
 {
     m_state->sandbox = this;
     engine.setNetworkAccessManagerFactory(this);
-    engine.setUrlInterceptor(&m_modules);
-    ExternalLinks::add(*this);
+    engine.setUrlInterceptor(this);
 }
 
 QmlSandbox::~QmlSandbox()
 {
-    ExternalLinks::remove(*this);
     if (m_engine) {
         m_engine->setNetworkAccessManagerFactory(nullptr);
         m_engine->setUrlInterceptor(nullptr);
@@ -118,20 +155,25 @@ void QmlSandbox::setAllowed(bool allowed)
     m_state->reported.clear();
 }
 
-bool QmlSandbox::isAllowed() const
-{
-    return m_state->isAllowed;
-}
-
 /// A call stack has more than this function's own line then.
 bool QmlSandbox::isRunning() const
 {
     return m_engine && m_engine->evaluate("new Error().stack").toString().contains('\n');
 }
 
-void QmlSandbox::refuse(const QString& what)
+bool QmlSandbox::mayOpen(const QUrl& url)
 {
-    m_state->refuse(what);
+    static const QStringList schemes{"http", "https", "mailto", "file"};
+    if (!isRunning() || (m_state->isAllowed && schemes.contains(url.scheme()))) {
+        return true;
+    }
+    const QString what = "opening " + url.toString();
+    if (m_state->isAllowed) {
+        m_state->refuse(what, "a document opens http, https, mailto and file URLs only");
+    } else {
+        m_state->refuse(what);
+    }
+    return false;
 }
 
 QNetworkAccessManager* QmlSandbox::create(QObject* parent)
@@ -139,4 +181,15 @@ QNetworkAccessManager* QmlSandbox::create(QObject* parent)
     return new NetworkManager<State>(m_state, parent);
 }
 
+QUrl QmlSandbox::intercept(const QUrl& url, DataType type)
+{
+    if (type == UrlString && QThread::currentThread() == thread()) {
+        ExternalLinks::expect(*this, url.scheme());
+    }
+    const bool isAside = type == QmldirFile && m_modules.isAside(url.toLocalFile());
+    return isAside ? QUrl::fromLocalFile(url.toLocalFile() + ".aside") : url; // which is not there
+}
+
 } // namespace norvo
+
+#include "QmlSandbox.moc"

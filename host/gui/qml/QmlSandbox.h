@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QQmlAbstractUrlInterceptor>
 #include <QQmlEngine>
 #include <QQmlNetworkAccessManagerFactory>
 
@@ -13,11 +14,14 @@
 namespace norvo {
 
 /// What the QML documents of one engine may do outside of their panel. Until it is allowed: read
-/// local files; use no network, write no file, open no URL in another program.
+/// local files; use no network, write no file, open no URL in another program. Where it is, such a
+/// URL may be a page, a mail or a file.
 ///
 /// Covers what goes through the engine: imports, pictures, fonts and requests of scripts. QML
 /// modules written in C++ that open connections or files of their own are not held.
-class QmlSandbox : public QObject, public QQmlNetworkAccessManagerFactory
+class QmlSandbox : public QObject,
+                   public QQmlNetworkAccessManagerFactory,
+                   public QQmlAbstractUrlInterceptor
 {
     Q_OBJECT
 
@@ -26,22 +30,25 @@ public:
     ~QmlSandbox() override;
 
     void setAllowed(bool allowed); ///< For the next document.
-    bool isAllowed() const;
-    bool isRunning() const; ///< Whether a script of the engine is being run at this moment.
-    void refuse(const QString& what);
-    QNetworkAccessManager*
-    create(QObject* parent) override; ///< Called on the engine's threads, too.
+    bool mayOpen(const QUrl& url); ///< In another program; always where no script of it asks.
+
+    // Called on the engine's threads, too.
+    QNetworkAccessManager* create(QObject* parent) override;
+    QUrl intercept(const QUrl& url, DataType type) override;
 
 signals:
-    /// Once for each thing and document; may come from any of the engine's threads.
-    void refused(QString what);
+    /// What was refused and why, once for each thing and document; may come from any of the
+    /// engine's threads.
+    void refused(QString text);
 
 private:
     struct State;
 
+    bool isRunning() const;
+
     const std::shared_ptr<State> m_state;
     const QPointer<QQmlEngine> m_engine;
-    LocalModules m_modules;
+    const LocalModules m_modules;
 };
 
 } // namespace norvo

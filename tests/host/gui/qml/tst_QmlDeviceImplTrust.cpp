@@ -6,6 +6,7 @@
 #include "MessageLog.h"
 #include "TestMain.h"
 
+#include <QDesktopServices>
 #include <QtTest>
 
 namespace {
@@ -35,7 +36,10 @@ private slots:
     void filesAreWrittenWhereTheNetworkIsAllowed();
     void urlIsNotOpenedElsewhere_data();
     void urlIsNotOpenedElsewhere();
+    void urlIsOpenedWhereTheNetworkIsAllowed_data();
     void urlIsOpenedWhereTheNetworkIsAllowed();
+    void urlOfAnotherSchemeIsNeverOpened();
+    void programOpensUrlsOfAnyScheme();
 
 private:
     QString file(const QString& name, const QByteArray& text = {})
@@ -174,7 +178,8 @@ void tst_QmlDeviceImplTrust::urlIsNotOpenedElsewhere_data()
 {
     QTest::addColumn<QString>("url");
     for (const char* url : {"http://127.0.0.1/page", "HTTPS://127.0.0.1/page", "file:///etc/passwd",
-                            "mailto:somebody", "ssh://127.0.0.1"}) {
+                            "mailto:somebody", "ssh://127.0.0.1", "norvo-unheard-of:thing",
+                            "Norvo-Unheard-Of2:thing"}) {
         QTest::newRow(url) << url;
     }
 }
@@ -192,22 +197,55 @@ void tst_QmlDeviceImplTrust::urlIsNotOpenedElsewhere()
     QCOMPARE(reported.filter("does not support"), QStringList());
 }
 
+void tst_QmlDeviceImplTrust::urlIsOpenedWhereTheNetworkIsAllowed_data()
+{
+    QTest::addColumn<QString>("url");
+    for (const char* url :
+         {"http://127.0.0.1", "https://127.0.0.1", "mailto:somebody", "file:///etc/hosts"}) {
+        QTest::newRow(url) << url;
+    }
+}
+
 void tst_QmlDeviceImplTrust::urlIsOpenedWhereTheNetworkIsAllowed()
 {
+    QFETCH(QString, url);
+    const QString body = "Component.onCompleted: Qt.openUrlExternally('" + url + "')";
     QmlOwner closed;
     QCOMPARE(closed.loadBody(""), QString());
     {
         QmlOwner open;
         open.setNetworkAllowed(true);
         MessageLog log;
-        QCOMPARE(open.loadBody("Component.onCompleted: Qt.openUrlExternally('http://127.0.0.1')"),
-                 QString());
+        QCOMPARE(open.loadBody(body), QString());
         QCOMPARE(log.take().filter("does not support").size(), 1);
     }
     MessageLog log;
-    QCOMPARE(closed.loadBody("Component.onCompleted: Qt.openUrlExternally('http://127.0.0.1')"),
-             QString());
+    QCOMPARE(closed.loadBody(body), QString());
     QCOMPARE(log.take().filter("does not support"), QStringList());
+}
+
+void tst_QmlDeviceImplTrust::urlOfAnotherSchemeIsNeverOpened()
+{
+    QmlOwner owner;
+    owner.setNetworkAllowed(true);
+    QStringList reported;
+    MessageLog log;
+    QCOMPARE(owner.loadBody("Component.onCompleted: Qt.openUrlExternally('norvo-other:thing')"),
+             QString());
+    QTRY_VERIFY((reported += log.take())
+                    .contains("warning: face: opening norvo-other:thing is refused: a document "
+                              "opens http, https, mailto and file URLs only"));
+    QCOMPARE(reported.filter("does not support"), QStringList());
+}
+
+void tst_QmlDeviceImplTrust::programOpensUrlsOfAnyScheme()
+{
+    QmlOwner owner;
+    QCOMPARE(owner.loadBody("Component.onCompleted: Qt.openUrlExternally('norvo-known:thing')"),
+             QString());
+    MessageLog log;
+    QDesktopServices::openUrl(QUrl("norvo-known:thing"));
+    QCOMPARE(log.take().filter("does not support").size(), 1);
 }
 
 NORVO_TEST(tst_QmlDeviceImplTrust)
