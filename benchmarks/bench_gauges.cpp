@@ -175,10 +175,9 @@ void valueIntoLumenoAt10kHz(benchmark::State& state)
     }
 }
 
-/// A repaint with so many points in the history: at 10,000 at most twice the time at 300. That is
-/// the most a gauge can hold, as values come at most one a millisecond; what lies beyond shows how
-/// the search for the peaks grows. The trace is drawn here over a gauge that has none of its own,
-/// with a value more before each.
+/// A repaint with so many points in the history: at 100,000 at most twice the time at 300. Values
+/// come at most one a millisecond, so the trace is drawn here over a gauge that has none of its
+/// own, with a value more before each.
 void repaintWithHistoryOf(benchmark::State& state)
 {
     const int count = int(state.range(0));
@@ -202,7 +201,7 @@ void repaintWithHistoryOf(benchmark::State& state)
         gauge.widget().render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
         QPainter painter(&image);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.drawPolyline(history.trace(now, 40.0, {250.0, 0.0, 1.0, 200.0}));
+        painter.drawPolyline(history.trace(now, {250.0, 0.0, 1.0, 200.0}));
     }
     state.counters["points"] = history.size();
 }

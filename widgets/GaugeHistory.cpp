@@ -6,79 +6,93 @@
 #include <cmath>
 #include <limits>
 
-namespace {
-
-/// Appends to the line what of the points from `first` to before `end` makes its shape.
-template <class Iterator, class Append>
-void appendShape(Iterator first, Iterator end, const Append& append)
+double GaugeHistory::latestValue() const
 {
-    auto smallest = first;
-    auto largest = first;
-    double least = std::numeric_limits<double>::infinity();
-    double most = -least;
-    for (auto point = first; point != end; ++point) {
-        if (point->value < least) { // Never of what is no number.
-            least = point->value;
-            smallest = point;
-        }
-        if (point->value > most) {
-            most = point->value;
-            largest = point;
-        }
-    }
-    const int last = int(end - first) - 1;
-    const auto [earlier, later] = std::minmax({int(smallest - first), int(largest - first)});
-    int next = 0;
-    for (const int i : {0, earlier - 1, earlier, earlier + 1, later - 1, later, later + 1, last}) {
-        if (i >= next && i <= last) {
-            append(first[i]);
-            next = i + 1;
-        }
-    }
+    return m_columns.back().points.back().value;
 }
-
-} // namespace
 
 void GaugeHistory::insert(double time, double value)
 {
-    if (!m_points.empty() && m_points.back().time == time) {
-        m_points.back().value = value;
+    const double number = std::floor(time * (kTraceWidth / kSpanSeconds));
+    if (m_columns.empty() || m_columns.back().number != number) {
+        m_columns.push_back({number, {}, {}});
+    }
+    Column& column = m_columns.back();
+    column.shape.clear();
+    if (!column.points.empty() && column.points.back().time == time) {
+        column.points.back().value = value;
     } else {
-        m_points.push_back({time, value});
+        column.points.push_back({time, value});
+        ++m_size;
     }
 }
 
 void GaugeHistory::prune(double now)
 {
-    while (!m_points.empty() && now - m_points.front().time > kSpanSeconds) {
-        m_points.pop_front();
+    while (!m_columns.empty() && now - m_columns.front().points.front().time > kSpanSeconds) {
+        Column& column = m_columns.front();
+        column.shape.clear();
+        column.points.pop_front();
+        --m_size;
+        if (column.points.empty()) {
+            m_columns.pop_front();
+        }
     }
 }
 
-QPolygonF GaugeHistory::trace(double now, double width, const norvo::ValueAxis& axis) const
+std::vector<GaugeHistory::Point> GaugeHistory::shapeOf(const std::deque<Point>& points)
+{
+    int smallest = 0;
+    int largest = 0;
+    double least = std::numeric_limits<double>::infinity();
+    double most = -least;
+    int i = 0;
+    for (const Point& point : points) {
+        if (point.value < least) { // Never of what is no number.
+            least = point.value;
+            smallest = i;
+        }
+        if (point.value > most) {
+            most = point.value;
+            largest = i;
+        }
+        ++i;
+    }
+    const int last = i - 1;
+    const auto [earlier, later] = std::minmax(smallest, largest);
+    std::vector<Point> shape;
+    int next = 0;
+    for (const int kept :
+         {0, earlier - 1, earlier, earlier + 1, later - 1, later, later + 1, last}) {
+        if (kept >= next && kept <= last) {
+            shape.push_back(points[kept]);
+            next = kept + 1;
+        }
+    }
+    return shape;
+}
+
+QPolygonF GaugeHistory::trace(double now, const norvo::ValueAxis& axis)
 {
     QPolygonF line;
+    line.reserve(qMin(m_size, kMaxWholePoints));
     const auto append = [&](const Point& point) {
         constexpr double furthest = 1e6;
-        const double x = (point.time - now + kSpanSeconds) / kSpanSeconds * width;
+        const double x = (point.time - now + kSpanSeconds) / kSpanSeconds * kTraceWidth;
         const double y = axis.y(point.value);
         if (!std::isnan(y)) {
             line.append({qBound(-furthest, x, furthest), qBound(-furthest, y, furthest)});
         }
     };
-    if (size() <= kMaxWholePoints) {
-        line.reserve(size());
-        std::for_each(m_points.begin(), m_points.end(), append);
-        return line;
-    }
-    const double pixel = kSpanSeconds / width; // In seconds.
-    const auto column = [&](const Point& point) { return std::floor(point.time / pixel); };
-    for (auto first = m_points.begin(); first != m_points.end();) {
-        const auto end = std::partition_point(
-            first, m_points.end(),
-            [&, number = column(*first)](const Point& point) { return column(point) <= number; });
-        appendShape(first, end, append);
-        first = end;
+    for (Column& column : m_columns) {
+        if (m_size <= kMaxWholePoints) {
+            std::for_each(column.points.begin(), column.points.end(), append);
+            continue;
+        }
+        if (column.shape.empty()) {
+            column.shape = shapeOf(column.points);
+        }
+        std::for_each(column.shape.begin(), column.shape.end(), append);
     }
     return line;
 }

@@ -19,7 +19,6 @@ namespace {
 
 constexpr int kRefreshMs = 1000;
 constexpr int kMinWidth = 80;
-constexpr double kTraceWidth = 40.0;
 
 /// Seconds since the epoch, the fraction in milliseconds, by a clock that cannot be set.
 double secondsSinceEpoch()
@@ -124,11 +123,11 @@ void OutputBarLumeno::drawValue(QPainter& painter) const
         m_units);
 }
 
-void OutputBarLumeno::drawTrace(QPainter& painter) const
+void OutputBarLumeno::drawTrace(QPainter& painter)
 {
-    painter.translate(-kTraceWidth - 0.5 * geometry::scaledBarWidth(m_barWidth), 0.0);
+    painter.translate(-GaugeHistory::kTraceWidth - 0.5 * geometry::scaledBarWidth(m_barWidth), 0.0);
     painter.setPen(m_accentColor);
-    painter.drawPolyline(m_history.trace(secondsSinceEpoch(), kTraceWidth, m_scale.axis()));
+    painter.drawPolyline(m_history.trace(secondsSinceEpoch(), m_scale.axis()));
 }
 
 void OutputBarLumeno::paintEvent(QPaintEvent*)

@@ -39,7 +39,7 @@ private:
     void readParameters();
     void drawBar(QPainter& painter) const;
     void drawValue(QPainter& painter) const;
-    void drawTrace(QPainter& painter) const;
+    void drawTrace(QPainter& painter);
 
     int m_precision = 0;
     int m_fontSize = 0; ///< Pixels.

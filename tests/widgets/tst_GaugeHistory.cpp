@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr double kWidth = 40.0;
+constexpr double kWidth = GaugeHistory::kTraceWidth;
 constexpr double kNow = 1000.0;
 const norvo::ValueAxis kAxis{100.0, 0.0, 10.0, 100.0};
 
@@ -93,6 +93,7 @@ private slots:
     void denseTraceLooksLikeTheWholeOne();
     void denseTraceIsBounded();
     void denseTraceKeepsASingleSpike();
+    void denseTraceFollowsItsPoints();
     void silenceEmptiesTheTrace();
     void pointsAtNoNumberAreLeftOut();
 };
@@ -136,7 +137,7 @@ void tst_GaugeHistory::traceSpansTheWidth()
     history.insert(kNow - 10.0, 1.0);
     history.insert(kNow - 5.0, 2.0);
     history.insert(kNow, 3.0);
-    QCOMPARE(history.trace(kNow, kWidth, kAxis),
+    QCOMPARE(history.trace(kNow, kAxis),
              QPolygonF({QPointF(0.0, 90.0), QPointF(20.0, 80.0), QPointF(40.0, 70.0)}));
 }
 
@@ -161,7 +162,7 @@ void tst_GaugeHistory::everyPointIsDrawnWhileTheyAreFew()
         history.insert(kNow - (values.size() - 1 - i) / double(rate), values[i]);
     }
     const QPolygonF expected = wholeLine(values, 1.0 / rate);
-    const QPolygonF line = history.trace(kNow, kWidth, kAxis);
+    const QPolygonF line = history.trace(kNow, kAxis);
     QCOMPARE(line.size(), expected.size());
     for (int i = 0; i < line.size(); ++i) {
         QVERIFY(QLineF(line[i], expected[i]).length() < 1e-6);
@@ -187,7 +188,7 @@ void tst_GaugeHistory::denseTraceLooksLikeTheWholeOne()
     for (int i = 0; i < values.size(); ++i) {
         history.insert(kNow - (values.size() - 1 - i) / 500.0, values[i]);
     }
-    const QPolygonF line = history.trace(kNow, kWidth, kAxis);
+    const QPolygonF line = history.trace(kNow, kAxis);
     QVERIFY(line.size() < values.size() / 2);
     const int apart = pixelsApart(drawn(line), drawn(wholeLine(values, 0.002)));
     QVERIFY2(apart <= allowed, qPrintable(QString::number(apart)));
@@ -195,9 +196,9 @@ void tst_GaugeHistory::denseTraceLooksLikeTheWholeOne()
 
 void tst_GaugeHistory::denseTraceIsBounded()
 {
-    const GaugeHistory history = wave(100000);
+    GaugeHistory history = wave(100000);
     QCOMPARE(history.size(), 100000);
-    const int points = history.trace(kNow, kWidth, kAxis).size();
+    const int points = history.trace(kNow, kAxis).size();
     QVERIFY(points <= 8 * (40 + 1));
     QVERIFY(points >= 2 * 40);
 }
@@ -208,7 +209,7 @@ void tst_GaugeHistory::denseTraceKeepsASingleSpike()
     for (int i = 0; i < 10000; ++i) {
         history.insert(kNow - 10.0 + i * 0.001, i == 4321 ? 9.0 : i == 4325 ? -1.0 : 3.0);
     }
-    const QPolygonF line = history.trace(kNow, kWidth, kAxis);
+    const QPolygonF line = history.trace(kNow, kAxis);
     const auto contains = [&](double time, double value) {
         return std::any_of(line.begin(), line.end(), [&](const QPointF& point) {
             return qAbs(point.x() - time * 4.0) < 1e-6 && point.y() == kAxis.y(value);
@@ -220,15 +221,38 @@ void tst_GaugeHistory::denseTraceKeepsASingleSpike()
     QVERIFY(contains(0.0, 3.0) && contains(9.999, 3.0));
 }
 
+/// What is kept from one trace to the next is what would be found anew.
+void tst_GaugeHistory::denseTraceFollowsItsPoints()
+{
+    QRandomGenerator random(5);
+    QVector<QPointF> fed;
+    GaugeHistory history;
+    for (int i = 0; i < 15000; ++i) {
+        const double time = kNow + (i - i % 3 / 2) * 0.001; // Each third one replaces the second.
+        fed.append({time, random.bounded(1000) * 0.01});
+        history.insert(time, fed.last().y());
+        history.prune(time);
+        if (i % 100 < 3) {
+            GaugeHistory other;
+            for (const QPointF& point : fed.mid(qMax(0, i - 10100))) {
+                other.insert(point.x(), point.y());
+            }
+            other.prune(time);
+            QCOMPARE(history.trace(time, kAxis), other.trace(time, kAxis));
+        }
+    }
+    QVERIFY(history.size() > 6000 && history.size() < 7000);
+}
+
 void tst_GaugeHistory::silenceEmptiesTheTrace()
 {
     GaugeHistory history = wave(3000);
-    history.trace(kNow, kWidth, kAxis);
+    history.trace(kNow, kAxis);
     history.prune(kNow + 20.0);
     QVERIFY(history.isEmpty());
     history.insert(kNow + 21.0, 1.0);
     history.insert(kNow + 22.0, 2.0);
-    QCOMPARE(history.trace(kNow + 22.0, kWidth, kAxis),
+    QCOMPARE(history.trace(kNow + 22.0, kAxis),
              QPolygonF(QVector<QPointF>{{36.0, 90.0}, {40.0, 80.0}}));
 }
 
@@ -238,7 +262,7 @@ void tst_GaugeHistory::pointsAtNoNumberAreLeftOut()
     history.insert(kNow - 3.02, std::numeric_limits<double>::quiet_NaN());
     history.insert(kNow - 3.01, 1.0);
     history.insert(kNow - 3.0, std::numeric_limits<double>::infinity());
-    const QPolygonF line = history.trace(kNow, kWidth, kAxis);
+    const QPolygonF line = history.trace(kNow, kAxis);
     QCOMPARE(line.size(), 2);
     QCOMPARE(line[0].y(), 90.0);
     QCOMPARE(line[1].y(), -1e6);
