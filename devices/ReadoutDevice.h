@@ -3,7 +3,6 @@
 
 #include "norvo/BaseGuiDevice.h"
 
-#include <QMetaMethod>
 #include <QTimer>
 
 #include <memory>
@@ -39,23 +38,16 @@ protected:
     }
 
     /// To be called in the Device's own input slot, as is the next: it looks for the sender. A
-    /// number came: number first. Only texts that something is connected to are made.
+    /// number came: number first.
     void passOn(double value)
     {
-        static const auto plainText = QMetaMethod::fromSignal(qOverload<QString>(&Device::output));
-        static const auto namedText =
-            QMetaMethod::fromSignal(qOverload<QString, QString>(&Device::output));
-
+        const QString text = QString::number(value, 'g', 6);
         emit self().output(value);
-        if (isSignalConnected(plainText)) {
-            emit self().output(QString::number(value, 'g', 6));
-        }
+        emit self().output(text);
         if (const QObject* const from = sender()) {
             const QString name = from->objectName();
             emit self().output(value, name);
-            if (isSignalConnected(namedText)) {
-                emit self().output(QString::number(value, 'g', 6), name);
-            }
+            emit self().output(text, name);
         }
     }
 

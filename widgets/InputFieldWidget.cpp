@@ -8,6 +8,7 @@
 #include "norvo/Truncation.h"
 #include "widgets/Looks.h"
 #include "widgets/NumberEditors.h"
+#include "widgets/ShownText.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -21,7 +22,8 @@ namespace {
 std::unique_ptr<QLabel> createLabel(const QString& text, int pointSize,
                                     QSizePolicy::Policy horizontal)
 {
-    auto label = std::make_unique<QLabel>(text);
+    auto label = std::make_unique<QLabel>();
+    norvo::showText(*label, text);
     label->setFont(norvo::Looks::captionFont(pointSize));
     label->setSizePolicy(horizontal, QSizePolicy::Minimum);
     return label;
@@ -159,12 +161,12 @@ QWidget* InputFieldWidget::createSpinBox(const InputDevice& device)
 
 QDoubleSpinBox* InputFieldWidget::spinBox() const
 {
-    return dynamic_cast<QDoubleSpinBox*>(m_editor.data());
+    return qobject_cast<QDoubleSpinBox*>(m_editor.data());
 }
 
 QLineEdit* InputFieldWidget::lineEdit() const
 {
-    return dynamic_cast<QLineEdit*>(m_editor.data());
+    return qobject_cast<QLineEdit*>(m_editor.data());
 }
 
 void InputFieldWidget::setLayout(Qt::Orientation orientation)

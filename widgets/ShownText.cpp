@@ -9,6 +9,8 @@
 #include <QLabel>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace norvo {
 
 namespace {
@@ -106,8 +108,11 @@ QString shortened(const QString& text, int length, QWidget& shownBy)
 
 void showText(QLabel& label, const QString& text)
 {
-    const QString& shown = shortened(text, kMaxLabelLength, label);
-    setText(label, isVerbatim(shown) ? Qt::PlainText : Qt::AutoText, shown);
+    const QString shown = shortened(text, kMaxLabelLength, label);
+    // Most texts are plain; to say so costs less than to have the label find it out.
+    const bool maybeMarked =
+        std::any_of(shown.cbegin(), shown.cend(), [](QChar c) { return c == '<' || c == '&'; });
+    setText(label, maybeMarked && !isVerbatim(shown) ? Qt::AutoText : Qt::PlainText, shown);
 }
 
 void showWarning(QLabel& label, const QString& text)
