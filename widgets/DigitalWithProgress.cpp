@@ -3,6 +3,7 @@
 #include "widgets/DigitalWithProgress.h"
 
 #include "devices/Decimals.h"
+#include "norvo/Truncation.h"
 #include "widgets/Looks.h"
 
 #include <QGridLayout>
@@ -10,7 +11,6 @@
 #include <QProgressBar>
 
 #include <cmath>
-#include <limits>
 
 namespace Looks = norvo::Looks;
 
@@ -19,21 +19,6 @@ namespace {
 constexpr int kBarSteps = 1000;
 constexpr int kBarHeight = 25;
 constexpr int kBlinkMs = 300;
-
-/// Cut toward zero. A number that no int can hold becomes one far below any bar.
-int truncated(double number)
-{
-    constexpr int lowest = std::numeric_limits<int>::min();
-    return std::fabs(number) <= std::numeric_limits<int>::max() ? int(number) : lowest;
-}
-
-int clampedStep(double position)
-{
-    if (position > kBarSteps) {
-        return kBarSteps;
-    }
-    return position > 0 ? int(position) : 0;
-}
 
 /// Moves the bar and leaves the painting to the event loop; QProgressBar would paint at once.
 void moveBar(QProgressBar* bar, int step)
@@ -88,7 +73,8 @@ void DigitalWithProgress::createBar()
     m_maxLabel = new QLabel(QString::number(m_maxValue, 'g', 6));
     m_bar = new QProgressBar;
     m_bar->setRange(0, kBarSteps);
-    m_bar->setValue(truncated(barPosition(0)));
+    // A position that is no number is one beyond the bar, which changes nothing.
+    m_bar->setValue(norvo::truncatedToInt(std::fmin(barPosition(0), kBarSteps + 1)));
     m_bar->setStyleSheet(Looks::kInRange.bar);
     m_bar->setTextVisible(false);
     m_bar->setFixedHeight(kBarHeight);
@@ -192,7 +178,7 @@ void DigitalWithProgress::input(double value)
     checkForAlarm();
 
     if (m_bar) {
-        moveBar(m_bar, clampedStep(barPosition(value)));
+        moveBar(m_bar, int(std::fmin(std::fmax(barPosition(value), 0), kBarSteps)));
     }
     setActive(true);
     update();

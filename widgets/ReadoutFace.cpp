@@ -2,6 +2,7 @@
 
 #include "widgets/ReadoutFace.h"
 
+#include "norvo/Truncation.h"
 #include "widgets/Looks.h"
 #include "widgets/ShownText.h"
 
@@ -9,24 +10,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace Looks = norvo::Looks;
-
-namespace {
-
-/// The larger magnitude of the two, rounded; the largest int at most, 0 for what is no number.
-int roundedMagnitude(double one, double other)
-{
-    const double magnitude = std::fmax(std::fabs(one), std::fabs(other));
-    if (std::isnan(magnitude)) {
-        return 0;
-    }
-    constexpr int highest = std::numeric_limits<int>::max();
-    return magnitude < highest ? qRound(magnitude) : highest;
-}
-
-} // namespace
 
 void ReadoutFace::createLabels(const QString& captionText)
 {
@@ -59,7 +44,8 @@ void ReadoutFace::blink()
 
 int ReadoutFace::makeRoom(double oneEnd, double otherEnd, int more)
 {
-    const int whole = QString::number(roundedMagnitude(oneEnd, otherEnd)).size();
+    const double magnitude = std::fmax(std::fabs(oneEnd), std::fabs(otherEnd));
+    const int whole = QString::number(norvo::truncatedToInt(magnitude + 0.5)).size();
     const QString sample = QString(whole, '3') + '.' + QString(std::max(0, precision) + more, '3');
     const int width = digits->fontMetrics().horizontalAdvance(sample);
     digits->setMinimumWidth(width);
