@@ -2,6 +2,8 @@
 
 #include "widgets/DropDownListWidget.h"
 
+#include "widgets/ShownText.h"
+
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -36,7 +38,8 @@ void DropDownListWidget::build(DropDownListDevice& device)
 void DropDownListWidget::placeUnderCaption(const QString& caption)
 {
     if (!caption.isEmpty()) {
-        auto* const label = new QLabel(caption);
+        auto* const label = new QLabel;
+        norvo::showText(*label, caption);
         label->setFont(QFont("Arial", getParam(DropDownListDevice::kLabelSize)));
         getLayout()->addWidget(label, 0, 0);
         m_list->setAccessibleName(caption);

@@ -3,6 +3,7 @@
 #include "widgets/GraphFrame.h"
 
 #include "widgets/Looks.h"
+#include "widgets/ShownText.h"
 
 #include <QEvent>
 #include <QGridLayout>
@@ -12,7 +13,8 @@ namespace Looks = norvo::Looks;
 void GraphFrame::build(QGridLayout* layout, const QString& caption, const PlotView::Look& look)
 {
     constexpr int captionPointSize = 16;
-    m_caption = new QLabel(caption);
+    m_caption = new QLabel;
+    norvo::showText(*m_caption, caption);
     m_caption->setFont(Looks::captionFont(captionPointSize));
     m_caption->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     m_caption->setStyleSheet(Looks::kGraphCaption);

@@ -5,6 +5,7 @@
 #include "devices/OutputGraphDevice.h"
 #include "widgets/Looks.h"
 #include "widgets/PlotCurve.h"
+#include "widgets/ShownText.h"
 
 #include <QTimer>
 
@@ -16,6 +17,7 @@ namespace plot = norvo::plot;
 namespace {
 
 constexpr int kMinRefreshMs = 33;
+constexpr int kMaxNameLength = 200; // the legend is as wide as its longest name
 constexpr double kLargestDouble = std::numeric_limits<double>::max();
 constexpr double kSmallestPositiveDouble = std::numeric_limits<double>::min();
 
@@ -143,7 +145,7 @@ void GraphOutputWidget::inputColor(QString sender, QString color)
 void GraphOutputWidget::inputName(QString sender, QString name)
 {
     if (isReady()) {
-        lastSegment(sender)->setName(name);
+        lastSegment(sender)->setName(norvo::shortened(name, kMaxNameLength, *m_frame.plot()));
     }
 }
 
@@ -156,7 +158,7 @@ GraphOutputWidget::Segments& GraphOutputWidget::segmentsOf(const QString& sender
     QCPGraph* segment = PlotCurve::addTo(m_frame.plot());
     Segments& segments = m_curves[sender];
     segments = {segment};
-    segment->setName(sender);
+    segment->setName(norvo::shortened(sender, kMaxNameLength, *m_frame.plot()));
     segment->setBrush(Qt::NoBrush);
 
     const int count = m_curves.size();

@@ -7,8 +7,24 @@
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QScreen>
 
 namespace {
+
+/// Needs no more room than the screen has, however long the text that came: a window may not be
+/// smaller than what its labels need.
+class BoundedLabel : public QLabel
+{
+public:
+    QSize minimumSizeHint() const override
+    {
+        return QLabel::minimumSizeHint().boundedTo(screen()->availableSize());
+    }
+    int heightForWidth(int width) const override
+    {
+        return qMin(QLabel::heightForWidth(width), screen()->availableSize().height());
+    }
+};
 
 Qt::Alignment alignmentNamed(const QString& name)
 {
@@ -28,7 +44,7 @@ void LabelWidget::build(Label& label)
     connect(&label, SIGNAL(output(QString)), this, SLOT(input(QString)));
     connect(&label, SIGNAL(outputWarning(bool)), this, SLOT(inputWarning(bool)));
 
-    m_label = new QLabel;
+    m_label = new BoundedLabel;
     m_label->setFont(QFont("Arial", getParam(Label::kFontSize), QFont::Normal, false));
     m_label->setWordWrap(true);
     m_label->setAlignment(alignmentNamed(getParam(Label::kAlignment).value()));
@@ -59,7 +75,8 @@ void LabelWidget::input(QString value)
     } else {
         norvo::showText(*m_label, value);
     }
-    if (m_label->font() != m_font) { // setting it costs more than the text
+    if (!m_label->font().isCopyOf(m_font)) { // setting it costs more than the text
         m_label->setFont(m_font);
+        m_font = m_label->font();
     }
 }

@@ -15,6 +15,7 @@ constexpr int kMaxCharacters = 10'000'000;
 constexpr int kDroppedShare = 10; // one tenth at once: dropping lays out all the rest
 
 constexpr int kMaxTextLength = 20'000;
+constexpr int kMaxTextLines = 5'000;
 constexpr int kMaxLineLength = 4'000; // without a space it costs its square
 
 constexpr int kMaxHeight = 8'000'000;
@@ -54,11 +55,13 @@ void LogArea::appendLine(const QString& text)
 /// A text as long as can be laid out in little time; each row that it breaks is a line.
 QString LogArea::limited(const QString& text)
 {
-    QString shown = norvo::shortened(text, kMaxTextLength, *this);
+    QString shown = text.left(kMaxTextLength);
     shown.replace(QChar::LineSeparator, '\n');
-    if (shown.size() <= kMaxLineLength) {
+    if (text.size() <= kMaxLineLength) {
         return shown;
     }
+    shown = norvo::shortened(text, shown.section('\n', 0, kMaxTextLines - 1).size(), *this);
+    shown.replace(QChar::LineSeparator, '\n');
     QStringList lines = shown.split('\n');
     for (QString& line : lines) {
         line = norvo::shortened(line, kMaxLineLength, *this);

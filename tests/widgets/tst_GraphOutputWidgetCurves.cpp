@@ -26,6 +26,7 @@ private slots:
     void settingsOfAnUnknownSenderBeginItsCurve();
     void strangeNumbersAreTakenAndDrawn();
     void manySendersAreTaken();
+    void longNameOfACurveIsCut();
 };
 
 void tst_GraphOutputWidgetCurves::firstSenderIsOrangeWithoutLegend()
@@ -194,6 +195,22 @@ void tst_GraphOutputWidgetCurves::manySendersAreTaken()
     stand.widget->deinitialise();
     stand.input(1, "0", 100);
     QCOMPARE(stand.plot()->graphCount(), count + 1);
+}
+
+void tst_GraphOutputWidgetCurves::longNameOfACurveIsCut()
+{
+    const QString name = QString("name ").repeated(200'000);
+    TimeGraph stand;
+    MessageLog log;
+    stand.input(1, name, 100);
+    stand.graph().inputName("B", name);
+    stand.graph().inputName("B", name);
+    for (int i = 0; i < 2; ++i) {
+        const QString shown = stand.curve(i)->name();
+        QVERIFY(shown.size() < 1'000 && shown.endsWith(QChar(0x2026)));
+        QVERIFY(name.startsWith(shown.left(shown.size() - 1)));
+    }
+    QCOMPARE(log.take().filter("1000000").size(), 1);
 }
 
 NORVO_TEST(tst_GraphOutputWidgetCurves)

@@ -44,6 +44,8 @@ private slots:
     void warningTurnsTheNextTextRed();
     void fontIsSetAgainWithEachText();
     void nothingIsShownAfterDeinitialise();
+    void textFromAWireNeverMakesTheWindowLargerThanTheScreen_data();
+    void textFromAWireNeverMakesTheWindowLargerThanTheScreen();
 };
 
 void tst_LabelWidget::declaresItsSlots()
@@ -177,6 +179,40 @@ void tst_LabelWidget::nothingIsShownAfterDeinitialise()
     stand.device.input(QString("text"));
     stand.device.inputWarning(true);
     QCOMPARE(stand.only<QLabel>()->text(), QString("last"));
+}
+
+void tst_LabelWidget::textFromAWireNeverMakesTheWindowLargerThanTheScreen_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("unbroken") << QString(9'000, 'x');
+    QTest::newRow("lines") << QString("x\n").repeated(4'000);
+    QTest::newRow("marked") << "<b>" + QString(3'000, 'x') + QString("<br>x").repeated(200) +
+                                   "</b>";
+}
+
+void tst_LabelWidget::textFromAWireNeverMakesTheWindowLargerThanTheScreen()
+{
+    QFETCH(QString, text);
+    QWidget window;
+    auto* const column = new QVBoxLayout(&window);
+    column->setContentsMargins(0, 0, 0, 0);
+    Stand<Label> alone;
+    Stand<Label> inAWindow;
+    column->addWidget(inAWindow.widget.get());
+    for (QWidget* const shown : {static_cast<QWidget*>(alone.widget.get()), &window}) {
+        shown->resize(400, 200);
+        shown->show();
+        QVERIFY(QTest::qWaitForWindowExposed(shown));
+    }
+    alone.device.input(text);
+    inAWindow.device.input(text);
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    const QSize screen = window.screen()->availableSize();
+    for (const QSize& size : {alone.widget->size(), window.size()}) {
+        QVERIFY(size.height() > 200 || size.width() > 400); // it grows, but to that only
+        QCOMPARE(size.boundedTo(screen), size);
+    }
 }
 
 NORVO_TEST(tst_LabelWidget)

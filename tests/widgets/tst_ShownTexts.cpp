@@ -5,9 +5,13 @@
 #include "MessageLog.h"
 #include "Stand.h"
 
+#include "devices/DropDownListDevice.h"
+#include "devices/InputDevice.h"
 #include "devices/Label.h"
 #include "devices/MultilineDevice.h"
 #include "devices/OutputDigitalDevice.h"
+#include "devices/OutputGraphDevice.h"
+#include "devices/OutputVector.h"
 #include "TestMain.h"
 
 #include <QtTest>
@@ -115,6 +119,7 @@ private slots:
     void nestedTablesTakeNoTime_data();
     void nestedTablesTakeNoTime();
     void captionsShowDocumentsVerbatim();
+    void logOfManyLinesInOneTextIsCut();
     void longTextTakesLittleTime_data();
     void longTextTakesLittleTime();
     void longTextIsCutWithAMarkAndReportedOnce();
@@ -281,14 +286,37 @@ void tst_ShownTexts::captionsShowDocumentsVerbatim()
 {
     const QString text = nested("<table><tr><td>", "</td></tr></table>", 3);
     Stand<OutputDigitalDevice> readout({{"name", text}, {"widget/units", text}});
+    Stand<InputDevice> field({{"name", text}, {"units", text}});
+    Stand<DropDownListDevice> list({{"widget/label", text}});
+    Stand<OutputGraphDevice> graph({{"name", text}});
+    Stand<OutputVector> vector({{"name", text}});
     int texts = 0;
-    for (const QLabel* label : readout.widget->findChildren<QLabel*>()) {
-        if (label->text() == text) {
-            QCOMPARE(label->textFormat(), Qt::PlainText);
-            ++texts;
+    for (const BaseWidget* widget : {readout.widget.get(), field.widget.get(), list.widget.get(),
+                                     graph.widget.get(), vector.widget.get()}) {
+        for (const QLabel* label : widget->findChildren<QLabel*>()) {
+            if (label->text() == text) {
+                QCOMPARE(label->textFormat(), Qt::PlainText);
+                ++texts;
+            }
         }
     }
-    QCOMPARE(texts, 2);
+    QCOMPARE(texts, 7);
+}
+
+void tst_ShownTexts::logOfManyLinesInOneTextIsCut()
+{
+    for (const QChar lineBreak : {QChar('\n'), QChar(QChar::LineSeparator)}) {
+        Stand<MultilineDevice> log;
+        MessageLog messages;
+        log.device.input(QString(4'000, lineBreak));
+        QCOMPARE(log.only<QTextEdit>()->document()->blockCount(), 4'001);
+        QCOMPARE(messages.take(), QStringList());
+        log.device.input(QString(15'000, lineBreak));
+        const QTextDocument* const document = log.only<QTextEdit>()->document();
+        QVERIFY(document->blockCount() < 10'000);
+        QVERIFY(document->lastBlock().text().endsWith(QChar(0x2026)));
+        QCOMPARE(messages.take().filter("15000").size(), 1);
+    }
 }
 
 void tst_ShownTexts::longTextTakesLittleTime_data()
