@@ -45,11 +45,12 @@ void GeneratorDevice::declareParams()
 
 DeviceTypeInfo GeneratorDevice::typeInfo()
 {
-    DeviceTypeInfo info;
-    info.title = "Generator";
-    info.description = "Sine, ramp, square or noise, with drop-outs, for trying panels out";
-    info.categories = QStringList{norvo::kCategoryDebug};
-    return info;
+    return {"Generator",
+            "Sine, ramp, square or noise, with drop-outs, for trying panels out",
+            {norvo::kCategoryDebug},
+            0,
+            0,
+            {}};
 }
 
 bool GeneratorDevice::initialise()
@@ -78,19 +79,13 @@ bool GeneratorDevice::initialise()
 
 void GeneratorDevice::postInitialisation()
 {
-    if (!isRunning()) {
-        return;
+    if (isRunning()) {
+        m_timer.start(m_waveform.intervalMs);
+        tick();
     }
-    m_timer.start(m_waveform.intervalMs);
-    tick();
 }
 
 void GeneratorDevice::preShutdown()
-{
-    m_timer.stop();
-}
-
-void GeneratorDevice::deinitialise()
 {
     m_timer.stop();
 }
@@ -101,7 +96,8 @@ void GeneratorDevice::tick()
     const bool silent = m_dropOuts.isSilentAt(m_tick, m_waveform.intervalMs);
     ++m_tick;
     if (!m_window.isEmpty()) {
-        moveWindow(value);
+        std::move(m_window.begin() + 1, m_window.end(), m_window.begin());
+        m_window.last() = value;
     }
     if (silent) {
         return;
@@ -110,10 +106,4 @@ void GeneratorDevice::tick()
     if (!m_window.isEmpty()) {
         emit output(m_window);
     }
-}
-
-void GeneratorDevice::moveWindow(double newest)
-{
-    std::move(m_window.begin() + 1, m_window.end(), m_window.begin());
-    m_window.last() = newest;
 }

@@ -24,7 +24,6 @@ public:
     bool initialise() override;
     void postInitialisation() override;
     void preShutdown() override;
-    void deinitialise() override;
 
 signals:
     void output(double value);
@@ -35,7 +34,6 @@ signals:
 private:
     void declareParams();
     void tick();
-    void moveWindow(double newest);
 
     norvo::Waveform m_waveform;
     norvo::DropOuts m_dropOuts;

@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <numeric>
 #include <string_view>
+#include <vector>
 
 namespace norvo {
 
@@ -43,37 +45,45 @@ std::optional<Number> readNumber(std::string_view word)
     return number;
 }
 
-/// The first word as a number that is finite and not negative.
-std::optional<double> readAmount(const QByteArray& text)
-{
-    std::string_view line(text.constData(), size_t(text.size()));
-    const std::optional<double> number = readNumber<double>(takeWord(line));
-    return number && std::isfinite(*number) && *number >= 0.0 ? number : std::nullopt;
-}
-
 std::string_view viewOf(const QByteArray& text)
 {
     return {text.constData(), size_t(text.size())};
 }
 
-/// Reads "15 0 0 0 ...": bytes received stand first, bytes sent ninth.
-std::optional<InterfaceCounters> readInterface(std::string_view columns)
+/// The first word as a number that is finite and not negative.
+std::optional<double> readAmount(const QByteArray& text)
 {
-    constexpr int sentColumn = 8;
+    std::string_view line = viewOf(text);
+    const std::optional<double> number = readNumber<double>(takeWord(line));
+    return number && std::isfinite(*number) && *number >= 0.0 ? number : std::nullopt;
+}
 
-    InterfaceCounters counters;
-    for (int column = 0; column <= sentColumn; ++column) {
-        const std::optional<quint64> number = readNumber<quint64>(takeWord(columns));
+/// The first `most` words as numbers, fewer where there are no more; none where one does not read.
+std::vector<quint64> readNumbers(std::string_view line, std::size_t most)
+{
+    std::vector<quint64> numbers;
+    for (auto word = takeWord(line); !word.empty() && numbers.size() < most;
+         word = takeWord(line)) {
+        const std::optional<quint64> number = readNumber<quint64>(word);
         if (!number) {
-            return std::nullopt;
+            return {};
         }
-        if (column == 0) {
-            counters.received = *number;
-        } else if (column == sentColumn) {
-            counters.sent = *number;
+        numbers.push_back(*number);
+    }
+    return numbers;
+}
+
+/// That of the first line "key: number kB".
+std::optional<double> amountOf(std::string_view key, const QByteArray& meminfo)
+{
+    std::string_view text = viewOf(meminfo);
+    while (!text.empty()) {
+        std::string_view line = takeUntil(text, '\n');
+        if (takeUntil(line, ':') == key) {
+            return readNumber<quint64>(takeWord(line));
         }
     }
-    return counters;
+    return std::nullopt;
 }
 
 quint64 growth(quint64 before, quint64 after)
@@ -87,60 +97,27 @@ std::optional<CpuTimes> parseCpuTimes(const QByteArray& stat)
 {
     // user nice system idle iowait irq softirq steal; old kernels end after the fourth. What
     // follows (guest times) is contained in the first two already.
-    constexpr int fewest = 4;
-    constexpr int most = 8;
-
-    std::string_view text = viewOf(stat);
-    std::string_view line = takeUntil(text, '\n');
+    std::string_view line = viewOf(stat);
     if (takeWord(line) != "cpu") {
         return std::nullopt;
     }
-    CpuTimes times;
-    for (int column = 0; column < most; ++column) {
-        const std::string_view word = takeWord(line);
-        if (word.empty() && column >= fewest) {
-            break;
-        }
-        const std::optional<quint64> ticks = readNumber<quint64>(word);
-        if (!ticks) {
-            return std::nullopt;
-        }
-        times.total += *ticks;
-        if (column == 3 || column == 4) {
-            times.idle += *ticks;
-        }
+    const std::vector<quint64> ticks = readNumbers(takeUntil(line, '\n'), 8);
+    if (ticks.size() < 4) {
+        return std::nullopt;
     }
-    return times;
+    return CpuTimes{ticks[3] + (ticks.size() > 4 ? ticks[4] : 0),
+                    std::accumulate(ticks.begin(), ticks.end(), quint64(0))};
 }
 
 std::optional<double> parseUsedMemory(const QByteArray& meminfo)
 {
-    std::optional<double> total;
-    std::optional<double> available;
-    std::optional<double> free;
-    double reclaimable = 0.0;
-
-    std::string_view text = viewOf(meminfo);
-    while (!text.empty() && !(total && available)) {
-        std::string_view line = takeUntil(text, '\n');
-        const std::string_view key = takeUntil(line, ':');
-        const std::optional<quint64> number = readNumber<quint64>(takeWord(line));
-        if (!number) {
-            continue;
+    const std::optional<double> total = amountOf("MemTotal", meminfo);
+    std::optional<double> available = amountOf("MemAvailable", meminfo);
+    if (!available) { // Kernels before 3.14 do not say it.
+        if (const std::optional<double> free = amountOf("MemFree", meminfo)) {
+            available = *free + amountOf("Buffers", meminfo).value_or(0.0) +
+                        amountOf("Cached", meminfo).value_or(0.0);
         }
-        const double amount = double(*number);
-        if (key == "MemTotal") {
-            total = amount;
-        } else if (key == "MemAvailable") {
-            available = amount;
-        } else if (key == "MemFree") {
-            free = amount;
-        } else if (key == "Buffers" || key == "Cached") {
-            reclaimable += amount;
-        }
-    }
-    if (!available && free) { // Kernels before 3.14 do not say what is available.
-        available = *free + reclaimable;
     }
     if (!available || total.value_or(0.0) <= 0.0) {
         return std::nullopt;
@@ -171,12 +148,13 @@ std::optional<TrafficCounters> parseTraffic(const QByteArray& netDev)
         }
         std::string_view head = line.substr(0, colon);
         const std::string_view name = takeWord(head);
-        const auto counters = readInterface(line.substr(colon + 1));
-        if (!counters) {
+        // Bytes received stand first, bytes sent ninth.
+        const std::vector<quint64> numbers = readNumbers(line.substr(colon + 1), 9);
+        if (numbers.size() < 9) {
             return std::nullopt;
         }
         if (name != "lo") {
-            traffic.insert(QByteArray(name.data(), int(name.size())), *counters);
+            traffic.insert(QByteArray(name.data(), int(name.size())), {numbers[0], numbers[8]});
         }
     }
     return traffic;

@@ -7,7 +7,6 @@
 #include <QFile>
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <utility>
 
@@ -19,30 +18,6 @@ constexpr int kMaxFileSize = 1024 * 1024;
 constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 
 const QString kInterval = QStringLiteral("interval");
-
-/// The whole file, or nothing and the reason. Its size is not asked: below /proc it is always 0.
-std::optional<QByteArray> readFile(const QString& path, QString& reason)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        reason = file.errorString();
-        return std::nullopt;
-    }
-    QByteArray text;
-    std::array<char, 16384> block;
-    while (const qint64 count = file.read(block.data(), block.size())) {
-        if (count < 0) {
-            reason = file.errorString();
-            return std::nullopt;
-        }
-        text.append(block.data(), int(count));
-        if (text.size() > kMaxFileSize) {
-            reason = QStringLiteral("longer than 1 MiB");
-            return std::nullopt;
-        }
-    }
-    return text;
-}
 
 } // namespace
 
@@ -62,11 +37,12 @@ SystemDevice::SystemDevice(const QString& procFolder) : m_procFolder(procFolder)
 
 DeviceTypeInfo SystemDevice::typeInfo()
 {
-    DeviceTypeInfo info;
-    info.title = "System";
-    info.description = "Load, memory, network traffic and uptime of this machine";
-    info.categories = QStringList{norvo::kCategorySystem};
-    return info;
+    return {"System",
+            "Load, memory, network traffic and uptime of this machine",
+            {norvo::kCategorySystem},
+            0,
+            0,
+            {}};
 }
 
 bool SystemDevice::initialise()
@@ -117,11 +93,6 @@ void SystemDevice::preShutdown()
     m_timer.stop();
 }
 
-void SystemDevice::deinitialise()
-{
-    m_timer.stop();
-}
-
 void SystemDevice::takeReading()
 {
     const auto cpuNow = read("stat", norvo::parseCpuTimes);
@@ -168,25 +139,23 @@ template <class T>
 std::optional<T> SystemDevice::read(const char* file, std::optional<T> (*parse)(const QByteArray&))
 {
     const QString path = m_procFolder + '/' + QLatin1String(file);
-    QString reason;
-    const std::optional<QByteArray> text = readFile(path, reason);
+    QFile source(path);
+    source.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    const QByteArray text = source.isOpen() ? source.read(kMaxFileSize + 1) : QByteArray();
     std::optional<T> value;
-    if (text) {
-        value = parse(*text);
-        reason = QStringLiteral("its text is not what was expected");
+    QString reason = QStringLiteral("its text is not what was expected");
+    if (source.error() != QFile::NoError) {
+        reason = source.errorString();
+    } else if (text.size() > kMaxFileSize) {
+        reason = QStringLiteral("longer than 1 MiB");
+    } else {
+        value = parse(text);
     }
     if (value) {
         m_reported.remove(path);
-    } else {
-        reportOnce(path, reason);
-    }
-    return value;
-}
-
-void SystemDevice::reportOnce(const QString& path, const QString& reason)
-{
-    if (!m_reported.contains(path)) {
+    } else if (!m_reported.contains(path)) {
         m_reported.insert(path);
         alert(QString("Cannot read %1: %2").arg(path, reason));
     }
+    return value;
 }

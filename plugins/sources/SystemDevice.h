@@ -33,7 +33,6 @@ public:
     bool initialise() override;
     void postInitialisation() override;
     void preShutdown() override;
-    void deinitialise() override;
 
 signals:
     // Emitted in this order.
@@ -52,7 +51,6 @@ private:
 
     template <class T>
     std::optional<T> read(const char* file, std::optional<T> (*parse)(const QByteArray&));
-    void reportOnce(const QString& path, const QString& reason);
     void emitCpu(const std::optional<norvo::CpuTimes>& now);
     void emitTraffic(const std::optional<norvo::TrafficCounters>& now, double seconds);
 

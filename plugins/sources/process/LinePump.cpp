@@ -37,14 +37,7 @@ LinePump::LinePump(FileDescriptor readEnd, const LineQueue::Limits& limits)
 
 void LinePump::finish()
 {
-    int total = 0;
-    while (!m_atEnd && total < kMaxPipeSize) {
-        const int count = readOnce();
-        if (count <= 0) {
-            break;
-        }
-        total += count;
-    }
+    readRest();
     m_queue.finish();
     m_atEnd = true;
     m_finished = true;
@@ -54,14 +47,16 @@ void LinePump::finish()
 
 void LinePump::discard()
 {
-    for (int total = 0; total < kMaxPipeSize;) {
-        const int count = readOnce();
-        if (count <= 0) {
-            break;
-        }
-        total += count;
-    }
+    readRest();
     m_queue.clear();
+}
+
+void LinePump::readRest()
+{
+    int count = 1;
+    for (int total = 0; count > 0 && total < kMaxPipeSize; total += count) {
+        count = readOnce();
+    }
 }
 
 void LinePump::turn()

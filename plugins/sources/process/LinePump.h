@@ -33,7 +33,8 @@ signals:
 
 private:
     void turn();
-    int readOnce(); ///< Bytes read; 0 at the end of the stream, below 0 when there are none.
+    void readRest(); ///< What the pipe holds now.
+    int readOnce();  ///< Bytes read; 0 at the end of the stream, below 0 when there are none.
 
     FileDescriptor m_pipe;
     QSocketNotifier m_notifier;

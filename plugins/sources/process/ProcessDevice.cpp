@@ -25,6 +25,12 @@ constexpr auto kGrace = 500ms;
 constexpr auto kFirstReport = 1s;
 constexpr auto kNextReports = 10s;
 
+/// In the order of Loss.
+constexpr std::array<const char*, 6> kLossTexts{
+    "lines of output dropped, they came too fast", "lines of output cut at 1 MiB",
+    "lines of standard error not logged",          "inputs lost, the program does not read them",
+    "inputs lost, the program is not running",     "inputs refused, they hold more than one line"};
+
 const QString kCommand = QStringLiteral("command");
 const QString kRestart = QStringLiteral("restart");
 const QStringList kRestarts{"never", "on-failure", "always"}; ///< In the order of Restart.
@@ -73,11 +79,9 @@ ProcessDevice::~ProcessDevice() = default;
 
 DeviceTypeInfo ProcessDevice::typeInfo()
 {
-    DeviceTypeInfo info;
-    info.title = "Process";
-    info.description = "A program whose lines of output become values";
-    info.categories = QStringList{norvo::kCategorySystem};
-    return info;
+    return {
+        "Process", "A program whose lines of output become values", {norvo::kCategorySystem}, 0, 0,
+        {}};
 }
 
 bool ProcessDevice::initialise()
@@ -250,7 +254,7 @@ void ProcessDevice::onErrorLine(const QByteArray& line)
         qInfo().noquote().nospace()
             << objectName() << ": " << withoutControls(QString::fromUtf8(line));
     } else {
-        ++m_unloggedLines;
+        ++m_losses[UnloggedLines];
         reportSoon();
     }
 }
@@ -261,11 +265,11 @@ void ProcessDevice::input(QString line)
         return;
     }
     if (line.contains('\n') || line.contains('\r')) {
-        ++m_refusedInputs;
+        ++m_losses[RefusedInputs];
     } else if (!m_output) {
-        ++m_lateInputs;
+        ++m_losses[LateInputs];
     } else if (!m_child->send(line.toUtf8() + '\n')) {
-        ++m_unreadInputs;
+        ++m_losses[UnreadInputs];
     } else {
         return;
     }
@@ -282,22 +286,14 @@ void ProcessDevice::reportSoon()
 void ProcessDevice::reportLosses()
 {
     if (m_output) {
-        m_droppedLines += m_output->queue().takeDropped();
-        m_cutLines += m_output->queue().takeCut();
-        m_unloggedLines += m_errors->queue().takeDropped();
+        m_losses[DroppedLines] += m_output->queue().takeDropped();
+        m_losses[CutLines] += m_output->queue().takeCut();
+        m_losses[UnloggedLines] += m_errors->queue().takeDropped();
     }
-    reportLoss(m_droppedLines, "lines of output dropped, they came too fast: %1");
-    reportLoss(m_cutLines, "lines of output cut at 1 MiB: %1");
-    reportLoss(m_unloggedLines, "lines of standard error not logged: %1");
-    reportLoss(m_unreadInputs, "inputs lost, the program does not read them: %1");
-    reportLoss(m_lateInputs, "inputs lost, the program is not running: %1");
-    reportLoss(m_refusedInputs, "inputs refused, they hold more than one line: %1");
-}
-
-void ProcessDevice::reportLoss(qint64& count, const QString& text)
-{
-    if (const qint64 lost = std::exchange(count, 0)) {
-        m_reportedBefore = true;
-        alert(text.arg(lost));
+    for (std::size_t loss = 0; loss < m_losses.size(); ++loss) {
+        if (const qint64 count = std::exchange(m_losses[loss], 0)) {
+            m_reportedBefore = true;
+            alert(QString("%1: %2").arg(kLossTexts[loss]).arg(count));
+        }
     }
 }

@@ -10,6 +10,7 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
+#include <array>
 #include <memory>
 
 /// A child program whose lines of output become values.
@@ -56,6 +57,8 @@ public slots:
 
 private:
     enum class Restart { Never, OnFailure, Always };
+    /// Late inputs came while the program did not run.
+    enum Loss { DroppedLines, CutLines, UnloggedLines, UnreadInputs, LateInputs, RefusedInputs };
 
     void start();
     void onStarted();
@@ -69,7 +72,6 @@ private:
     void restartAfter(int code);
     void reportSoon();
     void reportLosses();
-    void reportLoss(qint64& count, const QString& text);
 
     QString m_program; ///< The path of its file.
     QStringList m_arguments;
@@ -87,10 +89,5 @@ private:
     int m_loggedLines = 0; ///< Within that second.
     QTimer m_reportTimer;
     bool m_reportedBefore = false;
-    qint64 m_droppedLines = 0;
-    qint64 m_cutLines = 0;
-    qint64 m_unloggedLines = 0;
-    qint64 m_unreadInputs = 0;
-    qint64 m_lateInputs = 0; ///< They came while the program did not run.
-    qint64 m_refusedInputs = 0;
+    std::array<qint64, 6> m_losses{}; ///< By Loss; since the last report.
 };
