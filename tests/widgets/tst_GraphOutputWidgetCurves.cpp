@@ -24,6 +24,7 @@ private slots:
     void colourTexts_data();
     void colourTexts();
     void settingsOfAnUnknownSenderBeginItsCurve();
+    void namesAreDrawnVerbatim();
     void strangeNumbersAreTakenAndDrawn();
     void manySendersAreTaken();
     void longNameOfACurveIsCut();
@@ -165,6 +166,23 @@ void tst_GraphOutputWidgetCurves::settingsOfAnUnknownSenderBeginItsCurve()
     QCOMPARE(stand.curve(0)->pen().color(), QColor(250, 140, 0));
     QCOMPARE(stand.curve(2)->pen().color(), QColor(Qt::blue));
     QVERIFY(stand.plot()->legend->visible());
+}
+
+void tst_GraphOutputWidgetCurves::namesAreDrawnVerbatim()
+{
+    TimeGraph stand;
+    stand.input(1, "A", 100);
+    stand.input(1, "B", 100);
+    const QFontMetrics metrics(stand.plot()->legend->font());
+    const auto widthWithName = [&](const QString& name) {
+        stand.graph().inputName("A", name);
+        stand.plot()->toPixmap(600, 300);
+        return stand.plot()->legend->item(0)->outerRect().width();
+    };
+    const QString marked = "<b>bold</b> <img src='/etc/hostname'>";
+    const int more = widthWithName(marked) - widthWithName("bold");
+    const int letters = metrics.boundingRect(marked).width() - metrics.boundingRect("bold").width();
+    QVERIFY2(qAbs(more - letters) <= 2, qPrintable(QString("%1, %2").arg(more).arg(letters)));
 }
 
 void tst_GraphOutputWidgetCurves::strangeNumbersAreTakenAndDrawn()
