@@ -4,9 +4,9 @@
 
 #include "host/core/Methods.h"
 
-#include <QSet>
-
+#include <algorithm>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -56,22 +56,12 @@ struct Port
     DynamicPorts::Slot slot; ///< Of a slot only.
 };
 
-QByteArray signatureText(const QByteArray& name, const QVector<int>& types)
-{
-    QByteArrayList typeNames;
-    for (int type : types) {
-        typeNames.append(QMetaType::typeName(type));
-    }
-    return name + "(" + typeNames.join(',') + ")";
-}
-
 } // namespace
 
 struct DynamicPorts::Table
 {
-    std::vector<Port> signalPorts;
-    std::vector<Port> slotPorts;
-    QSet<QByteArray> signatures;
+    std::vector<Port> ports; ///< Signals come first, as Qt asks for.
+    int signalCount = 0;
     Strings strings;
     std::vector<uint> data;
     QMetaObject meta = {};
@@ -79,63 +69,37 @@ struct DynamicPorts::Table
     bool isOrphan = false;
 
     bool isBuilt() const { return meta.d.data != nullptr; }
-    int count() const { return int(signalPorts.size() + slotPorts.size()); }
+    int count() const { return int(ports.size()); }
 
-    bool take(const QByteArray& name, const QVector<int>& types)
+    /// Whether there may be such a port besides those that there are.
+    bool accepts(const QByteArray& name, const QVector<int>& types) const
     {
-        for (int type : types) {
-            if (!QMetaType::isRegistered(type)) {
-                return false;
-            }
-        }
-        const QByteArray signature = signatureText(name, types);
-        if (isBuilt() || signatures.contains(signature)) {
-            return false;
-        }
-        signatures.insert(signature);
-        return true;
+        const auto isSame = [&](const Port& port) {
+            return port.name == name && port.types == types;
+        };
+        const auto isKnown = [](int type) { return QMetaType::isRegistered(type); };
+        return !isBuilt() && std::all_of(types.begin(), types.end(), isKnown) &&
+               std::none_of(ports.begin(), ports.end(), isSame);
     }
 
-    /// Signals come first, as Qt asks for.
     void build()
     {
-        data = {kRevision,
-                strings.add("DynamicPorts"),
-                0,
-                0,
-                uint(count()),
-                kHeaderSize,
-                0,
-                0,
-                0,
-                0,
-                0,
-                0,
-                0,
-                uint(signalPorts.size())};
+        data.assign(kHeaderSize, 0);
+        data[0] = kRevision;
+        data[1] = strings.add("DynamicPorts");
+        data[4] = uint(count());
+        data[5] = kHeaderSize; // where the methods begin
+        data[13] = uint(signalCount);
         const uint noText = strings.add("");
         uint arguments = kHeaderSize + kMethodSize * uint(count());
-        const auto addMethods = [&](const std::vector<Port>& ports, uint flags) {
-            for (const Port& port : ports) {
-                const uint argumentCount = uint(port.types.size());
-                data.insert(data.end(),
-                            {strings.add(port.name), argumentCount, arguments, noText, flags});
-                arguments += 1 + 2 * argumentCount;
-            }
-        };
-        addMethods(signalPorts, kPublicSignal);
-        addMethods(slotPorts, kPublicSlot);
-        addArguments(signalPorts, noText);
-        addArguments(slotPorts, noText);
-        data.push_back(0); // the end
-        meta.d.superdata = &QObject::staticMetaObject;
-        meta.d.stringdata = strings.headers();
-        meta.d.data = data.data();
-    }
-
-    /// For each method the type that it returns, those of its arguments, and their names.
-    void addArguments(const std::vector<Port>& ports, uint noText)
-    {
+        for (int i = 0; i < count(); ++i) {
+            const Port& port = ports[std::size_t(i)];
+            const uint argumentCount = uint(port.types.size());
+            data.insert(data.end(), {strings.add(port.name), argumentCount, arguments, noText,
+                                     i < signalCount ? kPublicSignal : kPublicSlot});
+            arguments += 1 + 2 * argumentCount;
+        }
+        // For each method the type that it returns, those of its arguments, and their names.
         for (const Port& port : ports) {
             data.push_back(QMetaType::Void);
             for (int type : port.types) {
@@ -145,6 +109,10 @@ struct DynamicPorts::Table
             }
             data.insert(data.end(), std::size_t(port.types.size()), noText);
         }
+        data.push_back(0); // the end
+        meta.d.superdata = &QObject::staticMetaObject;
+        meta.d.stringdata = strings.headers();
+        meta.d.data = data.data();
     }
 };
 
@@ -160,19 +128,19 @@ DynamicPorts::~DynamicPorts()
 
 int DynamicPorts::addSignal(const QByteArray& name, const QVector<int>& types)
 {
-    if (!m_table->take(name, types)) {
+    if (!m_table->accepts(name, types)) {
         return -1;
     }
-    m_table->signalPorts.push_back({name, types, {}});
-    return int(m_table->signalPorts.size()) - 1;
+    m_table->ports.insert(m_table->ports.begin() + m_table->signalCount, {name, types, {}});
+    return m_table->signalCount++;
 }
 
 bool DynamicPorts::addSlot(const QByteArray& name, const QVector<int>& types, Slot slot)
 {
-    if (!m_table->take(name, types)) {
+    if (!m_table->accepts(name, types)) {
         return false;
     }
-    m_table->slotPorts.push_back({name, types, std::move(slot)});
+    m_table->ports.push_back({name, types, std::move(slot)});
     return true;
 }
 
@@ -184,7 +152,7 @@ void DynamicPorts::build()
 
 void DynamicPorts::activate(int signal, void** arguments)
 {
-    Q_ASSERT(m_table->isBuilt() && signal >= 0 && signal < int(m_table->signalPorts.size()));
+    Q_ASSERT(m_table->isBuilt() && signal >= 0 && signal < m_table->signalCount);
     QMetaObject::activate(this, &m_table->meta, signal, arguments);
 }
 
@@ -195,7 +163,7 @@ bool DynamicPorts::isHeard(int signal) const
 
 bool DynamicPorts::carries(int signal, const QVector<int>& types) const
 {
-    return m_table->signalPorts.at(std::size_t(signal)).types == types;
+    return m_table->ports.at(std::size_t(signal)).types == types;
 }
 
 QStringList DynamicPorts::signatures(const QString& name, QMetaMethod::MethodType type) const
@@ -220,16 +188,15 @@ int DynamicPorts::qt_metacall(QMetaObject::Call call, int id, void** arguments)
     if (id < 0 || (!isCall && call != QMetaObject::RegisterMethodArgumentMetaType)) {
         return id;
     }
-    const int signalCount = int(m_table->signalPorts.size());
     const int count = m_table->count();
     if (!isCall) {
         *static_cast<int*>(arguments[0]) = -1; // Qt knows all types already.
-    } else if (id < signalCount) {
+    } else if (id < m_table->signalCount) {
         activate(id, arguments);
     } else if (id < count) {
         Table* const table = m_table; // The slot may delete this object.
         ++table->calls;
-        table->slotPorts[std::size_t(id - signalCount)].slot(arguments);
+        table->ports[std::size_t(id)].slot(arguments);
         if (--table->calls == 0 && table->isOrphan) {
             delete table;
         }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace norvo {
@@ -8,15 +10,9 @@ namespace norvo {
 /// Cut toward zero; beyond the range of int its nearest end, 0 for NaN.
 inline int truncatedToInt(double number)
 {
-    constexpr int lowest = std::numeric_limits<int>::lowest();
-    constexpr int highest = std::numeric_limits<int>::max();
-    if (number >= highest) {
-        return highest;
-    }
-    if (number <= lowest) {
-        return lowest;
-    }
-    return number == number ? int(number) : 0;
+    constexpr double lowest = std::numeric_limits<int>::lowest();
+    constexpr double highest = std::numeric_limits<int>::max();
+    return std::isnan(number) ? 0 : int(std::clamp(number, lowest, highest));
 }
 
 } // namespace norvo

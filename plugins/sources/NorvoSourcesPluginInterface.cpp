@@ -1,15 +1,27 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "plugins/sources/NorvoSourcesPluginInterface.h"
-
 #include "plugins/sources/GeneratorDevice.h"
 #include "plugins/sources/process/ProcessDevice.h"
 #include "plugins/sources/SystemDevice.h"
 #include "norvo/DeviceManager.h"
+#include "norvo/DevicePluginInterface.h"
 
-void NorvoSourcesPluginInterface::registerDeviceType(DeviceManager& manager)
+#include <QObject>
+
+/// The root object of the plug-in whose devices bring real values in.
+class NorvoSourcesPluginInterface : public QObject, public DevicePluginInterface
 {
-    manager.registerDeviceType<SystemDevice>("system");
-    manager.registerDeviceType<ProcessDevice>("process");
-    manager.registerDeviceType<GeneratorDevice>("generator");
-}
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID DevicePluginInterface_iid)
+    Q_INTERFACES(DevicePluginInterface)
+
+public:
+    void registerDeviceType(DeviceManager& manager) override
+    {
+        manager.registerDeviceType<SystemDevice>("system");
+        manager.registerDeviceType<ProcessDevice>("process");
+        manager.registerDeviceType<GeneratorDevice>("generator");
+    }
+};
+
+#include "NorvoSourcesPluginInterface.moc"

@@ -25,8 +25,11 @@ constexpr auto kPause = 5ms;
 
 } // namespace
 
-LinePump::LinePump(FileDescriptor readEnd, const LineQueue::Limits& limits)
-    : m_pipe(std::move(readEnd)), m_notifier(m_pipe.get(), QSocketNotifier::Read), m_queue(limits)
+LinePump::LinePump(FileDescriptor readEnd, const LineQueue::Limits& limits, QObject* parent)
+    : QObject(parent),
+      m_pipe(std::move(readEnd)),
+      m_notifier(m_pipe.get(), QSocketNotifier::Read),
+      m_queue(limits)
 {
     ::fcntl(m_pipe.get(), F_SETFL, ::fcntl(m_pipe.get(), F_GETFL) | O_NONBLOCK);
     m_pause.setSingleShot(true);

@@ -19,7 +19,7 @@ class LinePump : public QObject
     Q_OBJECT
 
 public:
-    LinePump(FileDescriptor readEnd, const LineQueue::Limits& limits);
+    LinePump(FileDescriptor readEnd, const LineQueue::Limits& limits, QObject* parent);
 
     LineQueue& queue() { return m_queue; }
 

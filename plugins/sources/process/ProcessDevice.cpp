@@ -136,8 +136,8 @@ void ProcessDevice::deinitialise()
         }
     }
     m_stopping.invalidate();
-    m_output.reset();
-    m_errors.reset();
+    m_output = nullptr;
+    m_errors = nullptr;
     m_child.reset();
 }
 
@@ -156,12 +156,12 @@ void ProcessDevice::onStarted()
 {
     using norvo::LinePump;
 
-    m_output = std::make_unique<LinePump>(m_child->takeOutput(), kOutputLimits);
-    connect(m_output.get(), &LinePump::line, this, &ProcessDevice::onLine);
-    connect(m_output.get(), &LinePump::drained, this, &ProcessDevice::onDrained);
-    m_errors = std::make_unique<LinePump>(m_child->takeErrors(), kErrorLimits);
-    connect(m_errors.get(), &LinePump::line, this, &ProcessDevice::onErrorLine);
-    connect(m_errors.get(), &LinePump::drained, this, &ProcessDevice::onDrained);
+    m_output = new LinePump(m_child->takeOutput(), kOutputLimits, m_child.get());
+    connect(m_output, &LinePump::line, this, &ProcessDevice::onLine);
+    connect(m_output, &LinePump::drained, this, &ProcessDevice::onDrained);
+    m_errors = new LinePump(m_child->takeErrors(), kErrorLimits, m_child.get());
+    connect(m_errors, &LinePump::line, this, &ProcessDevice::onErrorLine);
+    connect(m_errors, &LinePump::drained, this, &ProcessDevice::onDrained);
     m_pumpsLeft = 2;
     emit running(true);
 }
@@ -208,20 +208,18 @@ void ProcessDevice::conclude()
 
 void ProcessDevice::dismissChild()
 {
-    // One of them has called us.
-    for (QObject* gone :
-         {static_cast<QObject*>(m_output.release()), static_cast<QObject*>(m_errors.release()),
-          static_cast<QObject*>(m_child.release())}) {
-        if (gone) {
-            gone->disconnect(this);
-            gone->deleteLater();
-        }
+    m_output = nullptr;
+    m_errors = nullptr;
+    if (m_child) {
+        m_child.release()->deleteLater(); // It has called us, or one of its pumps.
     }
 }
 
 void ProcessDevice::restartAfter(int code)
 {
-    if (m_restart == Restart::Always || (m_restart == Restart::OnFailure && code != 0)) {
+    const bool wanted =
+        m_restart == Restart::Always || (m_restart == Restart::OnFailure && code != 0);
+    if (wanted && isRunning()) {
         m_restartTimer.start(m_delay.next(std::chrono::milliseconds(m_run.elapsed())));
     }
 }

@@ -79,8 +79,8 @@ private:
     norvo::RestartDelay m_delay;
     QTimer m_restartTimer;
     std::unique_ptr<norvo::ChildProcess> m_child;
-    std::unique_ptr<norvo::LinePump> m_output;
-    std::unique_ptr<norvo::LinePump> m_errors;
+    norvo::LinePump* m_output = nullptr; ///< Of the child, as is the next; null: not running.
+    norvo::LinePump* m_errors = nullptr;
     int m_pumpsLeft = 0; ///< Of a program that has ended: those with lines left.
     int m_exitCode = 0;
     QElapsedTimer m_run;

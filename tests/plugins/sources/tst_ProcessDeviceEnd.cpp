@@ -49,6 +49,7 @@ private slots:
     void canBeStartedAgain();
     void stopBeforeTheProgramRuns();
     void receiverMayStopTheDevice();
+    void receiverOfTheLastAlertMayStopTheDevice();
     void runsLeaveNothingBehind();
     void killedPanelTakesItsProgramsAlong_data();
     void killedPanelTakesItsProgramsAlong();
@@ -249,6 +250,17 @@ void tst_ProcessDeviceEnd::receiverMayStopTheDevice()
         QTest::qWait(20);
         QCOMPARE(child.notes.last(), QString(last));
     }
+}
+
+void tst_ProcessDeviceEnd::receiverOfTheLastAlertMayStopTheDevice()
+{
+    ProcessSubject child("sleep 0.1", "always");
+    child.device.input("two\nlines");
+    QObject::connect(&child.device, &ProcessDevice::alertRaised, [&] { child.stop(); });
+    QTRY_VERIFY(!child.device.isRunning());
+    QTest::qWait(800); // It would have been started again.
+    QCOMPARE(child.notes, QStringList{"up"});
+    QCOMPARE(child.alerts.size(), 1);
 }
 
 void tst_ProcessDeviceEnd::runsLeaveNothingBehind()
