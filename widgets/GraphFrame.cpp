@@ -10,7 +10,7 @@
 
 namespace Looks = norvo::Looks;
 
-void GraphFrame::build(QGridLayout* layout, const QString& caption, const PlotView::Look& look)
+void GraphFrame::build(const QString& caption, const PlotView::Look& look)
 {
     constexpr int captionPointSize = 16;
     m_caption = new QLabel;
@@ -19,26 +19,28 @@ void GraphFrame::build(QGridLayout* layout, const QString& caption, const PlotVi
     m_caption->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     m_caption->setStyleSheet(Looks::kGraphCaption);
 
-    m_plot = new PlotView(look);
-    m_plot->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    m_view = new PlotView(look);
+    m_view->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 
-    layout->addWidget(m_caption, 0, 0, Qt::AlignTop);
-    layout->addWidget(m_plot, 1, 0);
-    layout->setRowStretch(0, 1);
-    layout->setRowStretch(1, 100);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    getLayout()->addWidget(m_caption, 0, 0, Qt::AlignTop);
+    getLayout()->addWidget(m_view, 1, 0);
+    getLayout()->setRowStretch(0, 1);
+    getLayout()->setRowStretch(1, 100);
 }
 
-void GraphFrame::changeEvent(const QWidget& owner, const QEvent& event)
+void GraphFrame::changeEvent(QEvent* event)
 {
-    if (event.type() != QEvent::PaletteChange) {
+    BaseWidget::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange) {
         return;
     }
-    // A plot that is still to inherit the palette takes its colors when it does.
-    if (m_plot && m_plot->palette() == owner.palette()) {
-        m_plot->recolour();
+    // A plot that is still to inherit the palette takes its colours when it does.
+    if (m_view && m_view->palette() == palette()) {
+        m_view->recolour();
     }
     if (m_caption) {
-        // A style sheet looks up the application's colors only when it is set.
+        // A style sheet looks up the application's colours only when it is set.
         m_caption->setStyleSheet(Looks::kGraphCaption);
     }
 }

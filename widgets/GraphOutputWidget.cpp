@@ -7,8 +7,6 @@
 #include "widgets/PlotCurve.h"
 #include "widgets/ShownText.h"
 
-#include <QTimer>
-
 #include <limits>
 
 namespace Looks = norvo::Looks;
@@ -23,28 +21,25 @@ constexpr double kSmallestPositiveDouble = std::numeric_limits<double>::min();
 
 } // namespace
 
-GraphOutputWidget::GraphOutputWidget(BaseGuiDevice* device, QWidget* parent)
-    : BaseWidget(device, parent)
-{}
-
-GraphOutputWidget::~GraphOutputWidget() = default;
-
 void GraphOutputWidget::initialise()
 {
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    readParameters();
-    if (!m_refreshTimer) {
+    m_autoscale = getParam(OutputGraphDevice::kAutoscale);
+    m_minValue = getParam(OutputGraphDevice::kMinValue);
+    m_maxValue = getParam(OutputGraphDevice::kMaxValue);
+    m_timePeriod = getParam(OutputGraphDevice::kTimePeriod);
+    m_timeout = getParam(OutputGraphDevice::kTimeout);
+    if (!m_refreshTimer.isActive()) {
         startRefreshing();
     }
 
-    m_frame.build(getLayout(), getParam(OutputGraphDevice::kName), {false, plot::kReplotQueued});
-    addThreshold(m_minThreshold);
-    addThreshold(m_maxThreshold);
-    QCustomPlot* graph = m_frame.plot();
+    build(getParam(OutputGraphDevice::kName), {false, plot::kReplotQueued});
+    addThreshold(getParam(OutputGraphDevice::kMinThreshold));
+    addThreshold(getParam(OutputGraphDevice::kMaxThreshold));
+    QCustomPlot* graph = view();
     plot::setDateTimeLabels(graph->xAxis, getParam(OutputGraphDevice::kTimeFormat));
     graph->xAxis->setRange(0, m_timePeriod);
     graph->yAxis->setRange(m_minValue, m_maxValue);
-    m_frame.plot()->refresh(plot::kReplotHint);
+    view()->refresh(plot::kReplotHint);
     setInitialised(true);
     updateGraph();
 }
@@ -54,22 +49,10 @@ void GraphOutputWidget::deinitialise()
     m_curves.clear();
 }
 
-void GraphOutputWidget::readParameters()
-{
-    m_autoscale = getParam(OutputGraphDevice::kAutoscale);
-    m_minValue = getParam(OutputGraphDevice::kMinValue);
-    m_maxValue = getParam(OutputGraphDevice::kMaxValue);
-    m_minThreshold = getParam(OutputGraphDevice::kMinThreshold);
-    m_maxThreshold = getParam(OutputGraphDevice::kMaxThreshold);
-    m_timePeriod = getParam(OutputGraphDevice::kTimePeriod);
-    m_timeout = getParam(OutputGraphDevice::kTimeout);
-}
-
 void GraphOutputWidget::startRefreshing()
 {
-    m_refreshTimer = std::make_unique<QTimer>();
-    m_refreshTimer->start(qMax(m_timePeriod, kMinRefreshMs));
-    connect(m_refreshTimer.get(), SIGNAL(timeout()), this, SLOT(updateGraph()));
+    m_refreshTimer.start(qMax(m_timePeriod, kMinRefreshMs));
+    connect(&m_refreshTimer, SIGNAL(timeout()), this, SLOT(updateGraph()));
 
     auto* graph = qobject_cast<OutputGraphDevice*>(device());
     if (!graph) {
@@ -84,17 +67,11 @@ void GraphOutputWidget::startRefreshing()
 
 void GraphOutputWidget::addThreshold(double value)
 {
-    auto* line = new QCPItemStraightLine(m_frame.plot());
+    auto* line = new QCPItemStraightLine(view());
     line->point1->setCoords(kSmallestPositiveDouble, value);
     line->point2->setCoords(kLargestDouble, value);
     line->setPen(Looks::kThresholdLine);
-    plot::addItem(m_frame.plot(), line);
-}
-
-void GraphOutputWidget::changeEvent(QEvent* event)
-{
-    BaseWidget::changeEvent(event);
-    m_frame.changeEvent(*this, *event);
+    plot::addItem(view(), line);
 }
 
 void GraphOutputWidget::updateGraph()
@@ -102,7 +79,7 @@ void GraphOutputWidget::updateGraph()
     if (!isReady()) {
         return;
     }
-    PlotView* graph = m_frame.plot();
+    PlotView* graph = view();
     if (m_autoscale) {
         graph->rescaleAxes(false);
     } else {
@@ -115,9 +92,17 @@ void GraphOutputWidget::updateGraph()
 
 void GraphOutputWidget::input(double value, QString sender, double time)
 {
-    if (isReady()) {
-        append(segmentsOf(sender), value, time);
+    if (!isReady()) {
+        return;
     }
+    Segments& segments = segmentsOf(sender);
+    QCPGraph* segment = segments.last();
+    if (plot::hasData(segment) && time - m_timeout > plot::lastKey(segment)) {
+        segment = beginSegment(segments);
+    }
+    prune(segments, time);
+    plot::removeDataBefore(segment, time - m_timePeriod);
+    segment->addData(time, value);
 }
 
 void GraphOutputWidget::inputFill(QString sender, bool fill)
@@ -145,7 +130,7 @@ void GraphOutputWidget::inputColor(QString sender, QString color)
 void GraphOutputWidget::inputName(QString sender, QString name)
 {
     if (isReady()) {
-        lastSegment(sender)->setName(norvo::shortened(name, kMaxNameLength, *m_frame.plot()));
+        lastSegment(sender)->setName(norvo::shortened(name, kMaxNameLength, *view()));
     }
 }
 
@@ -155,37 +140,26 @@ GraphOutputWidget::Segments& GraphOutputWidget::segmentsOf(const QString& sender
     if (known != m_curves.end() && known->last()) {
         return *known;
     }
-    QCPGraph* segment = PlotCurve::addTo(m_frame.plot());
+    QCPGraph* segment = PlotCurve::addTo(view());
     Segments& segments = m_curves[sender];
     segments = {segment};
-    segment->setName(norvo::shortened(sender, kMaxNameLength, *m_frame.plot()));
+    segment->setName(norvo::shortened(sender, kMaxNameLength, *view()));
     segment->setBrush(Qt::NoBrush);
 
     const int count = m_curves.size();
     segment->setPen(Looks::curveLine(Looks::curveColor(count)));
     if (count > 1) {
-        m_frame.plot()->xAxis->axisRect()->insetLayout()->setInsetAlignment(0, Qt::AlignTop |
-                                                                                   Qt::AlignRight);
-        m_frame.plot()->legend->setVisible(true);
+        view()->xAxis->axisRect()->insetLayout()->setInsetAlignment(0,
+                                                                    Qt::AlignTop | Qt::AlignRight);
+        view()->legend->setVisible(true);
     }
     return segments;
-}
-
-void GraphOutputWidget::append(Segments& segments, double value, double time)
-{
-    QCPGraph* segment = segments.last();
-    if (plot::hasData(segment) && time - m_timeout > plot::lastKey(segment)) {
-        segment = beginSegment(segments);
-    }
-    prune(segments, time);
-    plot::removeDataBefore(segment, time - m_timePeriod);
-    segment->addData(time, value);
 }
 
 QCPGraph* GraphOutputWidget::beginSegment(Segments& segments)
 {
     QCPGraph* previous = segments.last();
-    QCPGraph* segment = PlotCurve::addTo(m_frame.plot());
+    QCPGraph* segment = PlotCurve::addTo(view());
     segment->setPen(previous->pen());
     segment->setName(previous->name());
     previous->removeFromLegend();
@@ -196,15 +170,11 @@ QCPGraph* GraphOutputWidget::beginSegment(Segments& segments)
 void GraphOutputWidget::prune(Segments& segments, double time)
 {
     // The last segment stays in any case: it is about to be appended to.
-    for (int i = 0; i < segments.size() - 1;) {
-        QCPGraph* segment = segments[i];
-        if (!segment) {
-            segments.remove(i);
-        } else if (!plot::hasData(segment) || time - m_timePeriod > plot::lastKey(segment)) {
+    for (const QPointer<QCPGraph>& segment : qAsConst(segments)) {
+        if (segment && segment != segments.last() &&
+            (!plot::hasData(segment) || time - m_timePeriod > plot::lastKey(segment))) {
             segment->parentPlot()->removeGraph(segment);
-            segments.remove(i);
-        } else {
-            ++i;
         }
     }
+    segments.removeAll({});
 }

@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "norvo/BaseWidget.h"
 #include "widgets/GraphFrame.h"
 
 #include <QMap>
 #include <QPointer>
+#include <QTimer>
 #include <QVector>
-
-#include <memory>
-
-class QTimer;
 
 /// Plots the values of several senders in a time window that scrolls with the present.
 ///
@@ -18,13 +14,12 @@ class QTimer;
 /// that no line bridges the pause. Only the newest segment stands in the legend and is changed by
 /// inputFill(), inputColor() and inputName(). What has left the window is dropped with each value.
 /// A sender keeps its curve, and the plot that it is in, until deinitialise().
-class GraphOutputWidget : public BaseWidget
+class GraphOutputWidget : public GraphFrame
 {
     Q_OBJECT
 
 public:
-    GraphOutputWidget(BaseGuiDevice* device, QWidget* parent);
-    ~GraphOutputWidget() override;
+    using GraphFrame::GraphFrame;
 
     void initialise() override;
     void deinitialise() override; ///< Forgets the senders; the plot keeps its curves.
@@ -35,33 +30,25 @@ public slots:
     void inputColor(QString sender, QString color); ///< An unknown colour is an invalid one.
     void inputName(QString sender, QString name);
 
-protected:
-    void changeEvent(QEvent* event) override;
-
 protected slots:
     void updateGraph(); ///< Moves the window to now and fits the value axis where that is asked.
 
 private:
     using Segments = QVector<QPointer<QCPGraph>>; ///< Oldest first, never empty; their plot's.
 
-    bool isReady() const { return isInitialised() && m_frame.plot(); }
-    void readParameters();
+    bool isReady() const { return isInitialised() && view(); }
     void startRefreshing();
     void addThreshold(double value);
     Segments& segmentsOf(const QString& sender); ///< Begins a curve for a new sender.
     QCPGraph* lastSegment(const QString& sender) { return segmentsOf(sender).last(); }
-    void append(Segments& segments, double value, double time);
     QCPGraph* beginSegment(Segments& segments);
     void prune(Segments& segments, double time);
 
     double m_minValue = 0.0;
     double m_maxValue = 1.0;
-    double m_minThreshold = 0.0;
-    double m_maxThreshold = 100.0;
     int m_timePeriod = 10; ///< Seconds shown; also the refresh interval in ms, at least 33.
     int m_timeout = 1;     ///< Seconds.
     bool m_autoscale = true;
-    GraphFrame m_frame;
-    std::unique_ptr<QTimer> m_refreshTimer;
+    QTimer m_refreshTimer; ///< Runs from the first initialise() on.
     QMap<QString, Segments> m_curves;
 };
