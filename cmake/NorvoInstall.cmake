@@ -6,9 +6,10 @@ set(NORVO_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Norvo)
 
 install(TARGETS Norvo NorvoGUI EXPORT NorvoTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-# Truncation.h serves devices, widgets and host alike, and is no part of the contract.
+install(TARGETS NorvoGUIQml LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+# Those that are left out serve devices, widgets and host alike, and are no part of the contract.
 install(DIRECTORY plugin/norvo DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-    FILES_MATCHING PATTERN "*.h" PATTERN "Truncation.h" EXCLUDE)
+    FILES_MATCHING PATTERN "*.h" PATTERN "Truncation.h" EXCLUDE PATTERN "LibraryPart.h" EXCLUDE)
 install(EXPORT NorvoTargets NAMESPACE Norvo:: DESTINATION ${NORVO_CMAKE_DIR})
 # The build folder is found the same way, with CMAKE_PREFIX_PATH or Norvo_DIR naming it.
 export(EXPORT NorvoTargets NAMESPACE Norvo:: FILE ${CMAKE_BINARY_DIR}/NorvoTargets.cmake)
@@ -18,6 +19,7 @@ foreach(plugin norvoguidevices norvosources)
         install(TARGETS ${plugin} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/norvo/plugins)
     endif()
 endforeach()
+install(TARGETS norvoqmlwidget LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/norvo/plugins/qml)
 if(TARGET norvo-panel)
     install(TARGETS norvo-panel RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()

@@ -2,10 +2,10 @@
 
 #include "devices/QmlGuiDevice.h"
 
+#include "devices/QmlParts.h"
 #include "norvo/QmlDeviceImpl.h"
 
 #include <QDebug>
-#include <QDir>
 #include <QQmlEngine>
 #include <QThread>
 
@@ -64,9 +64,12 @@ QObject* QmlGuiDevice::getReceiver(const QString& name, QString& signature)
 bool QmlGuiDevice::initialise()
 {
     if (!m_engine) {
-        m_engine = std::make_unique<QQmlEngine>();
-        // Behind the system's own; addImportPath() would put it in front.
-        m_engine->setImportPathList(m_engine->importPathList() << QDir::currentPath());
+        QString reason;
+        const QmlParts* const parts = qmlParts(reason);
+        if (!parts) {
+            return error(reason);
+        }
+        m_engine.reset(parts->makeEngine());
         m_impl = std::make_unique<QmlDeviceImpl>(m_engine.get());
     }
     const QString type = getParam(kSourceType).value();

@@ -17,6 +17,7 @@
 #include "devices/OutputWithProgress.h"
 #include "devices/PictureDevice.h"
 #include "devices/QmlGuiDevice.h"
+#include "devices/QmlParts.h"
 #include "devices/SliderDevice.h"
 #include "widgets/ButtonWidget.h"
 #include "widgets/CheckBoxWidget.h"
@@ -29,7 +30,6 @@
 #include "widgets/LampWidget.h"
 #include "widgets/OutputBarLumeno.h"
 #include "widgets/PictureWidget.h"
-#include "widgets/QmlWidget.h"
 #include "widgets/SliderWidget.h"
 #include "widgets/TextWidget.h"
 #include "widgets/ValueBarWidget.h"
@@ -109,7 +109,9 @@ BaseWidget* PictureDevice::createWidget()
 
 BaseWidget* QmlGuiDevice::createWidget()
 {
-    return new QmlWidget(m_impl.get(), this, nullptr);
+    QString reason;
+    const QmlParts* const parts = qmlParts(reason);
+    return parts ? parts->makeWidget(m_impl.get(), this) : new BaseWidget(this, nullptr);
 }
 
 BaseWidget* SliderDevice::createWidget()

@@ -24,6 +24,7 @@ private slots:
     void pictureThatCannotBeWrittenIsReported();
     void startWithErrorsShowsThemAndStartsNothing();
     void failedDeviceLeavesTheRestRunning();
+    void onlyPanelsWithQmlLoadQtQuick();
 };
 
 namespace {
@@ -161,6 +162,24 @@ void tst_NorvoPanelRun::failedDeviceLeavesTheRestRunning()
     panel.sendSignal(SIGTERM);
     QCOMPARE(panel.waitForEnd(), 0);
     QVERIFY(panel.errorLines().filter(folder.panel() + ":3:3: error: ").size() == 1);
+}
+
+void tst_NorvoPanelRun::onlyPanelsWithQmlLoadQtQuick()
+{
+    const PanelFolder folder("");
+    for (const bool isQml : {false, true}) {
+        PanelProcess panel({"--screenshot", folder.filePath("o.png"), "--after", "0", "--no-state",
+                            QString(NORVO_SOURCE_DIR "/examples/%1/panel.yaml")
+                                .arg(isQml ? "qml" : "workstation")});
+        panel.setEnvironment("LD_DEBUG", "files"); // The loader names each library.
+        QCOMPARE(panel.runToEnd(), 0);
+        const QStringList lines = panel.errorLines();
+        QVERIFY(!lines.filter("calling init:").filter("libNorvoGUI.so").isEmpty());
+        for (const char* library : {"libQt5Qml.so", "libQt5Quick.so", "libQt5QuickWidgets.so"}) {
+            const QStringList loads = lines.filter("calling init:").filter(library);
+            QVERIFY2(loads.isEmpty() == !isQml, library);
+        }
+    }
 }
 
 NORVO_GUILESS_TEST(tst_NorvoPanelRun)
