@@ -2,11 +2,11 @@
 
 #include "host/gui/dialogs/EntryDialog.h"
 
-#include "host/gui/dialogs/EntryDisplay.h"
 #include "host/gui/dialogs/TouchKey.h"
 
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
 #include <QScreen>
 #include <QWindow>
@@ -15,12 +15,20 @@ namespace norvo {
 namespace {
 
 constexpr int kTextPixels = 17;
+constexpr int kDisplayPixels = 32;
+constexpr int kDisplayHeight = 60;
+
+QFont sized(QFont font, int pixels)
+{
+    font.setPixelSize(pixels);
+    return font;
+}
 
 } // namespace
 
 EntryDialog::EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& title)
     : QDialog(parent, flags),
-      m_display(new EntryDisplay),
+      m_display(new QLineEdit),
       m_reason(new QLabel),
       m_ok(new TouchKey("ok", tr("OK"))),
       m_cancel(new TouchKey("cancel", tr("Cancel")))
@@ -28,26 +36,37 @@ EntryDialog::EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& 
     setWindowTitle(title);
     setModal(true);
     m_reason->setObjectName("reason");
-    QFont readable = font();
-    readable.setPixelSize(kTextPixels);
-    setFont(readable);
-    m_reason->setFont(readable);
+    setFont(sized(font(), kTextPixels));
+    m_reason->setFont(font());
     m_reason->setMinimumHeight(m_reason->fontMetrics().height());
+    m_display->setObjectName("display");
+    m_display->setFont(sized(m_display->font(), kDisplayPixels));
+    m_display->setMinimumHeight(kDisplayHeight);
     m_display->setAccessibleName(title);
     m_ok->setDefault(true);
     connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-bool EntryDialog::runModal(EntryDialog* dialog)
+bool EntryDialog::runModal(EntryDialog* dialog, bool* ok)
 {
     const QPointer<EntryDialog> guard(dialog);
-    return dialog->exec() == QDialog::Accepted && guard;
+    const bool isConfirmed = dialog->exec() == QDialog::Accepted && guard;
+    if (ok) {
+        *ok = isConfirmed;
+    }
+    return isConfirmed;
 }
 
 void EntryDialog::showError(const QString& reason)
 {
-    m_display->setError(!reason.isEmpty());
+    QPalette colours;
+    if (!reason.isEmpty()) {
+        colours.setColor(QPalette::Base, QColor("#c62828"));
+        colours.setColor(QPalette::Text, Qt::white);
+        colours.setColor(QPalette::PlaceholderText, QColor("#ffd0d0"));
+    }
+    m_display->setPalette(colours);
     m_reason->setText(reason);
     m_ok->setEnabled(reason.isEmpty());
 }

@@ -3,7 +3,6 @@
 #include "norvo/NumpadDialog.h"
 
 #include "host/gui/dialogs/EntryDialog.h"
-#include "host/gui/dialogs/EntryDisplay.h"
 #include "host/gui/dialogs/NumberEntry.h"
 #include "host/gui/dialogs/TouchKey.h"
 #include "norvo/Truncation.h"
@@ -11,7 +10,11 @@
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
+
+#include <functional>
+#include <utility>
 
 namespace norvo {
 namespace {
@@ -30,10 +33,7 @@ protected:
 private:
     QLayout* createHead();
     QLayout* createKeys();
-    TouchKey* actingKey(TouchKey* key, void (NumberEntry::*action)());
-    TouchKey* digitKey(int digit);
-    TouchKey* stepKey(const QString& name, TouchKey::Symbol symbol, const QString& accessibleName,
-                      int count);
+    TouchKey* acting(TouchKey* key, std::function<void()> act);
     bool typeCharacter(QChar character);
     void showEntry();
 
@@ -83,25 +83,27 @@ QLayout* Numpad::createHead()
 
 QLayout* Numpad::createKeys()
 {
+    using Symbol = TouchKey::Symbol;
     auto* const keys = new QGridLayout;
-    for (int digit = 1; digit <= 9; ++digit) {
-        keys->addWidget(digitKey(digit), 2 - (digit - 1) / 3, (digit - 1) % 3);
+    for (int digit = 0; digit <= 9; ++digit) {
+        auto* const key = new TouchKey(QString("key%1").arg(digit), QString::number(digit));
+        acting(key, [this, digit] { m_entry.typeDigit(digit); });
+        keys->addWidget(key, 3 - (digit + 2) / 3, digit == 0 ? 1 : (digit - 1) % 3);
     }
-    keys->addWidget(
-        actingKey(new TouchKey("keySign", QString(QChar(0xb1))), &NumberEntry::turnSign), 3, 0);
-    keys->addWidget(digitKey(0), 3, 1);
+    const auto add = [&](int row, int column, TouchKey* key, std::function<void()> act) {
+        keys->addWidget(acting(key, std::move(act)), row, column);
+    };
+    add(3, 0, new TouchKey("keySign", QString(QChar(0xb1))), [this] { m_entry.turnSign(); });
     if (m_entry.hasPoint()) {
-        keys->addWidget(actingKey(new TouchKey("keyPoint", "."), &NumberEntry::typePoint), 3, 2);
+        add(3, 2, new TouchKey("keyPoint", "."), [this] { m_entry.typePoint(); });
     }
-    auto* const backspace =
-        new TouchKey("keyBackspace", TouchKey::Symbol::Backspace, tr("Backspace"));
-    backspace->setAutoRepeat(true);
-    keys->addWidget(actingKey(backspace, &NumberEntry::backspace), 0, 3);
+    add(0, 3, new TouchKey("keyBackspace", Symbol::Backspace, tr("Backspace")),
+        [this] { m_entry.backspace(); });
     auto* const clear = new TouchKey("keyClear", "C");
     clear->setAccessibleName(tr("Clear"));
-    keys->addWidget(actingKey(clear, &NumberEntry::clear), 1, 3);
-    keys->addWidget(stepKey("keyUp", TouchKey::Symbol::Up, tr("Step up"), 1), 0, 4);
-    keys->addWidget(stepKey("keyDown", TouchKey::Symbol::Down, tr("Step down"), -1), 1, 4);
+    add(1, 3, clear, [this] { m_entry.clear(); });
+    add(0, 4, new TouchKey("keyUp", Symbol::Up, tr("Step up")), [this] { m_entry.step(1); });
+    add(1, 4, new TouchKey("keyDown", Symbol::Down, tr("Step down")), [this] { m_entry.step(-1); });
     keys->addWidget(m_cancel, 2, 3, 1, 2);
     keys->addWidget(m_ok, 3, 3, 1, 2);
     for (int column = 0; column < 5; ++column) {
@@ -110,32 +112,10 @@ QLayout* Numpad::createKeys()
     return keys;
 }
 
-TouchKey* Numpad::actingKey(TouchKey* key, void (NumberEntry::*action)())
+TouchKey* Numpad::acting(TouchKey* key, std::function<void()> act)
 {
-    connect(key, &QPushButton::clicked, this, [this, action] {
-        (m_entry.*action)();
-        showEntry();
-    });
-    return key;
-}
-
-TouchKey* Numpad::digitKey(int digit)
-{
-    auto* const key = new TouchKey(QString("key%1").arg(digit), QString::number(digit));
-    connect(key, &QPushButton::clicked, this, [this, digit] {
-        m_entry.typeDigit(digit);
-        showEntry();
-    });
-    return key;
-}
-
-TouchKey* Numpad::stepKey(const QString& name, TouchKey::Symbol symbol,
-                          const QString& accessibleName, int count)
-{
-    auto* const key = new TouchKey(name, symbol, accessibleName);
-    key->setAutoRepeat(true);
-    connect(key, &QPushButton::clicked, this, [this, count] {
-        m_entry.step(count);
+    connect(key, &QPushButton::clicked, this, [this, act = std::move(act)] {
+        act();
         showEntry();
     });
     return key;
@@ -193,10 +173,7 @@ double NumpadDialog::getDouble(QWidget* parent, const QString& title, const QStr
 {
     const QPointer<norvo::Numpad> numpad(
         new norvo::Numpad(parent, flags, title, label, {value, min, max, step, decimals}));
-    const bool isConfirmed = norvo::EntryDialog::runModal(numpad);
-    if (ok) {
-        *ok = isConfirmed;
-    }
+    const bool isConfirmed = norvo::EntryDialog::runModal(numpad, ok);
     const double number = isConfirmed ? numpad->value() : value;
     delete numpad.data();
     return number;

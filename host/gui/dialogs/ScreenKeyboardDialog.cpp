@@ -3,18 +3,57 @@
 #include "norvo/ScreenKeyboardDialog.h"
 
 #include "host/gui/dialogs/EntryDialog.h"
-#include "host/gui/dialogs/EntryDisplay.h"
-#include "host/gui/dialogs/KeyboardLayouts.h"
 #include "host/gui/dialogs/TouchKey.h"
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
+#include <QStringList>
+#include <QVector>
 
 namespace norvo {
 namespace {
 
 constexpr int kColumns = 11;
+
+/// What the three upper rows of a keyboard type, a character for each key. The rows of all layouts
+/// are kRowLengths long, with shift as without.
+struct KeyboardLayout
+{
+    static constexpr int kRowLengths[3] = {11, 11, 9};
+
+    QString shortName; ///< For the key that switches to this layout.
+    QString name;
+    QStringList rows;
+    QStringList shiftedRows;
+};
+
+const QVector<KeyboardLayout>& languageLayouts()
+{
+    // clang-format off
+    static const QVector<KeyboardLayout> layouts{
+        {"EN", "English",
+         {"qwertyuiop-", "asdfghjkl'/", "zxcvbnm,."},
+         {"QWERTYUIOP_", "ASDFGHJKL\"@", "ZXCVBNM!?"}},
+        {QStringLiteral(u"БГ"), QStringLiteral(u"Български"),
+         {QStringLiteral(u"явертъуиопш"), QStringLiteral(u"асдфгхйклщю"), QStringLiteral(u"зьцжбнмч.")},
+         {QStringLiteral(u"ЯВЕРТЪУИОПШ"), QStringLiteral(u"АСДФГХЙКЛЩЮ"), QStringLiteral(u"ЗЬЦЖБНМЧ,")}},
+    };
+    // clang-format on
+    return layouts;
+}
+
+const KeyboardLayout& symbolLayout()
+{
+    static const KeyboardLayout layout{"abc",
+                                       "Symbols",
+                                       {"!\"#$%&'()*+", ",-./:;<=>?@", "[\\]^_{|}~"},
+                                       {QStringLiteral(u"°µΩ±×÷²³½¼¾"),
+                                        QStringLiteral(u"€£¥§©®←→↑↓•"),
+                                        QStringLiteral(u"`´¨«»¿¡–—")}};
+    return layout;
+}
 
 class ScreenKeyboard : public EntryDialog
 {
@@ -154,7 +193,6 @@ TouchKey* ScreenKeyboard::editingKey(const QString& name, TouchKey::Symbol symbo
                                      const QString& accessibleName, std::function<void()> edit)
 {
     auto* const key = new TouchKey(name, symbol, accessibleName);
-    key->setAutoRepeat(true);
     connect(key, &QPushButton::clicked, this, edit);
     return key;
 }
@@ -216,10 +254,7 @@ QString ScreenKeyboardDialog::getText(QWidget* parent, QString title, QString te
         new norvo::ScreenKeyboard(parent, flags, title, text));
     keyboard->setHint(hint);
     keyboard->setCheck(std::move(check), reason);
-    const bool isConfirmed = norvo::EntryDialog::runModal(keyboard);
-    if (ok) {
-        *ok = isConfirmed;
-    }
+    const bool isConfirmed = norvo::EntryDialog::runModal(keyboard, ok);
     QString entered = isConfirmed ? keyboard->text() : text;
     delete keyboard.data();
     return entered;

@@ -3,56 +3,41 @@
 #include "host/gui/dialogs/TouchKey.h"
 
 #include <QPainter>
-#include <QPainterPath>
+#include <QPolygonF>
+#include <QVector>
 
 namespace norvo {
 namespace {
 
 constexpr int kFontPixels = 24;
 
-/// In a square from -1 to 1.
-QPainterPath pathOf(TouchKey::Symbol symbol)
+using Line = QVector<QPointF>;
+
+/// Its lines, in a square from -1 to 1.
+QVector<Line> linesOf(TouchKey::Symbol symbol)
 {
-    QPainterPath path;
+    const Line arrow{{0, -1},     {0.9, -0.1},  {0.4, -0.1},  {0.4, 0.6},
+                     {-0.4, 0.6}, {-0.4, -0.1}, {-0.9, -0.1}, {0, -1}};
     switch (symbol) {
     case TouchKey::Symbol::None:
         break;
     case TouchKey::Symbol::Backspace:
-        path.addPolygon(QPolygonF({{-1, 0}, {-0.4, -0.7}, {1, -0.7}, {1, 0.7}, {-0.4, 0.7}}));
-        path.closeSubpath();
-        path.moveTo(0, -0.3);
-        path.lineTo(0.6, 0.3);
-        path.moveTo(0, 0.3);
-        path.lineTo(0.6, -0.3);
-        break;
+        return {Line{{-1, 0}, {-0.4, -0.7}, {1, -0.7}, {1, 0.7}, {-0.4, 0.7}, {-1, 0}},
+                Line{{0, -0.3}, {0.6, 0.3}}, Line{{0, 0.3}, {0.6, -0.3}}};
     case TouchKey::Symbol::Up:
-        path.addPolygon(QPolygonF({{-0.9, 0.45}, {0, -0.45}, {0.9, 0.45}}));
-        break;
+        return {Line{{-0.9, 0.45}, {0, -0.45}, {0.9, 0.45}}};
     case TouchKey::Symbol::Down:
-        path.addPolygon(QPolygonF({{-0.9, -0.45}, {0, 0.45}, {0.9, -0.45}}));
-        break;
+        return {Line{{-0.9, -0.45}, {0, 0.45}, {0.9, -0.45}}};
     case TouchKey::Symbol::Left:
-        path.addPolygon(QPolygonF({{0.45, -0.9}, {-0.45, 0}, {0.45, 0.9}}));
-        break;
+        return {Line{{0.45, -0.9}, {-0.45, 0}, {0.45, 0.9}}};
     case TouchKey::Symbol::Right:
-        path.addPolygon(QPolygonF({{-0.45, -0.9}, {0.45, 0}, {-0.45, 0.9}}));
-        break;
+        return {Line{{-0.45, -0.9}, {0.45, 0}, {-0.45, 0.9}}};
     case TouchKey::Symbol::Caps:
-        path.moveTo(-0.5, 1);
-        path.lineTo(0.5, 1);
-        Q_FALLTHROUGH();
+        return {Line{{-0.5, 1}, {0.5, 1}}, arrow};
     case TouchKey::Symbol::Shift:
-        path.addPolygon(QPolygonF({{0, -1},
-                                   {0.9, -0.1},
-                                   {0.4, -0.1},
-                                   {0.4, 0.6},
-                                   {-0.4, 0.6},
-                                   {-0.4, -0.1},
-                                   {-0.9, -0.1}}));
-        path.closeSubpath();
-        break;
+        return {arrow};
     }
-    return path;
+    return {};
 }
 
 } // namespace
@@ -74,6 +59,7 @@ TouchKey::TouchKey(const QString& objectName, Symbol symbol, const QString& acce
     : TouchKey(objectName, QString())
 {
     m_symbol = symbol;
+    setAutoRepeat(symbol != Symbol::Shift && symbol != Symbol::Caps);
     setAccessibleName(accessibleName);
 }
 
@@ -86,9 +72,6 @@ void TouchKey::setPlainText(const QString& text)
 void TouchKey::paintEvent(QPaintEvent* event)
 {
     QPushButton::paintEvent(event);
-    if (m_symbol == Symbol::None) {
-        return;
-    }
     constexpr qreal halfSymbol = 13;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -99,7 +82,9 @@ void TouchKey::paintEvent(QPaintEvent* event)
     pen.setCapStyle(Qt::RoundCap);
     pen.setJoinStyle(Qt::RoundJoin);
     painter.setPen(pen);
-    painter.drawPath(pathOf(m_symbol));
+    for (const Line& line : linesOf(m_symbol)) {
+        painter.drawPolyline(line);
+    }
 }
 
 } // namespace norvo

@@ -16,7 +16,8 @@ public:
     static constexpr int kSize = 64; ///< The least width and height, in pixels.
 
     TouchKey(const QString& objectName, const QString& text);
-    /// Shows a drawn symbol; `accessibleName` says what the key does.
+    /// Shows a drawn symbol; `accessibleName` says what the key does. Repeats while it is held,
+    /// unless it switches something.
     TouchKey(const QString& objectName, Symbol symbol, const QString& accessibleName);
 
     void setPlainText(const QString& text); ///< As it is, "&" included.
