@@ -5,8 +5,8 @@
 #include "devices/Decimals.h"
 #include "norvo/Truncation.h"
 #include "widgets/Looks.h"
-#include "widgets/LumenoGeometry.h"
 #include "widgets/OneLine.h"
+#include "widgets/ScaleMarks.h"
 
 #include <QPainter>
 #include <QTimer>
@@ -63,13 +63,10 @@ void OutputBarLumeno::readParameters()
     m_valueFont = norvo::Looks::gaugeFont(norvo::truncatedToInt(m_fontSize * 1.5));
     m_valueFont.setBold(true);
     m_units = norvo::staticLine(norvo::inOneLine(getParam(LumenoBarDevice::kUnits)), m_textFont);
-    m_scale.setSettings(
-        {{getParam(LumenoBarDevice::kMinValue), getParam(LumenoBarDevice::kMaxValue),
-          getParam(LumenoBarDevice::kDigitsStep), getParam(LumenoBarDevice::kDashesStep)},
-         m_precision,
-         m_barWidth,
-         getParam(LumenoBarDevice::kName),
-         m_textFont});
+    m_name = getParam(LumenoBarDevice::kName).value();
+    m_scale = {getParam(LumenoBarDevice::kMinValue), getParam(LumenoBarDevice::kMaxValue),
+               getParam(LumenoBarDevice::kDigitsStep), getParam(LumenoBarDevice::kDashesStep)};
+    m_laidOutHeight = -1;
 }
 
 void OutputBarLumeno::deinitialise()
@@ -99,9 +96,69 @@ void OutputBarLumeno::update()
     QWidget::update();
 }
 
+/// As a text in a box comes out by default: wrapped in it and cut off at its edges.
+OutputBarLumeno::Text OutputBarLumeno::number(double value, double y) const
+{
+    const QFontMetrics metrics(m_textFont);
+    const QString digits = (value >= 0.0 ? " " : "") + QString::number(value, 'f', m_precision);
+    Text text{geometry::digitBox(y, geometry::scaledBarWidth(m_barWidth),
+                                 metrics.horizontalAdvance(digits), metrics.height()),
+              QStaticText(digits), false};
+    text.text.setTextFormat(Qt::PlainText);
+    text.text.setTextWidth(text.box.width());
+    text.text.prepare({}, m_textFont);
+    text.isClipped = !text.box.contains(QRectF(text.box.topLeft(), text.text.size()));
+    return text;
+}
+
+void OutputBarLumeno::layOut()
+{
+    m_laidOutHeight = height();
+    const QFontMetrics metrics(m_textFont);
+    const double usedHeight = geometry::usedHeight(height(), !m_name.isEmpty());
+    const int barWidth = geometry::scaledBarWidth(m_barWidth);
+    m_axis = geometry::valueAxis(m_scale, usedHeight, metrics.height());
+    m_dashes = geometry::shortDashes(m_scale, m_axis, barWidth);
+    m_texts.clear();
+    norvo::MarksPerPixel numbers(norvo::kMaxNumbersPerPixel);
+    for (const auto& [value, y] : geometry::digits(m_scale, m_axis)) {
+        m_dashes.append(geometry::longDash(y, barWidth));
+        if (numbers.admit(m_dashes.last().y1())) {
+            m_texts.push_back(number(value, y));
+        }
+    }
+    const QStringList lines = geometry::captionLines(m_name);
+    for (int i = 0; i < lines.size(); ++i) {
+        const QString line = norvo::inOneLine(lines[i]);
+        const QRectF box = geometry::captionBox(i, lines.size(), usedHeight,
+                                                metrics.horizontalAdvance(line), metrics.height());
+        m_texts.push_back({box, norvo::staticLine(line, m_textFont), false});
+    }
+}
+
+void OutputBarLumeno::drawScale(QPainter& painter) const
+{
+    painter.setPen(m_textColor);
+    painter.setFont(m_textFont);
+    // One by one: together they would be filled as one shape where they are scaled.
+    for (const QLine& dash : m_dashes) {
+        painter.drawLine(dash);
+    }
+    for (const Text& text : m_texts) {
+        if (text.isClipped) {
+            painter.save();
+            painter.setClipRect(text.box, Qt::IntersectClip);
+        }
+        painter.drawStaticText(text.box.topLeft(), text.text);
+        if (text.isClipped) {
+            painter.restore();
+        }
+    }
+}
+
 void OutputBarLumeno::drawBar(QPainter& painter) const
 {
-    const QRectF bar = geometry::bar(m_history.latestValue(), m_scale.axis(), m_barWidth,
+    const QRectF bar = geometry::bar(m_history.latestValue(), m_axis, m_barWidth,
                                      QFontMetrics(m_valueFont).height());
     painter.fillRect(bar.normalized(), m_accentColor);
 }
@@ -127,7 +184,7 @@ void OutputBarLumeno::drawTrace(QPainter& painter)
 {
     painter.translate(-GaugeHistory::kTraceWidth - 0.5 * geometry::scaledBarWidth(m_barWidth), 0.0);
     painter.setPen(m_accentColor);
-    painter.drawPolyline(m_history.trace(secondsSinceEpoch(), m_scale.axis()));
+    painter.drawPolyline(m_history.trace(secondsSinceEpoch(), m_axis));
 }
 
 void OutputBarLumeno::paintEvent(QPaintEvent*)
@@ -136,12 +193,13 @@ void OutputBarLumeno::paintEvent(QPaintEvent*)
         return;
     }
     setMinimumWidth(kMinWidth);
-    m_scale.setHeight(height());
+    if (height() != m_laidOutHeight) {
+        layOut();
+    }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(width() * 0.5, 0.0);
-    painter.setPen(m_textColor);
-    m_scale.draw(painter);
+    drawScale(painter);
     if (!m_history.isEmpty()) {
         drawBar(painter);
     }
