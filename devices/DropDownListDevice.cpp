@@ -49,9 +49,7 @@ void DropDownListDevice::input(int index)
 
 void DropDownListDevice::input(double index)
 {
-    if (!m_isPassingIndex) {
-        input(norvo::truncatedToInt(std::floor(index + 0.5))); // qRound() knows no end of int
-    }
+    input(norvo::truncatedToInt(std::floor(index + 0.5))); // qRound() knows no end of int
 }
 
 void DropDownListDevice::input(QString item)

@@ -37,16 +37,10 @@ void OutputDigitalDevice::timerTimeout()
 
 void OutputDigitalDevice::input(double value)
 {
-    if (isRunning()) {
-        passOn(value);
-        restartTimeout();
-    }
+    passOnNumber(value);
 }
 
 void OutputDigitalDevice::input(QString text)
 {
-    if (isRunning()) {
-        passOn(text);
-        restartTimeout();
-    }
+    passOnText(text);
 }

@@ -75,7 +75,7 @@ void OutputWithProgress::input(double value)
     if (!isRunning()) {
         return;
     }
-    passOn(value);
+    passOnNumber(value);
     if (m_minThreshold > value) {
         emit minThresholdAlert();
         alarm();
@@ -84,15 +84,11 @@ void OutputWithProgress::input(double value)
         emit maxThresholdAlert();
         alarm();
     }
-    restartTimeout();
 }
 
 void OutputWithProgress::input(QString text)
 {
-    if (isRunning()) {
-        passOn(text);
-        restartTimeout();
-    }
+    passOnText(text);
 }
 
 void OutputWithProgress::alarm()

@@ -30,39 +30,28 @@ protected:
         }
     }
 
-    void restartTimeout()
+    /// Passes a value on in two forms while the device is running, and begins a new time-out. To be
+    /// called in the Device's own input slot, for it looks for the sender.
+    template <class AsItCame, class Otherwise>
+    void passOn(const AsItCame& value, const Otherwise& sameValue)
     {
+        if (!isRunning()) {
+            return;
+        }
+        emit self().output(value);
+        emit self().output(sameValue);
+        if (const QObject* const from = sender()) {
+            const QString name = from->objectName();
+            emit self().output(value, name);
+            emit self().output(sameValue, name);
+        }
         if (m_timeout) {
             m_timeout->start();
         }
     }
 
-    /// To be called in the Device's own input slot, as is the next: it looks for the sender. A
-    /// number came: number first.
-    void passOn(double value)
-    {
-        const QString text = QString::number(value, 'g', 6);
-        emit self().output(value);
-        emit self().output(text);
-        if (const QObject* const from = sender()) {
-            const QString name = from->objectName();
-            emit self().output(value, name);
-            emit self().output(text, name);
-        }
-    }
-
-    /// A text came: text first. What is no number counts as 0.
-    void passOn(const QString& text)
-    {
-        const double value = text.toDouble();
-        emit self().output(text);
-        emit self().output(value);
-        if (const QObject* const from = sender()) {
-            const QString name = from->objectName();
-            emit self().output(text, name);
-            emit self().output(value, name);
-        }
-    }
+    void passOnNumber(double value) { passOn(value, QString::number(value, 'g', 6)); }
+    void passOnText(const QString& text) { passOn(text, text.toDouble()); } ///< 0: no number.
 
 private:
     Device& self() { return static_cast<Device&>(*this); }

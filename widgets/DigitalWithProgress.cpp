@@ -43,7 +43,12 @@ void DigitalWithProgress::build(OutputWithProgress& readout)
     connect(&readout, SIGNAL(timeoutAlert()), this, SLOT(timeout()));
     connect(&m_face.blinkTimer, SIGNAL(timeout()), this, SLOT(blinkTimerExpired()));
 
-    copyParameters(readout);
+    m_minValue = readout.getMinValue();
+    m_maxValue = readout.getMaxValue();
+    m_face.minThreshold = readout.getMinThreshold();
+    m_face.maxThreshold = readout.getMaxThreshold();
+    m_face.precision = norvo::decimals(readout.getPrecision());
+    m_alarmEnabled = readout.getAlarmEnabled();
     m_face.createLabels(readout.getName());
     if (m_withProgress) {
         createBar();
@@ -55,16 +60,6 @@ void DigitalWithProgress::build(OutputWithProgress& readout)
     m_outOfRange = false;
     m_alarmRunning = true; // though quiet: the first value ends it
     m_timedOut = true;
-}
-
-void DigitalWithProgress::copyParameters(const OutputWithProgress& readout)
-{
-    m_minValue = readout.getMinValue();
-    m_maxValue = readout.getMaxValue();
-    m_face.minThreshold = readout.getMinThreshold();
-    m_face.maxThreshold = readout.getMaxThreshold();
-    m_face.precision = norvo::decimals(readout.getPrecision());
-    m_alarmEnabled = readout.getAlarmEnabled();
 }
 
 void DigitalWithProgress::createBar()

@@ -46,7 +46,6 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void copyParameters(const OutputWithProgress& readout);
     void createBar();
     void showState(const norvo::Looks::Readout& look);
     double barPosition(double value) const; ///< 0: empty, 1000: full, beyond either: outside.

@@ -11,7 +11,6 @@
 #include "widgets/ShownText.h"
 
 #include <QGridLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
 
@@ -56,49 +55,37 @@ void showText(QLineEdit& line, const QString& text)
 
 // What the operator enters in a dialog; nothing where it is cancelled.
 
-std::optional<double> askForDouble(const InputDevice& device, double current)
+std::optional<double> askForNumber(const InputDevice& device, bool forSpinBox)
 {
+    const QString title = InputFieldWidget::tr("Input value");
     bool ok = false;
-    const double number = NumpadDialog::getDouble(
-        nullptr, InputFieldWidget::tr("Input value"), QString(), current, device.getMinValue(),
-        device.getMaxValue(), device.getDecimals(), &ok, Qt::WindowFlags(), device.getValueStep());
+    double number = 0;
+    if (forSpinBox || device.getType() == InputDevice::kDoubleType) {
+        const double current =
+            forSpinBox ? device.getCurrentNumber() : device.getCurrentString().toDouble();
+        number = NumpadDialog::getDouble(nullptr, title, QString(), current, device.getMinValue(),
+                                         device.getMaxValue(), device.getDecimals(), &ok,
+                                         Qt::WindowFlags(), device.getValueStep());
+    } else if (device.getType() == InputDevice::kIntType) {
+        number = NumpadDialog::getInt(nullptr, title, QString(), device.getCurrentString().toInt(),
+                                      norvo::truncatedToInt(device.getMinValue()),
+                                      norvo::truncatedToInt(device.getMaxValue()),
+                                      norvo::truncatedToInt(device.getValueStep()), &ok,
+                                      Qt::WindowFlags());
+    }
     return ok ? std::optional(number) : std::nullopt;
 }
 
-std::optional<double> askForInt(const InputDevice& device)
+std::optional<QString> askForText(const QString& current)
 {
     bool ok = false;
-    const int number = NumpadDialog::getInt(
-        nullptr, InputFieldWidget::tr("Input value"), QString(), device.getCurrentString().toInt(),
-        norvo::truncatedToInt(device.getMinValue()), norvo::truncatedToInt(device.getMaxValue()),
-        norvo::truncatedToInt(device.getValueStep()), &ok, Qt::WindowFlags());
-    return ok ? std::optional<double>(number) : std::nullopt;
-}
-
-/// For a line editor that shows `current`.
-std::optional<QString> askForText(const InputDevice& device, const QString& current)
-{
-    if (device.getType() == InputDevice::kStringType) {
-        bool ok = false;
-        const QString text =
-            ScreenKeyboardDialog::getText(nullptr, InputFieldWidget::tr("Input value"), current,
-                                          Qt::WindowFlags(), &ok, QString(), QString(), {});
-        return ok ? std::optional(text) : std::nullopt;
-    }
-    std::optional<double> number;
-    if (device.getType() == InputDevice::kDoubleType) {
-        number = askForDouble(device, device.getCurrentString().toDouble());
-    } else if (device.getType() == InputDevice::kIntType) {
-        number = askForInt(device);
-    }
-    return number ? std::optional(QString::number(*number, 'g', 8)) : std::nullopt;
+    const QString text =
+        ScreenKeyboardDialog::getText(nullptr, InputFieldWidget::tr("Input value"), current,
+                                      Qt::WindowFlags(), &ok, QString(), QString(), {});
+    return ok ? std::optional(text) : std::nullopt;
 }
 
 } // namespace
-
-InputFieldWidget::InputFieldWidget(BaseGuiDevice* device, QWidget* parent)
-    : DeviceView(device, parent)
-{}
 
 InputFieldWidget::~InputFieldWidget()
 {
@@ -265,17 +252,22 @@ bool InputFieldWidget::eventFilter(QObject* watched, QEvent* event)
 
 void InputFieldWidget::editInDialog(const InputDevice& device)
 {
-    // Under the open dialog the widget may go, or get an editor of the other kind.
+    // Under the open dialog the widget may go, or get another editor.
     const QPointer<InputFieldWidget> self(this);
-    if (spinBox() && device.getType() != InputDevice::kStringType) {
-        const auto number = askForDouble(device, device.getCurrentNumber());
-        if (QDoubleSpinBox* const editor = number && self ? spinBox() : nullptr) {
-            editor->setValue(*number);
-        }
+    const QWidget* const asked = m_editor;
+    std::optional<double> number;
+    std::optional<QString> text;
+    if (device.getType() != InputDevice::kStringType) {
+        number = askForNumber(device, spinBox());
     } else if (lineEdit()) {
-        const auto text = askForText(device, lineEdit()->text());
-        if (QLineEdit* const line = text && self ? lineEdit() : nullptr) {
-            line->setText(*text);
-        }
+        text = askForText(lineEdit()->text());
+    }
+    if (!self || m_editor != asked) {
+        return;
+    }
+    if (number && spinBox()) {
+        spinBox()->setValue(*number);
+    } else if (number || text) {
+        lineEdit()->setText(text ? *text : QString::number(*number, 'g', 8));
     }
 }

@@ -4,12 +4,12 @@
 #include "devices/InputDevice.h"
 #include "widgets/DeviceView.h"
 
+#include <QLabel>
 #include <QPointer>
 
 #include <memory>
 
 class QDoubleSpinBox;
-class QLabel;
 class QLineEdit;
 
 /// The editor of an InputDevice, a line editor or a spin box, with caption and unit.
@@ -18,7 +18,7 @@ class InputFieldWidget : public DeviceView<InputDevice>
     Q_OBJECT
 
 public:
-    InputFieldWidget(BaseGuiDevice* device, QWidget* parent);
+    using DeviceView::DeviceView;
     ~InputFieldWidget() override;
 
     /// Places caption, editor and unit; labels without text are left out.

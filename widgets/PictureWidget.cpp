@@ -14,19 +14,13 @@
 
 namespace {
 
-constexpr qint64 kMegabyte = 1'000'000;
-constexpr qint64 kMaxMegabytes = 300;
+constexpr int kMaxMegabytes = 300;
 constexpr int kPixmapDepth = 32;
-
-double megabytes(const QSize& size, int bitsPerPixel)
-{
-    return double(size.width()) * size.height() * bitsPerPixel / 8 / kMegabyte;
-}
 
 /// Empty where a picture of that size may be in memory.
 QString sizeError(const QSize& size, int bitsPerPixel)
 {
-    const double needed = megabytes(size, bitsPerPixel);
+    const double needed = double(size.width()) * size.height() * bitsPerPixel / 8 / 1e6;
     if (size.isEmpty() || needed <= kMaxMegabytes) {
         return QString();
     }
