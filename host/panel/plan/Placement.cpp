@@ -7,12 +7,12 @@
 #include "norvo/Categories.h"
 
 #include <QHash>
-#include <QSet>
+#include <QRect>
 
 #include <algorithm>
-#include <map>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace norvo {
 
@@ -37,173 +37,112 @@ std::optional<int> readNumber(const QString& param, const QString& value)
     return ok && number >= lowest && number <= highest ? std::optional(number) : std::nullopt;
 }
 
-/// The grid of one area: bands of equal rows, each with the columns that are taken in it.
-class Grid
-{
-public:
-    struct Collision
-    {
-        int owner;
-        int row;
-        int column;
-    };
+using Word = quint64;
+constexpr int kWordBits = 64;
 
-    /// Takes those of the cells that are free. Returns whose the others are, each owner once.
-    QVector<Collision> take(const Cells& cells, int owner)
+/// Which places along a row, or along a column, are taken.
+struct Line
+{
+    std::vector<Word> words; ///< A bit for each place; those behind the last word are free.
+
+    bool isTaken(int place) const
     {
-        QVector<Collision> collisions;
-        QSet<int> known;
-        const int end = cells.row + cells.rowspan;
-        split(cells.row);
-        split(end);
-        for (int row = cells.row; row < end;) {
-            auto band = m_bands.lower_bound(row);
-            if (band == m_bands.end() || band->first > row) {
-                const int next = band == m_bands.end() ? end : std::min(band->first, end);
-                band = m_bands.insert({row, {next - 1, {}}}).first;
-            }
-            takeColumns(band->second.columns, cells, owner, [&](int other, int column) {
-                if (!known.contains(other)) {
-                    known.insert(other);
-                    collisions.append({other, row, column});
-                }
-            });
-            row = band->second.last + 1;
-        }
-        return collisions;
+        const size_t word = size_t(place / kWordBits);
+        return word < words.size() && (words[word] >> (place % kWordBits) & 1) != 0;
     }
 
-    /// Completes a request by the first free place that it allows.
-    void findPlace(Cells& cells)
+    void take(int first, int count)
     {
-        if (cells.row >= 0) {
-            findColumn(cells);
-        } else if (cells.column >= 0) {
-            findRow(cells);
-        } else {
-            findWholeRows(cells);
+        const int last = std::min(first + count, Placement::kMaxLines) - 1;
+        if (first > last) {
+            return;
         }
+        const auto at = [](int place) { return place / kWordBits; };
+        words.resize(std::max(words.size(), size_t(at(last) + 1)));
+        const Word firstBits = ~Word(0) << first % kWordBits;
+        const Word lastBits = ~Word(0) >> (kWordBits - 1 - last % kWordBits);
+        const auto begin = words.begin() + at(first);
+        const auto end = words.begin() + at(last);
+        *begin |= begin == end ? firstBits & lastBits : firstBits;
+        if (begin != end) {
+            std::fill(begin + 1, end, ~Word(0));
+            *end |= lastBits;
+        }
+    }
+
+    /// Takes what the other has taken from `first` on, or a little before it.
+    void takeAsIn(const Line& other, int first)
+    {
+        words.resize(std::max(words.size(), other.words.size()));
+        for (size_t i = size_t(first / kWordBits); i < other.words.size(); ++i) {
+            words[i] |= other.words[i];
+        }
+    }
+
+    /// Where so many places are free for the first time, from `first` on.
+    int firstFree(int first, int count) const
+    {
+        int place = first;
+        for (int free = 0; free < count; ++place) {
+            free = isTaken(place) ? 0 : free + 1;
+        }
+        return place - count;
+    }
+};
+
+/// Parallel rows, or parallel columns.
+class Lines
+{
+public:
+    void take(int line, int count, int first, int length)
+    {
+        const int end = std::min(line + count, Placement::kMaxLines);
+        m_lines.resize(std::max(m_lines.size(), size_t(end)));
+        for (int i = line; i < end; ++i) {
+            m_lines[size_t(i)].take(first, length);
+        }
+    }
+
+    bool isAnyTaken(int line, int count, int first, int length) const
+    {
+        const auto begin = m_lines.cbegin() + std::min(line, int(m_lines.size()));
+        const auto end = m_lines.cbegin() + std::min(line + count, int(m_lines.size()));
+        return std::any_of(begin, end,
+                           [=](const Line& one) { return one.firstFree(first, length) != first; });
+    }
+
+    /// The first place that is free in all of the lines, behind what was found for that line
+    /// before.
+    int findPlace(int line, int count, int length)
+    {
+        int& next = m_next[line];
+        const int place = merged(line, count, next).firstFree(next, length);
+        next = place + length;
+        return place;
     }
 
 private:
-    struct Part
+    Line merged(int line, int count, int first) const
     {
-        int last; ///< Column.
-        int owner;
-    };
-    using Columns = std::map<int, Part>; ///< By the first column; the parts do not overlap.
-    struct Band
-    {
-        int last; ///< Row.
-        Columns columns;
-    };
-    using Bands = std::map<int, Band>; ///< By the first row; the bands do not overlap.
-
-    /// The first part that ends at the column or behind it.
-    static Columns::const_iterator firstFrom(const Columns& columns, int column)
-    {
-        auto part = columns.upper_bound(column);
-        if (part != columns.cbegin() && std::prev(part)->second.last >= column) {
-            --part;
+        Line all;
+        const int end = std::min(line + count, int(m_lines.size()));
+        for (int i = line; i < end; ++i) {
+            all.takeAsIn(m_lines[size_t(i)], first);
         }
-        return part;
+        return all;
     }
 
-    /// The first band that ends at the row or below it.
-    Bands::const_iterator firstBandFrom(int row) const
-    {
-        auto band = m_bands.upper_bound(row);
-        if (band != m_bands.cbegin() && std::prev(band)->second.last >= row) {
-            --band;
-        }
-        return band;
-    }
+    std::vector<Line> m_lines;
+    QHash<int, int> m_next; ///< By line: where findPlace() goes on.
+};
 
-    /// Sees to it that no band goes across the upper edge of the row.
-    void split(int row)
-    {
-        const auto found = m_bands.lower_bound(row);
-        if (found == m_bands.begin() || std::prev(found)->second.last < row) {
-            return;
-        }
-        Band& band = std::prev(found)->second;
-        m_bands.insert({row, band});
-        band.last = row - 1;
-    }
-
-    template <class Report>
-    static void takeColumns(Columns& columns, const Cells& cells, int owner, const Report& report)
-    {
-        const int last = cells.column + cells.colspan - 1;
-        int column = cells.column;
-        for (auto part = firstFrom(columns, column); part != columns.end() && part->first <= last;
-             ++part) {
-            report(part->second.owner, std::max(column, part->first));
-            if (column < part->first) {
-                columns.insert({column, {part->first - 1, owner}});
-            }
-            column = part->second.last + 1;
-        }
-        if (column <= last) {
-            columns.insert({column, {last, owner}});
-        }
-    }
-
-    /// The last column of what is in the way in these columns; -1: nothing.
-    static int obstacle(const Columns& columns, int column, int colspan)
-    {
-        const auto part = firstFrom(columns, column);
-        return part != columns.cend() && part->first < column + colspan ? part->second.last : -1;
-    }
-
-    void findColumn(Cells& cells)
-    {
-        int& column = m_nextColumn[cells.row];
-        bool hasMoved = true;
-        while (hasMoved) {
-            hasMoved = false;
-            for (auto band = firstBandFrom(cells.row);
-                 band != m_bands.cend() && band->first < cells.row + cells.rowspan; ++band) {
-                int last = obstacle(band->second.columns, column, cells.colspan);
-                while (last >= 0) {
-                    column = last + 1;
-                    hasMoved = true;
-                    last = obstacle(band->second.columns, column, cells.colspan);
-                }
-            }
-        }
-        cells.column = column;
-        column += cells.colspan;
-    }
-
-    void findRow(Cells& cells)
-    {
-        int& first = m_nextRow[cells.column];
-        for (auto band = firstBandFrom(first);
-             band != m_bands.cend() && band->first < first + cells.rowspan; ++band) {
-            if (obstacle(band->second.columns, cells.column, cells.colspan) >= 0) {
-                first = band->second.last + 1;
-            }
-        }
-        cells.row = first;
-        first += cells.rowspan;
-    }
-
-    void findWholeRows(Cells& cells)
-    {
-        for (auto band = firstBandFrom(m_nextWholeRow);
-             band != m_bands.cend() && band->first < m_nextWholeRow + cells.rowspan; ++band) {
-            m_nextWholeRow = band->second.last + 1;
-        }
-        cells.row = m_nextWholeRow;
-        cells.column = 0;
-        m_nextWholeRow += cells.rowspan;
-    }
-
-    Bands m_bands;                ///< Only rows in which something is taken.
-    QHash<int, int> m_nextColumn; ///< By row: where findColumn() goes on.
-    QHash<int, int> m_nextRow;    ///< By column: where findRow() goes on.
-    int m_nextWholeRow = 0;
+/// The grid of one area, as far as the requests to come need it.
+struct Grid
+{
+    Lines rows;
+    Lines columns;
+    Lines whole; ///< One line: the rows in which anything is taken.
+    QVector<int> fixed;
 };
 
 /// When a request is served: 0 to 3.
@@ -213,6 +152,31 @@ int passOf(const Cells& request)
         return request.column >= 0 ? 0 : 1;
     }
     return request.column >= 0 ? 2 : 3;
+}
+
+/// Completes a request by the first free place that it allows, and takes its cells.
+void serve(int pass, Cells& cells, Grid& grid)
+{
+    if (pass == 1) {
+        cells.column = grid.rows.findPlace(cells.row, cells.rowspan, cells.colspan);
+    } else if (pass == 2) {
+        cells.row = grid.columns.findPlace(cells.column, cells.colspan, cells.rowspan);
+    } else if (pass == 3) {
+        cells.row = grid.whole.findPlace(0, 1, cells.rowspan);
+        cells.column = 0;
+    }
+    if (pass < 2) {
+        grid.rows.take(cells.row, cells.rowspan, cells.column, cells.colspan);
+    }
+    if (pass < 3) {
+        grid.columns.take(cells.column, cells.colspan, cells.row, cells.rowspan);
+    }
+    grid.whole.take(0, 1, cells.row, cells.rowspan);
+}
+
+QRect rectOf(const Cells& cells)
+{
+    return {cells.column, cells.row, cells.colspan, cells.rowspan};
 }
 
 } // namespace
@@ -262,16 +226,30 @@ Placement::Placement(const QVector<Cells>& requests) : m_cells(requests)
     }
     for (int pass = 0; pass < 4; ++pass) {
         for (const int i : std::as_const(passes[pass])) {
-            Grid& grid = grids[m_cells[i].area];
-            if (pass > 0) {
-                grid.findPlace(m_cells[i]);
-            }
-            if (m_overlaps.size() < kMaxOverlaps) {
-                const auto collisions = grid.take(m_cells[i], i);
-                for (const Grid::Collision& collision : collisions) {
-                    m_overlaps.append({i, collision.owner, collision.row, collision.column});
+            Cells& cells = m_cells[i];
+            Grid& grid = grids[cells.area];
+            if (pass == 0) {
+                if (grid.rows.isAnyTaken(cells.row, cells.rowspan, cells.column, cells.colspan)) {
+                    findOverlaps(i, grid.fixed);
                 }
+                grid.fixed.append(i);
             }
+            serve(pass, cells, grid);
+        }
+    }
+}
+
+void Placement::findOverlaps(int later, const QVector<int>& placed)
+{
+    const int known = m_overlaps.size();
+    for (int i = 0; i < placed.size() && m_overlaps.size() < kMaxOverlaps; ++i) {
+        const QRect shared = rectOf(m_cells[later]) & rectOf(m_cells[placed[i]]);
+        const auto coversShared = [&](const Overlap& overlap) {
+            return rectOf(m_cells[overlap.earlier]).contains(shared);
+        };
+        if (!shared.isEmpty() &&
+            std::none_of(m_overlaps.cbegin() + known, m_overlaps.cend(), coversShared)) {
+            m_overlaps.append({later, placed[i], shared.top(), shared.left()});
         }
     }
 }

@@ -38,7 +38,7 @@ QString placementError(const QString& param, const QString& value);
 class Placement
 {
 public:
-    static constexpr int kMaxOverlaps = 20000;
+    static constexpr int kMaxOverlaps = 1000;
     static constexpr int kMaxLines = 100000; ///< Rows or columns that a grid can be shown with.
 
     struct Overlap
@@ -54,10 +54,13 @@ public:
     /// The tabs in the order of their first mention; empty when there are none.
     const QStringList& areas() const { return m_areas; }
     const QVector<Cells>& cells() const { return m_cells; } ///< One for each request.
-    /// A pair is named once. After kMaxOverlaps no others are looked for.
+    /// A pair is named once, and not at all where an earlier one covers all that the two share.
+    /// After kMaxOverlaps no others are looked for.
     const QVector<Overlap>& overlaps() const { return m_overlaps; }
 
 private:
+    void findOverlaps(int later, const QVector<int>& placed);
+
     QStringList m_areas;
     QVector<Cells> m_cells;
     QVector<Overlap> m_overlaps;

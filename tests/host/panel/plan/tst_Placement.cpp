@@ -4,6 +4,8 @@
 #include "TestMain.h"
 
 #include <QElapsedTimer>
+#include <QRandomGenerator>
+#include <QRegion>
 #include <QtTest>
 
 using norvo::Cells;
@@ -60,10 +62,13 @@ private slots:
     void areasInOrderOfFirstMention();
     void readsParameters();
     void textsThatAreNoPlaceCountAsNotGiven();
-    void faultsOfPlacementTexts_data();
-    void faultsOfPlacementTexts();
+    void errorsOfPlacementTexts_data();
+    void errorsOfPlacementTexts();
     void manyDevicesTakeNoTime_data();
     void manyDevicesTakeNoTime();
+    void spansOfManySizesTakeNoTime_data();
+    void spansOfManySizesTakeNoTime();
+    void placesAreFreeOnesInOrder();
 };
 
 void tst_Placement::places_data()
@@ -73,8 +78,8 @@ void tst_Placement::places_data()
     QTest::addColumn<QString>("overlaps");
     using Wishes = QVector<Cells>;
 
-    QTest::newRow("nobody") << Wishes{} << ""
-                            << "";
+    QTest::newRow("none") << Wishes{} << ""
+                          << "";
     QTest::newRow("noneGivenIsOneBelowTheOther")
         << Wishes{at(-1, -1), at(-1, -1), at(-1, -1)} << "0,0 1,0 2,0"
         << "";
@@ -191,11 +196,11 @@ void tst_Placement::textsThatAreNoPlaceCountAsNotGiven()
     }
 }
 
-void tst_Placement::faultsOfPlacementTexts_data()
+void tst_Placement::errorsOfPlacementTexts_data()
 {
     QTest::addColumn<QString>("param");
     QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QString>("error");
 
     const QString position = "\"%1\" is not a whole number from 0 to 999, nor -1 for the next free"
                              " place";
@@ -224,11 +229,11 @@ void tst_Placement::faultsOfPlacementTexts_data()
                                         << "";
 }
 
-void tst_Placement::faultsOfPlacementTexts()
+void tst_Placement::errorsOfPlacementTexts()
 {
     QFETCH(QString, param);
     QFETCH(QString, value);
-    QTEST(norvo::placementError(param, value), "fault");
+    QTEST(norvo::placementError(param, value), "error");
 }
 
 void tst_Placement::manyDevicesTakeNoTime_data()
@@ -239,6 +244,9 @@ void tst_Placement::manyDevicesTakeNoTime_data()
     QTest::newRow("column") << at(-1, 0);
     QTest::newRow("oneCell") << at(5, 5);
     QTest::newRow("neitherWithSpans") << at(-1, -1, 3, 3);
+    QTest::newRow("rowWithLongSpans") << at(0, -1, 1000);
+    QTest::newRow("columnWithLongSpans") << at(-1, 0, 1, 1000);
+    QTest::newRow("largeSpansOnOneCell") << at(5, 5, 1000, 1000);
 }
 
 void tst_Placement::manyDevicesTakeNoTime()
@@ -249,7 +257,73 @@ void tst_Placement::manyDevicesTakeNoTime()
     time.start();
     const Placement placement(QVector<Cells>(count, wish));
     QVERIFY2(time.elapsed() < 1000, qPrintable(QString::number(time.elapsed())));
-    QCOMPARE(placement.overlaps().size(), wish.row == 5 ? count - 1 : 0);
+    QCOMPARE(placement.overlaps().size(), wish.row == 5 ? Placement::kMaxOverlaps : 0);
+}
+
+void tst_Placement::spansOfManySizesTakeNoTime_data()
+{
+    QTest::addColumn<bool>("rowIsGiven");
+    QTest::newRow("rows") << true;
+    QTest::newRow("columns") << false;
+}
+
+void tst_Placement::spansOfManySizesTakeNoTime()
+{
+    QFETCH(bool, rowIsGiven);
+    QVector<Cells> wishes;
+    for (int i = 0; i < 16000; ++i) {
+        const int line = i * 7919 % 1000;
+        const int span = 1 + i * 104729 % 999;
+        wishes.append(rowIsGiven ? at(line, -1, span) : at(-1, line, 1, span));
+    }
+    QElapsedTimer time;
+    time.start();
+    const Placement placement(wishes);
+    QVERIFY2(time.elapsed() < 3000, qPrintable(QString::number(time.elapsed())));
+}
+
+/// Against a search cell by cell, as the rules say it.
+void tst_Placement::placesAreFreeOnesInOrder()
+{
+    QRandomGenerator random(7);
+    const auto below = [&random](int bound) { return int(random.bounded(bound)); };
+    for (int round = 0; round < 300; ++round) {
+        QVector<Cells> wishes;
+        for (int i = 0; i < 12; ++i) {
+            const int kind = below(4);
+            wishes.append(at(kind < 2 ? below(90) : -1, kind % 2 == 0 ? below(90) : -1,
+                             1 + below(70), 1 + below(70)));
+        }
+        const QVector<Cells> cells = Placement(wishes).cells();
+        QRegion taken;
+        QHash<QPair<int, int>, int> next;
+        for (int pass = 0; pass < 4; ++pass) {
+            for (int i = 0; i < wishes.size(); ++i) {
+                Cells wish = wishes[i];
+                const bool hasRow = wish.row >= 0;
+                const bool hasColumn = wish.column >= 0;
+                if (pass != (hasRow ? 0 : 2) + (hasColumn ? 0 : 1)) {
+                    continue;
+                }
+                int& from = next[{wish.row, wish.column}];
+                const auto rect = [&wish, &hasRow, &hasColumn] {
+                    const int width = hasRow || hasColumn ? wish.colspan : 100000;
+                    return QRect(wish.column, wish.row, width, wish.rowspan);
+                };
+                if (pass > 0) {
+                    int& moving = hasRow ? wish.column : wish.row;
+                    wish.column = hasColumn ? wish.column : 0;
+                    for (moving = from; taken.intersects(rect());) {
+                        ++moving;
+                    }
+                    from = moving + (hasRow ? wish.colspan : wish.rowspan);
+                }
+                QCOMPARE(cells[i].row, wish.row);
+                QCOMPARE(cells[i].column, wish.column);
+                taken += QRect(wish.column, wish.row, wish.colspan, wish.rowspan);
+            }
+        }
+    }
 }
 
 NORVO_GUILESS_TEST(tst_Placement)
