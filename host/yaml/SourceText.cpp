@@ -6,47 +6,19 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cwchar>
+#include <locale>
 
 namespace norvo {
 
 namespace {
 
-constexpr int kStride = 256;
+constexpr int kStride = 32;
 constexpr char kByteOrderMark[] = "\xef\xbb\xbf";
 
 bool beginsCharacter(char byte)
 {
     return (uchar(byte) & 0xc0) != 0x80;
-}
-
-bool isWithin(uchar byte, uchar low, uchar high)
-{
-    return byte >= low && byte <= high;
-}
-
-/// The number of bytes of the character that begins here; 0 when it is none.
-int characterLength(const uchar* bytes, int available)
-{
-    const uchar first = bytes[0];
-    if (first < 0x80) {
-        return 1;
-    }
-    const int length = isWithin(first, 0xc2, 0xdf)   ? 2
-                       : isWithin(first, 0xe0, 0xef) ? 3
-                       : isWithin(first, 0xf0, 0xf4) ? 4
-                                                     : 0;
-    if (length == 0 || length > available) {
-        return 0;
-    }
-    // The second byte leaves out longer forms than needed, surrogates, and what is beyond Unicode.
-    const uchar low = first == 0xe0 ? 0xa0 : first == 0xf0 ? 0x90 : 0x80;
-    const uchar high = first == 0xed ? 0x9f : first == 0xf4 ? 0x8f : 0xbf;
-    if (!isWithin(bytes[1], low, high)) {
-        return 0;
-    }
-    const bool isWhole = std::all_of(bytes + 2, bytes + length,
-                                     [](uchar byte) { return isWithin(byte, 0x80, 0xbf); });
-    return isWhole ? length : 0;
 }
 
 QString controlError(uchar byte)
@@ -132,18 +104,21 @@ Place SourceText::placeAt(int offset) const
 
 std::optional<TextError> SourceText::firstBadByte() const
 {
-    const auto* bytes = reinterpret_cast<const uchar*>(m_bytes.constData());
-    for (int i = start(); i < size();) {
-        const uchar byte = bytes[i];
+    using Utf8 = std::codecvt<char32_t, char, std::mbstate_t>;
+    const auto& utf8 = std::use_facet<Utf8>(std::locale::classic());
+    std::mbstate_t state{};
+    const int sound =
+        start() + utf8.length(state, m_bytes.cbegin() + start(), m_bytes.cend(), size_t(size()));
+    for (int i = start(); i < size(); ++i) {
+        const uchar byte = uchar(m_bytes.at(i));
+        const bool isSurrogate = byte == 0xed && uchar(at(i + 1)) >= 0xa0; // It lets them pass.
+        if (i >= sound || isSurrogate) {
+            return TextError{placeAt(i), "byte is not valid UTF-8; save the file as UTF-8"};
+        }
         const bool isLineEnd = byte == '\n' || (byte == '\r' && at(i + 1) == '\n');
         if ((byte < 0x20 && byte != '\t' && !isLineEnd) || byte == 0x7f) {
             return TextError{placeAt(i), controlError(byte)};
         }
-        const int length = characterLength(bytes + i, size() - i);
-        if (length == 0) {
-            return TextError{placeAt(i), "byte is not valid UTF-8; save the file as UTF-8"};
-        }
-        i += length;
     }
     return std::nullopt;
 }

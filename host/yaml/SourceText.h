@@ -53,7 +53,7 @@ private:
 
     const QByteArray m_bytes;
     std::vector<int> m_lineStarts;
-    std::vector<int> m_characters; ///< How many begin before each 256th byte.
+    std::vector<int> m_characters; ///< How many begin before each 32nd byte.
 };
 
 } // namespace norvo

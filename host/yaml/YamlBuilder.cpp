@@ -48,7 +48,6 @@ void YamlBuilder::OnNull(const YAML::Mark& mark, YAML::anchor_t anchor)
     const int offset = enter(mark);
     const int content = YamlTokens::skipProperties(m_source, offset);
     const QString word = nullWordAt(content);
-    m_last.offset = content + word.size();
     const bool isKey = isAtKey();
     const bool isAbsent = word.isEmpty() || (!m_levels.empty() && m_levels.back().key && !isKey &&
                                              m_levels.back().keyMark == offset);
@@ -71,7 +70,6 @@ void YamlBuilder::OnNull(const YAML::Mark& mark, YAML::anchor_t anchor)
 void YamlBuilder::OnAlias(const YAML::Mark& mark, YAML::anchor_t anchor)
 {
     const int offset = enter(mark);
-    m_last.offset = YamlTokens::propertyEnd(m_source, offset);
     const Place place = m_source.placeAt(offset);
     const Anchored target = anchor < m_anchors.size() ? m_anchors[anchor] : Anchored();
     if (!target.node) {
@@ -101,7 +99,7 @@ void YamlBuilder::OnScalar(const YAML::Mark& mark, const std::string&, YAML::anc
     const bool isTagAlone = value.empty() && content != offset;
     const Node node = newText(isTagAlone ? offset : content, text);
     if (!isTagAlone) {
-        describeText(*node, content, value);
+        describeText(*node, content);
     }
     if (!isAtKey()) {
         count(1, offset);
@@ -140,26 +138,8 @@ int YamlBuilder::enter(const YAML::Mark& mark)
     const int offset = mark.pos + m_source.start();
     settleUnsure(offset);
     refuseTab(offset);
-    m_last = {offset, 0, 0};
+    m_reported = offset;
     return offset;
-}
-
-void YamlBuilder::lookAhead(int end)
-{
-    if (end < m_nextLook || end - m_last.offset < kMaxLag) {
-        return;
-    }
-    YamlLookahead::Start start;
-    start.offset = m_last.offset;
-    for (int rest = m_last.bytes; rest > 0 && start.offset < m_source.size(); ++start.offset) {
-        rest -= SourceText::isSpace(m_source.at(start.offset)) ? 0 : 1;
-    }
-    start.brackets =
-        m_last.closed + int(std::count_if(m_levels.cbegin(), m_levels.cend(),
-                                          [](const Level& l) { return l.bracket >= 0; }));
-    start.depth = m_last.closed + (m_levels.empty() ? 0 : m_levels.back().depth);
-    start.values = m_values;
-    m_nextLook = YamlLookahead(m_source, start).run();
 }
 
 /// The parser reports "~" and "null" by the same event as a value that is absent, and marks an
@@ -254,7 +234,7 @@ YamlBuilder::Node YamlBuilder::newText(int offset, const QString& text) const
 
 /// How the text is written; refuses a string that does not end, which the parser may let pass at
 /// the end of the file.
-void YamlBuilder::describeText(YamlNode& node, int offset, const std::string& value)
+void YamlBuilder::describeText(YamlNode& node, int offset) const
 {
     const char first = m_source.at(offset);
     if (first == '"' || first == '\'') {
@@ -266,13 +246,9 @@ void YamlBuilder::describeText(YamlNode& node, int offset, const std::string& va
         }
         node.begin = offset + 1;
         node.isCountable = !quoted.hasEscapes;
-        m_last.offset = quoted.end;
     } else {
         node.isPlain = first != '|' && first != '>';
         node.isCountable = node.isPlain;
-        m_last.offset = node.isPlain ? offset : m_source.lineEnd(offset);
-        m_last.bytes = int(std::count_if(value.cbegin(), value.cend(),
-                                         [](char c) { return !SourceText::isSpace(c); }));
     }
 }
 
@@ -280,7 +256,8 @@ void YamlBuilder::count(int values, int offset)
 {
     m_values += values;
     if (m_values > YamlTree::kMaxValues) {
-        throw YamlTree::tooMany(m_source.placeAt(offset));
+        throw TextError{m_source.placeAt(offset),
+                        "more than 100,000 values once aliases are followed"};
     }
 }
 
@@ -294,7 +271,6 @@ void YamlBuilder::begin(YamlNode::Kind kind, const YAML::Mark& mark, YAML::ancho
     level.node->place = m_source.placeAt(content);
     if (m_source.at(content) == (kind == YamlNode::Kind::List ? '[' : '{')) {
         level.bracket = content;
-        m_last.offset = content + 1;
     }
     level.anchor = anchor;
     level.mark = offset;
@@ -306,7 +282,8 @@ void YamlBuilder::begin(YamlNode::Kind kind, const YAML::Mark& mark, YAML::ancho
         level.depth = outer.depth + (outer.mark == offset ? 0 : 1);
     }
     if (level.depth > YamlTree::kMaxDepth) {
-        throw YamlTree::tooDeep(m_source.placeAt(offset));
+        throw TextError{m_source.placeAt(offset),
+                        QString("nested deeper than %1 levels").arg(YamlTree::kMaxDepth)};
     }
     count(1, offset);
     remember(anchor, nullptr, 0, 0);
@@ -318,7 +295,6 @@ void YamlBuilder::end()
 {
     const Level level = std::move(m_levels.back());
     m_levels.pop_back();
-    m_last.closed += level.bracket >= 0 ? 1 : 0;
     remember(level.anchor, level.node, m_values - level.valuesBefore, level.height);
     if (!m_levels.empty()) {
         m_levels.back().height = std::max(m_levels.back().height, 1 + level.height);

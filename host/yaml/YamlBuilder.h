@@ -27,10 +27,7 @@ public:
     /// Where the innermost open list or map begins; unknown without one.
     Place innermost() const;
 
-    /// To be called before the parser gets the text from `end` on. It reports nothing before it
-    /// knows whether it is a key, for which it may read on to where the outermost bracket closes;
-    /// what is beyond a limit there is refused before the parser keeps it all.
-    void lookAhead(int end);
+    int reported() const { return m_reported; } ///< The offset of the latest event.
 
     void OnDocumentStart(const YAML::Mark& mark) override;
     void OnDocumentEnd() override;
@@ -78,16 +75,6 @@ private:
         int offset = 0; ///< Of the word.
     };
 
-    /// How far the parser has come with its reports.
-    struct Last
-    {
-        int offset = 0; ///< Of the last token, or behind it.
-        int bytes = 0;  ///< From there, that belong to it; spaces and line ends left out.
-        int closed = 0; ///< Brackets behind it.
-    };
-
-    static constexpr int kMaxLag = 64 * 1024; ///< Of the reports, without a look ahead.
-
     int enter(const YAML::Mark& mark);
     void settleUnsure(int offset);
     void refuseTab(int offset);
@@ -95,7 +82,7 @@ private:
     QString nullWordAt(int offset) const;
     Place placeOfAbsent(int offset) const;
     Node newText(int offset, const QString& text) const;
-    void describeText(YamlNode& node, int offset, const std::string& value);
+    void describeText(YamlNode& node, int offset) const;
     void count(int values, int offset);
     void begin(YamlNode::Kind kind, const YAML::Mark& mark, YAML::anchor_t anchor);
     void end();
@@ -107,8 +94,7 @@ private:
     bool m_hasDocument = false;
     int m_values = 0;
     int m_lastLineStart = -1;
-    Last m_last;
-    int m_nextLook = 0; ///< The text before is looked through.
+    int m_reported = 0;
     std::vector<Level> m_levels;
     std::vector<Anchored> m_anchors;
     std::optional<Unsure> m_unsure;

@@ -8,6 +8,7 @@
 #include <yaml-cpp/parser.h>
 
 #include <algorithm>
+#include <cstring>
 #include <exception>
 #include <istream>
 #include <optional>
@@ -17,27 +18,35 @@ namespace norvo {
 
 namespace {
 
-/// Gives the text to the parser in pieces. Ahead of each the builder looks for what would cost the
-/// parser too much.
+/// Gives the text to the parser in pieces, as long as it reports what it reads.
+///
+/// The parser reports nothing before it knows whether it is a key, for which it may read on to
+/// where the outermost bracket closes, and keeps each token until then. So the text ends for it
+/// where too many marks of tokens are not reported yet.
 class PieceBuffer : public std::streambuf
 {
 public:
-    PieceBuffer(const SourceText& source, YamlBuilder& builder)
+    PieceBuffer(const SourceText& source, const YamlBuilder& builder)
         : m_source(source), m_builder(builder)
     {}
 
-    /// What the builder has found; the text ends for the parser there.
+    /// Why the text ended for the parser before its end.
     const std::optional<TextError>& error() const { return m_error; }
 
 protected:
     int_type underflow() override
     {
         const int begin = m_end;
-        try {
-            m_builder.lookAhead(begin);
-            m_end = std::min(begin + kPiece, m_source.size());
-        } catch (const TextError& error) { // Which not every way through a stream lets through.
-            m_error = error;
+        const int end = std::min(begin + kPiece, m_source.size());
+        const int reported = std::max(m_builder.reported(), m_reported);
+        m_marks += marks(begin, end) - marks(m_reported, reported);
+        m_reported = reported;
+        if (m_marks > kMaxMarks) {
+            m_error = TextError{m_source.placeAt(reported),
+                                "more than 600,000 brackets, commas and other marks in the list, "
+                                "map or text that begins here"};
+        } else {
+            m_end = end;
         }
         char* const bytes = const_cast<char*>(m_source.bytes().constData());
         setg(bytes + begin, bytes + begin, bytes + m_end);
@@ -46,10 +55,20 @@ protected:
 
 private:
     static constexpr int kPiece = 64 * 1024;
+    static constexpr int kMaxMarks = 600000; ///< 100,000 values never need as many.
+
+    int marks(int begin, int end) const
+    {
+        const char* const bytes = m_source.bytes().constData();
+        return int(std::count_if(bytes + begin, bytes + end,
+                                 [](char c) { return std::strchr("[]{},:?", c); }));
+    }
 
     const SourceText& m_source;
-    YamlBuilder& m_builder;
+    const YamlBuilder& m_builder;
     int m_end = 0;
+    int m_reported = 0;
+    int m_marks = 0; ///< From there up to the end.
     std::optional<TextError> m_error;
 };
 
@@ -57,27 +76,28 @@ std::variant<YamlNodePtr, TextError> build(const SourceText& source)
 {
     YamlBuilder builder(source);
     PieceBuffer pieces(source, builder);
-    std::optional<TextError> error;
     try {
         std::istream stream(&pieces);
         YAML::Parser parser(stream);
         while (parser.HandleNextDocument(builder)) {
         }
-    } catch (const TextError& refusal) {
-        error = refusal;
+    } catch (const TextError& error) {
+        return error;
     } catch (const YAML::Exception& exception) {
+        if (pieces.error()) {
+            return *pieces.error();
+        }
         // Of a string without an end the parser says where it begins only when a line end follows;
         // then the builder finds it.
-        if (exception.msg == YAML::ErrorMsg::EOF_IN_SCALAR && !source.bytes().endsWith('\n') &&
-            !pieces.error()) {
+        if (exception.msg == YAML::ErrorMsg::EOF_IN_SCALAR && !source.bytes().endsWith('\n')) {
             return build(SourceText(source.bytes() + '\n'));
         }
-        error = toError(exception, source, builder);
+        return toError(exception, source, builder);
     } catch (const std::exception& exception) {
-        error = TextError{{}, QString("the file cannot be read: %1").arg(exception.what())};
+        return TextError{{}, QString("the file cannot be read: %1").arg(exception.what())};
     }
-    if (pieces.error() || error) {
-        return pieces.error() ? *pieces.error() : *error;
+    if (pieces.error()) {
+        return *pieces.error();
     }
     const YamlNodePtr root = builder.root();
     return root ? root : std::make_shared<const YamlNode>();
@@ -120,16 +140,6 @@ std::variant<YamlNodePtr, TextError> YamlTree::read(const SourceText& source)
         return *bad;
     }
     return build(source);
-}
-
-TextError YamlTree::tooDeep(const Place& place)
-{
-    return {place, QString("nested deeper than %1 levels").arg(kMaxDepth)};
-}
-
-TextError YamlTree::tooMany(const Place& place)
-{
-    return {place, "more than 100,000 values once aliases are followed"};
 }
 
 } // namespace norvo

@@ -59,9 +59,6 @@ constexpr int kMaxKeyLength = 1000; ///< In characters.
 /// and keeps to the limits of size, depth and values before it builds anything beyond them.
 std::variant<YamlNodePtr, TextError> read(const SourceText& source);
 
-TextError tooDeep(const Place& place); ///< Deeper than kMaxDepth.
-TextError tooMany(const Place& place); ///< More than kMaxValues.
-
 } // namespace YamlTree
 
 } // namespace norvo
