@@ -67,8 +67,14 @@ bool Node::isShowable() const
 Cells Node::wantedCells() const
 {
     return readCells([this](const QString& param) {
-        return m_device && m_device->params().contains(param) ? m_device->getParam(param).value()
-                                                              : settingOf(m_setting, param);
+        if (m_device) {
+            const auto& params = m_device->params();
+            const auto found = params.find(param);
+            if (found != params.constEnd()) {
+                return found->value();
+            }
+        }
+        return settingOf(m_setting, param);
     });
 }
 

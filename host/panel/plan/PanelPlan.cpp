@@ -124,11 +124,11 @@ private:
             m_diagnostics.error(setting.value.place,
                                 QString("parameter %1: %2").arg(inQuotes(name), error));
         } else if (!param.options().isEmpty() && !param.options().contains(param.value())) {
-            m_diagnostics.warning(setting.value.place,
-                                  QString("parameter %1: %2 is not one of %3%4")
-                                      .arg(inQuotes(name), inQuotes(param.value()),
-                                           quoted(param.options()),
-                                           didYouMean(param.value(), param.options())));
+            m_diagnostics.warning(setting.value.place, [&] {
+                return QString("parameter %1: %2 is not one of %3%4")
+                    .arg(inQuotes(name), inQuotes(param.value()), quoted(param.options()),
+                         didYouMean(param.value(), param.options()));
+            });
         }
     }
 
@@ -261,10 +261,11 @@ private:
 
     void reportRepetition(const ConnectionSetting& setting, const PlannedWire& wire, int line)
     {
-        m_diagnostics.warning(
-            setting.whole.place,
-            QString("%1.%2 -> %3.%4 is connected already, in line %5; each value will arrive twice")
-                .arg(wire.from, wire.signal, wire.to, wire.slot, QString::number(line)));
+        m_diagnostics.warning(setting.whole.place, [&] {
+            return QString("%1.%2 -> %3.%4 is connected already, in line %5; each value will "
+                           "arrive twice")
+                .arg(wire.from, wire.signal, wire.to, wire.slot, QString::number(line));
+        });
     }
 
     std::optional<PlannedWire> resolve(const ConnectionSetting& setting, bool isQueued)
@@ -274,9 +275,20 @@ private:
         if (!from || !to || !methodsAreKnown(*from) || !methodsAreKnown(*to)) {
             return std::nullopt;
         }
-        const auto wire = resolveConnection(setting, *from->device(), *to->device(), m_diagnostics);
-        if (!wire) {
-            return std::nullopt;
+        // What one connection means, all like it mean between devices of the same types.
+        const QString key = from->setting().type.text + '.' + setting.from.method.text + ' ' +
+                            to->setting().type.text + '.' + setting.to.method.text;
+        std::optional<Wire> wire;
+        if (m_resolved.contains(key)) {
+            wire = m_resolved.value(key);
+        } else {
+            wire = resolveConnection(setting, *from->device(), *to->device(), m_diagnostics);
+            if (!wire) {
+                return std::nullopt;
+            }
+            if (!hasLateMethods(from->setting()) && !hasLateMethods(to->setting())) {
+                m_resolved.insert(key, *wire);
+            }
         }
         if (isQueued && !canBeQueued(*wire)) {
             m_diagnostics.error(setting.whole.place, inQuotes(setting.whole.text) +
@@ -307,6 +319,7 @@ private:
     PanelPlan m_plan;
     QHash<QString, Node*> m_nodes; ///< By id.
     QStringList m_suggestedIds;    ///< At most kMaxSuggestedIds.
+    QHash<QString, Wire> m_resolved;
 };
 
 } // namespace

@@ -213,10 +213,10 @@ std::optional<Wire> resolveConnection(const ConnectionSetting& connection, BaseD
     Methods slotMethods = meantBy(target);
     addConverted(target, signalMethods, slotMethods);
     if (signalMethods.isEmpty()) {
-        diagnostics.error(connection.from.method.place, unknownMethod(source));
+        diagnostics.error(connection.from.method.place, [&] { return unknownMethod(source); });
     }
     if (slotMethods.isEmpty()) {
-        diagnostics.error(connection.to.method.place, unknownMethod(target));
+        diagnostics.error(connection.to.method.place, [&] { return unknownMethod(target); });
     }
     if (signalMethods.isEmpty() || slotMethods.isEmpty()) {
         return std::nullopt;
@@ -230,13 +230,14 @@ std::optional<Wire> resolveConnection(const ConnectionSetting& connection, BaseD
     }
     if (pairs.isEmpty()) {
         diagnostics.error(connection.whole.place,
-                          misfit(source, target, signalMethods, slotMethods));
+                          [&] { return misfit(source, target, signalMethods, slotMethods); });
         return std::nullopt;
     }
     if (pairs.size() > 1) {
-        diagnostics.error(connection.whole.place,
-                          QString("%1 can mean several pairs; choose one of: %2")
-                              .arg(inQuotes(connection.whole.text), listed(pairs, source, target)));
+        diagnostics.error(connection.whole.place, [&] {
+            return QString("%1 can mean several pairs; choose one of: %2")
+                .arg(inQuotes(connection.whole.text), listed(pairs, source, target));
+        });
         return std::nullopt;
     }
     const Pair& pair = pairs.constFirst();
