@@ -14,6 +14,9 @@ namespace norvo {
 
 namespace {
 
+// Each costs a check some 20 microseconds and 7 kB, and the largest is to take a second at most.
+constexpr int kMaxDevices = 30000;
+constexpr int kMaxConnections = 40000;
 constexpr int kMaxNameLength = 256;        // Of a parameter, in characters.
 constexpr int kMaxConnectionLength = 1000; // In characters.
 const char* const kArrowExample = "\"source.signal -> target.slot\"";
@@ -122,6 +125,9 @@ private:
         for (const YamlEntry& device :
              entriesOf(entry, YamlNode::Kind::Map,
                        "devices must be a map: the id of each device, and what it is")) {
+            if (m_description.devices.size() == kMaxDevices) {
+                return refuse(device.key->place, "more than 30,000 devices");
+            }
             if (isUsable(device)) {
                 readDevice(device);
             }
@@ -203,13 +209,10 @@ private:
     {
         const YamlNode& value = *entry.value;
         if (!value.isText() || (value.text != "true" && value.text != "false")) {
-            refuse(entry.place,
-                   value.isText()
-                       ? QString("network must be true or false, not %1").arg(inQuotes(value.text))
-                       : QString("network must be true or false"));
-        } else {
-            device.network = value.text == "true";
+            refuse(entry.place, "network must be true or false" +
+                                    (value.isText() ? ", not " + inQuotes(value.text) : QString()));
         }
+        device.network = value.text == "true";
     }
 
     void readParams(const YamlEntry& entry, DeviceSetting& device)
@@ -229,20 +232,18 @@ private:
         }
         const QString& key = entry.key->text;
         if (key.isEmpty()) {
-            refuse(entry.key->place, "the name of a parameter is empty");
-            return;
+            return refuse(entry.key->place, "the name of a parameter is empty");
         }
         if (prefix.size() + key.size() > kMaxNameLength) {
-            refuse(
+            return refuse(
                 entry.key->place,
                 QString("the name of a parameter has %1 characters at most").arg(kMaxNameLength));
-            return;
         }
         const QString name = prefix + key;
         if (entry.value->kind == YamlNode::Kind::List) {
-            refuse(entry.place, QString("the parameter %1 must be a text or a map, not a list")
-                                    .arg(inQuotes(name)));
-            return;
+            return refuse(entry.place,
+                          QString("the parameter %1 must be a text or a map, not a list")
+                              .arg(inQuotes(name)));
         }
         if (entry.value->kind == YamlNode::Kind::Map) {
             for (const YamlEntry& below : entry.value->entries) {
@@ -252,9 +253,9 @@ private:
         }
         const auto earlier = params.seen.constFind(name.toLower());
         if (earlier != params.seen.constEnd()) {
-            refuse(entry.key->place, QString("the parameter %1 is given twice; it is already in %2")
-                                         .arg(inQuotes(name), toString(*earlier)));
-            return;
+            return refuse(entry.key->place,
+                          QString("the parameter %1 is given twice; it is already in %2")
+                              .arg(inQuotes(name), toString(*earlier)));
         }
         params.seen.insert(name.toLower(), entry.key->place);
         const bool isAbsent = entry.value->kind == YamlNode::Kind::Absent;
@@ -268,6 +269,9 @@ private:
         for (const YamlEntry& connection : entriesOf(
                  entry, YamlNode::Kind::List,
                  QString("connections must be a list of arrows such as %1").arg(kArrowExample))) {
+            if (m_description.connections.size() == kMaxConnections) {
+                return refuse(connection.place, "more than 40,000 connections");
+            }
             readConnection(connection);
         }
     }
@@ -276,32 +280,27 @@ private:
     {
         const YamlNode& node = *entry.value;
         if (!node.isText()) {
-            refuse(entry.place, QString("an arrow is a text such as %1").arg(kArrowExample));
-            return;
+            return refuse(entry.place, QString("an arrow is a text such as %1").arg(kArrowExample));
         }
         const QString& text = node.text;
         if (text.trimmed().isEmpty()) {
-            refuse(entry.place,
-                   QString("the arrow is empty; write one such as %1").arg(kArrowExample));
-            return;
+            return refuse(entry.place,
+                          QString("the arrow is empty; write one such as %1").arg(kArrowExample));
         }
         if (text.size() > kMaxConnectionLength) {
-            refuse(entry.place,
-                   QString("an arrow has %1 characters at most").arg(kMaxConnectionLength));
-            return;
+            return refuse(entry.place,
+                          QString("an arrow has %1 characters at most").arg(kMaxConnectionLength));
         }
         const QString sign = "->";
         const int head = text.indexOf(sign);
         if (head < 0) {
-            refuse(entry.place, QString("%1 holds no \"->\"; write an arrow such as %2")
-                                    .arg(inQuotes(text), kArrowExample));
-            return;
+            return refuse(entry.place, QString("%1 holds no \"->\"; write an arrow such as %2")
+                                           .arg(inQuotes(text), kArrowExample));
         }
         const int second = text.indexOf(sign, head + sign.size());
         if (second >= 0) {
-            refuse(node.placeOf(second, m_source),
-                   "an arrow holds one \"->\"; write one arrow for each");
-            return;
+            return refuse(node.placeOf(second, m_source),
+                          "an arrow holds one \"->\"; write one arrow for each");
         }
         ConnectionSetting connection;
         connection.whole = {text, node.place};

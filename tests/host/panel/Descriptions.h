@@ -33,7 +33,7 @@ inline norvo::ConnectionSetting arrow(const QString& text, int line = 1)
     return {end(0, second - 4), end(second, text.size() - second), {text, {line, 1}}};
 }
 
-/// Arrows stand in the lines 1, 2, ...
+/// Connections stand in the lines 1, 2, ...
 inline norvo::PanelDescription panel(const QVector<norvo::DeviceSetting>& devices,
                                      const QStringList& arrows = {})
 {

@@ -15,7 +15,7 @@ inline norvo::PanelDescription parse(const QByteArray& text, norvo::Diagnostics&
 }
 
 /// The errors and warnings of a text, one in a line, without the file's name.
-inline QString faultsOf(const QByteArray& text)
+inline QString errorsOf(const QByteArray& text)
 {
     norvo::Diagnostics diagnostics("p");
     parse(text, diagnostics);
@@ -52,7 +52,7 @@ inline QStringList settings(const norvo::PanelDescription& panel)
     return lines;
 }
 
-/// The parts of an arrow: "1:5 a | 1:7 x | 1:12 b | 1:14 y".
+/// The parts of a connection: "1:5 a | 1:7 x | 1:12 b | 1:14 y".
 inline QString shown(const norvo::ConnectionSetting& arrow)
 {
     return QStringList{shown(arrow.from.device), shown(arrow.from.method), shown(arrow.to.device),

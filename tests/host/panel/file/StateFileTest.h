@@ -8,7 +8,7 @@
 
 #include <memory>
 
-/// A test in a folder of its own with a state file in it, for each test function anew.
+/// A test in a folder of its own with a state file in it, new for each test function.
 class StateFileTest : public QObject
 {
     Q_OBJECT

@@ -19,8 +19,8 @@ class tst_PanelFile : public QObject
 
 private slots:
     void everyKeyHasItsPlace();
-    void partsOfAnArrowHaveTheirPlaces_data();
-    void partsOfAnArrowHaveTheirPlaces();
+    void partsOfAConnectionHaveTheirPlaces_data();
+    void partsOfAConnectionHaveTheirPlaces();
     void columnsCountCharacters();
     void byteOrderMarkAndLineEndsOfOtherSystems();
     void aliasesGiveWhatTheyName();
@@ -58,14 +58,14 @@ void tst_PanelFile::everyKeyHasItsPlace()
     QCOMPARE(shown(panel.connections[1].whole), QString("19:5 second-2.clicked -> first.reset"));
 }
 
-void tst_PanelFile::partsOfAnArrowHaveTheirPlaces_data()
+void tst_PanelFile::partsOfAConnectionHaveTheirPlaces_data()
 {
     QTest::addColumn<QByteArray>("arrow");
     QTest::addColumn<QString>("expected");
     QTest::newRow("plain") << QByteArray("a.x(double) -> b.y(QString)")
                            << "2:3 a | 2:5 x(double) | 2:18 b | 2:20 y(QString)";
-    QTest::newRow("without blanks") << QByteArray("a.x->b.y") << "2:3 a | 2:5 x | 2:8 b | 2:10 y";
-    QTest::newRow("with many blanks")
+    QTest::newRow("without spaces") << QByteArray("a.x->b.y") << "2:3 a | 2:5 x | 2:8 b | 2:10 y";
+    QTest::newRow("with many spaces")
         << QByteArray("a . x   ->   b.  y") << "2:3 a | 2:7 x | 2:16 b | 2:20 y";
     QTest::newRow("second point") << QByteArray("a.x.z -> b.y")
                                   << "2:3 a | 2:5 x.z | 2:12 b | 2:14 y";
@@ -73,7 +73,7 @@ void tst_PanelFile::partsOfAnArrowHaveTheirPlaces_data()
         << QByteArray("aa.a -> a.aa") << "2:3 aa | 2:6 a | 2:11 a | 2:13 aa";
     QTest::newRow("double quotes")
         << QByteArray("\"a.x -> b.y\"") << "2:4 a | 2:6 x | 2:11 b | 2:13 y";
-    QTest::newRow("blanks in quotes")
+    QTest::newRow("spaces in quotes")
         << QByteArray("'  a.x -> b.y'") << "2:6 a | 2:8 x | 2:13 b | 2:15 y";
     QTest::newRow("doubled quotes count two")
         << QByteArray("'a.''x -> b.y'") << "2:4 a | 2:6 'x | 2:13 b | 2:15 y";
@@ -91,11 +91,11 @@ void tst_PanelFile::partsOfAnArrowHaveTheirPlaces_data()
         << QByteArray("&arrow !!str 'a.x -> b.y'") << "2:17 a | 2:19 x | 2:24 b | 2:26 y";
 }
 
-void tst_PanelFile::partsOfAnArrowHaveTheirPlaces()
+void tst_PanelFile::partsOfAConnectionHaveTheirPlaces()
 {
     QFETCH(QByteArray, arrow);
     const QByteArray text = "connections:\n- " + arrow + "\n";
-    QCOMPARE(panels::faultsOf(text), QString());
+    QCOMPARE(panels::errorsOf(text), QString());
     QTEST(shown(sound(text).connections.value(0)), "expected");
 }
 
@@ -117,7 +117,7 @@ void tst_PanelFile::byteOrderMarkAndLineEndsOfOtherSystems()
     QCOMPARE(shown(panel.devices[0].id), QString("3:3 a"));
     QCOMPARE(shown(panel.devices[0].type), QString("3:15 x y"));
     QCOMPARE(shown(panel.devices[1].type), QString("6:13 u\nv\n"));
-    QCOMPARE(panels::faultsOf("\xef\xbb\xbfx: 1"),
+    QCOMPARE(panels::errorsOf("\xef\xbb\xbfx: 1"),
              QString("1:1: error: unknown key \"x\"; a panel has title, devices and connections"));
 }
 

@@ -13,13 +13,13 @@ namespace {
 
 const QString kFolder = "tests/panels/bad/";
 
-struct FileFaults
+struct FileErrors
 {
     const char* name;
     QStringList lines;
 };
 
-const QVector<FileFaults> kFaults{
+const QVector<FileErrors> kErrors{
     {"empty", {"1:1: error: the file is empty; a panel begins with \"devices:\""}},
     {"only-comments", {"1:1: error: the file is empty; a panel begins with \"devices:\""}},
     {"absent-value", {"1:1: error: the file is empty; a panel begins with \"devices:\""}},
@@ -29,7 +29,7 @@ const QVector<FileFaults> kFaults{
      {"1:13: error: carriage return without a line feed; the file must be plain text"}},
     {"invalid-utf8", {"1:15: error: byte is not valid UTF-8; save the file as UTF-8"}},
     {"tab-indentation", {"3:1: error: tab in indentation; use spaces"}},
-    {"tab-after-blanks", {"4:3: error: tab in indentation; use spaces"}},
+    {"tab-after-spaces", {"4:3: error: tab in indentation; use spaces"}},
     {"tab-in-brackets", {"3:1: error: tab in indentation; use spaces"}},
     {"alias-bomb", {"6:36: error: more than 100,000 values once aliases are followed"}},
     {"alias-of-itself", {"4:13: error: this alias is inside the value that it names"}},
@@ -182,7 +182,7 @@ const QVector<FileFaults> kFaults{
      {"14:32: error: the parameter \"widget/column\" must be a text or a map, not a list",
       "20:3: error: the arrow is empty; write one such as \"source.signal -> target.slot\"",
       "21:5: error: an arrow is a text such as \"source.signal -> target.slot\""}},
-    {"many-faults",
+    {"many-errors",
      {"1:1: error: unknown key \"titel\"; did you mean \"title\"?",
       "3:3: error: the device id \"a b\" holds more than letters, digits, \"_\" and \"-\"",
       "3:32: error: params must be a map: the name of each parameter, and its value",
@@ -193,52 +193,52 @@ const QVector<FileFaults> kFaults{
       "8:12: error: \"b\" names no slot; write \"b.slot\"",
       "9:1: error: the key \"devices\" is given twice; it is already in line 2, column 1"}}};
 
-/// What reading the file tells, each line without the file's name.
-QStringList faultsOf(const QString& name)
+/// What reading the file reports, each line without the file's name.
+QStringList errorsOf(const QString& name)
 {
     const QString file = kFolder + name + ".yaml";
     Diagnostics diagnostics(file);
     PanelFile::read(file, diagnostics);
     QStringList lines;
-    for (const Diagnostic& fault : diagnostics.sorted()) {
-        lines += fault.toString().mid(file.size() + 1);
+    for (const Diagnostic& error : diagnostics.sorted()) {
+        lines += error.toString().mid(file.size() + 1);
     }
     return lines;
 }
 
 } // namespace
 
-/// One file for each fault of form, under the file's name.
+/// One file for each error of form, under the file's name.
 class tst_PanelFileErrors : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void everyFileTellsItsFaults_data()
+    void everyFileReportsItsErrors_data()
     {
         QTest::addColumn<QStringList>("expected");
-        for (const FileFaults& file : kFaults) {
+        for (const FileErrors& file : kErrors) {
             QTest::newRow(file.name) << file.lines;
         }
     }
-    void everyFileTellsItsFaults()
+    void everyFileReportsItsErrors()
     {
         QFETCH(QStringList, expected);
         const QString file = kFolder + QTest::currentDataTag() + ".yaml";
         QVERIFY2(QFile::exists(file), qPrintable(file));
-        QCOMPARE(faultsOf(QTest::currentDataTag()).join('\n'), expected.join('\n'));
+        QCOMPARE(errorsOf(QTest::currentDataTag()).join('\n'), expected.join('\n'));
     }
 
     void allOtherFilesAreSoundInForm()
     {
         const QStringList files = QDir(kFolder).entryList({"*.yaml"});
-        QVERIFY(files.size() >= kFaults.size());
+        QVERIFY(files.size() >= kErrors.size());
         for (const QString& file : files) {
             const QString name = QFileInfo(file).baseName();
             const bool isListed =
-                std::any_of(kFaults.cbegin(), kFaults.cend(),
-                            [&name](const FileFaults& known) { return name == known.name; });
-            QVERIFY2(isListed || faultsOf(name).isEmpty(), qPrintable(file));
+                std::any_of(kErrors.cbegin(), kErrors.cend(),
+                            [&name](const FileErrors& known) { return name == known.name; });
+            QVERIFY2(isListed || errorsOf(name).isEmpty(), qPrintable(file));
         }
     }
 
@@ -253,15 +253,15 @@ private slots:
         QCOMPARE(PanelFile::parse("title: x", "-", diagnostics).file, QString("-"));
     }
 
-    void faultsOfASharedValueAreToldOnce()
+    void errorsOfASharedValueAreReportedOnce()
     {
         Diagnostics diagnostics("p");
         PanelFile::parse("devices:\n  a: &a {device: x, network: 1, params: {v: [1], w: 1, w: 2}}\n"
                          "  b: *a\n  c: *a\n",
                          "p", diagnostics);
         QStringList lines;
-        for (const Diagnostic& fault : diagnostics.sorted()) {
-            lines += fault.toString();
+        for (const Diagnostic& error : diagnostics.sorted()) {
+            lines += error.toString();
         }
         QCOMPARE(lines,
                  (QStringList{"p:2:30: error: network must be true or false, not \"1\"",
@@ -271,10 +271,10 @@ private slots:
                               "line 2, column 50"}));
     }
 
-    void whatIsSoundBesideAFaultIsRead()
+    void whatIsSoundBesideAnErrorIsRead()
     {
         Diagnostics diagnostics("panel.yaml");
-        const auto panel = PanelFile::read(kFolder + "many-faults.yaml", diagnostics);
+        const auto panel = PanelFile::read(kFolder + "many-errors.yaml", diagnostics);
         QCOMPARE(panel.devices.size(), 2);
         QCOMPARE(panel.devices[0].type.text, QString("label"));
         QCOMPARE(panel.devices[1].id.text, QString("text"));

@@ -63,7 +63,7 @@ private slots:
             const auto panel = panels::parse(example.text, diagnostics);
             QVERIFY2(diagnostics.isEmpty(), qPrintable(QString("example in line %1: %2")
                                                            .arg(example.line)
-                                                           .arg(panels::faultsOf(example.text))));
+                                                           .arg(panels::errorsOf(example.text))));
             QVERIFY2(!panel.devices.isEmpty(), qPrintable(QString::number(example.line)));
         }
     }

@@ -11,19 +11,14 @@
 
 using norvo::Diagnostics;
 using norvo::PanelFile;
-using panels::faultsOf;
+using panels::errorsOf;
 
 namespace {
 
 constexpr int kSizeLimit = 4 * 1024 * 1024;
-constexpr int kMostValues = 100000;
+constexpr int kMaxValues = 100000;
 
-QString firstFaultOf(const QByteArray& text)
-{
-    return faultsOf(text).section('\n', 0, 0);
-}
-
-QString readFaultsOf(const QString& file)
+QString readErrorsOf(const QString& file)
 {
     Diagnostics diagnostics(file);
     const auto panel = PanelFile::read(file, diagnostics);
@@ -38,10 +33,23 @@ void write(const QString& name, const QByteArray& content)
     QCOMPARE(file.write(content), qint64(content.size()));
 }
 
-/// A panel of that many values: three of its own, and arrows.
+/// A panel of that many values: five of its own, and parameters.
 QByteArray ofValues(int count)
 {
-    return "title: x\nconnections:\n" + QByteArray("- a.x -> b.y\n").repeated(count - 3);
+    QByteArray text = "devices:\n  a:\n    device: x\n    params:\n";
+    for (int i = 5; i < count; ++i) {
+        text += "      p" + QByteArray::number(i) + ": 1\n";
+    }
+    return text;
+}
+
+QByteArray ofDevices(int count)
+{
+    QByteArray text = "devices:\n";
+    for (int i = 0; i < count; ++i) {
+        text += "  d" + QByteArray::number(i) + ": {device: x}\n";
+    }
+    return text;
 }
 
 } // namespace
@@ -60,29 +68,31 @@ private slots:
     void bracketsInTextsAreNoLevels();
     void aliasesCountInTheDepth();
     void valueLimit();
+    void deviceLimit();
+    void connectionLimit();
     void keysAreNoValues();
     void aliasBombsAreRefusedUnexpanded();
     void aliasOfAnOpenValueIsRefused();
     void longKeysAndNames();
-    void longArrow();
-    void longTextsAreShortenedInFaults();
+    void longConnection();
+    void longTextsAreShortenedInErrors();
 };
 
 void tst_PanelFileLimits::fileThatCannotBeRead()
 {
     QTemporaryDir folder;
     const QString missing = folder.filePath("missing.yaml");
-    QCOMPARE(readFaultsOf(missing), missing + ": error: there is no such file");
-    QCOMPARE(readFaultsOf(folder.path()), folder.path() + ": error: this is a folder, not a file");
-    QCOMPARE(readFaultsOf("/dev/null"), QString("/dev/null: error: this is not a regular file"));
+    QCOMPARE(readErrorsOf(missing), missing + ": error: there is no such file");
+    QCOMPARE(readErrorsOf(folder.path()), folder.path() + ": error: this is a folder, not a file");
+    QCOMPARE(readErrorsOf("/dev/null"), QString("/dev/null: error: this is not a regular file"));
     const QString unreadable = "/proc/self/mem";
-    QCOMPARE(readFaultsOf(unreadable),
+    QCOMPARE(readErrorsOf(unreadable),
              unreadable + ": error: the file cannot be read: Input/output error");
     if (geteuid() != 0) { // To whom nothing is forbidden.
         const QString forbidden = folder.filePath("forbidden.yaml");
         write(forbidden, "title: x\n");
         QVERIFY(QFile::setPermissions(forbidden, QFileDevice::WriteOwner));
-        QCOMPARE(readFaultsOf(forbidden),
+        QCOMPARE(readErrorsOf(forbidden),
                  forbidden + ": error: the file cannot be read: Permission denied");
     }
 }
@@ -100,8 +110,8 @@ void tst_PanelFileLimits::sizeLimit()
 
     const QString expected = ": error: the file is larger than 4 MiB";
     write(file, text + 'x');
-    QCOMPARE(readFaultsOf(file), file + expected);
-    QCOMPARE(panels::faultsOf(text + 'x'), expected.mid(1));
+    QCOMPARE(readErrorsOf(file), file + expected);
+    QCOMPARE(panels::errorsOf(text + 'x'), expected.mid(1));
 }
 
 void tst_PanelFileLimits::depthLimit_data()
@@ -123,10 +133,10 @@ void tst_PanelFileLimits::depthLimit()
     const auto text = [&](int levels) { // Together with the outer map.
         return "x:\n  " + opening.repeated(levels - 1) + "a" + closing.repeated(levels - 1);
     };
-    const QString fault = QString("2:%1: error: nested deeper than 64 levels").arg(column + 2);
-    QVERIFY(!faultsOf(text(64)).contains("nested"));
-    QCOMPARE(faultsOf(text(65)), fault);
-    QCOMPARE(faultsOf(text(500)), fault);
+    const QString error = QString("2:%1: error: nested deeper than 64 levels").arg(column + 2);
+    QVERIFY(!errorsOf(text(64)).contains("nested"));
+    QCOMPARE(errorsOf(text(65)), error);
+    QCOMPARE(errorsOf(text(500)), error);
 }
 
 void tst_PanelFileLimits::manyOpenBracketsDoNotOverflowTheStack_data()
@@ -146,17 +156,17 @@ void tst_PanelFileLimits::manyOpenBracketsDoNotOverflowTheStack_data()
 void tst_PanelFileLimits::manyOpenBracketsDoNotOverflowTheStack()
 {
     QFETCH(QByteArray, text);
-    QTEST(faultsOf(text), "expected");
+    QTEST(errorsOf(text), "expected");
 }
 
 void tst_PanelFileLimits::bracketsInTextsAreNoLevels()
 {
     const QByteArray many = QByteArray("[{").repeated(50000);
-    QCOMPARE(faultsOf("title: \"" + many + "\""), QString());
-    QCOMPARE(faultsOf("title: '" + many + "'"), QString());
-    QCOMPARE(faultsOf("title: x" + many), QString());
-    QCOMPARE(faultsOf("title: |\n  " + many), QString());
-    QCOMPARE(faultsOf("title: x # " + many), QString());
+    QCOMPARE(errorsOf("title: \"" + many + "\""), QString());
+    QCOMPARE(errorsOf("title: '" + many + "'"), QString());
+    QCOMPARE(errorsOf("title: x" + many), QString());
+    QCOMPARE(errorsOf("title: |\n  " + many), QString());
+    QCOMPARE(errorsOf("title: x # " + many), QString());
 }
 
 void tst_PanelFileLimits::aliasesCountInTheDepth()
@@ -165,37 +175,45 @@ void tst_PanelFileLimits::aliasesCountInTheDepth()
         return "x: &x " + QByteArray(inner, '[') + QByteArray(inner, ']') +
                "\ny: " + QByteArray(outer, '[') + "*x" + QByteArray(outer, ']') + "\n";
     };
-    QVERIFY(!faultsOf(text(33, 30)).contains("nested"));
-    QCOMPARE(faultsOf(text(34, 30)),
+    QVERIFY(!errorsOf(text(33, 30)).contains("nested"));
+    QCOMPARE(errorsOf(text(34, 30)),
              QString("2:38: error: nested deeper than 64 levels once this alias is followed"));
-    QVERIFY(!faultsOf(text(0, 63)).contains("nested"));
+    QVERIFY(!errorsOf(text(0, 63)).contains("nested"));
 }
 
 void tst_PanelFileLimits::valueLimit()
 {
-    QCOMPARE(faultsOf(ofValues(kMostValues)), QString());
-    QCOMPARE(faultsOf(ofValues(kMostValues + 1)),
-             QString("100000:3: error: more than 100,000 values once aliases are followed"));
+    QCOMPARE(errorsOf(ofValues(kMaxValues)), QString());
+    QCOMPARE(errorsOf(ofValues(kMaxValues + 1)),
+             QString("100000:16: error: more than 100,000 values once aliases are followed"));
     // The same through aliases: the list again, and the one that has the anchor.
-    const QByteArray twice = "connections: &x\n" + QByteArray("- a.x -> b.y\n").repeated(49998);
-    QCOMPARE(firstFaultOf(twice + "title: *x\n"),
-             QString("1:14: error: the title must be a text").replace("1:14", "50000:8"));
-    QCOMPARE(faultsOf(twice + "- a.x -> b.y\ntitle: *x\n"),
-             QString("50001:8: error: more than 100,000 values once aliases are followed"));
+    const QByteArray twice = "title: &x\n" + QByteArray("- a\n").repeated(49998);
+    QCOMPARE(errorsOf(twice + "connections: {x: *x}\n").section('\n', 0, 0),
+             QString("1:8: error: the title must be a text"));
+    QCOMPARE(errorsOf(twice + "- a\nconnections: {x: *x}\n"),
+             QString("50001:18: error: more than 100,000 values once aliases are followed"));
+}
+
+void tst_PanelFileLimits::deviceLimit()
+{
+    QCOMPARE(errorsOf(ofDevices(30000)), QString());
+    QCOMPARE(errorsOf(ofDevices(40000)), QString("30002:3: error: more than 30,000 devices"));
+}
+
+void tst_PanelFileLimits::connectionLimit()
+{
+    const QByteArray connection = "- a.x -> b.y\n";
+    QCOMPARE(errorsOf("connections:\n" + connection.repeated(40000)), QString());
+    QCOMPARE(errorsOf("connections:\n" + connection.repeated(50000)),
+             QString("40002:3: error: more than 40,000 connections"));
 }
 
 void tst_PanelFileLimits::keysAreNoValues()
 {
-    QByteArray text = "devices:\n  a:\n    device: x\n    params:\n";
-    const int params = kMostValues - 5;
-    for (int i = 0; i < params; ++i) {
-        text += "      p" + QByteArray::number(i) + ":\n";
-    }
     Diagnostics diagnostics("panel.yaml");
-    const auto panel = panels::parse(text, diagnostics);
+    const auto panel = panels::parse(ofValues(kMaxValues), diagnostics);
     QCOMPARE(diagnostics.sorted().size(), 0);
-    QCOMPARE(panel.devices.value(0).params.size(), params);
-    QVERIFY(faultsOf(text + "      one:\n      more:\n").contains("more than 100,000 values"));
+    QCOMPARE(panel.devices.value(0).params.size(), kMaxValues - 5);
 }
 
 void tst_PanelFileLimits::aliasBombsAreRefusedUnexpanded()
@@ -213,50 +231,50 @@ void tst_PanelFileLimits::aliasBombsAreRefusedUnexpanded()
     const QString expected = ": error: more than 100,000 values once aliases are followed";
     QElapsedTimer timer;
     timer.start();
-    QCOMPARE(faultsOf(lists), "15:18" + expected);
-    QCOMPARE(faultsOf(maps), "16:15" + expected);
-    QCOMPARE(faultsOf(empty), "11:17" + expected);
+    QCOMPARE(errorsOf(lists), "15:18" + expected);
+    QCOMPARE(errorsOf(maps), "16:15" + expected);
+    QCOMPARE(errorsOf(empty), "11:17" + expected);
     QVERIFY(timer.elapsed() < 5000);
 }
 
 void tst_PanelFileLimits::aliasOfAnOpenValueIsRefused()
 {
     const QString expected = ": error: this alias is inside the value that it names";
-    QCOMPARE(faultsOf("title: &x [*x]\n"), "1:12" + expected);
-    QCOMPARE(faultsOf("title: &x {a: [b, {c: *x}]}\n"), "1:23" + expected);
-    QCOMPARE(faultsOf("title: &x {? *x : b}\n"), "1:14" + expected);
+    QCOMPARE(errorsOf("title: &x [*x]\n"), "1:12" + expected);
+    QCOMPARE(errorsOf("title: &x {a: [b, {c: *x}]}\n"), "1:23" + expected);
+    QCOMPARE(errorsOf("title: &x {? *x : b}\n"), "1:14" + expected);
     // A name that was given again stands for the latest value that is complete or open.
-    QCOMPARE(faultsOf("title: &x a\ndevices: &x {b: *x}\n"), "2:17" + expected);
+    QCOMPARE(errorsOf("title: &x a\ndevices: &x {b: *x}\n"), "2:17" + expected);
 }
 
 void tst_PanelFileLimits::longKeysAndNames()
 {
     const QByteArray k(1000, 'k');
-    QVERIFY(faultsOf("? " + k + "\n: x\n").contains("unknown key"));
-    QCOMPARE(faultsOf("? " + k + "k\n: x\n"),
+    QVERIFY(errorsOf("? " + k + "\n: x\n").contains("unknown key"));
+    QCOMPARE(errorsOf("? " + k + "k\n: x\n"),
              QString("1:3: error: a key has 1000 characters at most"));
 
     const QByteArray start = "devices: {a: {device: x, params: {";
-    QCOMPARE(faultsOf(start + k.left(256) + ": 1}}}"), QString());
-    QCOMPARE(faultsOf(start + k.left(257) + ": 1}}}"),
+    QCOMPARE(errorsOf(start + k.left(256) + ": 1}}}"), QString());
+    QCOMPARE(errorsOf(start + k.left(257) + ": 1}}}"),
              QString("1:35: error: the name of a parameter has 256 characters at most"));
-    QCOMPARE(faultsOf(start + k.left(200) + ": {" + k.left(55) + ": 1}}}}"), QString());
-    QCOMPARE(faultsOf(start + k.left(200) + ": {" + k.left(56) + ": 1}}}}"),
+    QCOMPARE(errorsOf(start + k.left(200) + ": {" + k.left(55) + ": 1}}}}"), QString());
+    QCOMPARE(errorsOf(start + k.left(200) + ": {" + k.left(56) + ": 1}}}}"),
              QString("1:238: error: the name of a parameter has 256 characters at most"));
 }
 
-void tst_PanelFileLimits::longArrow()
+void tst_PanelFileLimits::longConnection()
 {
     const QByteArray name(992, 'a');
-    QCOMPARE(faultsOf("connections:\n- " + name + ".x -> b.y\n").left(60),
+    QCOMPARE(errorsOf("connections:\n- " + name + ".x -> b.y\n").left(60),
              QString("2:3: error: an arrow has 1000 characters at most"));
-    QCOMPARE(faultsOf("connections:\n- " + name.left(991) + ".x -> b.y\n").left(60), QString());
+    QCOMPARE(errorsOf("connections:\n- " + name.left(991) + ".x -> b.y\n").left(60), QString());
 }
 
-void tst_PanelFileLimits::longTextsAreShortenedInFaults()
+void tst_PanelFileLimits::longTextsAreShortenedInErrors()
 {
     const QByteArray text(100000, 'x');
-    QCOMPARE(faultsOf("devices: {a: {device: b, network: " + text + "}}"),
+    QCOMPARE(errorsOf("devices: {a: {device: b, network: " + text + "}}"),
              "1:35: error: network must be true or false, not \"" + QString(57, 'x') + "...\"");
 }
 

@@ -15,24 +15,24 @@ using norvo::Diagnostics;
 namespace {
 
 /// Whether what comes out of a text is in order, whatever the text is: places lie in the text, and
-/// a text without faults has all that a panel needs.
-bool isInOrder(const QByteArray& text, QString& complaint)
+/// a text without errors has all that a panel needs.
+bool isInOrder(const QByteArray& text, QString& reason)
 {
     Diagnostics diagnostics("panel.yaml");
     const auto panel = panels::parse(text, diagnostics);
     const int lines = text.count('\n') + 1;
-    for (const Diagnostic& fault : diagnostics.sorted()) {
-        const QString line = fault.toString();
-        const auto& place = fault.place;
+    for (const Diagnostic& error : diagnostics.sorted()) {
+        const QString line = error.toString();
+        const auto& place = error.place;
         if (place.line < 1 || place.line > lines || place.column < 1 ||
-            place.column > text.size() + 1 || line.contains('\n') || fault.text.isEmpty()) {
-            complaint = line;
+            place.column > text.size() + 1 || line.contains('\n') || error.text.isEmpty()) {
+            reason = line;
             return false;
         }
     }
     for (const auto& device : panel.devices) {
         if (diagnostics.isEmpty() && (device.id.text.isEmpty() || device.type.text.isEmpty())) {
-            complaint = "a device without id or type";
+            reason = "a device without id or type";
             return false;
         }
     }
@@ -40,7 +40,7 @@ bool isInOrder(const QByteArray& text, QString& complaint)
         for (const auto& part : {arrow.from.device, arrow.from.method, arrow.to.device,
                                  arrow.to.method, arrow.whole}) {
             if (part.text.isEmpty() || part.place.line < 1 || part.place.line > lines) {
-                complaint = panels::shown(arrow);
+                reason = panels::shown(arrow);
                 return false;
             }
         }
@@ -65,7 +65,7 @@ private:
     QByteArray m_panel;
 };
 
-/// Quotes, blocks, brackets, aliases, tags, arrows: all that the reader takes apart.
+/// Quotes, blocks, brackets, aliases, tags, connections: all that the reader takes apart.
 void tst_PanelFileMutations::initTestCase()
 {
     QFile file("tests/panels/bad/much-of-everything.yaml");
@@ -77,18 +77,18 @@ void tst_PanelFileMutations::initTestCase()
 void tst_PanelFileMutations::everyPrefix()
 {
     for (int i = 0; i <= m_panel.size(); ++i) {
-        QString complaint;
-        QVERIFY2(isInOrder(m_panel.left(i), complaint),
-                 qPrintable(QString("prefix of %1: %2").arg(i).arg(complaint)));
+        QString reason;
+        QVERIFY2(isInOrder(m_panel.left(i), reason),
+                 qPrintable(QString("prefix of %1: %2").arg(i).arg(reason)));
     }
 }
 
 void tst_PanelFileMutations::everyByteLeftOut()
 {
     for (int i = 0; i < m_panel.size(); ++i) {
-        QString complaint;
-        QVERIFY2(isInOrder(QByteArray(m_panel).remove(i, 1), complaint),
-                 qPrintable(QString("without byte %1: %2").arg(i).arg(complaint)));
+        QString reason;
+        QVERIFY2(isInOrder(QByteArray(m_panel).remove(i, 1), reason),
+                 qPrintable(QString("without byte %1: %2").arg(i).arg(reason)));
     }
 }
 
@@ -99,11 +99,11 @@ void tst_PanelFileMutations::everyByteReplaced()
         for (const char replacement : replacements) {
             QByteArray text = m_panel;
             text[i] = replacement;
-            QString complaint;
-            QVERIFY2(isInOrder(text, complaint), qPrintable(QString("byte %1 is now %2: %3")
-                                                                .arg(i)
-                                                                .arg(int(uchar(replacement)))
-                                                                .arg(complaint)));
+            QString reason;
+            QVERIFY2(isInOrder(text, reason), qPrintable(QString("byte %1 is now %2: %3")
+                                                             .arg(i)
+                                                             .arg(int(uchar(replacement)))
+                                                             .arg(reason)));
         }
     }
 }
@@ -123,8 +123,8 @@ void tst_PanelFileMutations::anyPiecesInAnyOrder()
         for (int i = 0; i < count; ++i) {
             text += pieces[int(random() % unsigned(pieces.size()))];
         }
-        QString complaint;
-        QVERIFY2(isInOrder(text, complaint), qPrintable(text.toPercentEncoding() + complaint));
+        QString reason;
+        QVERIFY2(isInOrder(text, reason), qPrintable(text.toPercentEncoding() + reason));
     }
 }
 

@@ -75,9 +75,9 @@ void tst_PanelFileValues::valuesAreTakenLetterByLetter_data()
         const bool needsQuotes = QStringList{"a: b", "%1", "-"}.contains(value);
         QTest::newRow(text) << (needsQuotes ? '\'' + value + '\'' : value) << value;
     }
-    QTest::newRow("blanks around are no part of it") << "   1.0  # a remark"
+    QTest::newRow("spaces around are no part of it") << "   1.0  # a comment"
                                                      << "1.0";
-    QTest::newRow("double quotes keep blanks") << "\" 1 \""
+    QTest::newRow("double quotes keep spaces") << "\" 1 \""
                                                << " 1 ";
     QTest::newRow("empty quotes") << "\"\""
                                   << "";
@@ -140,7 +140,7 @@ void tst_PanelFileValues::absentValueStandsAtItsKey_data()
 void tst_PanelFileValues::absentValueStandsAtItsKey()
 {
     QFETCH(QByteArray, params);
-    QCOMPARE(panels::faultsOf(withParams(params)), QString());
+    QCOMPARE(panels::errorsOf(withParams(params)), QString());
     QTEST(settings(sound(withParams(params))), "expected");
 }
 

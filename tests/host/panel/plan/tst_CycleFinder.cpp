@@ -63,11 +63,11 @@ void tst_CycleFinder::connectionsThatCloseCycles_data()
     QTest::addColumn<QStringList>("arrows");
     QTest::addColumn<QStringList>("expected");
 
-    QTest::newRow("noArrows") << QStringList{} << QStringList{};
+    QTest::newRow("noConnections") << QStringList{} << QStringList{};
     QTest::newRow("aChainHasNone") << QStringList{"ab", "bc", "cd"} << QStringList{};
     QTest::newRow("twoWaysToOneDeviceAreNone")
         << QStringList{"ab", "ac", "bd", "cd"} << QStringList{};
-    QTest::newRow("theSameArrowTwiceIsNone") << QStringList{"ab", "ab"} << QStringList{};
+    QTest::newRow("theSameConnectionTwiceIsNone") << QStringList{"ab", "ab"} << QStringList{};
     QTest::newRow("toItself") << QStringList{"aa"} << QStringList{"1: a -> a"};
     QTest::newRow("thereAndBack") << QStringList{"ab", "ba"} << QStringList{"2: a -> b -> a"};
     QTest::newRow("backAndThere") << QStringList{"ba", "ab"} << QStringList{"2: b -> a -> b"};
@@ -97,8 +97,8 @@ void tst_CycleFinder::connectionsThatCloseCycles()
 
 void tst_CycleFinder::connectionsLeftOverHaveNoCycle()
 {
-    // As many random arrows as make many circles: without those that close one, a walk along the
-    // others must come to an end everywhere, and each that does must lead back along them.
+    // As many random connections as make many cycles: without those that close one, a walk along
+    // the others must come to an end everywhere, and each that does must lead back along them.
     const int count = 60;
     QRandomGenerator random(7);
     QVector<norvo::DeviceSetting> devices;

@@ -24,16 +24,16 @@ class LateDevice : public BaseDevice
     Q_OBJECT
 
 public:
-    LateDevice() { addParam("fault", ""); }
+    LateDevice() { addParam("error", ""); }
 
     static DeviceTypeInfo typeInfo() { return {"", "", {}, 0, 1, ""}; }
 
     bool initialise() override
     {
         recordStep(objectName(), "initialise");
-        const QString fault = getParam("fault").value();
-        m_known = fault.isEmpty();
-        return m_known || error(fault);
+        const QString reason = getParam("error").value();
+        m_known = reason.isEmpty();
+        return m_known || error(reason);
     }
     void deinitialise() override { recordStep(objectName(), "deinitialise"); }
     QStringList grabMethods(const QString& name, QMetaMethod::MethodType type,
@@ -101,7 +101,7 @@ void tst_PanelPlan::badFiles_data()
 {
     QTest::addColumn<QStringList>("expected"); // without the file's name
 
-    const auto fault = [](const char* file, const QStringList& lines) {
+    const auto error = [](const char* file, const QStringList& lines) {
         QTest::newRow(file) << lines;
     };
     const QString slotsOfLabel = "inputWarning(bool), input(QString), input(double)";
@@ -109,58 +109,58 @@ void tst_PanelPlan::badFiles_data()
     const QString is = "parameter ";
     const QString row = "is not a whole number from 0 to 999, nor -1 for the next free place";
     const QString span = "is not a whole number from 1 to 1000";
-    const QString circle = "; its values are passed on from the event loop";
+    const QString cycle = "; its values are passed on from the event loop";
 
-    fault("unknown-type", {"3:13: error: " + type + "\"buton\"; did you mean \"button\"?"});
-    fault("unknown-type-unlike-any", {"3:13: error: " + type +
+    error("unknown-type", {"3:13: error: " + type + "\"buton\"; did you mean \"button\"?"});
+    error("unknown-type-unlike-any", {"3:13: error: " + type +
                                       "\"thermometer\"; valid names: "
                                       "\"button\", \"label\", \"output_digital\""});
-    fault("unknown-parameter",
+    error("unknown-parameter",
           {"6:24: error: a device of type \"label\" has no parameter \"widget/fontsise\"; did you "
            "mean \"widget/fontSize\"?"});
-    fault("value-is-no-number",
+    error("value-is-no-number",
           {"4:31: error: " + is + "\"widget/fontSize\": \"large\" is not a number"});
-    fault("value-is-neither-true-nor-false",
+    error("value-is-neither-true-nor-false",
           {"4:23: error: " + is + "\"toggled\": \"perhaps\" is neither true nor false"});
-    fault("option-outside-its-list",
+    error("option-outside-its-list",
           {"4:20: warning: " + is +
            "\"mode\": \"Toggle\" is not one of \"toggle\", \"click\"; did you "
            "mean \"toggle\"?"});
-    fault("row-is-no-whole-number", {"5:21: error: " + is + "\"widget/row\": \"1.5\" " + row,
+    error("row-is-no-whole-number", {"5:21: error: " + is + "\"widget/row\": \"1.5\" " + row,
                                      "5:34: error: " + is + "\"widget/column\": \"-2\" " + row});
-    fault("span-out-of-range", {"5:25: error: " + is + "\"widget/rowspan\": \"0\" " + span,
+    error("span-out-of-range", {"5:25: error: " + is + "\"widget/rowspan\": \"0\" " + span,
                                 "5:37: error: " + is + "\"widget/colspan\": \"1001\" " + span});
-    fault("overlapping-cells",
+    error("overlapping-cells",
           {"6:3: error: \"low\" and \"wide\" (line 2) overlap at row 1, column 2"});
-    fault("overlapping-cells-of-an-area",
+    error("overlapping-cells-of-an-area",
           {"6:3: error: \"air\" and \"none\" (line 2) overlap at row 0, column 0 of area \"Air\""});
-    fault("unknown-signal",
+    error("unknown-signal",
           {"5:10: error: \"stop\" has no signal \"toggeld\"; it has toggled(bool), clicked(); did "
            "you mean \"toggled\"?"});
-    fault("unknown-slot", {"5:27: error: \"shown\" has no slot \"inputwarning\"; it has " +
+    error("unknown-slot", {"5:27: error: \"shown\" has no slot \"inputwarning\"; it has " +
                            slotsOfLabel + "; did you mean \"inputWarning\"?"});
-    fault("unknown-overload",
+    error("unknown-overload",
           {"5:10: error: \"stop\" has no signal \"toggled(double)\"; it has toggled(bool)",
            "5:35: error: \"shown\" has no slot \"input(bool)\"; it has input(QString), "
            "input(double)"});
-    fault("types-do-not-fit",
+    error("types-do-not-fit",
           {"5:5: error: stop.toggled(bool) does not fit shown.input(QString) or input(double); "
            "what fits: stop.toggled(bool) -> shown.inputWarning(bool)"});
-    fault("several-pairs-fit",
+    error("several-pairs-fit",
           {"5:5: error: \"readout.output -> shown.input\" can mean several pairs; choose one of: "
            "readout.output(double) -> shown.input(double), "
            "readout.output(QString) -> shown.input(QString)"});
-    fault("missing-device", {"5:5: error: there is no device \"stpo\"; did you mean \"stop\"?",
+    error("missing-device", {"5:5: error: there is no device \"stpo\"; did you mean \"stop\"?",
                              "5:21: error: there is no device \"label\""});
-    fault("duplicate-arrow",
+    error("duplicate-arrow",
           {"6:5: warning: stop.toggled(bool) -> shown.inputWarning(bool) is connected already, in "
            "line 5; each value will arrive twice"});
-    fault("circle",
+    error("cycle",
           {"8:5: warning: this connection closes the cycle first -> second -> third -> first" +
-           circle});
-    fault("circle-of-one",
-          {"4:5: warning: this connection closes the cycle shown -> shown" + circle});
-    fault("several-faults",
+           cycle});
+    error("cycle-of-one",
+          {"4:5: warning: this connection closes the cycle shown -> shown" + cycle});
+    error("several-errors",
           {"5:20: warning: " + is +
                "\"mode\": \"clik\" is not one of \"toggle\", \"click\"; did you "
                "mean \"click\"?",
@@ -260,7 +260,7 @@ void tst_PanelPlan::lateTypeThatFailsIsAWarningAndItsConnectionsAreNotChecked()
     DeviceManager manager;
     manager.registerDeviceType<LateDevice>("late");
     const auto description = describe::panel(
-        {describe::device("a", "late", {{"fault", "no face"}}, 4), describe::device("b", "late")},
+        {describe::device("a", "late", {{"error", "no face"}}, 4), describe::device("b", "late")},
         {"a.output -> b.input", "b.output -> a.input"});
     QTest::ignoreMessage(QtWarningMsg, "a: no face");
     const QStringList lines = check(description, manager);

@@ -256,7 +256,7 @@ void tst_Placement::manyDevicesTakeNoTime()
     QElapsedTimer time;
     time.start();
     const Placement placement(QVector<Cells>(count, wish));
-    QVERIFY2(time.elapsed() < 1000, qPrintable(QString::number(time.elapsed())));
+    QVERIFY2(time.elapsed() < 3000, qPrintable(QString::number(time.elapsed())));
     QCOMPARE(placement.overlaps().size(), wish.row == 5 ? Placement::kMaxOverlaps : 0);
 }
 

@@ -51,8 +51,8 @@ private slots:
     void longListsAreCut();
     void receiverThatConvertsIsAskedForTheSignalsArguments();
     void connects();
-    void queuedArrowsStoreArrays();
-    void queuedArrowsRefuseWhatCannotBeStored();
+    void queuedConnectionsStoreArrays();
+    void queuedConnectionsRefuseWhatCannotBeStored();
 
 private:
     std::optional<Wire> resolve(const QString& text, Diagnostics& diagnostics);
@@ -84,7 +84,7 @@ void tst_Wiring::resolves_data()
     QTest::newRow("bothInFull") << "a.number(double) -> b.input(double)"
                                 << "number(double)"
                                 << "input(double)";
-    QTest::newRow("blanksDoNotMatter") << "a.named( double ,QString) -> b.either(double, QString)"
+    QTest::newRow("spacesDoNotMatter") << "a.named( double ,QString) -> b.either(double, QString)"
                                        << "named(double,QString)"
                                        << "either(double,QString)";
     QTest::newRow("constReferenceIsTheValue") << "a.text(const QString&) -> b.input(QString)"
@@ -229,7 +229,7 @@ void tst_Wiring::connects()
     m_b.heard.clear();
 }
 
-void tst_Wiring::queuedArrowsStoreArrays()
+void tst_Wiring::queuedConnectionsStoreArrays()
 {
     const auto connection =
         connectWire({&m_a, "array(DoubleVec)", &m_b, "take(DoubleVec)"}, Qt::QueuedConnection);
@@ -241,7 +241,7 @@ void tst_Wiring::queuedArrowsStoreArrays()
     m_b.heard.clear();
 }
 
-void tst_Wiring::queuedArrowsRefuseWhatCannotBeStored()
+void tst_Wiring::queuedConnectionsRefuseWhatCannotBeStored()
 {
     const Wire wire{&m_a, "raw(Unheard)", &m_b, "takeRaw(Unheard)"};
     const auto direct = connectWire(wire, Qt::AutoConnection);
