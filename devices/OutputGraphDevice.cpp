@@ -62,32 +62,26 @@ void OutputGraphDevice::input(QString value)
 
 void OutputGraphDevice::setFilled(bool fill)
 {
-    if (!isRunning() || !sender()) {
-        return;
+    if (isRunning() && sender()) {
+        m_fills.insert(sender()->objectName(), fill);
+        emit outputFill(sender()->objectName(), fill);
     }
-    const QString from = sender()->objectName();
-    m_fills.insert(from, fill);
-    emit outputFill(from, fill);
 }
 
 void OutputGraphDevice::setColor(QString color)
 {
-    if (!isRunning() || !sender()) {
-        return;
+    if (isRunning() && sender()) {
+        m_colors.insert(sender()->objectName(), color);
+        emit outputColor(sender()->objectName(), color);
     }
-    const QString from = sender()->objectName();
-    m_colors.insert(from, color);
-    emit outputColor(from, color);
 }
 
 void OutputGraphDevice::setName(QString name)
 {
-    if (!isRunning() || !sender()) {
-        return;
+    if (isRunning() && sender()) {
+        m_names.insert(sender()->objectName(), name);
+        emit outputName(sender()->objectName(), name);
     }
-    const QString from = sender()->objectName();
-    m_names.insert(from, name);
-    emit outputName(from, name);
 }
 
 void OutputGraphDevice::resendData()

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 double GaugeHistory::latestValue() const
 {
@@ -42,24 +41,19 @@ void GaugeHistory::prune(double now)
 
 std::vector<GaugeHistory::Point> GaugeHistory::shapeOf(const std::deque<Point>& points)
 {
-    int smallest = 0;
-    int largest = 0;
-    double least = std::numeric_limits<double>::infinity();
-    double most = -least;
-    int i = 0;
-    for (const Point& point : points) {
-        if (point.value < least) { // Never of what is no number.
-            least = point.value;
-            smallest = i;
+    auto smallest = points.begin();
+    auto largest = smallest;
+    for (auto point = smallest; point != points.end(); ++point) {
+        if (point->value < smallest->value || std::isnan(smallest->value)) {
+            smallest = point;
         }
-        if (point.value > most) {
-            most = point.value;
-            largest = i;
+        if (point->value > largest->value || std::isnan(largest->value)) {
+            largest = point;
         }
-        ++i;
     }
-    const int last = i - 1;
-    const auto [earlier, later] = std::minmax(smallest, largest);
+    const auto [earlier, later] =
+        std::minmax({int(smallest - points.begin()), int(largest - points.begin())});
+    const int last = int(points.size()) - 1;
     std::vector<Point> shape;
     int next = 0;
     for (const int kept :

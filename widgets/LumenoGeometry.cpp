@@ -2,8 +2,7 @@
 
 #include "widgets/LumenoGeometry.h"
 
-#include "widgets/Pixels.h"
-#include "widgets/ScaleMarks.h"
+#include "widgets/GaugePainting.h"
 
 #include <algorithm>
 #include <cmath>

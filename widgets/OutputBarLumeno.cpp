@@ -4,13 +4,13 @@
 
 #include "devices/Decimals.h"
 #include "norvo/Truncation.h"
+#include "widgets/GaugePainting.h"
 #include "widgets/Looks.h"
-#include "widgets/OneLine.h"
-#include "widgets/ScaleMarks.h"
 
 #include <QPainter>
 #include <QTimer>
 
+#include <algorithm>
 #include <chrono>
 
 namespace geometry = norvo::lumeno;
@@ -19,6 +19,14 @@ namespace {
 
 constexpr int kRefreshMs = 1000;
 constexpr int kMinWidth = 80;
+
+/// `text` without anything that would break or widen a line.
+QString inOneLine(QString text)
+{
+    std::replace_if(
+        text.begin(), text.end(), [](QChar c) { return c.isSpace(); }, QChar(' '));
+    return text;
+}
 
 /// Seconds since the epoch, the fraction in milliseconds, by a clock that cannot be set.
 double secondsSinceEpoch()
@@ -62,7 +70,7 @@ void OutputBarLumeno::readParameters()
     m_textFont = norvo::Looks::gaugeFont(m_fontSize);
     m_valueFont = norvo::Looks::gaugeFont(norvo::truncatedToInt(m_fontSize * 1.5));
     m_valueFont.setBold(true);
-    m_units = norvo::staticLine(norvo::inOneLine(getParam(LumenoBarDevice::kUnits)), m_textFont);
+    m_units = norvo::staticLine(inOneLine(getParam(LumenoBarDevice::kUnits)), m_textFont);
     m_name = getParam(LumenoBarDevice::kName).value();
     m_scale = {getParam(LumenoBarDevice::kMinValue), getParam(LumenoBarDevice::kMaxValue),
                getParam(LumenoBarDevice::kDigitsStep), getParam(LumenoBarDevice::kDashesStep)};
@@ -129,7 +137,7 @@ void OutputBarLumeno::layOut()
     }
     const QStringList lines = geometry::captionLines(m_name);
     for (int i = 0; i < lines.size(); ++i) {
-        const QString line = norvo::inOneLine(lines[i]);
+        const QString line = inOneLine(lines[i]);
         const QRectF box = geometry::captionBox(i, lines.size(), usedHeight,
                                                 metrics.horizontalAdvance(line), metrics.height());
         m_texts.push_back({box, norvo::staticLine(line, m_textFont), false});

@@ -3,10 +3,8 @@
 #include "widgets/ScaleDraw.h"
 
 #include "norvo/Truncation.h"
+#include "widgets/GaugePainting.h"
 #include "widgets/Looks.h"
-#include "widgets/OneLine.h"
-#include "widgets/Pixels.h"
-#include "widgets/ScaleMarks.h"
 #include "widgets/TextHelper.h"
 
 #include <QPainter>
@@ -15,6 +13,7 @@
 #include <cmath>
 
 namespace Looks = norvo::Looks;
+using norvo::toPixel;
 
 namespace {
 
@@ -120,10 +119,14 @@ QRect ScaleDraw::greenZone() const
 
 QLine ScaleDraw::dash(int i) const
 {
+    return tick(m_region.left() + i * m_dashPixelStep, kShortTickShare);
+}
+
+QLine ScaleDraw::tick(double x, double heightShare) const
+{
     const double margin = kTickTopShare * m_region.height();
-    const int x = toPixel(m_region.left() + i * m_dashPixelStep);
-    return {x, toPixel(m_region.top() + margin), x,
-            toPixel(m_region.top() + m_region.height() * kShortTickShare + margin)};
+    return {toPixel(x), toPixel(m_region.top() + margin), toPixel(x),
+            toPixel(m_region.top() + m_region.height() * heightShare + margin)};
 }
 
 double ScaleDraw::digitX(int j) const
@@ -133,10 +136,7 @@ double ScaleDraw::digitX(int j) const
 
 QLine ScaleDraw::digitDash(int j) const
 {
-    const double margin = kTickTopShare * m_region.height();
-    const int x = toPixel(digitX(j));
-    return {x, toPixel(m_region.top() + margin), x,
-            toPixel(m_region.top() + m_region.height() * kLongTickShare + margin)};
+    return tick(digitX(j), kLongTickShare);
 }
 
 QPoint ScaleDraw::textPosition(int j, int textWidth) const
@@ -187,7 +187,7 @@ void ScaleDraw::drawText(QPainter& painter) const
 {
     painter.setPen(Looks::kTicks);
     painter.setFont(m_font);
-    for (const Number& number : m_numbers) {
-        painter.drawStaticText(number.topLeft, number.text);
+    for (const auto& [topLeft, text] : m_numbers) {
+        painter.drawStaticText(topLeft, text);
     }
 }

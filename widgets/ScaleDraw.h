@@ -6,6 +6,7 @@
 #include <QRect>
 #include <QStaticText>
 
+#include <utility>
 #include <vector>
 
 class QPainter;
@@ -42,12 +43,7 @@ public:
     QPoint textPosition(int j, int textWidth) const; ///< Left end of the jth number's baseline.
 
 private:
-    struct Number
-    {
-        QPointF topLeft;
-        QStaticText text;
-    };
-
+    QLine tick(double x, double heightShare) const;
     double digitX(int j) const;
     void layOutNumbers();
 
@@ -68,5 +64,5 @@ private:
     double m_startX = 0.0;
     double m_pixelLength = 0.0;
     double m_range = 0.0;
-    std::vector<Number> m_numbers;
+    std::vector<std::pair<QPointF, QStaticText>> m_numbers; ///< With their top left corners.
 };

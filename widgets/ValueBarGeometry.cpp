@@ -2,7 +2,7 @@
 
 #include "widgets/ValueBarGeometry.h"
 
-#include "widgets/Pixels.h"
+#include "widgets/GaugePainting.h"
 
 #include <cmath>
 

@@ -26,13 +26,11 @@ double clampedShare(double share)
 /// blurred.
 int wholePixelScale(const QPainter& painter)
 {
-    constexpr double largest = 8.0;
     const QTransform& transform = painter.deviceTransform();
-    const auto isWhole = [](double number) { return number == std::floor(number); };
-    const double scale = transform.m11();
-    const bool whole = transform.type() <= QTransform::TxScale && transform.m22() == scale &&
-                       isWhole(scale) && isWhole(transform.dx()) && isWhole(transform.dy());
-    return whole && scale >= 1.0 && scale <= largest ? int(scale) : 0;
+    const int scale = int(qBound(1.0, transform.m11(), 8.0));
+    const QTransform whole(scale, 0, 0, scale, std::floor(transform.dx()),
+                           std::floor(transform.dy()));
+    return transform == whole ? scale : 0;
 }
 
 } // namespace
