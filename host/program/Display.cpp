@@ -4,8 +4,13 @@
 
 #include "host/program/Console.h"
 
+#include <QFont>
+#include <QPair>
+#include <QVector>
+
 #include <unistd.h>
 
+#include <utility>
 #include <vector>
 
 namespace norvo {
@@ -15,49 +20,21 @@ namespace {
 const QString kAdvice = QStringLiteral("a picture of the panel needs no display: norvo-panel "
                                        "--screenshot OUT.png PANEL.yaml");
 
-struct Message
-{
-    QtMsgType type;
-    QString text;
-};
+/// What Qt reported while the display was being opened.
+QVector<QPair<QtMsgType, QString>> s_held;
 
-std::vector<Message>* s_held = nullptr; ///< The messages held back while a MessageKeeper lives.
-
-/// Holds back what Qt reports while the display is being opened. A fatal message ends the process
-/// in one line, with the first thing that Qt had to say for a reason.
+/// A fatal message ends the process in one line, with the first thing that Qt had to say for a
+/// reason.
 void holdMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
 {
-    s_held->push_back({type, text.simplified()});
+    s_held.append({type, text.simplified()});
     if (type == QtFatalMsg) {
         Console::complain(
-            QString("the display cannot be opened (%1); %2").arg(s_held->front().text, kAdvice));
+            QString("the display cannot be opened (%1); %2").arg(s_held.first().second, kAdvice));
         Console::finish();
         _exit(1);
     }
 }
-
-class MessageKeeper
-{
-public:
-    MessageKeeper() : m_before(qInstallMessageHandler(holdMessage)) { s_held = &m_messages; }
-    ~MessageKeeper()
-    {
-        qInstallMessageHandler(m_before);
-        s_held = nullptr;
-    }
-    Q_DISABLE_COPY(MessageKeeper)
-
-    void passOn() const
-    {
-        for (const Message& message : m_messages) {
-            m_before(message.type, QMessageLogContext(), message.text);
-        }
-    }
-
-private:
-    std::vector<Message> m_messages;
-    QtMessageHandler m_before;
-};
 
 bool displayIsNamed(const QStringList& qtArguments)
 {
@@ -99,13 +76,24 @@ std::unique_ptr<QApplication> Display::open(Kind kind, const QStringList& qtArgu
         reason = "there is no display (neither DISPLAY nor WAYLAND_DISPLAY is set); " + kAdvice;
         return nullptr;
     }
-    std::unique_ptr<QApplication> application;
-    {
-        const MessageKeeper keeper;
-        application.reset(makeApplication(kind, qtArguments));
-        keeper.passOn();
+    const QtMessageHandler usualHandler = qInstallMessageHandler(holdMessage);
+    std::unique_ptr<QApplication> application(makeApplication(kind, qtArguments));
+    qInstallMessageHandler(usualHandler);
+    for (const auto& [type, text] : qAsConst(s_held)) {
+        usualHandler(type, QMessageLogContext(), text);
     }
+    s_held.clear();
     return application;
+}
+
+/// Qt looks at what stands in for a family only when that family is not installed.
+void Display::substituteFonts()
+{
+    for (const auto& [family, replacement] :
+         {std::pair("Digital-7", "DSEG7 Classic"), std::pair("Arial", "Liberation Sans"),
+          std::pair("Courier", "Liberation Mono")}) {
+        QFont::insertSubstitution(family, replacement);
+    }
 }
 
 } // namespace norvo

@@ -22,6 +22,10 @@ public:
     /// among them goes before `kind`.
     static std::unique_ptr<QApplication> open(Kind kind, const QStringList& qtArguments,
                                               QString& reason);
+
+    /// Lets free families stand in for those that devices ask for by name, where a family is not
+    /// installed.
+    static void substituteFonts();
 };
 
 } // namespace norvo

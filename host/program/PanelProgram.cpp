@@ -10,7 +10,6 @@
 #include "host/panel/run/Panel.h"
 #include "host/program/Console.h"
 #include "host/program/Display.h"
-#include "host/program/Fonts.h"
 #include "host/program/PluginSet.h"
 #include "host/program/UnixSignals.h"
 #include "host/window/PanelPages.h"
@@ -43,65 +42,10 @@ void report(const Diagnostics& diagnostics)
     }
 }
 
-} // namespace
-
-PanelProgram::PanelProgram(const Options& options) : m_options(options) {}
-
-int PanelProgram::run()
-{
-    QString reason;
-    const auto application = Display::open(
-        m_options.action == Options::Action::Run ? Display::Kind::Screen : Display::Kind::OffScreen,
-        m_options.qtArguments, reason);
-    if (!application) {
-        Console::complain(reason);
-        return 1;
-    }
-    substituteFonts();
-    PluginSet plugins;
-    if (!loadPlugins(plugins)) {
-        return 1;
-    }
-    if (m_options.action == Options::Action::Check) {
-        return check(plugins.manager());
-    }
-    // From before anything starts to the very end. Ends a wait of the start, too.
-    const UnixSignals unixSignals;
-    QObject::connect(&unixSignals, &UnixSignals::stopRequested, qApp, &QCoreApplication::quit);
-    const int status = start(plugins.manager(), unixSignals);
-    if (unixSignals.isStopRequested() && m_options.action == Options::Action::Screenshot) {
-        Console::complain("stopped before the picture was taken");
-        return 1;
-    }
-    return status;
-}
-
-int PanelProgram::start(const DeviceManager& manager, const UnixSignals& unixSignals) const
-{
-    Diagnostics diagnostics(m_options.panelFile);
-    const PanelDescription description = PanelFile::read(m_options.panelFile, diagnostics);
-    StateFile state(m_options.stateFile.isEmpty() ? StateFile::besidePanel(m_options.panelFile)
-                                                  : m_options.stateFile,
-                    m_options.action == Options::Action::Run ? StateFile::Mode::ReadWrite
-                                                             : StateFile::Mode::ReadOnly);
-    if (m_options.keepsState && !diagnostics.hasErrors()) {
-        readState(state);
-    }
-    PanelPlan plan = PanelPlan::make(
-        description, manager, {state.fileName(), state.state(), state.places()}, diagnostics);
-    if (unixSignals.isStopRequested()) {
-        return 0;
-    }
-    report(diagnostics);
-    return diagnostics.hasErrors()
-               ? showErrors(diagnostics, unixSignals)
-               : runPanel(std::move(plan), titleOf(description), state, unixSignals);
-}
-
-bool PanelProgram::loadPlugins(PluginSet& plugins) const
+bool loadPlugins(PluginSet& plugins, const QStringList& further)
 {
     const QStringList folders =
-        PluginSet::defaultFolders(QCoreApplication::applicationDirPath()) + m_options.pluginFolders;
+        PluginSet::defaultFolders(QCoreApplication::applicationDirPath()) + further;
     for (const QString& folder : folders) {
         plugins.load(folder);
     }
@@ -116,27 +60,82 @@ bool PanelProgram::loadPlugins(PluginSet& plugins) const
     return !plugins.isEmpty();
 }
 
-int PanelProgram::check(const DeviceManager& manager) const
+int check(const QString& file, const DeviceManager& manager)
 {
-    Diagnostics diagnostics(m_options.panelFile);
-    PanelPlan::make(PanelFile::read(m_options.panelFile, diagnostics), manager, {}, diagnostics);
+    Diagnostics diagnostics(file);
+    PanelPlan::make(PanelFile::read(file, diagnostics), manager, {}, diagnostics);
     for (const Diagnostic& diagnostic : diagnostics.sorted()) {
         Console::print(diagnostic.toString());
     }
-    Console::print(QString("%1: %2").arg(m_options.panelFile, diagnostics.summary()));
+    Console::print(QString("%1: %2").arg(file, diagnostics.summary()));
     return diagnostics.hasErrors() ? 1 : 0;
 }
 
-int PanelProgram::showErrors(const Diagnostics& diagnostics, const UnixSignals& unixSignals) const
+/// A panel on the display, or unseen for a picture, from its file to the end.
+class PanelRun
+{
+public:
+    PanelRun(const Options& options, const DeviceManager& manager)
+        : m_options(options), m_manager(manager)
+    {
+        QObject::connect(&m_signals, &UnixSignals::stopRequested, qApp, &QCoreApplication::quit);
+    }
+
+    int run(); ///< Returns the exit status.
+
+private:
+    int start();
+    int showErrors(const Diagnostics& diagnostics);
+    int runPanel(PanelPlan plan, const QString& title, StateFile& state);
+    int show(PanelWindow& window);
+    int takePicture(PanelWindow& window) const;
+    bool isPicture() const { return m_options.action == Options::Action::Screenshot; }
+
+    const Options& m_options;
+    const DeviceManager& m_manager;
+    const UnixSignals m_signals; ///< From before anything starts; ends a wait of the start, too.
+};
+
+int PanelRun::run()
+{
+    const int status = start();
+    if (m_signals.isStopRequested() && isPicture()) {
+        Console::complain("stopped before the picture was taken");
+        return 1;
+    }
+    return status;
+}
+
+int PanelRun::start()
+{
+    Diagnostics diagnostics(m_options.panelFile);
+    const PanelDescription description = PanelFile::read(m_options.panelFile, diagnostics);
+    StateFile state(m_options.stateFile.isEmpty() ? StateFile::besidePanel(m_options.panelFile)
+                                                  : m_options.stateFile,
+                    isPicture() ? StateFile::Mode::ReadOnly : StateFile::Mode::ReadWrite);
+    if (m_options.keepsState && !diagnostics.hasErrors()) {
+        QObject::connect(&state, &StateFile::problem, &Console::report);
+        state.read();
+    }
+    PanelPlan plan = PanelPlan::make(
+        description, m_manager, {state.fileName(), state.state(), state.places()}, diagnostics);
+    if (m_signals.isStopRequested()) {
+        return 0;
+    }
+    report(diagnostics);
+    return diagnostics.hasErrors() ? showErrors(diagnostics)
+                                   : runPanel(std::move(plan), titleOf(description), state);
+}
+
+int PanelRun::showErrors(const Diagnostics& diagnostics)
 {
     PanelWindow window(QFileInfo(m_options.panelFile).fileName());
     window.showErrors(diagnostics);
-    show(window, unixSignals);
+    show(window);
     return 1;
 }
 
-int PanelProgram::runPanel(PanelPlan plan, const QString& title, StateFile& state,
-                           const UnixSignals& unixSignals) const
+int PanelRun::runPanel(PanelPlan plan, const QString& title, StateFile& state)
 {
     PanelWindow window(title);
     auto* const pages = new PanelPages;
@@ -147,29 +146,22 @@ int PanelProgram::runPanel(PanelPlan plan, const QString& title, StateFile& stat
     }
     Diagnostics diagnostics(m_options.panelFile);
     panel.apply(std::move(plan), diagnostics);
-    if (!unixSignals.isStopRequested()) {
+    if (!m_signals.isStopRequested()) {
         report(diagnostics);
     }
-    const int status = show(window, unixSignals);
+    const int status = show(window);
     panel.stop();
     state.save();
     return status;
 }
 
-void PanelProgram::readState(StateFile& state) const
+/// To the end; returns the exit status.
+int PanelRun::show(PanelWindow& window)
 {
-    QObject::connect(&state, &StateFile::problem, &state,
-                     [](const QString& line) { Console::report(line); });
-    state.read();
-}
-
-int PanelProgram::show(PanelWindow& window, const UnixSignals& unixSignals) const
-{
-    const bool isPicture = m_options.action == Options::Action::Screenshot;
     QObject::connect(&window, &PanelWindow::closed, qApp, &QCoreApplication::quit);
 
     if (m_options.pictureSize.isEmpty()) {
-        window.fit(isPicture ? kMaxPicture : window.screen()->availableSize());
+        window.fit(isPicture() ? kMaxPicture : window.screen()->availableSize());
     } else {
         window.resize(m_options.pictureSize);
     }
@@ -178,15 +170,15 @@ int PanelProgram::show(PanelWindow& window, const UnixSignals& unixSignals) cons
     } else {
         window.show();
     }
-    if (isPicture) {
+    if (isPicture()) {
         QTimer::singleShot(m_options.pictureAfterMs, &window,
                            [this, &window] { QCoreApplication::exit(takePicture(window)); });
     }
     // Events are handled during the start, too.
-    return unixSignals.isStopRequested() ? 0 : QCoreApplication::exec();
+    return m_signals.isStopRequested() ? 0 : QCoreApplication::exec();
 }
 
-int PanelProgram::takePicture(PanelWindow& window) const
+int PanelRun::takePicture(PanelWindow& window) const
 {
     QBuffer picture;
     picture.open(QIODevice::WriteOnly);
@@ -198,6 +190,27 @@ int PanelProgram::takePicture(PanelWindow& window) const
         return 1;
     }
     return 0;
+}
+
+} // namespace
+
+int runProgram(const Options& options)
+{
+    QString reason;
+    const auto application = Display::open(
+        options.action == Options::Action::Run ? Display::Kind::Screen : Display::Kind::OffScreen,
+        options.qtArguments, reason);
+    if (!application) {
+        Console::complain(reason);
+        return 1;
+    }
+    Display::substituteFonts();
+    PluginSet plugins;
+    if (!loadPlugins(plugins, options.pluginFolders)) {
+        return 1;
+    }
+    return options.action == Options::Action::Check ? check(options.panelFile, plugins.manager())
+                                                    : PanelRun(options, plugins.manager()).run();
 }
 
 } // namespace norvo

@@ -88,9 +88,9 @@ void receive(QtMsgType type, const QMessageLogContext& context, const QString& m
 
 } // namespace
 
-QtMessages::QtMessages(Detail detail)
+QtMessages::QtMessages(bool isVerbose)
 {
-    s_isVerbose = detail == Detail::Verbose;
+    s_isVerbose = isVerbose;
     qInstallMessageHandler(receive);
 }
 

@@ -10,12 +10,8 @@ namespace norvo {
 class QtMessages
 {
 public:
-    enum class Detail {
-        Usual,
-        Verbose, ///< Debug messages too, and what Qt remarks on its surroundings.
-    };
-
-    explicit QtMessages(Detail detail);
+    /// `isVerbose`: debug messages too, and what Qt remarks on its surroundings.
+    explicit QtMessages(bool isVerbose);
     ~QtMessages(); ///< Writes the counts that are left; comes at the end.
     Q_DISABLE_COPY(QtMessages)
 };

@@ -40,7 +40,6 @@ int main(int argc, char** argv)
     default:
         break;
     }
-    const norvo::QtMessages messages(options.verbose ? norvo::QtMessages::Detail::Verbose
-                                                     : norvo::QtMessages::Detail::Usual);
-    return norvo::PanelProgram(options).run();
+    const norvo::QtMessages messages(options.verbose);
+    return norvo::runProgram(options);
 }

@@ -61,10 +61,8 @@ public:
     using Check = std::function<bool(QString)>;
 
     ScreenKeyboard(QWidget* parent, Qt::WindowFlags flags, const QString& title,
-                   const QString& text);
+                   const QString& text, const QString& hint, const QString& refusal, Check check);
 
-    void setHint(const QString& hint) { m_display->setPlaceholderText(hint); }
-    void setCheck(Check check, const QString& reason);
     QString text() const { return m_display->text(); }
 
 private:
@@ -96,18 +94,21 @@ private:
     TouchKey* m_symbols;
     TouchKey* m_language;
     TouchKey* m_space;
-    Check m_check;
-    QString m_refusal;
+    const Check m_check;
+    const QString m_refusal;
 };
 
 ScreenKeyboard::ScreenKeyboard(QWidget* parent, Qt::WindowFlags flags, const QString& title,
-                               const QString& text)
+                               const QString& text, const QString& hint, const QString& refusal,
+                               Check check)
     : EntryDialog(parent, flags, title),
       m_shift(switchKey(new TouchKey("keyShift", TouchKey::Symbol::Shift, tr("Shift")))),
       m_caps(switchKey(new TouchKey("keyCaps", TouchKey::Symbol::Caps, tr("Capital letters")))),
       m_symbols(switchKey(new TouchKey("keySymbols", "#+="))),
       m_language(new TouchKey("keyLanguage", QString())),
-      m_space(new TouchKey("keySpace", QString()))
+      m_space(new TouchKey("keySpace", QString())),
+      m_check(std::move(check)),
+      m_refusal(refusal.isEmpty() ? tr("This text is not accepted") : refusal)
 {
     constexpr int spacing = 4;
     setObjectName("ScreenKeyboardDialog");
@@ -125,18 +126,12 @@ ScreenKeyboard::ScreenKeyboard(QWidget* parent, Qt::WindowFlags flags, const QSt
         keys->setColumnStretch(column, 1);
     }
     m_display->setText(text);
+    m_display->setPlaceholderText(hint);
     m_display->setFocus();
     connect(m_display, &QLineEdit::textChanged, this, &ScreenKeyboard::judge);
     showLayout();
     judge();
     fitIntoScreen({960, 480});
-}
-
-void ScreenKeyboard::setCheck(Check check, const QString& reason)
-{
-    m_check = std::move(check);
-    m_refusal = reason.isEmpty() ? tr("This text is not accepted") : reason;
-    judge();
 }
 
 void ScreenKeyboard::createDigitRow(QGridLayout& keys)
@@ -251,9 +246,7 @@ QString ScreenKeyboardDialog::getText(QWidget* parent, QString title, QString te
                                       std::function<bool(QString)> check)
 {
     const QPointer<norvo::ScreenKeyboard> keyboard(
-        new norvo::ScreenKeyboard(parent, flags, title, text));
-    keyboard->setHint(hint);
-    keyboard->setCheck(std::move(check), reason);
+        new norvo::ScreenKeyboard(parent, flags, title, text, hint, reason, std::move(check)));
     const bool isConfirmed = norvo::EntryDialog::runModal(keyboard, ok);
     QString entered = isConfirmed ? keyboard->text() : text;
     delete keyboard.data();

@@ -14,39 +14,10 @@ namespace norvo {
 
 namespace {
 
-QVariantList listOf(const DoubleVec& numbers)
-{
-    QVariantList list;
-    list.reserve(numbers.size());
-    for (double number : numbers) {
-        list.append(number);
-    }
-    return list;
-}
-
-QVariantList listOf(const QByteArray& bytes)
-{
-    QVariantList list;
-    list.reserve(bytes.size());
-    for (char byte : bytes) {
-        list.append(int(uchar(byte)));
-    }
-    return list;
-}
-
 bool isNumber(const QVariant& value)
 {
-    switch (value.userType()) {
-    case QMetaType::Double:
-    case QMetaType::Float:
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-        return true;
-    default:
-        return false;
-    }
+    const int type = value.userType();
+    return type == QMetaType::Float || (type >= QMetaType::Int && type <= QMetaType::Double);
 }
 
 QVariant toBool(const QVariant& value)
@@ -115,10 +86,13 @@ QVariant toQml(int type, const void* value)
                    : toQml(variant.userType(), variant.constData());
     }
     if (type == qMetaTypeId<DoubleVec>()) {
-        return listOf(*static_cast<const DoubleVec*>(value));
+        const auto& numbers = *static_cast<const DoubleVec*>(value);
+        return QVariantList(numbers.cbegin(), numbers.cend());
     }
     if (type == QMetaType::QByteArray) {
-        return listOf(*static_cast<const QByteArray*>(value));
+        const auto& bytes = *static_cast<const QByteArray*>(value);
+        const auto* const first = reinterpret_cast<const uchar*>(bytes.constData());
+        return QVariantList(first, first + bytes.size());
     }
     return QVariant(type, value);
 }

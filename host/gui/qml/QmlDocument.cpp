@@ -9,6 +9,7 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQmlError>
+#include <QQmlFile>
 #include <QQuickItem>
 #include <QRegularExpression>
 #include <QTimer>
@@ -32,6 +33,35 @@ void waitFor(const QQmlComponent& component)
     QObject::connect(&component, &QQmlComponent::statusChanged, &loop, &QEventLoop::quit);
     QTimer::singleShot(kMaxLoadTime, &loop, &QEventLoop::quit);
     loop.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
+/// Where the root object of a document begins.
+struct QmlRoot
+{
+    int line = 0; ///< From 1; 0: there is none.
+    int column = 0;
+    QString type; ///< As it is written.
+};
+
+QmlRoot findQmlRoot(const QString& code)
+{
+    // Spaces, comments, and what stands above the root, up to the end of its line or a semicolon.
+    static const QRegularExpression preamble(
+        R"((?:\s|//[^\n]*|/\*.*?\*/|(?:import|pragma)\b(?:"[^"\n]*"|'[^'\n]*'|[^;\n"'/])*;?)*)",
+        QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression name(R"([\w.]+)",
+                                         QRegularExpression::UseUnicodePropertiesOption);
+    const auto match = [&code](const QRegularExpression& pattern, int offset) {
+        return pattern.match(code, offset, QRegularExpression::NormalMatch,
+                             QRegularExpression::AnchoredMatchOption);
+    };
+    const int begin = match(preamble, 0).capturedLength();
+    const auto type = match(name, begin);
+    if (!type.hasMatch()) {
+        return {};
+    }
+    const QString before = code.left(begin);
+    return {before.count('\n') + 1, begin - before.lastIndexOf('\n'), type.captured()};
 }
 
 } // namespace
@@ -90,12 +120,8 @@ std::unique_ptr<QQuickItem> QmlDocument::load(QQmlEngine& engine, QString& error
 
 QString QmlDocument::describe(const QQmlError& error) const
 {
-    QString place = m_name;
-    if (error.url().isLocalFile() && error.url() != m_url) {
-        place = error.url().toLocalFile();
-    } else if (!error.url().isEmpty() && error.url() != m_url) {
-        place = error.url().toString();
-    }
+    const bool isElsewhere = !error.url().isEmpty() && error.url() != m_url;
+    QString place = isElsewhere ? error.url().toString(QUrl::PreferLocalFile) : m_name;
     if (error.line() > 0) {
         place += QString(":%1").arg(error.line());
     }
@@ -120,7 +146,7 @@ QString QmlDocument::rootError() const
 {
     QString code = m_code;
     if (m_isFile) {
-        QFile file(m_url.scheme() == "qrc" ? ":" + m_url.path() : m_url.toLocalFile());
+        QFile file(QQmlFile::urlToLocalFileOrQrc(m_url));
         code = file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
     }
     const QmlRoot root = findQmlRoot(code);
@@ -128,27 +154,6 @@ QString QmlDocument::rootError() const
            (root.line > 0 ? QString(":%1:%2").arg(root.line).arg(root.column) : QString()) +
            ": the root object must be an Item" +
            (root.type.isEmpty() ? QString() : QString(", and %1 is none").arg(root.type));
-}
-
-QmlRoot findQmlRoot(const QString& code)
-{
-    // Spaces, comments, and what stands above the root, up to the end of its line or a semicolon.
-    static const QRegularExpression preamble(
-        R"((?:\s|//[^\n]*|/\*.*?\*/|(?:import|pragma)\b(?:"[^"\n]*"|'[^'\n]*'|[^;\n"'/])*;?)*)",
-        QRegularExpression::DotMatchesEverythingOption);
-    static const QRegularExpression name(R"([\w.]+)",
-                                         QRegularExpression::UseUnicodePropertiesOption);
-    const auto match = [&code](const QRegularExpression& pattern, int offset) {
-        return pattern.match(code, offset, QRegularExpression::NormalMatch,
-                             QRegularExpression::AnchoredMatchOption);
-    };
-    const int begin = match(preamble, 0).capturedLength();
-    const auto type = match(name, begin);
-    if (!type.hasMatch()) {
-        return {};
-    }
-    const QString before = code.left(begin);
-    return {before.count('\n') + 1, begin - before.lastIndexOf('\n'), type.captured()};
 }
 
 } // namespace norvo

@@ -37,14 +37,4 @@ private:
     bool m_isFile = true;
 };
 
-/// Where the root object of a document begins.
-struct QmlRoot
-{
-    int line = 0; ///< From 1; 0: there is none.
-    int column = 0;
-    QString type; ///< As it is written.
-};
-
-QmlRoot findQmlRoot(const QString& code);
-
 } // namespace norvo

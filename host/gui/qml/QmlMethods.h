@@ -19,7 +19,7 @@ struct QmlMethod
 
     bool isConverted() const { return types != itemTypes; }
     /// Whether both are wired alike, whatever item they belong to.
-    bool isLike(const QmlMethod& other) const
+    bool operator==(const QmlMethod& other) const
     {
         return name == other.name && types == other.types && itemTypes == other.itemTypes;
     }

@@ -67,11 +67,10 @@ protected:
     qint64 readData(char*, qint64) override { return -1; }
 };
 
-template <class State>
 class NetworkManager : public QNetworkAccessManager
 {
 public:
-    NetworkManager(std::shared_ptr<State> state, QObject* parent)
+    NetworkManager(std::shared_ptr<QmlSandbox::State> state, QObject* parent)
         : QNetworkAccessManager(parent), m_state(std::move(state))
     {}
 
@@ -90,7 +89,7 @@ protected:
     }
 
 private:
-    const std::shared_ptr<State> m_state;
+    const std::shared_ptr<QmlSandbox::State> m_state;
 };
 
 /// Is asked, in place of the desktop, to open a URL in another program.
@@ -178,7 +177,7 @@ bool QmlSandbox::mayOpen(const QUrl& url)
 
 QNetworkAccessManager* QmlSandbox::create(QObject* parent)
 {
-    return new NetworkManager<State>(m_state, parent);
+    return new NetworkManager(m_state, parent);
 }
 
 QUrl QmlSandbox::intercept(const QUrl& url, DataType type)

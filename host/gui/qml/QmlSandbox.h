@@ -26,6 +26,8 @@ class QmlSandbox : public QObject,
     Q_OBJECT
 
 public:
+    struct State;
+
     explicit QmlSandbox(QQmlEngine& engine);
     ~QmlSandbox() override;
 
@@ -42,8 +44,6 @@ signals:
     void refused(QString text);
 
 private:
-    struct State;
-
     bool isRunning() const;
 
     const std::shared_ptr<State> m_state;

@@ -6,17 +6,9 @@
 
 #include <QVarLengthArray>
 
-#include <algorithm>
-
 namespace norvo {
 
 namespace {
-
-bool areAlike(const QmlMethods& some, const QmlMethods& others)
-{
-    return std::equal(some.cbegin(), some.cend(), others.cbegin(), others.cend(),
-                      [](const QmlMethod& a, const QmlMethod& b) { return a.isLike(b); });
-}
 
 using Values = QVarLengthArray<QVariant, 4>;
 using Arguments = QVarLengthArray<void*, 5>;
@@ -43,7 +35,7 @@ QmlWrapper::QmlWrapper(QObject& item) : m_signals(qmlSignals(item)), m_slots(qml
 
 bool QmlWrapper::fits(const QObject& item) const
 {
-    return areAlike(m_signals, qmlSignals(item)) && areAlike(m_slots, qmlSlots(item));
+    return m_signals == qmlSignals(item) && m_slots == qmlSlots(item);
 }
 
 void QmlWrapper::bind(QObject& item)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/program/Fonts.h"
+#include "host/program/Display.h"
 #include "TestMain.h"
 
 #include <QFontDatabase>
@@ -35,7 +35,7 @@ void tst_Fonts::missingFamilyIsReplaced()
     if (QFontDatabase().families().contains(family)) {
         QSKIP("this family is installed here");
     }
-    norvo::substituteFonts();
+    norvo::Display::substituteFonts();
     QCOMPARE(QFontInfo(QFont(family, 20)).family(), replacement);
 }
 
