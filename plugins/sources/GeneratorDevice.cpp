@@ -47,10 +47,7 @@ DeviceTypeInfo GeneratorDevice::typeInfo()
 {
     return {"Generator",
             "Sine, ramp, square or noise, with drop-outs, for trying panels out",
-            {norvo::kCategoryDebug},
-            0,
-            0,
-            {}};
+            {norvo::kCategoryDebug}};
 }
 
 bool GeneratorDevice::initialise()

@@ -39,10 +39,7 @@ DeviceTypeInfo SystemDevice::typeInfo()
 {
     return {"System",
             "Load, memory, network traffic and uptime of this machine",
-            {norvo::kCategorySystem},
-            0,
-            0,
-            {}};
+            {norvo::kCategorySystem}};
 }
 
 bool SystemDevice::initialise()

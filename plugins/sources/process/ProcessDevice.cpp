@@ -79,9 +79,7 @@ ProcessDevice::~ProcessDevice() = default;
 
 DeviceTypeInfo ProcessDevice::typeInfo()
 {
-    return {
-        "Process", "A program whose lines of output become values", {norvo::kCategorySystem}, 0, 0,
-        {}};
+    return {"Process", "A program whose lines of output become values", {norvo::kCategorySystem}};
 }
 
 bool ProcessDevice::initialise()
@@ -188,13 +186,9 @@ void ProcessDevice::onExited(int code, QProcess::ExitStatus status)
 
 void ProcessDevice::onDrained()
 {
-    if (--m_pumpsLeft == 0) {
-        conclude();
+    if (--m_pumpsLeft > 0) {
+        return;
     }
-}
-
-void ProcessDevice::conclude()
-{
     reportLosses();
     dismissChild();
     restartAfter(m_exitCode);

@@ -67,7 +67,6 @@ private:
     void onLine(const QByteArray& line);
     void onErrorLine(const QByteArray& line);
     void onDrained();
-    void conclude();
     void dismissChild();
     void restartAfter(int code);
     void reportSoon();
