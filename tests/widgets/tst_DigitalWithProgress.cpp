@@ -130,6 +130,10 @@ void tst_DigitalWithProgress::widthHoldsTheLongestNumberOfTheRange_data()
                                            << "1"
                                            << "0"
                                            << "3.3";
+    QTest::newRow("negative precision is no decimals") << "0"
+                                                       << "10"
+                                                       << "-1"
+                                                       << "33.3";
     QTest::newRow("too large for an int") << "0"
                                           << "1e300"
                                           << "0"

@@ -47,6 +47,7 @@ private slots:
     void noRestartAfterTheStop();
     void noRestartAfterAStopDuringTheLastLines();
     void canBeStartedAgain();
+    void startedAgainItsFirstRestartComesSoon();
     void stopBeforeTheProgramRuns();
     void receiverMayStopTheDevice();
     void receiverOfTheLastAlertMayStopTheDevice();
@@ -222,6 +223,24 @@ void tst_ProcessDeviceEnd::canBeStartedAgain()
     child.device.setRunning(true);
     child.device.postInitialisation();
     QTRY_COMPARE(child.lines.size(), 2);
+    child.stop();
+}
+
+void tst_ProcessDeviceEnd::startedAgainItsFirstRestartComesSoon()
+{
+    ProcessSubject child("false", "always");
+    QTRY_COMPARE(child.notes.count("up"), 3); // The next would come after two seconds.
+    QTRY_VERIFY(child.hasFinished());
+    child.stop();
+    child.notes.clear();
+    QVERIFY(child.device.initialise());
+    child.device.setRunning(true);
+    child.device.postInitialisation();
+    QTRY_VERIFY(child.hasFinished());
+    QElapsedTimer clock;
+    clock.start();
+    QTRY_COMPARE(child.notes.count("up"), 2);
+    QVERIFY2(clock.elapsed() < 1800, qPrintable(QString::number(clock.elapsed())));
     child.stop();
 }
 

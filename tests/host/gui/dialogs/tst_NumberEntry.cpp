@@ -79,6 +79,8 @@ void tst_NumberEntry::keysMakeTheText_data()
                                              << "3";
     QTest::newRow("signTurnedToPlusIsKept") << -5.0 << 0 << "s3"
                                             << "3";
+    QTest::newRow("signChosenBeforeAStepIsNotKept") << 5.0 << 0 << "sd3"
+                                                    << "3";
     QTest::newRow("minusBeginsANewNumber") << -5.0 << 0 << "-3"
                                            << "-3";
     QTest::newRow("minusLaterTurnsTheSign") << 5.0 << 0 << "3-"

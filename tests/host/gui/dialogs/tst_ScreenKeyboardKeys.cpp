@@ -18,6 +18,7 @@ private slots:
     void cursorKeysAndBackspaceActAtTheCursor();
     void languageKeyChangesTheLettersAndIsRemembered();
     void symbolsTakeTurnsWithTheLetters();
+    void languageKeyLeavesTheSymbols();
     void everySymbolIsTypedAsItIsShown();
     void keyIsAtLeast64PixelsEachWay();
 };
@@ -118,6 +119,18 @@ void tst_ScreenKeyboardKeys::symbolsTakeTurnsWithTheLetters()
         QCOMPARE(key(dialog, "keySymbols").text(), QString("#+="));
         tapCharacters(dialog, "a");
         QCOMPARE(display(dialog).text(), QString("&[a"));
+    });
+}
+
+void tst_ScreenKeyboardKeys::languageKeyLeavesTheSymbols()
+{
+    enter("", [](QWidget& dialog) {
+        tap(dialog, "keySymbols");
+        tap(dialog, "keyLanguage");
+        QVERIFY(!key(dialog, "keySymbols").isChecked());
+        QCOMPARE(faces(dialog).first(), QStringLiteral(u"явертъуиопш"));
+        tap(dialog, "keyLanguage"); // as it was: the language stays for the dialogs to come
+        QCOMPARE(faces(dialog).first(), QString("qwertyuiop-"));
     });
 }
 

@@ -22,6 +22,25 @@ public slots:
     void move(QPointF) {}
 };
 
+/// Three signals that fit four slots, and a slot that none fits: twelve pairs, as many as are
+/// named.
+class TwelvePairsDevice : public BaseDevice
+{
+    Q_OBJECT
+
+signals:
+    void first();
+    void second();
+    void third();
+
+public slots:
+    void north() {}
+    void east() {}
+    void south() {}
+    void west() {}
+    void move(QPointF) {}
+};
+
 /// Takes a value of any kind, but lists it as one.
 class ConvertingDevice : public BaseDevice
 {
@@ -49,6 +68,7 @@ private slots:
     void refuses_data();
     void refuses();
     void longListsAreCut();
+    void listThatJustFitsIsNotCut();
     void receiverThatConvertsIsAskedForTheSignalsArguments();
     void connects();
     void queuedConnectionsStoreArrays();
@@ -204,6 +224,16 @@ void tst_Wiring::longListsAreCut()
                     "a.output(double) -> b.either(double), "
                     "a.named(double,QString) -> b.input(double), "
                     "a.named(double,QString) -> b.either(double,QString) and 15 more"));
+}
+
+void tst_Wiring::listThatJustFitsIsNotCut()
+{
+    TwelvePairsDevice twelve;
+    Diagnostics diagnostics("panel.yaml");
+    QVERIFY(!resolveConnection(describe::arrow("t.first -> t.move"), twelve, twelve, diagnostics));
+    const QString line = describe::lines(diagnostics).join('\n');
+    QCOMPARE(line.count(" -> "), 12);
+    QVERIFY2(line.endsWith("t.third() -> t.west()"), qPrintable(line));
 }
 
 void tst_Wiring::receiverThatConvertsIsAskedForTheSignalsArguments()
