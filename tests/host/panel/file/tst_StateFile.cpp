@@ -20,6 +20,7 @@ private slots:
     void changeIsWrittenWithinASecond();
     void laterChangesDoNotPostponeTheWriting();
     void handWrittenFileIsRead();
+    void deviceMayBeNamedAsAKeyOfAPanel();
     void linkIsFollowed();
     void placesAreThoseOfTheKeys();
 };
@@ -156,6 +157,21 @@ void tst_StateFile::handWrittenFileIsRead()
     state.read();
     QCOMPARE(state.state(),
              (norvo::PanelState{{"button", {{"toggled", "no"}, {"text", "1.0"}, {"empty", ""}}}}));
+}
+
+void tst_StateFile::deviceMayBeNamedAsAKeyOfAPanel()
+{
+    {
+        StateFile saved(file());
+        saved.read();
+        saved.set("title", "toggled", "true");
+        saved.save();
+    }
+    StateFile state(file());
+    const QSignalSpy problems(&state, &StateFile::problem);
+    state.read();
+    QCOMPARE(problems.count(), 0);
+    QCOMPARE(state.state().value("title").value("toggled"), QString("true"));
 }
 
 void tst_StateFile::linkIsFollowed()

@@ -36,6 +36,7 @@ private slots:
     void lockEndsWithItsOwner();
     void lockFileWithContentIsNotRemoved();
     void leftoversOfAKillAreRemoved();
+    void leftoversLieBesideTheFileAndNotTheLink();
     void leftoversOfAnotherPanelAreKept();
     void pipeIsNotReplaced();
 
@@ -207,6 +208,18 @@ void tst_StateFileKept::leftoversOfAKillAreRemoved()
     for (const QString& name : others) {
         QVERIFY2(QFile::exists(filePath(name)), qPrintable(name));
     }
+}
+
+void tst_StateFileKept::leftoversLieBesideTheFileAndNotTheLink()
+{
+    fill("a: {}\n");
+    QVERIFY(QFile::link(file(), filePath("other.yaml")));
+    for (const char* name : {"panel.state.yaml.aBcDeF", "other.yaml.aBcDeF"}) {
+        QVERIFY(QFile(filePath(name)).open(QIODevice::WriteOnly));
+    }
+    StateFile(filePath("other.yaml")).read();
+    QVERIFY(!QFile::exists(filePath("panel.state.yaml.aBcDeF")));
+    QVERIFY(QFile::exists(filePath("other.yaml.aBcDeF")));
 }
 
 void tst_StateFileKept::leftoversOfAnotherPanelAreKept()
