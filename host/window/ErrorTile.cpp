@@ -3,6 +3,7 @@
 #include "host/window/ErrorTile.h"
 
 #include <QLabel>
+#include <QTextDocument>
 #include <QVBoxLayout>
 
 namespace norvo {
@@ -30,7 +31,7 @@ ErrorTile::ErrorTile(const QString& id, const QString& reason, QWidget* parent) 
 {
     setObjectName(id);
     setStyleSheet(kLook);
-    setToolTip(reason.toHtmlEscaped());
+    setToolTip(Qt::convertFromPlainText(reason, Qt::WhiteSpaceNormal));
     auto* layout = new QVBoxLayout(this);
     QLabel* heading = addText(*layout, id);
     QFont bold = heading->font();

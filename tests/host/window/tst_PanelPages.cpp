@@ -8,7 +8,9 @@
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QTabWidget>
+#include <QTextDocument>
 #include <QtTest>
 
 #include <cmath>
@@ -44,8 +46,12 @@ class tst_PanelPages : public QObject
 private slots:
     void withoutAreasThereIsOneGridAndNoTab();
     void eachAreaIsATab();
+    void newAreasLeaveThePageThatIsShown();
+    void newAreasKeepWidgetsAndDropTiles();
     void widgetsCoverTheirCells();
     void tileShowsIdAndError();
+    void tipOfATileShowsTheErrorVerbatim_data();
+    void tipOfATileShowsTheErrorVerbatim();
     void tileIsLegible_data();
     void tileIsLegible();
 };
@@ -71,6 +77,35 @@ void tst_PanelPages::eachAreaIsATab()
     QCOMPARE(pages.grid("Motors"), tabs->widget(0)->layout());
     QCOMPARE(pages.grid("Heat & air"), tabs->widget(1)->layout());
     QVERIFY(!pages.grid("motors"));
+}
+
+void tst_PanelPages::newAreasLeaveThePageThatIsShown()
+{
+    const auto shownPage = [](const PanelPages& pages) {
+        const auto* const tabs = pages.findChild<QTabWidget*>();
+        return tabs->tabText(tabs->currentIndex());
+    };
+    PanelPages pages;
+    pages.setAreas({"Motors", "Air"});
+    pages.findChild<QTabWidget*>()->setCurrentIndex(1);
+    pages.setAreas({"Doors", "Motors", "Air"});
+    QCOMPARE(shownPage(pages), "Air");
+    pages.setAreas({"Doors", "Motors"});
+    QCOMPARE(shownPage(pages), "Doors");
+}
+
+void tst_PanelPages::newAreasKeepWidgetsAndDropTiles()
+{
+    PanelPages pages;
+    pages.setAreas({"Motors"});
+    const QPointer<QWidget> widget = new QWidget;
+    pages.place(widget, {"Motors", 0, 0, 1, 1});
+    pages.placeError("pump", "no reason given", {"Motors", 1, 0, 1, 1});
+    QCOMPARE(pages.findChildren<ErrorTile*>().size(), 1);
+    pages.setAreas({"Air"});
+    QVERIFY(widget);
+    QCOMPARE(widget->parentWidget(), &pages);
+    QCOMPARE(pages.findChildren<ErrorTile*>().size(), 0);
 }
 
 void tst_PanelPages::widgetsCoverTheirCells()
@@ -100,6 +135,24 @@ void tst_PanelPages::tileShowsIdAndError()
     QCOMPARE(labels[1]->text(), "no <such> file\nand more");
     QCOMPARE(labels[1]->textFormat(), Qt::PlainText);
     QVERIFY(labels[1]->wordWrap());
+}
+
+void tst_PanelPages::tipOfATileShowsTheErrorVerbatim_data()
+{
+    QTest::addColumn<QString>("error");
+    QTest::newRow("lines") << "no <such> file\nand more";
+    QTest::newRow("marks") << "no <b>such</b> file";
+    QTest::newRow("quotes") << "unknown device type \"pmup\"";
+    QTest::newRow("entity") << "heat & air, &amp; more";
+}
+
+void tst_PanelPages::tipOfATileShowsTheErrorVerbatim()
+{
+    QFETCH(QString, error);
+    const QString tip = ErrorTile("pump", error).toolTip();
+    QTextDocument shown; // A tip takes for marked text what looks like it.
+    Qt::mightBeRichText(tip) ? shown.setHtml(tip) : shown.setPlainText(tip);
+    QCOMPARE(shown.toPlainText(), error);
 }
 
 void tst_PanelPages::tileIsLegible_data()
