@@ -79,9 +79,9 @@ bool QmlGuiDevice::initialise()
         return error("Source data/file not set");
     }
     bool haveMethodsChanged = false;
-    const QString fault = m_impl->init(this, type, data, code, haveMethodsChanged);
-    if (!fault.isEmpty()) {
-        return error(fault);
+    const QString reason = m_impl->init(this, type, data, code, haveMethodsChanged);
+    if (!reason.isEmpty()) {
+        return error(reason);
     }
     if (haveMethodsChanged) {
         emit methodsChanged();

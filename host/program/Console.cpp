@@ -77,7 +77,7 @@ private:
     void run();
     void add(const QByteArray& line);
     void addLoss();
-    bool isIdle() const { return m_lines.empty() && m_lost == 0 && !m_isWriting; }
+    bool isIdle() const { return m_waiting == 0 && m_lost == 0; }
 
     const int m_descriptor;
     std::mutex m_mutex; ///< Of everything below.
@@ -86,7 +86,6 @@ private:
     int m_waiting = 0; ///< Bytes of m_lines and of the line that is being written.
     std::int64_t m_lost = 0;
     std::int64_t m_written = 0; ///< Lines.
-    bool m_isWriting = false;
     bool m_isStarted = false;
 };
 
@@ -136,12 +135,10 @@ void BackgroundWriter::run()
         m_changed.wait(lock, [this] { return !m_lines.empty(); });
         const QByteArray line = m_lines.front();
         m_lines.pop_front();
-        m_isWriting = true;
         lock.unlock();
         writeAll(m_descriptor, line);
         lock.lock();
         m_waiting -= cost(line);
-        m_isWriting = false;
         ++m_written;
         if (m_lines.empty()) {
             addLoss();
@@ -206,7 +203,7 @@ void Console::report(const QString& lines)
     errors().write(printable(lines));
 }
 
-void Console::complain(const QString& text)
+void Console::reportError(const QString& text)
 {
     report("norvo-panel: " + text);
 }

@@ -14,9 +14,9 @@ namespace Console {
 /// opens.
 void open();
 
-void print(const QString& line);    ///< On standard output; waits for a slow reader.
-void report(const QString& lines);  ///< On standard error; never waits. From any thread.
-void complain(const QString& text); ///< "norvo-panel: text", likewise.
+void print(const QString& line);       ///< On standard output; waits for a slow reader.
+void report(const QString& lines);     ///< On standard error; never waits. From any thread.
+void reportError(const QString& text); ///< "norvo-panel: text", likewise.
 
 /// Gives messages a moment to leave; comes by itself at exit().
 void finish();

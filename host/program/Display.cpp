@@ -29,7 +29,7 @@ void holdMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
 {
     s_held.append({type, text.simplified()});
     if (type == QtFatalMsg) {
-        Console::complain(
+        Console::reportError(
             QString("the display cannot be opened (%1); %2").arg(s_held.first().second, kAdvice));
         Console::finish();
         _exit(1);

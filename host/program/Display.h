@@ -13,7 +13,7 @@ class Display
 public:
     enum class Kind {
         Screen,    ///< The user's display.
-        OffScreen, ///< None; whatever the environment says.
+        OffScreen, ///< None, even if the environment names one.
     };
 
     /// Null when there is no display; `reason` then says why. Where the display is there and cannot

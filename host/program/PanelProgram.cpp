@@ -53,7 +53,7 @@ bool loadPlugins(PluginSet& plugins, const QStringList& further)
         Console::report(warning);
     }
     if (plugins.isEmpty()) {
-        Console::complain(
+        Console::reportError(
             "there are no devices, because no plug-in was found; --plugins DIR names a folder "
             "that holds some");
     }
@@ -100,7 +100,7 @@ int PanelRun::run()
 {
     const int status = start();
     if (m_signals.isStopRequested() && isPicture()) {
-        Console::complain("stopped before the picture was taken");
+        Console::reportError("stopped before the picture was taken");
         return 1;
     }
     return status;
@@ -185,7 +185,7 @@ int PanelRun::takePicture(PanelWindow& window) const
     window.grab().save(&picture, m_options.pictureFormat);
     QString reason;
     if (!writeFileAtomically(m_options.pictureFile, picture.data(), reason)) {
-        Console::complain(
+        Console::reportError(
             QString("the picture %1 cannot be written: %2").arg(m_options.pictureFile, reason));
         return 1;
     }
@@ -201,7 +201,7 @@ int runProgram(const Options& options)
         options.action == Options::Action::Run ? Display::Kind::Screen : Display::Kind::OffScreen,
         options.qtArguments, reason);
     if (!application) {
-        Console::complain(reason);
+        Console::reportError(reason);
         return 1;
     }
     Display::substituteFonts();

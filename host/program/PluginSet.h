@@ -22,7 +22,7 @@ public:
     static QStringList defaultFolders(const QString& programFolder);
 
     /// Loads every plug-in of the folder, in the order of their names. A file that was seen before,
-    /// under whatever name, is passed over. A type that comes again replaces the older one.
+    /// also under another name, is passed over. A type that comes again replaces the older one.
     void load(const QString& folder);
 
     const DeviceManager& manager() const { return m_manager; }

@@ -58,8 +58,8 @@ void writeDueLater()
     }
 }
 
-/// True and helpful to nobody.
-bool isRemark(QtMsgType type, const QString& message)
+/// True, and of no help to a user.
+bool isDetail(QtMsgType type, const QString& message)
 {
     return type == QtDebugMsg || message.startsWith("This plugin does not support ") ||
            message.startsWith("QStandardPaths: XDG_RUNTIME_DIR not set");
@@ -67,7 +67,7 @@ bool isRemark(QtMsgType type, const QString& message)
 
 void receive(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
-    if (!s_isVerbose && isRemark(type, message)) {
+    if (!s_isVerbose && isDetail(type, message)) {
         return;
     }
     QString text = qFormatLogMessage(type, context, message);

@@ -10,7 +10,7 @@ namespace norvo {
 class QtMessages
 {
 public:
-    /// `isVerbose`: debug messages too, and what Qt remarks on its surroundings.
+    /// `isVerbose`: debug messages too, and what Qt says about its surroundings.
     explicit QtMessages(bool isVerbose);
     ~QtMessages(); ///< Writes the counts that are left; comes at the end.
     Q_DISABLE_COPY(QtMessages)

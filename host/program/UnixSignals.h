@@ -25,10 +25,8 @@ public:
     explicit UnixSignals(QObject* parent = nullptr);
     ~UnixSignals() override; ///< The signals end the process again.
 
-    bool isStopRequested() const
-    {
-        return m_isStopRequested;
-    } ///< Once stopRequested() was emitted.
+    /// Once stopRequested() was emitted.
+    bool isStopRequested() const { return m_isStopRequested; }
 
 signals:
     void stopRequested();

@@ -27,7 +27,7 @@ int main(int argc, char** argv)
     QString error;
     const Options options = CommandLine::parse(arguments, error);
     if (!error.isEmpty()) {
-        Console::complain(error + "; see norvo-panel --help");
+        Console::reportError(error + "; see norvo-panel --help");
         return 2;
     }
     switch (options.action) {

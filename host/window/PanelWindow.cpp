@@ -122,7 +122,7 @@ void PanelWindow::keyPressEvent(QKeyEvent* event)
     }
 }
 
-/// Without a window manager nobody but the window itself changes its size.
+/// Without a window manager only the window itself changes its size.
 void PanelWindow::coverScreen()
 {
     m_windowGeometry = geometry();

@@ -48,7 +48,7 @@ bool LocalModules::isAside(const QString& qmldir) const
     }
     QStringList names = qmldir.mid(m_folder.size()).split('/', Qt::SkipEmptyParts);
     names.removeLast();
-    if (names.isEmpty()) { // beside a document that is a text, which nobody has put there
+    if (names.isEmpty()) { // beside a document that is a text, and not put there for it
         return namesNativeCode(qmldir);
     }
     for (QString& name : names) {

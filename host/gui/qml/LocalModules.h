@@ -8,7 +8,7 @@ namespace norvo {
 
 /// Keeps the modules of the current folder behind those of the system: where both have one, Qt
 /// takes the folder with the more exact version in its name, wherever it stands among the import
-/// paths. A module can name native code, and nobody has chosen the current folder for that.
+/// paths. A module can name native code, and the current folder was not chosen for that.
 class LocalModules
 {
 public:
