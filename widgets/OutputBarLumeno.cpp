@@ -7,11 +7,12 @@
 #include "widgets/GaugePainting.h"
 #include "widgets/Looks.h"
 
+#include <QDateTime>
+#include <QDeadlineTimer>
 #include <QPainter>
 #include <QTimer>
 
 #include <algorithm>
-#include <chrono>
 
 namespace geometry = norvo::lumeno;
 
@@ -31,13 +32,11 @@ QString inOneLine(QString text)
 /// Seconds since the epoch, the fraction in milliseconds, by a clock that cannot be set.
 double secondsSinceEpoch()
 {
-    using namespace std::chrono;
-    static const auto start =
-        system_clock::now().time_since_epoch() - steady_clock::now().time_since_epoch();
-    const auto now = start + steady_clock::now().time_since_epoch();
-    const auto ms = duration_cast<milliseconds>(now).count();
-    const auto seconds = ms / 1000; // Whole ones.
-    return double(seconds) + double(ms % 1000) * 0.001;
+    static const qint64 start =
+        QDateTime::currentMSecsSinceEpoch() - QDeadlineTimer::current().deadline();
+    const qint64 ms = start + QDeadlineTimer::current().deadline();
+    const qint64 wholeSeconds = ms / 1000;
+    return double(wholeSeconds) + double(ms % 1000) * 0.001;
 }
 
 } // namespace

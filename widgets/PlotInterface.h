@@ -3,6 +3,8 @@
 
 #include <qcustomplot.h>
 
+#include <iterator>
+
 /// The plot library's calls that differ between its two interface generations. Only the header of
 /// generation 2 defines QCUSTOMPLOT_VERSION. Nothing else in this folder may name a call that only
 /// one of them has.
@@ -16,8 +18,6 @@
 /// |                     | setDateTimeFormat()                 | QCPAxisTickerDateTime           |
 /// | addItem()           | QCustomPlot::addItem()              | nothing: an item adds itself    |
 /// | Graph               | QCPGraph                            | with a faster search for ranges |
-/// | hasData()           | QCPGraph::data(), a map of QCPData  | QCPGraph::data(), a container   |
-/// | lastKey()           | the key of the map's last entry     | the container's last point      |
 /// | removeDataBefore()  | QCPGraph::removeDataBefore()        | QCPDataContainer::removeBefore()|
 /// | addPlottable()      | QCustomPlot::addPlottable()         | nothing: it adds itself         |
 /// | setSortedData()     | QCPGraph::setData(keys, values)     | the same, marked as sorted      |
@@ -63,17 +63,6 @@ public:
     }
 };
 
-inline bool hasData(const QCPGraph* graph)
-{
-    return !graph->data()->isEmpty();
-}
-
-/// The graph must have data.
-inline double lastKey(const QCPGraph* graph)
-{
-    return (graph->data()->constEnd() - 1)->key;
-}
-
 inline void removeDataBefore(QCPGraph* graph, double key)
 {
     graph->data()->removeBefore(key);
@@ -109,16 +98,6 @@ inline void addPlottable(QCustomPlot* plot, QCPAbstractPlottable* plottable)
     plot->addPlottable(plottable);
 }
 
-inline bool hasData(const QCPGraph* graph)
-{
-    return !graph->data()->isEmpty();
-}
-
-inline double lastKey(const QCPGraph* graph)
-{
-    return (--graph->data()->constEnd()).key();
-}
-
 inline void removeDataBefore(QCPGraph* graph, double key)
 {
     graph->removeDataBefore(key);
@@ -131,5 +110,16 @@ inline void setSortedData(QCPGraph* graph, const QVector<double>& keys,
 }
 
 #endif
+
+inline bool hasData(const QCPGraph* graph)
+{
+    return !graph->data()->isEmpty();
+}
+
+/// The graph must have data.
+inline double lastKey(const QCPGraph* graph)
+{
+    return std::prev(graph->data()->constEnd())->key;
+}
 
 } // namespace norvo::plot
