@@ -189,7 +189,7 @@ void tst_PanelFileLimits::valueLimit()
     // The same through aliases: the list again, and the one that has the anchor.
     const QByteArray twice = "title: &x\n" + QByteArray("- a\n").repeated(49998);
     QCOMPARE(errorsOf(twice + "connections: {x: *x}\n").section('\n', 0, 0),
-             QString("1:8: error: the title must be a text"));
+             QString("2:1: error: the title must be a text"));
     QCOMPARE(errorsOf(twice + "- a\nconnections: {x: *x}\n"),
              QString("50001:18: error: more than 100,000 values once aliases are followed"));
 }
