@@ -3,12 +3,73 @@
 #include "host/yaml/YamlBuilder.h"
 
 #include "host/yaml/YamlErrors.h"
-#include "host/yaml/YamlTokens.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace norvo {
+
+namespace {
+
+/// True for the characters that end a plain scalar in brackets.
+bool isFlowMark(char c)
+{
+    return c == ',' || c == '[' || c == ']' || c == '{' || c == '}';
+}
+
+/// Where the tag or anchor ends that begins here.
+int propertyEnd(const SourceText& source, int offset)
+{
+    int i = offset;
+    if (source.at(i) == '!' && source.at(i + 1) == '<') {
+        const int end = source.bytes().indexOf('>', i);
+        i = end < 0 ? source.size() : end;
+    }
+    while (i < source.size() && !SourceText::isSpace(source.at(i)) && !isFlowMark(source.at(i))) {
+        ++i;
+    }
+    return i;
+}
+
+/// Where the tag and the anchor end that begin here, with spaces and comments behind them.
+int skipProperties(const SourceText& source, int offset)
+{
+    int i = offset;
+    while (source.at(i) == '&' || source.at(i) == '!') {
+        i = propertyEnd(source, i);
+        while (SourceText::isSpace(source.at(i)) || source.at(i) == '#') {
+            i = source.at(i) == '#' ? source.lineEnd(i) : i + 1;
+        }
+    }
+    return i;
+}
+
+struct Quoted
+{
+    bool isClosed = false;
+    bool hasEscapes = false;
+};
+
+/// The quoted string that begins here.
+Quoted quotedAt(const SourceText& source, int offset)
+{
+    const char quote = source.at(offset);
+    Quoted quoted;
+    for (int i = offset + 1; i < source.size() && !quoted.isClosed; ++i) {
+        const char c = source.at(i);
+        if (c == '\\' && quote == '"') {
+            quoted.hasEscapes = true;
+            ++i;
+        } else if (c == quote && quote == '\'' && source.at(i + 1) == quote) {
+            ++i;
+        } else {
+            quoted.isClosed = c == quote;
+        }
+    }
+    return quoted;
+}
+
+} // namespace
 
 int YamlBuilder::openBracket(char bracket) const
 {
@@ -38,15 +99,10 @@ void YamlBuilder::OnDocumentStart(const YAML::Mark& mark)
     m_hasDocument = true;
 }
 
-void YamlBuilder::OnDocumentEnd()
-{
-    settleUnsure(-1);
-}
-
 void YamlBuilder::OnNull(const YAML::Mark& mark, YAML::anchor_t anchor)
 {
     const int offset = enter(mark);
-    const int content = YamlTokens::skipProperties(m_source, offset);
+    const int content = skipProperties(m_source, offset);
     const QString word = nullWordAt(content);
     const bool isKey = isAtKey();
     const bool isAbsent = word.isEmpty() || (!m_levels.empty() && m_levels.back().key && !isKey &&
@@ -93,7 +149,7 @@ void YamlBuilder::OnScalar(const YAML::Mark& mark, const std::string&, YAML::anc
                            const std::string& value)
 {
     const int offset = enter(mark);
-    const int content = YamlTokens::skipProperties(m_source, offset);
+    const int content = skipProperties(m_source, offset);
     const QString text = QString::fromUtf8(value.data(), int(value.size()));
     // A tag without a text reads as an empty one; what follows belongs to another value.
     const bool isTagAlone = value.empty() && content != offset;
@@ -114,20 +170,10 @@ void YamlBuilder::OnSequenceStart(const YAML::Mark& mark, const std::string&, YA
     begin(YamlNode::Kind::List, mark, anchor);
 }
 
-void YamlBuilder::OnSequenceEnd()
-{
-    end();
-}
-
 void YamlBuilder::OnMapStart(const YAML::Mark& mark, const std::string&, YAML::anchor_t anchor,
                              YAML::EmitterStyle::value)
 {
     begin(YamlNode::Kind::Map, mark, anchor);
-}
-
-void YamlBuilder::OnMapEnd()
-{
-    end();
 }
 
 /// What every event with a mark begins with; gives the mark's offset.
@@ -187,8 +233,8 @@ QString YamlBuilder::nullWordAt(int offset) const
     for (const char* word : {"~", "null", "Null", "NULL"}) {
         const int length = int(qstrlen(word));
         const char next = m_source.at(offset + length);
-        const bool isWhole = next == '\0' || next == ':' || SourceText::isSpace(next) ||
-                             YamlTokens::isFlowMark(next);
+        const bool isWhole =
+            next == '\0' || next == ':' || SourceText::isSpace(next) || isFlowMark(next);
         if (isWhole && m_source.bytes().mid(offset, length) == word) {
             return word;
         }
@@ -206,7 +252,7 @@ Place YamlBuilder::placeOfAbsent(int offset) const
     if (level.node->kind == YamlNode::Kind::Map) {
         return m_source.placeAt(level.keyMark);
     }
-    if (m_source.at(YamlTokens::skipProperties(m_source, level.mark)) == '-') {
+    if (m_source.at(skipProperties(m_source, level.mark)) == '-') {
         // Between the dash and the mark are spaces and comments only.
         for (int lineEnd = offset; lineEnd > level.mark;) {
             const int lineStart = m_source.lineStart(lineEnd - 1);
@@ -238,7 +284,7 @@ void YamlBuilder::describeText(YamlNode& node, int offset) const
 {
     const char first = m_source.at(offset);
     if (first == '"' || first == '\'') {
-        const YamlTokens::Quoted quoted = YamlTokens::quotedAt(m_source, offset);
+        const Quoted quoted = quotedAt(m_source, offset);
         if (!quoted.isClosed) {
             throw TextError{node.place,
                             QString("broken YAML: unterminated quoted string; %1 is missing")
@@ -267,7 +313,7 @@ void YamlBuilder::begin(YamlNode::Kind kind, const YAML::Mark& mark, YAML::ancho
     Level level;
     level.node = std::make_shared<YamlNode>();
     level.node->kind = kind;
-    const int content = YamlTokens::skipProperties(m_source, offset);
+    const int content = skipProperties(m_source, offset);
     level.node->place = m_source.placeAt(content);
     if (m_source.at(content) == (kind == YamlNode::Kind::List ? '[' : '{')) {
         level.bracket = content;

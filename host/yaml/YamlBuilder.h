@@ -30,17 +30,17 @@ public:
     int reported() const { return m_reported; } ///< The offset of the latest event.
 
     void OnDocumentStart(const YAML::Mark& mark) override;
-    void OnDocumentEnd() override;
+    void OnDocumentEnd() override { settleUnsure(-1); }
     void OnNull(const YAML::Mark& mark, YAML::anchor_t anchor) override;
     void OnAlias(const YAML::Mark& mark, YAML::anchor_t anchor) override;
     void OnScalar(const YAML::Mark& mark, const std::string& tag, YAML::anchor_t anchor,
                   const std::string& value) override;
     void OnSequenceStart(const YAML::Mark& mark, const std::string& tag, YAML::anchor_t anchor,
                          YAML::EmitterStyle::value style) override;
-    void OnSequenceEnd() override;
+    void OnSequenceEnd() override { end(); }
     void OnMapStart(const YAML::Mark& mark, const std::string& tag, YAML::anchor_t anchor,
                     YAML::EmitterStyle::value style) override;
-    void OnMapEnd() override;
+    void OnMapEnd() override { end(); }
 
 private:
     using Node = std::shared_ptr<YamlNode>;
