@@ -37,11 +37,11 @@ void LogArea::appendLine(const QString& text)
         m_held.beginEditBlock();
     }
     const QString shown = limited(text);
-    if (norvo::isVerbatim(shown)) {
-        appendVerbatim(shown);
-    } else {
+    if (norvo::isMarked(shown)) {
         m_hasMarks = m_hasMarks || Qt::mightBeRichText(shown);
         append(shown);
+    } else {
+        appendPlain(shown);
     }
     if (document()->blockCount() > kMaxLines || document()->characterCount() > kMaxCharacters ||
         verticalScrollBar()->maximum() > kMaxHeight) {
@@ -69,7 +69,7 @@ QString LogArea::limited(const QString& text)
     return lines.join('\n');
 }
 
-void LogArea::appendVerbatim(const QString& text)
+void LogArea::appendPlain(const QString& text)
 {
     const bool follows = textCursor().atEnd(); // as append() does
     QTextCursor end(document());

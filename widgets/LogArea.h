@@ -32,7 +32,7 @@ protected:
 
 private:
     QString limited(const QString& text);
-    void appendVerbatim(const QString& text);
+    void appendPlain(const QString& text);
     void scroll(bool follows);
     void layOutHeldLines();
     void wrapWhatCanBeDrawn();

@@ -57,8 +57,7 @@ void setText(QLabel& label, Qt::TextFormat format, const QString& text)
     label.setText(text);
 }
 
-} // namespace
-
+/// Whether a mark in `text` is harmful, or not known to be harmless.
 bool isVerbatim(const QString& text)
 {
     int at = text.indexOf('<');
@@ -90,6 +89,14 @@ bool isVerbatim(const QString& text)
     return false;
 }
 
+} // namespace
+
+bool isMarked(const QString& text)
+{
+    return std::any_of(text.cbegin(), text.cend(), [](QChar c) { return c == '<' || c == '&'; }) &&
+           !isVerbatim(text);
+}
+
 QString shortened(const QString& text, int length, QWidget& shownBy)
 {
     if (text.size() <= length) {
@@ -109,10 +116,8 @@ QString shortened(const QString& text, int length, QWidget& shownBy)
 void showText(QLabel& label, const QString& text)
 {
     const QString shown = shortened(text, kMaxLabelLength, label);
-    // Most texts are plain; to say so costs less than to have the label find it out.
-    const bool maybeMarked =
-        std::any_of(shown.cbegin(), shown.cend(), [](QChar c) { return c == '<' || c == '&'; });
-    setText(label, maybeMarked && !isVerbatim(shown) ? Qt::AutoText : Qt::PlainText, shown);
+    // To say that a text is plain costs less than to have the label find it out.
+    setText(label, isMarked(shown) ? Qt::AutoText : Qt::PlainText, shown);
 }
 
 void showWarning(QLabel& label, const QString& text)

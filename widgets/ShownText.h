@@ -13,9 +13,10 @@ class QWidget;
 /// costs to lay out grows with its length only.
 namespace norvo {
 
-/// Whether `text` has to be shown verbatim: it names a picture, a style sheet or a background,
-/// nests tables or lists, has a mark that is not known to be harmless, or is very long.
-bool isVerbatim(const QString& text);
+/// Whether `text` may have marks and is shown with them. Any other text is shown as it stands: it
+/// has none, or it names a picture, a style sheet or a background, nests tables or lists, has a
+/// mark that is not known to be harmless, or is very long.
+bool isMarked(const QString& text);
 
 /// `text` without what is behind the first `length` characters, in place of which stands "…". The
 /// first text that `shownBy` has cut is reported.

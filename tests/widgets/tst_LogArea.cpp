@@ -76,6 +76,7 @@ private slots:
     void receivedLinesCannotBeUndone();
     void pictureWhileHiddenShowsTheStartWithoutScrolling();
     void fontChangedWhileHiddenActsAsOnATextEdit();
+    void linesAreThoseOfATextEdit();
 };
 
 void tst_LogArea::visibleAreaLaysOutAtOnce()
@@ -326,6 +327,21 @@ void tst_LogArea::fontChangedWhileHiddenActsAsOnATextEdit()
     }
     QCOMPARE(area.verticalScrollBar()->maximum(), edit.verticalScrollBar()->maximum());
     QCOMPARE(area.verticalScrollBar()->value(), edit.verticalScrollBar()->value());
+}
+
+void tst_LogArea::linesAreThoseOfATextEdit()
+{
+    LogArea area;
+    QTextEdit edit;
+    edit.setUndoRedoEnabled(false);
+    for (const char* const text : {"", "one", "<b>two</b>", "three", "four & five", "a &lt; b", "",
+                                   "<font color='red'>six</font>", "seven\neight", "nine\tten"}) {
+        area.appendLine(text);
+        edit.append(text);
+        QCOMPARE(area.toHtml(), edit.toHtml());
+        QCOMPARE(area.textCursor().position(), edit.textCursor().position());
+        QCOMPARE(area.currentCharFormat(), edit.currentCharFormat());
+    }
 }
 
 NORVO_TEST(tst_LogArea)
