@@ -4,21 +4,93 @@
 
 #include <QCoreApplication>
 #include <QDesktopServices>
+#include <QDir>
+#include <QFile>
 #include <QJSValue>
 #include <QMutex>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
+#include <QRegularExpression>
 #include <QSet>
+#include <QStringList>
 #include <QThread>
 #include <QUrl>
 
+#include <algorithm>
 #include <atomic>
 
 namespace norvo {
 
+namespace {
+
+/// Whether the module is in that folder, with or without versions in the names of its folders.
+bool holdsModule(const QDir& folder, const QStringList& names)
+{
+    if (names.isEmpty()) {
+        return folder.exists("qmldir");
+    }
+    const QStringList entries = folder.entryList({names[0], names[0] + ".*"}, QDir::Dirs);
+    return std::any_of(entries.cbegin(), entries.cend(), [&](const QString& entry) {
+        return holdsModule(folder.filePath(entry), names.mid(1));
+    });
+}
+
+bool namesNativeCode(const QString& qmldir)
+{
+    static const QRegularExpression plugin("^\\s*(optional\\s+)?plugin\\b",
+                                           QRegularExpression::MultilineOption);
+    QFile file(qmldir);
+    return file.open(QIODevice::ReadOnly) && plugin.match(file.readAll()).hasMatch();
+}
+
+/// Keeps the modules of the current folder behind those of the system: where both have one, Qt
+/// takes the folder with the more exact version in its name, wherever it stands among the import
+/// paths. A module can name native code, and the current folder was not chosen for that.
+class LocalModules
+{
+public:
+    explicit LocalModules(const QStringList& importPaths);
+
+    /// Whether the module with that qmldir file is not to be used. From any thread.
+    bool isAside(const QString& qmldir) const;
+
+private:
+    const QString m_folder; ///< With a slash at its end.
+    QStringList m_systemPaths;
+};
+
+LocalModules::LocalModules(const QStringList& importPaths)
+    : m_folder(QDir::current().canonicalPath() + "/"), m_systemPaths(importPaths)
+{
+    m_systemPaths.removeAll(QDir::current().canonicalPath());
+}
+
+bool LocalModules::isAside(const QString& qmldir) const
+{
+    static const QRegularExpression version("\\.[0-9]+(\\.[0-9]+)?$");
+    if (!qmldir.startsWith(m_folder) || !QFile::exists(qmldir)) {
+        return false;
+    }
+    QStringList names = qmldir.mid(m_folder.size()).split('/', Qt::SkipEmptyParts);
+    names.removeLast();
+    if (names.isEmpty()) { // beside a document that is a text, and not put there for it
+        return namesNativeCode(qmldir);
+    }
+    for (QString& name : names) {
+        name.remove(version);
+    }
+    return std::any_of(m_systemPaths.cbegin(), m_systemPaths.cend(),
+                       [&](const QString& path) { return holdsModule(path, names); });
+}
+
+} // namespace
+
 /// What the managers on all threads share; outlives the sandbox, as they do.
 struct QmlSandbox::State
 {
+    explicit State(const QStringList& importPaths) : modules(importPaths) {}
+
+    const LocalModules modules;
     std::atomic<bool> isAllowed{false};
     QMutex mutex;
     QmlSandbox* sandbox = nullptr;
@@ -130,7 +202,7 @@ private:
 } // namespace
 
 QmlSandbox::QmlSandbox(QQmlEngine& engine)
-    : m_state(std::make_shared<State>()), m_engine(&engine), m_modules(engine.importPathList())
+    : m_state(std::make_shared<State>(engine.importPathList())), m_engine(&engine)
 {
     m_state->sandbox = this;
     engine.setNetworkAccessManagerFactory(this);
@@ -185,7 +257,7 @@ QUrl QmlSandbox::intercept(const QUrl& url, DataType type)
     if (type == UrlString && QThread::currentThread() == thread()) {
         ExternalLinks::expect(*this, url.scheme());
     }
-    const bool isAside = type == QmldirFile && m_modules.isAside(url.toLocalFile());
+    const bool isAside = type == QmldirFile && m_state->modules.isAside(url.toLocalFile());
     return isAside ? QUrl::fromLocalFile(url.toLocalFile() + ".aside") : url; // which is not there
 }
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: LGPL-3.0-or-later
 #pragma once
 
-#include "host/gui/qml/LocalModules.h"
-
 #include <QObject>
 #include <QPointer>
 #include <QQmlAbstractUrlInterceptor>
@@ -48,7 +46,6 @@ private:
 
     const std::shared_ptr<State> m_state;
     const QPointer<QQmlEngine> m_engine;
-    const LocalModules m_modules;
 };
 
 } // namespace norvo
