@@ -63,7 +63,7 @@ public:
     }
 };
 
-/// The plain way to a readout: every value sets every look anew.
+/// The plain way to a readout: every value sets every look again.
 class NaiveReadout : public QWidget
 {
     Q_OBJECT

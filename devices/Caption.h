@@ -5,7 +5,7 @@
 
 /// The device's caption: the parameter of that name or, where it is empty, the device's object
 /// name, which is then written into it. The caption becomes the device's description.
-inline QString settleCaption(BaseDevice& device, const QString& param)
+inline QString resolveCaption(BaseDevice& device, const QString& param)
 {
     QString caption = device.getParam(param).value();
     if (caption.isEmpty()) {

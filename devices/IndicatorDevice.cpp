@@ -13,7 +13,7 @@ IndicatorDevice::IndicatorDevice()
 
 bool IndicatorDevice::initialise()
 {
-    settleCaption(*this, kCaption);
+    resolveCaption(*this, kCaption);
     return paramsOk();
 }
 

@@ -76,7 +76,7 @@ void InputDevice::wgInput(QString val)
     emit output(val);
     setDescription(val);
     m_currentString = val;
-    if (const std::optional<double> number = readLeniently(val)) {
+    if (const std::optional<double> number = parseNumber(val)) {
         m_currentNumber = *number;
         emit output(*number);
     }
@@ -94,7 +94,7 @@ void InputDevice::input(QString val)
 {
     emit wgOutput(val);
     m_currentString = val;
-    if (const std::optional<double> number = readLeniently(val)) {
+    if (const std::optional<double> number = parseNumber(val)) {
         emit wgOutput(*number);
         m_currentNumber = *number;
     }

@@ -6,7 +6,7 @@
 #include <optional>
 
 /// The number in a text from the wiring or from an operator, whose decimal point may be a comma.
-inline std::optional<double> readLeniently(const QString& text)
+inline std::optional<double> parseNumber(const QString& text)
 {
     bool ok = false;
     const double asGiven = text.toDouble(&ok);

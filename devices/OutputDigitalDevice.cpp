@@ -24,7 +24,7 @@ OutputDigitalDevice::OutputDigitalDevice()
 
 bool OutputDigitalDevice::initialise()
 {
-    settleCaption(*this, kName);
+    resolveCaption(*this, kName);
     const bool ok = paramsOk();
     startTimeout(ok ? int(getParam(kTimeout)) : 0);
     return ok;

@@ -26,7 +26,7 @@ double OutputGraphDevice::secondsSinceEpoch()
 
 bool OutputGraphDevice::initialise()
 {
-    settleCaption(*this, kName);
+    resolveCaption(*this, kName);
     return paramsOk();
 }
 

@@ -14,7 +14,7 @@ OutputVector::OutputVector()
 
 bool OutputVector::initialise()
 {
-    settleCaption(*this, kName);
+    resolveCaption(*this, kName);
     return paramsOk();
 }
 

@@ -57,7 +57,7 @@ bool OutputWithProgress::initialise()
     m_alarmEnabled = getParam(kAlarm);
     m_alarmFile = getParam(kAlarmFile).value();
     m_type = getParam(kType).value();
-    m_name = settleCaption(*this, kName);
+    m_name = resolveCaption(*this, kName);
 
     const bool ok = paramsOk();
     startTimeout(ok ? m_timeoutMs : 0);

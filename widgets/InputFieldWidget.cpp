@@ -205,7 +205,7 @@ void InputFieldWidget::input(double value)
 void InputFieldWidget::input(QString text)
 {
     if (QDoubleSpinBox* const editor = spinBox()) {
-        if (const std::optional<double> number = readLeniently(text)) {
+        if (const std::optional<double> number = parseNumber(text)) {
             editor->setValue(*number);
         }
     } else if (QLineEdit* const line = lineEdit()) {

@@ -30,8 +30,8 @@ private slots:
 
     void optionsAreSplit_data();
     void optionsAreSplit();
-    void noChoicesAreAFault_data();
-    void noChoicesAreAFault();
+    void noChoicesAreAnError_data();
+    void noChoicesAreAnError();
 
     void indexLeavesAsIntThenAsDouble();
     void heldIndexIsNotPassedOnAgain();
@@ -115,7 +115,7 @@ void tst_DropDownListDevice::optionsAreSplit()
     QCOMPARE(device.choices(), choices);
 }
 
-void tst_DropDownListDevice::noChoicesAreAFault_data()
+void tst_DropDownListDevice::noChoicesAreAnError_data()
 {
     QTest::addColumn<QString>("options");
     QTest::addColumn<QString>("separator");
@@ -127,7 +127,7 @@ void tst_DropDownListDevice::noChoicesAreAFault_data()
                                     << "";
 }
 
-void tst_DropDownListDevice::noChoicesAreAFault()
+void tst_DropDownListDevice::noChoicesAreAnError()
 {
     QFETCH(QString, options);
     QFETCH(QString, separator);

@@ -80,7 +80,7 @@ private slots:
     void fileSourceWithoutPathIsRefused();
     void parameterSourceEnablesTheCode();
     void descriptionIsThePathOfTheFile();
-    void faultOfTheDocumentIsReported();
+    void errorOfTheDocumentIsReported();
     void laterInitialiseWithGoodSourceWorks();
     void methodsChangedFollowsTheList();
     void answersWithTheItemsMethods();
@@ -180,7 +180,7 @@ void tst_QmlGuiDevice::descriptionIsThePathOfTheFile()
     QCOMPARE(device.grabMethods({}, QMetaMethod::Signal, false), QStringList("output(double)"));
 }
 
-void tst_QmlGuiDevice::faultOfTheDocumentIsReported()
+void tst_QmlGuiDevice::errorOfTheDocumentIsReported()
 {
     QmlGuiDevice device;
     setCode(device, "import QtQuick 2.0\nItem { width: }\n");

@@ -221,7 +221,7 @@ void tst_GaugeHistory::denseTraceKeepsASingleSpike()
     QVERIFY(contains(0.0, 3.0) && contains(9.999, 3.0));
 }
 
-/// What is kept from one trace to the next is what would be found anew.
+/// What is kept from one trace to the next is what would be found again.
 void tst_GaugeHistory::denseTraceFollowsItsPoints()
 {
     QRandomGenerator random(5);

@@ -51,11 +51,11 @@ EntryDialog::EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& 
 bool EntryDialog::runModal(EntryDialog* dialog, bool* ok)
 {
     const QPointer<EntryDialog> guard(dialog);
-    const bool isConfirmed = dialog->exec() == QDialog::Accepted && guard;
+    const bool isAccepted = dialog->exec() == QDialog::Accepted && guard;
     if (ok) {
-        *ok = isConfirmed;
+        *ok = isAccepted;
     }
-    return isConfirmed;
+    return isAccepted;
 }
 
 void EntryDialog::showError(const QString& reason)

@@ -20,12 +20,12 @@ QString tr(const char* text)
 }
 
 /// As short as it can be written: "10", "0.25", "1e+300".
-QString inShort(double number)
+QString shortText(double number)
 {
     return std::isnan(number) ? QString(QChar(0x2014)) : QString::number(number, 'g', 15);
 }
 
-NumberLimits madeSane(NumberLimits limits)
+NumberLimits normalised(NumberLimits limits)
 {
     limits.min = std::isnan(limits.min) ? -kInfinity : limits.min;
     limits.max = std::isnan(limits.max) ? kInfinity : limits.max;
@@ -46,7 +46,7 @@ double NumberLimits::unit() const
 }
 
 NumberEntry::NumberEntry(const NumberLimits& limits)
-    : m_limits(madeSane(limits)), m_text(withDecimals(m_limits.start))
+    : m_limits(normalised(limits)), m_text(withDecimals(m_limits.start))
 {}
 
 QString NumberEntry::withDecimals(double number) const
@@ -56,7 +56,7 @@ QString NumberEntry::withDecimals(double number) const
         return {};
     }
     if (std::abs(number) >= longNumber) {
-        return inShort(number);
+        return shortText(number);
     }
     const QString text = QString::number(number, 'f', m_limits.decimals);
     return text.toDouble() == 0 && text.startsWith('-') ? text.mid(1) : text;
@@ -76,10 +76,10 @@ QString NumberEntry::error() const
         return m_text.isEmpty() ? tr("Enter a number") : tr("This is not a number");
     }
     if (*number < m_limits.min) {
-        return tr("Below the lowest value allowed, %1").arg(inShort(m_limits.min));
+        return tr("Below the lowest value allowed, %1").arg(shortText(m_limits.min));
     }
     if (*number > m_limits.max) {
-        return tr("Above the highest value allowed, %1").arg(inShort(m_limits.max));
+        return tr("Above the highest value allowed, %1").arg(shortText(m_limits.max));
     }
     return {};
 }
@@ -89,17 +89,17 @@ QString NumberEntry::rangeText() const
     const bool hasMin = m_limits.min > -std::numeric_limits<double>::max();
     const bool hasMax = m_limits.max < std::numeric_limits<double>::max();
     if (hasMin && hasMax) {
-        return tr("%1 to %2").arg(inShort(m_limits.min), inShort(m_limits.max));
+        return tr("%1 to %2").arg(shortText(m_limits.min), shortText(m_limits.max));
     }
     if (hasMin) {
-        return tr("at least %1").arg(inShort(m_limits.min));
+        return tr("at least %1").arg(shortText(m_limits.min));
     }
-    return hasMax ? tr("at most %1").arg(inShort(m_limits.max)) : tr("any number");
+    return hasMax ? tr("at most %1").arg(shortText(m_limits.max)) : tr("any number");
 }
 
 QString NumberEntry::startText() const
 {
-    return inShort(m_limits.start);
+    return shortText(m_limits.start);
 }
 
 void NumberEntry::setText(const QString& text)

@@ -173,8 +173,8 @@ double NumpadDialog::getDouble(QWidget* parent, const QString& title, const QStr
 {
     const QPointer<norvo::Numpad> numpad(
         new norvo::Numpad(parent, flags, title, label, {value, min, max, step, decimals}));
-    const bool isConfirmed = norvo::EntryDialog::runModal(numpad, ok);
-    const double number = isConfirmed ? numpad->value() : value;
+    const bool isAccepted = norvo::EntryDialog::runModal(numpad, ok);
+    const double number = isAccepted ? numpad->value() : value;
     delete numpad.data();
     return number;
 }

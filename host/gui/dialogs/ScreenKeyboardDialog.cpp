@@ -247,8 +247,8 @@ QString ScreenKeyboardDialog::getText(QWidget* parent, QString title, QString te
 {
     const QPointer<norvo::ScreenKeyboard> keyboard(
         new norvo::ScreenKeyboard(parent, flags, title, text, hint, reason, std::move(check)));
-    const bool isConfirmed = norvo::EntryDialog::runModal(keyboard, ok);
-    QString entered = isConfirmed ? keyboard->text() : text;
+    const bool isAccepted = norvo::EntryDialog::runModal(keyboard, ok);
+    QString entered = isAccepted ? keyboard->text() : text;
     delete keyboard.data();
     return entered;
 }

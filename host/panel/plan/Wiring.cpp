@@ -103,7 +103,7 @@ Pairs fittingPairs(const Methods& signalMethods, const Methods& slotMethods)
 }
 
 /// The methods that the text of this end can mean.
-Methods meantBy(const End& end)
+Methods candidates(const End& end)
 {
     if (!end.isSignature()) {
         return end.methods(end.name());
@@ -178,8 +178,8 @@ Pairs nearestPairs(const End& from, const End& to)
     return pairs;
 }
 
-QString misfit(const End& from, const End& to, const Methods& signalMethods,
-               const Methods& slotMethods)
+QString typeMismatch(const End& from, const End& to, const Methods& signalMethods,
+                     const Methods& slotMethods)
 {
     const auto list = [](const Methods& methods) {
         QStringList signatures;
@@ -209,8 +209,8 @@ std::optional<Wire> resolveConnection(const ConnectionSetting& connection, BaseD
 {
     const End source{connection.from, from, QMetaMethod::Signal};
     const End target{connection.to, to, QMetaMethod::Slot};
-    const Methods signalMethods = meantBy(source);
-    Methods slotMethods = meantBy(target);
+    const Methods signalMethods = candidates(source);
+    Methods slotMethods = candidates(target);
     addConverted(target, signalMethods, slotMethods);
     if (signalMethods.isEmpty()) {
         diagnostics.error(connection.from.method.place, [&] { return unknownMethod(source); });
@@ -230,7 +230,7 @@ std::optional<Wire> resolveConnection(const ConnectionSetting& connection, BaseD
     }
     if (pairs.isEmpty()) {
         diagnostics.error(connection.whole.place,
-                          [&] { return misfit(source, target, signalMethods, slotMethods); });
+                          [&] { return typeMismatch(source, target, signalMethods, slotMethods); });
         return std::nullopt;
     }
     if (pairs.size() > 1) {

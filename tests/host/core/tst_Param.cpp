@@ -29,7 +29,7 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::newRow("empty") << "";
-        QTest::newRow("blanks around stay") << "  a b\t";
+        QTest::newRow("spaces around stay") << "  a b\t";
         QTest::newRow("number stays as written") << "1.0";
         QTest::newRow("no stays no") << "no";
         QTest::newRow("beyond ASCII") << QString::fromUtf8("12 °C");
@@ -69,13 +69,13 @@ private slots:
         QTest::newRow("plain") << "42" << 42;
         QTest::newRow("negative") << "-7" << -7;
         QTest::newRow("plus sign") << "+7" << 7;
-        QTest::newRow("blanks around") << " \t12\n" << 12;
+        QTest::newRow("spaces around") << " \t12\n" << 12;
         QTest::newRow("leading zeros are decimal") << "010" << 10;
         QTest::newRow("cut toward zero") << "1.9" << 1;
         QTest::newRow("negative cut toward zero") << "-1.9" << -1;
         QTest::newRow("small fraction") << "-0.5" << 0;
         QTest::newRow("exponent") << "1e3" << 1000;
-        QTest::newRow("blanks around a double") << " 2.5 " << 2;
+        QTest::newRow("spaces around a double") << " 2.5 " << 2;
         QTest::newRow("greatest") << "2147483647" << INT_MAX;
         QTest::newRow("one above the greatest") << "2147483648" << INT_MAX;
         QTest::newRow("lowest") << "-2147483648" << INT_MIN;
@@ -108,7 +108,7 @@ private slots:
         QTest::newRow("integer") << "42" << 42.0;
         QTest::newRow("fraction") << "1.9" << 1.9;
         QTest::newRow("negative") << "-1.9" << -1.9;
-        QTest::newRow("blanks around") << " \t0.25\n" << 0.25;
+        QTest::newRow("spaces around") << " \t0.25\n" << 0.25;
         QTest::newRow("1e30") << "1e30" << 1e30;
         QTest::newRow("no digit before the point") << ".5" << 0.5;
         QTest::newRow("infinity") << "inf" << kInfinity;
@@ -238,7 +238,7 @@ private slots:
         QTEST(param.fault(), "expected");
     }
 
-    void optionOutsideTheListIsNoFault()
+    void optionOutsideTheListIsNoError()
     {
         Param param("mode", "a", {"a", "b"}, true, {});
         param.setValue("c");

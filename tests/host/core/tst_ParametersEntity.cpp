@@ -146,7 +146,7 @@ private slots:
         QVERIFY(entity.params().isEmpty());
     }
 
-    void faultsNameTheParameterInTheOrderOfDeclaration()
+    void errorsNameTheParameterInTheOrderOfDeclaration()
     {
         ParametersEntity entity;
         entity.addParam("rate", "1");

@@ -64,7 +64,7 @@ private slots:
         QVERIFY(device.getParam(name).options().isEmpty());
     }
 
-    void placementThatIsNoNumberIsAFault()
+    void placementThatIsNoNumberIsAnError()
     {
         Device device;
         QVERIFY(device.paramsOk());

@@ -22,7 +22,7 @@ void tst_CommandWords::splits_data()
     QTest::addColumn<QStringList>("words");
 
     QTest::newRow("oneWord") << "date" << QStringList{"date"};
-    QTest::newRow("blanksSeparate") << "  a \t b\nc " << QStringList{"a", "b", "c"};
+    QTest::newRow("spacesSeparate") << "  a \t b\nc " << QStringList{"a", "b", "c"};
     QTest::newRow("doubleQuotesKeepBlanks") << "sh -c \"a  b\"" << QStringList{"sh", "-c", "a  b"};
     QTest::newRow("singleQuotesKeepBlanks") << "sh -c 'a  b'" << QStringList{"sh", "-c", "a  b"};
     QTest::newRow("quotesWithinAWord") << "--a='b c'd" << QStringList{"--a=b cd"};
@@ -53,11 +53,11 @@ void tst_CommandWords::splits()
 void tst_CommandWords::refuses_data()
 {
     QTest::addColumn<QString>("command");
-    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QString>("expected");
 
     QTest::newRow("empty") << ""
                            << "it names no program";
-    QTest::newRow("blanksOnly") << " \t\n"
+    QTest::newRow("spacesOnly") << " \t\n"
                                 << "it names no program";
     QTest::newRow("openDoubleQuote") << "a \"b c"
                                      << "the quote at character 3 is not closed";
@@ -73,7 +73,7 @@ void tst_CommandWords::refuses()
 
     const norvo::CommandWords read = norvo::splitCommand(command);
     QVERIFY(read.words.isEmpty());
-    QTEST(read.error, "fault");
+    QTEST(read.error, "expected");
 }
 
 NORVO_APPLESS_TEST(tst_CommandWords)

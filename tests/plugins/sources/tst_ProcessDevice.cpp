@@ -290,7 +290,7 @@ void tst_ProcessDevice::restarts()
 void tst_ProcessDevice::badCommandIsAnError_data()
 {
     QTest::addColumn<QString>("command");
-    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QString>("expected");
 
     QTest::newRow("empty") << ""
                            << "it names no program";
@@ -309,9 +309,9 @@ void tst_ProcessDevice::badCommandIsAnError_data()
 void tst_ProcessDevice::badCommandIsAnError()
 {
     QFETCH(QString, command);
-    QFETCH(QString, fault);
+    QFETCH(QString, expected);
 
-    QTest::ignoreMessage(QtWarningMsg, qPrintable("child: parameter \"command\": " + fault));
+    QTest::ignoreMessage(QtWarningMsg, qPrintable("child: parameter \"command\": " + expected));
     ProcessSubject child(command);
     QVERIFY(!child.initialised);
 }

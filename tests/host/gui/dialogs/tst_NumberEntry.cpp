@@ -106,7 +106,7 @@ void tst_NumberEntry::textIsJudged_data()
     QTest::addColumn<double>("min");
     QTest::addColumn<double>("max");
     QTest::addColumn<QString>("keys");
-    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QString>("expected");
     QTest::newRow("inTheRange") << 0.0 << 10.0 << "5"
                                 << "";
     QTest::newRow("lowestIsInTheRange") << 5.0 << 10.0 << "5"
@@ -142,11 +142,11 @@ void tst_NumberEntry::textIsJudged()
     QFETCH(double, min);
     QFETCH(double, max);
     QFETCH(QString, keys);
-    QFETCH(QString, fault);
+    QFETCH(QString, expected);
     NumberEntry entry(limits(1, min, max, 1, 2));
     press(entry, keys);
-    QCOMPARE(entry.error(), fault);
-    QCOMPARE(entry.isAcceptable(), fault.isEmpty());
+    QCOMPARE(entry.error(), expected);
+    QCOMPARE(entry.isAcceptable(), expected.isEmpty());
 }
 
 void tst_NumberEntry::startIsShownWithAllItsDigits()

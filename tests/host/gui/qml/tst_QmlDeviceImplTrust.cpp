@@ -93,9 +93,9 @@ void tst_QmlDeviceImplTrust::farImportIsRefused()
     Neighbour neighbour;
     QmlOwner owner;
     MessageLog log;
-    const QString fault = owner.load("import QtQuick 2.0\nimport \"" + neighbour.url("far") +
+    const QString error = owner.load("import QtQuick 2.0\nimport \"" + neighbour.url("far") +
                                      "\"\nItem { Far {} }\n");
-    QCOMPARE(fault, QString("sourceCode:3:8: Far is not a type"));
+    QCOMPARE(error, QString("sourceCode:3:8: Far is not a type"));
     QVERIFY(!owner.loadFile(neighbour.url("far.qml")).isEmpty());
     QCoreApplication::processEvents();
     const QStringList reported = log.take();

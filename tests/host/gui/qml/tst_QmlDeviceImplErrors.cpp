@@ -7,7 +7,7 @@
 
 #include <QtTest>
 
-class tst_QmlDeviceImplFaults : public QObject
+class tst_QmlDeviceImplErrors : public QObject
 {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ private slots:
     void textThatDoesNotLoadIsReported_data();
     void textThatDoesNotLoadIsReported();
     void fileThatDoesNotLoadIsReported();
-    void faultInAFileBeneathNamesThatFile();
+    void errorInAFileBeneathNamesThatFile();
     void nothingOfABadDocumentStays();
     void errorInAHandlerIsReportedAndTheRestRunsOn();
     void errorWhileLoadingIsReportedAndTheItemStands();
@@ -34,12 +34,12 @@ private:
     QTemporaryDir m_folder;
 };
 
-void tst_QmlDeviceImplFaults::textThatDoesNotLoadIsReported_data()
+void tst_QmlDeviceImplErrors::textThatDoesNotLoadIsReported_data()
 {
     QTest::addColumn<QString>("code");
-    QTest::addColumn<QString>("fault");
-    const auto row = [](const char* name, const char* code, const QString& fault) {
-        QTest::newRow(name) << QString(code) << "sourceCode:" + fault;
+    QTest::addColumn<QString>("error");
+    const auto row = [](const char* name, const char* code, const QString& error) {
+        QTest::newRow(name) << QString(code) << "sourceCode:" + error;
     };
     row("empty text", "", " File is empty");
     row("syntax", "import QtQuick 2.0\nItem {\n  width: 3 +\n}\n",
@@ -49,7 +49,7 @@ void tst_QmlDeviceImplFaults::textThatDoesNotLoadIsReported_data()
     row("unknown type", "import QtQuick 2.0\nItem { Knob {} }\n", "2:8: Knob is not a type");
     row("missing import", "import QtQuick 2.0\nimport No.Such 1.0\nItem {}\n",
         "2:1: module \"No.Such\" is not installed");
-    row("two faults", "import No.Such 1.0\nimport Nor.This 1.0\nItem {}\n",
+    row("two errors", "import No.Such 1.0\nimport Nor.This 1.0\nItem {}\n",
         "2:1: module \"Nor.This\" is not installed; sourceCode:1:1: module \"No.Such\" is not "
         "installed");
     row("root is an object", "import QtQml 2.0\n\n  QtObject {}\n",
@@ -63,16 +63,16 @@ void tst_QmlDeviceImplFaults::textThatDoesNotLoadIsReported_data()
         "1:24: the root object must be an Item, and Q.Timer is none");
 }
 
-void tst_QmlDeviceImplFaults::textThatDoesNotLoadIsReported()
+void tst_QmlDeviceImplErrors::textThatDoesNotLoadIsReported()
 {
     QFETCH(QString, code);
-    QFETCH(QString, fault);
+    QFETCH(QString, error);
     QmlOwner owner;
-    QCOMPARE(owner.load(code), fault);
+    QCOMPARE(owner.load(code), error);
     QVERIFY(!owner.impl.isInitialised());
 }
 
-void tst_QmlDeviceImplFaults::fileThatDoesNotLoadIsReported()
+void tst_QmlDeviceImplErrors::fileThatDoesNotLoadIsReported()
 {
     QmlOwner owner;
     QCOMPARE(owner.loadFile("no/such.qml"), QString("no/such.qml: No such file or directory"));
@@ -86,7 +86,7 @@ void tst_QmlDeviceImplFaults::fileThatDoesNotLoadIsReported()
                  ":2:1: the root object must be an Item, and QtObject is none");
 }
 
-void tst_QmlDeviceImplFaults::faultInAFileBeneathNamesThatFile()
+void tst_QmlDeviceImplErrors::errorInAFileBeneathNamesThatFile()
 {
     const QString beneath = file("Beneath.qml", "import QtQuick 2.0\nItem {\n  wide: 3 }\n");
     const QString face = file("Face.qml", "import QtQuick 2.0\nBeneath {}\n");
@@ -95,7 +95,7 @@ void tst_QmlDeviceImplFaults::faultInAFileBeneathNamesThatFile()
                                        ":3:3: Cannot assign to non-existent property \"wide\"");
 }
 
-void tst_QmlDeviceImplFaults::nothingOfABadDocumentStays()
+void tst_QmlDeviceImplErrors::nothingOfABadDocumentStays()
 {
     QmlOwner owner;
     QCOMPARE(owner.loadBody("signal output(real v)"), QString());
@@ -114,7 +114,7 @@ void tst_QmlDeviceImplFaults::nothingOfABadDocumentStays()
     QVERIFY(owner.provider("output"));
 }
 
-void tst_QmlDeviceImplFaults::errorInAHandlerIsReportedAndTheRestRunsOn()
+void tst_QmlDeviceImplErrors::errorInAHandlerIsReportedAndTheRestRunsOn()
 {
     QmlOwner owner;
     const QString path = file("throws.qml", "import QtQuick 2.0\n"
@@ -144,7 +144,7 @@ void tst_QmlDeviceImplFaults::errorInAHandlerIsReportedAndTheRestRunsOn()
     QCOMPARE(log.take(), QStringList());
 }
 
-void tst_QmlDeviceImplFaults::errorWhileLoadingIsReportedAndTheItemStands()
+void tst_QmlDeviceImplErrors::errorWhileLoadingIsReportedAndTheItemStands()
 {
     QmlOwner owner;
     MessageLog log;
@@ -154,5 +154,5 @@ void tst_QmlDeviceImplFaults::errorWhileLoadingIsReportedAndTheItemStands()
     QVERIFY(owner.impl.isInitialised());
 }
 
-NORVO_TEST(tst_QmlDeviceImplFaults)
-#include "tst_QmlDeviceImplFaults.moc"
+NORVO_TEST(tst_QmlDeviceImplErrors)
+#include "tst_QmlDeviceImplErrors.moc"
