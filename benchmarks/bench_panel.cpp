@@ -2,6 +2,8 @@
 
 // Starting a large panel, phase by phase, and what a busy panel costs while it runs.
 
+#include "host/catalogue/Catalogue.h"
+#include "host/catalogue/Listing.h"
 #include "host/panel/run/Panel.h"
 #include "host/panel/plan/PanelPlan.h"
 #include "host/panel/file/PanelFile.h"
@@ -176,6 +178,17 @@ BENCHMARK(runReadouts)
     ->Iterations(1)
     ->Repetitions(3)
     ->Unit(benchmark::kMillisecond);
+
+/// The catalogue of all types, from their tables to the page of documentation.
+static void describeAllTypes(benchmark::State& state)
+{
+    const DeviceManager& manager = deviceTypes();
+    for (auto _ : state) {
+        const Catalogue catalogue(manager);
+        benchmark::DoNotOptimize(Listing::markdown(Listing::allTypes(catalogue)));
+    }
+}
+BENCHMARK(describeAllTypes)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)
 {

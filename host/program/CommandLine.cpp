@@ -17,6 +17,10 @@ const QCommandLineOption kNoState("no-state");
 const QCommandLineOption kFullscreen("fullscreen");
 const QCommandLineOption kCheck("check");
 const QCommandLineOption kScreenshot("screenshot", {}, "OUT.png");
+const QCommandLineOption kTypes("types");
+const QCommandLineOption kDescribe("describe", {}, "TYPE");
+const QCommandLineOption kDescribeAll("describe-all");
+const QCommandLineOption kFormat("format", {}, "FORMAT");
 const QCommandLineOption kAfter("after", {}, "MS");
 const QCommandLineOption kSize("size", {}, "WxH");
 const QCommandLineOption kVerbose("verbose");
@@ -54,20 +58,26 @@ QStringList qtArguments(const QCommandLineParser& parser)
     return arguments;
 }
 
-/// Options of which the second makes no sense beside the first.
+/// Options of which no two make sense beside each other.
+const QList<QList<QCommandLineOption>> kAlternatives{
+    {kState, kNoState},
+    {kCheck, kScreenshot, kFullscreen, kTypes, kDescribe, kDescribeAll},
+};
+
 QString contradiction(const QCommandLineParser& parser)
 {
-    const QPair<const QCommandLineOption&, const QCommandLineOption&> pairs[] = {
-        {kState, kNoState},
-        {kCheck, kScreenshot},
-        {kCheck, kFullscreen},
-        {kScreenshot, kFullscreen},
-    };
-    for (const auto& pair : pairs) {
-        if (parser.isSet(pair.first) && parser.isSet(pair.second)) {
-            return QString("--%1 and --%2 do not go together")
-                .arg(pair.first.names().constLast(), pair.second.names().constLast());
+    for (const auto& alternatives : kAlternatives) {
+        QStringList set;
+        for (const QCommandLineOption& option : alternatives) {
+            set += parser.isSet(option) ? QStringList("--" + option.names().constLast())
+                                        : QStringList();
         }
+        if (set.size() > 1) {
+            return QString("%1 and %2 do not go together").arg(set[0], set[1]);
+        }
+    }
+    if (parser.isSet(kFormat) && !parser.isSet(kDescribe) && !parser.isSet(kDescribeAll)) {
+        return "--format goes with --describe and --describe-all only";
     }
     for (const QCommandLineOption* option : {&kAfter, &kSize}) {
         if (parser.isSet(*option) && !parser.isSet(kScreenshot)) {
@@ -88,6 +98,15 @@ Options::Action actionOf(const QCommandLineParser& parser)
     if (parser.isSet(kCheck)) {
         return Options::Action::Check;
     }
+    if (parser.isSet(kTypes)) {
+        return Options::Action::Types;
+    }
+    if (parser.isSet(kDescribe)) {
+        return Options::Action::Describe;
+    }
+    if (parser.isSet(kDescribeAll)) {
+        return Options::Action::DescribeAll;
+    }
     return parser.isSet(kScreenshot) ? Options::Action::Screenshot : Options::Action::Run;
 }
 
@@ -102,6 +121,22 @@ QString panelFileOf(const QCommandLineParser& parser, QString& error)
         error = QString("one panel file at a time, not \"%1\" as well").arg(files[1]);
     }
     return files[0];
+}
+
+void readListingOptions(const QCommandLineParser& parser, Options& options, QString& error)
+{
+    const QMap<QString, Listing::Format> formats{{"text", Listing::Format::Text},
+                                                 {"markdown", Listing::Format::Markdown},
+                                                 {"json", Listing::Format::Json}};
+    const QString format = parser.isSet(kFormat) ? parser.value(kFormat) : QString("text");
+    if (!formats.contains(format)) {
+        error = QString("--format needs text, markdown or json, not \"%1\"").arg(format);
+    } else if (!parser.positionalArguments().isEmpty()) {
+        error = QString("device types are described without a panel file, not with \"%1\"")
+                    .arg(parser.positionalArguments().constFirst());
+    }
+    options.format = formats.value(format);
+    options.describedType = parser.value(kDescribe);
 }
 
 int pictureTime(const QString& value, QString& error)
@@ -168,7 +203,7 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
     QCommandLineParser parser;
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // As Qt's own are.
     parser.addOptions({kPlugins, kState, kNoState, kFullscreen, kCheck, kScreenshot, kAfter, kSize,
-                       kVerbose, kHelp, kVersion});
+                       kTypes, kDescribe, kDescribeAll, kFormat, kVerbose, kHelp, kVersion});
     parser.addOptions(kQtOptions);
     Options options;
     if (!parser.parse(arguments)) {
@@ -189,7 +224,9 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
     if (error.isEmpty() && options.action == Options::Action::Screenshot) {
         readPictureOptions(parser, options, error);
     }
-    if (error.isEmpty()) {
+    if (error.isEmpty() && options.isListing()) {
+        readListingOptions(parser, options, error);
+    } else if (error.isEmpty()) {
         options.panelFile = panelFileOf(parser, error);
     }
     return options;
@@ -204,6 +241,11 @@ norvo-panel [options] PANEL.yaml                 runs the panel
 norvo-panel --check PANEL.yaml                   reports every error of the panel, no window
 norvo-panel --screenshot OUT.png PANEL.yaml      runs the panel unseen and leaves a picture of it;
                                                  the ending chooses its kind: png, jpg, ...
+norvo-panel --types                              names every device type, in a line each
+norvo-panel --describe TYPE                      what the type is for, its parameters, outputs
+                                                 and inputs, and a panel that runs
+norvo-panel --describe-all                       the same of all types; --format text, markdown
+                                                 or json says how
 
   --plugins DIR      looks for device plug-ins in DIR, too; can be given several times
   --state FILE       keeps what devices store in FILE, not in PANEL.state.yaml beside the panel

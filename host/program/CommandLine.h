@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "host/catalogue/Listing.h"
+
 #include <QByteArray>
 #include <QSize>
 #include <QString>
@@ -11,10 +13,12 @@ namespace norvo {
 /// What the program was asked to do.
 struct Options
 {
-    enum class Action { Run, Check, Screenshot, Help, Version };
+    enum class Action { Run, Check, Screenshot, Types, Describe, DescribeAll, Help, Version };
 
     Action action = Action::Run;
     QString panelFile;
+    QString describedType; ///< Of the action Describe.
+    Listing::Format format = Listing::Format::Text;
     QStringList pluginFolders; ///< In addition to the default ones.
     QString stateFile;         ///< Empty: beside the panel file.
     bool keepsState = true;
@@ -25,6 +29,12 @@ struct Options
     QByteArray pictureFormat; ///< What the picture file's ending says; one that Qt can write.
     QSize pictureSize;        ///< Empty: what the panel needs.
     int pictureAfterMs = 500; ///< From the start of the event loop to the picture.
+
+    bool isListing() const ///< Of device types, without a panel.
+    {
+        return action == Action::Types || action == Action::Describe ||
+               action == Action::DescribeAll;
+    }
 };
 
 namespace CommandLine {

@@ -11,6 +11,7 @@
 #include "host/program/Console.h"
 #include "host/program/Display.h"
 #include "host/program/PluginSet.h"
+#include "host/program/TypeListing.h"
 #include "host/program/UnixSignals.h"
 #include "host/window/PanelPages.h"
 #include "host/window/PanelWindow.h"
@@ -204,11 +205,14 @@ int runProgram(const Options& options)
         Console::reportError(reason);
         return 1;
     }
-    Display::substituteFonts();
     PluginSet plugins;
     if (!loadPlugins(plugins, options.pluginFolders)) {
         return 1;
     }
+    if (options.isListing()) {
+        return listTypes(options, plugins.manager());
+    }
+    Display::substituteFonts();
     return options.action == Options::Action::Check ? check(options.panelFile, plugins.manager())
                                                     : PanelRun(options, plugins.manager()).run();
 }

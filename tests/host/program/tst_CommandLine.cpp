@@ -125,6 +125,11 @@ void tst_CommandLine::actionIsChosen_data()
     QTest::newRow("check") << QStringList{"--check", "p.yaml"} << int(Options::Action::Check);
     QTest::newRow("help") << QStringList{"--help"} << int(Options::Action::Help);
     QTest::newRow("h") << QStringList{"-h"} << int(Options::Action::Help);
+    QTest::newRow("types") << QStringList{"--types"} << int(Options::Action::Types);
+    QTest::newRow("describe") << QStringList{"--describe", "button"}
+                              << int(Options::Action::Describe);
+    QTest::newRow("describe all") << QStringList{"--describe-all", "--format", "json"}
+                                  << int(Options::Action::DescribeAll);
     QTest::newRow("version") << QStringList{"--version"} << int(Options::Action::Version);
     QTest::newRow("v") << QStringList{"-v"} << int(Options::Action::Version);
 }
@@ -153,6 +158,20 @@ void tst_CommandLine::errorIsReported_data()
                                        << "--check and --screenshot do not go together";
     QTest::newRow("picture and fullscreen") << QStringList{"--fullscreen", "--screenshot", "o", "a"}
                                             << "--screenshot and --fullscreen do not go together";
+    QTest::newRow("check and types")
+        << QStringList{"--types", "--check", "a"} << "--check and --types do not go together";
+    QTest::newRow("one type and all") << QStringList{"--describe-all", "--describe", "button"}
+                                      << "--describe and --describe-all do not go together";
+    QTest::newRow("types of a panel") << QStringList{"--types", "a"}
+                                      << "device types are described without a panel file, not "
+                                         "with \"a\"";
+    QTest::newRow("no type") << QStringList{"--describe"} << "missing value after '--describe'";
+    QTest::newRow("unknown form") << QStringList{"--describe-all", "--format", "html"}
+                                  << "--format needs text, markdown or json, not \"html\"";
+    QTest::newRow("form alone") << QStringList{"--format", "json", "a"}
+                                << "--format goes with --describe and --describe-all only";
+    QTest::newRow("form of the lines") << QStringList{"--types", "--format", "json"}
+                                       << "--format goes with --describe and --describe-all only";
     QTest::newRow("after alone") << QStringList{"--after", "5", "a"}
                                  << "--after goes with --screenshot only";
     QTest::newRow("size alone") << QStringList{"--size", "800x480", "a"}
@@ -192,10 +211,10 @@ void tst_CommandLine::pictureOfAKindThatCannotBeWrittenIsRefused()
 void tst_CommandLine::helpNamesEveryOption()
 {
     const QString help = norvo::CommandLine::helpText();
-    for (const char* option :
-         {"--plugins DIR", "--state FILE", "--no-state", "--fullscreen", "--check PANEL.yaml",
-          "--screenshot OUT.png PANEL.yaml", "--after MS", "--size WxH", "--verbose", "-platform",
-          "--help", "--version"}) {
+    for (const char* option : {"--plugins DIR", "--state FILE", "--no-state", "--fullscreen",
+                               "--check PANEL.yaml", "--screenshot OUT.png PANEL.yaml", "--types",
+                               "--describe TYPE", "--describe-all", "--format", "--after MS",
+                               "--size WxH", "--verbose", "-platform", "--help", "--version"}) {
         QVERIFY2(help.contains(option), option);
     }
     QVERIFY(norvo::CommandLine::versionText().startsWith("norvo-panel "));

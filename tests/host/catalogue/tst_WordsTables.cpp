@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/catalogue/WordsTables.h"
+#include "TestMain.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace norvo;
+
+/// What a plug-in's table may say, and what is said of one that is wrong.
+class tst_WordsTables : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void wordsAreAddedToTheType();
+    void problemIsReportedWithItsPlace_data();
+    void problemIsReportedWithItsPlace();
+    void whatIsRightBesideAProblemIsRead();
+    void generalWordsGiveWayToThoseOfTheType();
+    void tableOfAnotherShapeIsLeftAside_data();
+    void tableOfAnotherShapeIsLeftAside();
+
+private:
+    /// A type with two parameters, an output and an input, and the words of that table.
+    TypeWords described(const QByteArray& table)
+    {
+        const QTemporaryDir folder;
+        QFile file(folder.filePath("t.yaml"));
+        file.open(QIODevice::WriteOnly);
+        file.write(table);
+        file.close();
+        m_problems.clear();
+        TypeWords type;
+        type.key = "gauge";
+        type.params.resize(2);
+        type.params[0].name = "low";
+        type.params[1].name = "high end";
+        type.outputs.resize(1);
+        type.outputs[0].signature = "output(double,QString)";
+        type.inputs.resize(1);
+        type.inputs[0].signature = "input()";
+        WordsTables(folder.path(), m_problems).addTo(type, m_problems);
+        m_problems.replaceInStrings(folder.path() + '/', QString());
+        return type;
+    }
+
+    QStringList m_problems;
+};
+
+void tst_WordsTables::wordsAreAddedToTheType()
+{
+    const TypeWords type = described("gauge:\n"
+                                     "  purpose: >-\n"
+                                     "    Shows\n"
+                                     "    a number.\n"
+                                     "  breaksCycles: true\n"
+                                     "  params:\n"
+                                     "    low: {meaning: Low end., kind: number, above: -1.5, "
+                                     "max: 2, unit: ms, error: true, also: 'no'}\n"
+                                     "    high end: {kind: picture file}\n"
+                                     "  relations: [low < high end, {relation: low <= high end, "
+                                     "error: true}]\n"
+                                     "  outputs:\n"
+                                     "    output(double,QString): Both.\n"
+                                     "  inputs: {input(): A push.}\n"
+                                     "  example: |\n"
+                                     "    devices:\n"
+                                     "      a: {device: gauge}\n");
+    QCOMPARE(m_problems, QStringList());
+    QCOMPARE(type.purpose, QString("Shows a number."));
+    QVERIFY(type.breaksCycles);
+    QVERIFY(!type.startsNothing);
+    const ParamWords& low = type.params[0];
+    QCOMPARE(low.meaning, QString("Low end."));
+    QCOMPARE(low.range(), QString("above -1.5, at most 2"));
+    QCOMPARE(low.unit, QString("ms"));
+    QCOMPARE(low.also, QString("no"));
+    QVERIFY(low.isErrorOutside);
+    QVERIFY(type.params[1].isFile());
+    QCOMPARE(type.relations.size(), 2);
+    QVERIFY(!type.relations[0].isError && !type.relations[0].mayBeEqual);
+    QVERIFY(type.relations[1].isError && type.relations[1].mayBeEqual);
+    QCOMPARE(type.outputs[0].meaning, QString("Both."));
+    QCOMPARE(type.outputs[0].carries(), QString("number, text"));
+    QCOMPARE(type.inputs[0].carries(), QString("pulse"));
+    QCOMPARE(type.example, QString("devices:\n  a: {device: gauge}\n"));
+}
+
+void tst_WordsTables::problemIsReportedWithItsPlace_data()
+{
+    QTest::addColumn<QByteArray>("table");
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("parameter") << QByteArray("gauge:\n  params: {lwo: {meaning: x}}\n")
+                               << "t.yaml:2:12: gauge has no parameter \"lwo\"";
+    QTest::newRow("output") << QByteArray("gauge: {outputs: {output(double): x}}\n")
+                            << "t.yaml:1:19: gauge has no output \"output(double)\"";
+    QTest::newRow("input") << QByteArray("gauge: {inputs: {input(int): x}}\n")
+                           << "t.yaml:1:18: gauge has no input \"input(int)\"";
+    QTest::newRow("relation") << QByteArray("gauge: {relations: [low < up]}\n")
+                              << "t.yaml:1:21: \"low < up\" is not a relation of two parameters "
+                                 "of gauge";
+    QTest::newRow("operator") << QByteArray("gauge: {relations: [low = high end]}\n")
+                              << "t.yaml:1:21: \"low = high end\" is not a relation of two "
+                                 "parameters of gauge";
+    QTest::newRow("kind") << QByteArray("gauge: {params: {low: {kind: nummer}}}\n")
+                          << "t.yaml:1:30: unknown kind \"nummer\"";
+    QTest::newRow("minimum") << QByteArray("gauge: {params: {low: {min: one}}}\n")
+                             << "t.yaml:1:29: \"one\" is not a number";
+    QTest::newRow("key of a type")
+        << QByteArray("gauge: {purpos: x}\n") << "t.yaml:1:9: unknown key \"purpos\"";
+    QTest::newRow("key of a parameter") << QByteArray("gauge: {params: {low: {units: x}}}\n")
+                                        << "t.yaml:1:24: unknown key \"units\"";
+}
+
+void tst_WordsTables::problemIsReportedWithItsPlace()
+{
+    QFETCH(QByteArray, table);
+    described(table);
+    QTEST(m_problems.join('|'), "problem");
+}
+
+void tst_WordsTables::whatIsRightBesideAProblemIsRead()
+{
+    const TypeWords type = described("gauge: {purpos: x, params: {low: {meaning: Low end.}}}\n");
+    QCOMPARE(m_problems.size(), 1);
+    QCOMPARE(type.params[0].meaning, QString("Low end."));
+}
+
+void tst_WordsTables::generalWordsGiveWayToThoseOfTheType()
+{
+    const TypeWords type = described("'*': {params: {low: {meaning: Any.}, high end: {meaning: "
+                                     "Any., max: 9}, other: {meaning: x}}}\n"
+                                     "gauge: {params: {low: {meaning: Own.}}}\n");
+    QCOMPARE(m_problems, QStringList());
+    QCOMPARE(type.params[0].meaning, QString("Own."));
+    QVERIFY(!type.params[0].isOfEveryType);
+    QCOMPARE(type.params[1].meaning, QString("Any."));
+    QCOMPARE(type.params[1].range(), QString("at most 9"));
+    QVERIFY(type.params[1].isOfEveryType);
+}
+
+void tst_WordsTables::tableOfAnotherShapeIsLeftAside_data()
+{
+    QTest::addColumn<QByteArray>("table");
+    QTest::newRow("list") << QByteArray("- gauge\n");
+    QTest::newRow("text") << QByteArray("gauge\n");
+    QTest::newRow("entry is a text") << QByteArray("gauge: x\n");
+    QTest::newRow("entry is a list") << QByteArray("gauge: [params]\n");
+    QTest::newRow("parameters are a list") << QByteArray("gauge: {params: [low]}\n");
+    QTest::newRow("outputs are a text") << QByteArray("gauge: {outputs: x}\n");
+    QTest::newRow("relations are a text") << QByteArray("gauge: {relations: x}\n");
+}
+
+void tst_WordsTables::tableOfAnotherShapeIsLeftAside()
+{
+    QFETCH(QByteArray, table);
+    const TypeWords type = described(table);
+    QCOMPARE(type.params.size(), 2);
+    QVERIFY(type.relations.isEmpty());
+    QVERIFY(type.purpose.isEmpty());
+}
+
+NORVO_APPLESS_TEST(tst_WordsTables)
+#include "tst_WordsTables.moc"
