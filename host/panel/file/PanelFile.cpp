@@ -15,8 +15,8 @@ namespace norvo {
 namespace {
 
 // Each costs a check some 20 microseconds and 7 kB, and the largest is to take a second at most.
-constexpr int kMaxDevices = 30000;
-constexpr int kMaxConnections = 40000;
+constexpr int kMaxDevices = 20000;
+constexpr int kMaxConnections = 25000;
 constexpr int kMaxNameLength = 256;        // Of a parameter, in characters.
 constexpr int kMaxConnectionLength = 1000; // In characters.
 const char* const kArrowExample = "\"source.signal -> target.slot\"";
@@ -126,7 +126,7 @@ private:
              entriesOf(entry, YamlNode::Kind::Map,
                        "devices must be a map: the id of each device, and what it is")) {
             if (m_description.devices.size() == kMaxDevices) {
-                return refuse(device.key->place, "more than 30,000 devices");
+                return refuse(device.key->place, "more than 20,000 devices");
             }
             if (isUsable(device)) {
                 readDevice(device);
@@ -270,7 +270,7 @@ private:
                  entry, YamlNode::Kind::List,
                  QString("connections must be a list of arrows such as %1").arg(kArrowExample))) {
             if (m_description.connections.size() == kMaxConnections) {
-                return refuse(connection.place, "more than 40,000 connections");
+                return refuse(connection.place, "more than 25,000 connections");
             }
             readConnection(connection);
         }

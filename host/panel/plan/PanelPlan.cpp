@@ -22,6 +22,7 @@ namespace norvo {
 namespace {
 
 constexpr int kMaxSuggestedIds = 500; ///< The first of the file; a search takes time for each.
+constexpr int kMaxLateDevices = 500;  ///< With documents, each of which takes time and memory.
 
 QString quoted(const QStringList& texts)
 {
@@ -162,9 +163,19 @@ private:
 
     void initialiseLateNodes()
     {
+        int count = 0;
         for (const auto& node : m_plan.made) {
             const DeviceSetting& setting = node->setting();
-            if (!node->device() || !hasLateMethods(setting) || node->initialise()) {
+            if (!node->device() || !hasLateMethods(setting)) {
+                continue;
+            }
+            if (++count > kMaxLateDevices) {
+                m_diagnostics.error(setting.id.place,
+                                    QString("more than %1 devices that are shown by documents")
+                                        .arg(kMaxLateDevices));
+                return;
+            }
+            if (node->initialise()) {
                 continue;
             }
             m_diagnostics.warning(
@@ -299,7 +310,11 @@ private:
         return PlannedWire{from->id(), wire->signal, to->id(), wire->slot, isQueued};
     }
 
-    static bool methodsAreKnown(const Node& node) { return node.state() != Node::State::Failed; }
+    bool methodsAreKnown(const Node& node) const
+    {
+        return node.state() != Node::State::Failed &&
+               (node.state() != Node::State::Created || !hasLateMethods(node.setting()));
+    }
 
     Node* find(const Endpoint& end)
     {

@@ -74,6 +74,7 @@ private slots:
     void noDeviceIsStarted();
     void typeThatShowsItsMethodsLateIsInitialisedAlone();
     void lateTypeThatFailsIsAWarningAndItsConnectionsAreNotChecked();
+    void documentsBeyondAllBoundsAreAnError();
     void unknownDevicesComeWithTheNearestId();
     void valueThatMultipliesIsAnError();
     void gridBeyondAllBoundsIsAnError();
@@ -269,6 +270,21 @@ void tst_PanelPlan::lateTypeThatFailsIsAWarningAndItsConnectionsAreNotChecked()
         QStringList("panel.yaml:4:1: warning: device \"a\" does not start, and its connections "
                     "cannot be checked: no face"));
     QCOMPARE(lines.filter("error"), QStringList());
+}
+
+void tst_PanelPlan::documentsBeyondAllBoundsAreAnError()
+{
+    DeviceManager manager;
+    manager.registerDeviceType<LateDevice>("late");
+    QVector<norvo::DeviceSetting> devices;
+    for (int i = 1; i <= 502; ++i) {
+        devices.append(describe::device(QString("d%1").arg(i), "late", {}, i));
+    }
+    QCOMPARE(check(describe::panel(devices.mid(0, 500)), manager), QStringList());
+    const QString error =
+        "panel.yaml:501:1: error: more than 500 devices that are shown by documents";
+    QCOMPARE(check(describe::panel(devices, {"d502.output -> d1.input"}), manager).filter("error"),
+             QStringList(error));
 }
 
 void tst_PanelPlan::unknownDevicesComeWithTheNearestId()
