@@ -34,7 +34,7 @@ QString toString(ParamKind kind);
 struct ParamWords
 {
     QString name;    ///< As declared.
-    QString meaning; ///< Empty: nobody has described it.
+    QString meaning; ///< Empty: not described.
     ParamKind kind = ParamKind::Text;
     QString defaultValue;
     QString unit;
@@ -75,7 +75,7 @@ struct Relation
 struct MethodWords
 {
     QString signature;        ///< "output(double,QString)"
-    QString meaning;          ///< Empty: nobody has described it.
+    QString meaning;          ///< Empty: not described.
     bool isForWidget = false; ///< For the device's own widget; no concern of a panel's author.
 
     QString name() const { return signature.section('(', 0, 0); }

@@ -27,7 +27,7 @@ public:
     {}
 
     void read(const YamlNode& entry);
-    /// Parameters alone, and only those that the type has and nobody has described.
+    /// Parameters alone, and only those that the type has and that are not described yet.
     void readGeneral(const YamlNode& entry);
 
 private:
