@@ -2,6 +2,8 @@
 
 #include "host/program/CommandLine.h"
 
+#include "host/program/PanelInput.h"
+
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <QImageWriter>
@@ -110,17 +112,17 @@ Options::Action actionOf(const QCommandLineParser& parser)
     return parser.isSet(kScreenshot) ? Options::Action::Screenshot : Options::Action::Run;
 }
 
-QString panelFileOf(const QCommandLineParser& parser, QString& error)
+QStringList panelFilesOf(const QCommandLineParser& parser, QString& error)
 {
     const QStringList files = parser.positionalArguments();
     if (files.isEmpty()) {
         error = "no panel file was named";
-        return {};
-    }
-    if (files.size() > 1) {
+    } else if (files.size() > 1 && !parser.isSet(kCheck)) {
         error = QString("one panel file at a time, not \"%1\" as well").arg(files[1]);
+    } else if (files.count(PanelInput::kStandardInput) > 1) {
+        error = "standard input can be read once";
     }
-    return files[0];
+    return files;
 }
 
 void readListingOptions(const QCommandLineParser& parser, Options& options, QString& error)
@@ -227,7 +229,7 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
     if (error.isEmpty() && options.isListing()) {
         readListingOptions(parser, options, error);
     } else if (error.isEmpty()) {
-        options.panelFile = panelFileOf(parser, error);
+        options.panelFiles = panelFilesOf(parser, error);
     }
     return options;
 }
@@ -238,7 +240,7 @@ QString CommandLine::helpText()
         R"(Runs an operator panel from a text file.
 
 norvo-panel [options] PANEL.yaml                 runs the panel
-norvo-panel --check PANEL.yaml                   reports every error of the panel, no window
+norvo-panel --check PANEL.yaml...                reports every error of each panel, no window
 norvo-panel --screenshot OUT.png PANEL.yaml      runs the panel unseen and leaves a picture of it;
                                                  the ending chooses its kind: png, jpg, ...
 norvo-panel --types                              names every device type, in a line each
@@ -246,6 +248,9 @@ norvo-panel --describe TYPE                      what the type is for, its param
                                                  and inputs, and a panel that runs
 norvo-panel --describe-all                       the same of all types; --format text, markdown
                                                  or json says how
+
+PANEL.yaml can be -, for standard input; its state is kept only where --state names a file. Names of
+files in a panel file are relative to its folder.
 
   --plugins DIR      looks for device plug-ins in DIR, too; can be given several times
   --state FILE       keeps what devices store in FILE, not in PANEL.state.yaml beside the panel

@@ -16,8 +16,8 @@ struct Options
     enum class Action { Run, Check, Screenshot, Types, Describe, DescribeAll, Help, Version };
 
     Action action = Action::Run;
-    QString panelFile;
-    QString describedType; ///< Of the action Describe.
+    QStringList panelFiles; ///< One, or several for a check; "-" is standard input.
+    QString describedType;  ///< Of the action Describe.
     Listing::Format format = Listing::Format::Text;
     QStringList pluginFolders; ///< In addition to the default ones.
     QString stateFile;         ///< Empty: beside the panel file.

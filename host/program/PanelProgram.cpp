@@ -4,12 +4,12 @@
 
 #include "host/panel/file/AtomicFile.h"
 #include "host/panel/file/Diagnostics.h"
-#include "host/panel/file/PanelFile.h"
 #include "host/panel/file/StateFile.h"
 #include "host/panel/plan/PanelPlan.h"
 #include "host/panel/run/Panel.h"
 #include "host/program/Console.h"
 #include "host/program/Display.h"
+#include "host/program/PanelInput.h"
 #include "host/program/PluginSet.h"
 #include "host/program/TypeListing.h"
 #include "host/program/UnixSignals.h"
@@ -23,6 +23,7 @@
 #include <QVBoxLayout>
 
 #include <utility>
+#include <vector>
 
 namespace norvo {
 
@@ -61,15 +62,26 @@ bool loadPlugins(PluginSet& plugins, const QStringList& further)
     return !plugins.isEmpty();
 }
 
-int check(const QString& file, const DeviceManager& manager)
+/// Prints what is wrong with the panel; returns whether there is an error.
+bool hasErrors(const PanelInput& panel, const DeviceManager& manager)
 {
-    Diagnostics diagnostics(file);
-    PanelPlan::make(PanelFile::read(file, diagnostics), manager, {}, diagnostics);
+    Diagnostics diagnostics(panel.name());
+    PanelPlan::make(panel.read(diagnostics), manager, {}, diagnostics);
     for (const Diagnostic& diagnostic : diagnostics.sorted()) {
         Console::print(diagnostic.toString());
     }
-    Console::print(QString("%1: %2").arg(file, diagnostics.summary()));
-    return diagnostics.hasErrors() ? 1 : 0;
+    Console::print(QString("%1: %2").arg(panel.name(), diagnostics.summary()));
+    return diagnostics.hasErrors();
+}
+
+int check(const QStringList& files, const DeviceManager& manager)
+{
+    const std::vector<PanelInput> panels(files.cbegin(), files.cend());
+    int status = 0;
+    for (const PanelInput& panel : panels) {
+        status = hasErrors(panel, manager) ? 1 : status;
+    }
+    return status;
 }
 
 /// A panel on the display, or unseen for a picture, from its file to the end.
@@ -77,7 +89,12 @@ class PanelRun
 {
 public:
     PanelRun(const Options& options, const DeviceManager& manager)
-        : m_options(options), m_manager(manager)
+        : m_options(options),
+          m_manager(manager),
+          m_input(options.panelFiles.constFirst()),
+          m_keepsState(options.keepsState &&
+                       !(m_input.isStandardInput() && options.stateFile.isEmpty())),
+          m_picturePath(QFileInfo(options.pictureFile).absoluteFilePath())
     {
         QObject::connect(&m_signals, &UnixSignals::stopRequested, qApp, &QCoreApplication::quit);
     }
@@ -94,6 +111,9 @@ private:
 
     const Options& m_options;
     const DeviceManager& m_manager;
+    const PanelInput m_input;
+    const bool m_keepsState;     ///< Standard input has no file to keep it beside.
+    const QString m_picturePath; ///< Absolute: reading the panel changes the working folder.
     const UnixSignals m_signals; ///< From before anything starts; ends a wait of the start, too.
 };
 
@@ -109,12 +129,12 @@ int PanelRun::run()
 
 int PanelRun::start()
 {
-    Diagnostics diagnostics(m_options.panelFile);
-    const PanelDescription description = PanelFile::read(m_options.panelFile, diagnostics);
-    StateFile state(m_options.stateFile.isEmpty() ? StateFile::besidePanel(m_options.panelFile)
+    Diagnostics diagnostics(m_input.name());
+    StateFile state(m_options.stateFile.isEmpty() ? StateFile::besidePanel(m_input.name())
                                                   : m_options.stateFile,
                     isPicture() ? StateFile::Mode::ReadOnly : StateFile::Mode::ReadWrite);
-    if (m_options.keepsState && !diagnostics.hasErrors()) {
+    const PanelDescription description = m_input.read(diagnostics);
+    if (m_keepsState && !diagnostics.hasErrors()) {
         QObject::connect(&state, &StateFile::problem, &Console::report);
         state.read();
     }
@@ -124,13 +144,13 @@ int PanelRun::start()
         return 0;
     }
     report(diagnostics);
-    return diagnostics.hasErrors() ? showErrors(diagnostics)
-                                   : runPanel(std::move(plan), titleOf(description), state);
+    return diagnostics.preventsStart() ? showErrors(diagnostics)
+                                       : runPanel(std::move(plan), titleOf(description), state);
 }
 
 int PanelRun::showErrors(const Diagnostics& diagnostics)
 {
-    PanelWindow window(QFileInfo(m_options.panelFile).fileName());
+    PanelWindow window(QFileInfo(m_input.name()).fileName());
     window.showErrors(diagnostics);
     show(window);
     return 1;
@@ -142,10 +162,10 @@ int PanelRun::runPanel(PanelPlan plan, const QString& title, StateFile& state)
     auto* const pages = new PanelPages;
     (new QVBoxLayout(window.page()))->addWidget(pages);
     Panel panel(*pages);
-    if (m_options.keepsState) {
+    if (m_keepsState) {
         QObject::connect(&panel, &Panel::parameterWritten, &state, &StateFile::set);
     }
-    Diagnostics diagnostics(m_options.panelFile);
+    Diagnostics diagnostics(m_input.name());
     panel.apply(std::move(plan), diagnostics);
     if (!m_signals.isStopRequested()) {
         report(diagnostics);
@@ -185,7 +205,7 @@ int PanelRun::takePicture(PanelWindow& window) const
     picture.open(QIODevice::WriteOnly);
     window.grab().save(&picture, m_options.pictureFormat);
     QString reason;
-    if (!writeFileAtomically(m_options.pictureFile, picture.data(), reason)) {
+    if (!writeFileAtomically(m_picturePath, picture.data(), reason)) {
         Console::reportError(
             QString("the picture %1 cannot be written: %2").arg(m_options.pictureFile, reason));
         return 1;
@@ -213,7 +233,7 @@ int runProgram(const Options& options)
         return listTypes(options, plugins.manager());
     }
     Display::substituteFonts();
-    return options.action == Options::Action::Check ? check(options.panelFile, plugins.manager())
+    return options.action == Options::Action::Check ? check(options.panelFiles, plugins.manager())
                                                     : PanelRun(options, plugins.manager()).run();
 }
 

@@ -42,4 +42,13 @@ QString inQuotes(const QString& text)
     return '"' + onOneLine(shown) + '"';
 }
 
+QString inQuotes(const QStringList& texts)
+{
+    QStringList quotes;
+    for (const QString& text : texts) {
+        quotes.append(inQuotes(text));
+    }
+    return quotes.join(", ");
+}
+
 } // namespace norvo

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace norvo {
 
@@ -10,5 +11,7 @@ QString onOneLine(const QString& text);
 
 /// The text in quotation marks, to stand in a message: on one line, and shortened where it is long.
 QString inQuotes(const QString& text);
+/// Each of them likewise, with commas between.
+QString inQuotes(const QStringList& texts);
 
 } // namespace norvo

@@ -45,8 +45,14 @@ void Diagnostics::warning(const Place& place, const QString& text)
     warning(place, [&text] { return text; });
 }
 
+void Diagnostics::errorOfDevice(const Place& place, const QString& text)
+{
+    add(Diagnostic::Severity::Error, m_file, place, [&text] { return text; });
+}
+
 void Diagnostics::error(const Place& place, const std::function<QString()>& makeText)
 {
+    m_preventsStart = true;
     add(Diagnostic::Severity::Error, m_file, place, makeText);
 }
 

@@ -41,7 +41,11 @@ public:
 
     void error(const Place& place, const QString& text);
     void warning(const Place& place, const QString& text);
-    /// The same for texts that take time to make: `makeText` is called only if its text is kept.
+    /// What keeps one device from working, or from working as its settings say: an error of the
+    /// check, and no reason not to start the rest of the panel.
+    void errorOfDevice(const Place& place, const QString& text);
+    /// error() and warning() for texts that take time to make: `makeText` is called only if its
+    /// text is kept.
     void error(const Place& place, const std::function<QString()>& makeText);
     void warning(const Place& place, const std::function<QString()>& makeText);
     /// About another file.
@@ -49,6 +53,8 @@ public:
 
     bool isEmpty() const { return m_list.isEmpty(); }
     bool hasErrors() const { return m_errors > 0; }
+    /// Whether there is an error that is not one of a single device.
+    bool preventsStart() const { return m_preventsStart; }
     /// By place, other files last; those of one place in the order in which they were reported. A
     /// last entry of each kind says how many more there are.
     DiagnosticList sorted() const;
@@ -62,6 +68,7 @@ private:
     QString m_file;
     DiagnosticList m_list; ///< At most kMaxOfAKind of each.
     int m_errors = 0;
+    bool m_preventsStart = false;
     int m_warnings = 0;
 };
 

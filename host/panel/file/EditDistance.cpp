@@ -2,6 +2,8 @@
 
 #include "host/panel/file/EditDistance.h"
 
+#include "host/yaml/Quote.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <numeric>
@@ -66,6 +68,12 @@ QString didYouMean(const QString& wanted, const QStringList& known)
 {
     const QString name = nearestName(wanted, known);
     return name.isEmpty() ? QString() : QString("; did you mean \"%1\"?").arg(name);
+}
+
+QString didYouMeanOneOf(const QString& wanted, const QStringList& known)
+{
+    const QString nearest = didYouMean(wanted, known);
+    return nearest.isEmpty() && !known.isEmpty() ? "; valid names: " + inQuotes(known) : nearest;
 }
 
 } // namespace norvo

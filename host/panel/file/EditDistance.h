@@ -13,5 +13,7 @@ QString nearestName(const QString& wanted, const QStringList& known);
 
 /// `; did you mean "name"?` for the nearest name, to end an error with; empty when there is none.
 QString didYouMean(const QString& wanted, const QStringList& known);
+/// The same; where no name is near, all of them: `; valid names: "a", "b"`.
+QString didYouMeanOneOf(const QString& wanted, const QStringList& known);
 
 } // namespace norvo

@@ -250,7 +250,10 @@ bool isPanel(const QByteArray& text)
 } // namespace
 
 StateFile::StateFile(const QString& fileName, Mode mode, QObject* parent)
-    : QObject(parent), m_fileName(fileName), m_mode(mode)
+    : QObject(parent),
+      m_fileName(fileName),
+      m_path(QFileInfo(fileName).absoluteFilePath()),
+      m_mode(mode)
 {
     m_delay.setSingleShot(true);
     m_delay.setInterval(kWriteDelayMs);
@@ -273,11 +276,11 @@ void StateFile::read()
     if (m_mode == Mode::ReadWrite) {
         lock();
     }
-    if (!QFileInfo::exists(m_fileName)) {
+    if (!QFileInfo::exists(m_path)) {
         return;
     }
     QString reason;
-    const auto text = readTextFile(m_fileName, reason);
+    const auto text = readTextFile(m_path, reason);
     if (!text) {
         m_mode = Mode::ReadOnly;
         warn({}, QString("the saved state cannot be read: %1; %2").arg(reason, kNothingSaved));
@@ -300,8 +303,8 @@ void StateFile::read()
 void StateFile::lock()
 {
     // Links to one file have one lock.
-    const QString target = QFileInfo(m_fileName).canonicalFilePath();
-    const QString name = target.isEmpty() ? m_fileName : target;
+    const QString target = QFileInfo(m_path).canonicalFilePath();
+    const QString name = target.isEmpty() ? m_path : target;
     m_lock = std::make_unique<FileLock>(name + ".lock");
     const FileLock::Result result = m_lock->lock();
     if (result == FileLock::Result::Busy) {
@@ -335,7 +338,7 @@ void StateFile::save()
     }
     const QByteArray text = toYaml(m_state);
     QString reason = limitPassed(m_state, text);
-    if (reason.isEmpty() && writeFileAtomically(m_fileName, text, reason)) {
+    if (reason.isEmpty() && writeFileAtomically(m_path, text, reason)) {
         m_unsaved = false;
         m_isFailureReported = false;
     } else if (!m_isFailureReported) {
@@ -350,10 +353,11 @@ void StateFile::save()
 void StateFile::quarantine(const TextError& error)
 {
     const QString start = QString("the saved state cannot be parsed: %1; ").arg(error.text);
-    const QString bad = m_fileName + ".bad";
+    const QString ending = ".bad";
+    const QString bad = m_fileName + ending;
     if (m_mode == Mode::ReadOnly) {
         warn(error.place, start + "the panel starts without it");
-    } else if (std::rename(QFile::encodeName(m_fileName), QFile::encodeName(bad)) == 0) {
+    } else if (std::rename(QFile::encodeName(m_path), QFile::encodeName(m_path + ending)) == 0) {
         warn(error.place,
              start + QString("it is kept as %1 and the panel starts without it").arg(bad));
     } else {

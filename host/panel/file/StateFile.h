@@ -35,6 +35,7 @@ public:
 
     static constexpr int kWriteDelayMs = 200; ///< From a change to its writing.
 
+    /// `fileName` is relative to the working folder of now, whatever that is later.
     explicit StateFile(const QString& fileName, Mode mode = Mode::ReadWrite,
                        QObject* parent = nullptr);
     ~StateFile() override;
@@ -65,7 +66,8 @@ private:
     void quarantine(const TextError& error);
     void warn(const Place& place, const QString& text);
 
-    const QString m_fileName;
+    const QString m_fileName; ///< As messages name it.
+    const QString m_path;     ///< Absolute.
     Mode m_mode;
     PanelState m_state;
     StatePlaces m_places;

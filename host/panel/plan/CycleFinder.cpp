@@ -5,41 +5,49 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 namespace norvo {
 
 namespace {
 
+/// A connection between known devices.
 struct Edge
 {
     int connection;
+    int from;
     int to;
 };
+using Edges = std::vector<Edge>;
 
-/// The connections between known devices, by the device that they begin at.
-struct Graph
+/// In the order of the file.
+Edges edgesOf(const PanelDescription& description)
 {
-    explicit Graph(const PanelDescription& description) : edges(description.devices.size())
-    {
-        QHash<QString, int> devices;
-        for (int i = 0; i < description.devices.size(); ++i) {
-            devices.insert(description.devices[i].id.text, i);
-        }
-        for (int i = 0; i < description.connections.size(); ++i) {
-            const ConnectionSetting& setting = description.connections[i];
-            const int from = devices.value(setting.from.device.text, -1);
-            const int to = devices.value(setting.to.device.text, -1);
-            if (from >= 0 && to >= 0) {
-                edges[from].push_back({i, to});
-                roots.push_back(from);
-            }
+    QHash<QString, int> devices;
+    for (int i = 0; i < description.devices.size(); ++i) {
+        devices.insert(description.devices[i].id.text, i);
+    }
+    Edges edges;
+    for (int i = 0; i < description.connections.size(); ++i) {
+        const ConnectionSetting& setting = description.connections[i];
+        const int from = devices.value(setting.from.device.text, -1);
+        const int to = devices.value(setting.to.device.text, -1);
+        if (from >= 0 && to >= 0) {
+            edges.push_back({i, from, to});
         }
     }
+    return edges;
+}
 
-    std::vector<std::vector<Edge>> edges;
-    std::vector<int> roots; ///< In the order of the file.
-};
+/// Those of the edges for which `isWanted` is true.
+template <class Predicate>
+Edges those(const Edges& edges, Predicate isWanted)
+{
+    Edges wanted;
+    std::copy_if(edges.cbegin(), edges.cend(), std::back_inserter(wanted), isWanted);
+    return wanted;
+}
 
 /// A device on the path that the walk is on.
 struct Step
@@ -67,48 +75,100 @@ QString cycleOf(const Path& path, size_t begin, const PanelDescription& descript
     return ids.join(" -> ");
 }
 
-} // namespace
-
-CycleFinder::CycleFinder(const PanelDescription& description)
+/// One walk along all of the edges.
+class Walk
 {
-    constexpr int kNotSeen = -1;
-    constexpr int kOnThePath = -2;
-    const Graph graph(description);
-    std::vector<int> calls(graph.edges.size(), kNotSeen);
-    std::vector<size_t> places(graph.edges.size()); // on the path
-    for (const int root : graph.roots) {
-        Path path;
-        const auto enter = [&](int device) {
-            calls[device] = kOnThePath;
-            places[device] = path.size();
-            path.push_back({device});
-        };
-        if (calls[root] == kNotSeen) {
-            enter(root);
+public:
+    Walk(const PanelDescription& description, const Edges& edges)
+        : m_description(description),
+          m_edges(description.devices.size()),
+          m_calls(description.devices.size(), kNotSeen),
+          m_places(description.devices.size())
+    {
+        for (const Edge& edge : edges) {
+            m_edges[edge.from].push_back(edge);
         }
-        while (!path.empty()) {
-            Step& step = path.back();
-            if (step.edge == graph.edges[step.device].size()) {
-                if (step.calls > kMaxCalls && m_multiplier < 0) {
-                    m_multiplier = step.device;
-                }
-                calls[step.device] = std::min(step.calls, kMaxCalls);
-                path.pop_back();
-                continue;
+        for (const Edge& edge : edges) {
+            if (m_calls[edge.from] == kNotSeen) {
+                enter(edge.from);
             }
-            const Edge& edge = graph.edges[step.device][step.edge];
-            if (calls[edge.to] == kNotSeen) {
-                enter(edge.to); // Comes back to this edge.
-                continue;
+            while (!m_path.empty()) {
+                takeStep();
             }
-            if (calls[edge.to] == kOnThePath) {
-                m_cycles.insert(edge.connection, cycleOf(path, places[edge.to], description));
-            } else {
-                step.calls = std::min(step.calls + 1 + calls[edge.to], kMaxCalls + 1);
-            }
-            ++step.edge;
         }
     }
+
+    const QHash<int, QString>& cycles() const { return m_cycles; } ///< By connection.
+    int multiplier() const { return m_multiplier; }
+
+private:
+    static constexpr int kNotSeen = -1;
+    static constexpr int kOnThePath = -2;
+
+    void enter(int device)
+    {
+        m_calls[device] = kOnThePath;
+        m_places[device] = m_path.size();
+        m_path.push_back({device});
+    }
+
+    void takeStep()
+    {
+        Step& step = m_path.back();
+        if (step.edge == m_edges[step.device].size()) {
+            leave(step);
+            return;
+        }
+        const Edge& edge = m_edges[step.device][step.edge];
+        if (m_calls[edge.to] == kNotSeen) {
+            enter(edge.to); // Comes back to this edge.
+            return;
+        }
+        if (m_calls[edge.to] == kOnThePath) {
+            m_cycles.insert(edge.connection, cycleOf(m_path, m_places[edge.to], m_description));
+        } else {
+            step.calls = std::min(step.calls + 1 + m_calls[edge.to], CycleFinder::kMaxCalls + 1);
+        }
+        ++step.edge;
+    }
+
+    void leave(const Step& step)
+    {
+        if (step.calls > CycleFinder::kMaxCalls && m_multiplier < 0) {
+            m_multiplier = step.device;
+        }
+        m_calls[step.device] = std::min(step.calls, CycleFinder::kMaxCalls);
+        m_path.pop_back();
+    }
+
+    const PanelDescription& m_description;
+    std::vector<Edges> m_edges;   ///< By the device that they begin at.
+    std::vector<int> m_calls;     ///< Of one value from each device, or one of the two marks.
+    std::vector<size_t> m_places; ///< Of the devices on the path.
+    Path m_path;
+    QHash<int, QString> m_cycles;
+    int m_multiplier = -1;
+};
+
+} // namespace
+
+CycleFinder::CycleFinder(const PanelDescription& description, const BreaksCycles& breaksCycles)
+{
+    const Edges all = edgesOf(description);
+    const auto passesOn = [&](int device) {
+        return !breaksCycles || !breaksCycles(description.devices[device].type.text);
+    };
+    m_cycles =
+        Walk(description,
+             those(all, [&](const Edge& edge) { return passesOn(edge.from) && passesOn(edge.to); }))
+            .cycles();
+    const Walk rest(description, those(all, [this](const Edge& edge) {
+                        return !m_cycles.contains(edge.connection);
+                    }));
+    for (auto cycle = rest.cycles().cbegin(); cycle != rest.cycles().cend(); ++cycle) {
+        m_cycles.insert(cycle.key(), QString());
+    }
+    m_multiplier = rest.multiplier();
 }
 
 } // namespace norvo

@@ -24,37 +24,23 @@ namespace {
 constexpr int kMaxSuggestedIds = 500; ///< The first of the file; a search takes time for each.
 constexpr int kMaxLateDevices = 500;  ///< With documents, each of which takes time and memory.
 
-QString quoted(const QStringList& texts)
-{
-    QStringList quotes;
-    for (const QString& text : texts) {
-        quotes.append(inQuotes(text));
-    }
-    return quotes.join(", ");
-}
-
-/// Ends an error with the nearest of the known names, or with all of them.
-QString suggestion(const QString& wanted, const QStringList& known)
-{
-    const QString nearest = didYouMean(wanted, known);
-    return nearest.isEmpty() && !known.isEmpty() ? QString("; valid names: %1").arg(quoted(known))
-                                                 : nearest;
-}
-
 /// Makes one plan.
 class Planner
 {
 public:
     Planner(const PanelDescription& description, const DeviceManager& manager,
-            Diagnostics& diagnostics)
-        : m_description(description), m_manager(manager), m_diagnostics(diagnostics)
+            const TypeKnowledge& knowledge, Diagnostics& diagnostics)
+        : m_description(description),
+          m_manager(manager),
+          m_knowledge(knowledge),
+          m_diagnostics(diagnostics)
     {}
 
     PanelPlan plan(const SavedState& saved, const std::vector<Node*>& running)
     {
         addNodes(running);
         applyState(saved);
-        initialiseLateNodes();
+        initialiseNodes();
         reportOverlaps(m_plan.layOut());
         reportHugeGrid();
         addWires();
@@ -88,10 +74,11 @@ private:
         Node* const node = m_plan.made.back().get();
         if (node->device()) {
             setParams(setting, *node->device());
+            m_knowledge.checkSense(setting, *node->device(), m_diagnostics);
         } else if (!type.text.isEmpty()) {
             m_diagnostics.error(type.place, [&] {
                 return "unknown device type " + inQuotes(type.text) +
-                       suggestion(type.text, m_manager.factories().keys());
+                       didYouMeanOneOf(type.text, m_manager.factories().keys());
             });
         }
         return node;
@@ -105,7 +92,7 @@ private:
                 m_diagnostics.error(param.name.place, [&] {
                     return QString("a device of type %1 has no parameter %2%3")
                         .arg(inQuotes(setting.type.text), inQuotes(name),
-                             suggestion(name, device.paramNames()));
+                             didYouMeanOneOf(name, device.paramNames()));
                 });
                 continue;
             }
@@ -127,7 +114,7 @@ private:
         } else if (!param.options().isEmpty() && !param.options().contains(param.value())) {
             m_diagnostics.warning(setting.value.place, [&] {
                 return QString("parameter %1: %2 is not one of %3%4")
-                    .arg(inQuotes(name), inQuotes(param.value()), quoted(param.options()),
+                    .arg(inQuotes(name), inQuotes(param.value()), inQuotes(param.options()),
                          didYouMean(param.value(), param.options()));
             });
         }
@@ -161,15 +148,19 @@ private:
         }
     }
 
-    void initialiseLateNodes()
+    void initialiseNodes()
     {
         int count = 0;
         for (const auto& node : m_plan.made) {
             const DeviceSetting& setting = node->setting();
-            if (!node->device() || !hasLateMethods(setting)) {
+            const bool isLate = hasLateMethods(setting);
+            // Values that do not convert have been reported at their place.
+            const bool isWanted = isLate || (m_knowledge.startsNothing(setting.type.text) &&
+                                             node->device() && node->device()->paramsOk());
+            if (!node->device() || !isWanted) {
                 continue;
             }
-            if (++count > kMaxLateDevices) {
+            if (isLate && ++count > kMaxLateDevices) {
                 m_diagnostics.error(setting.id.place,
                                     QString("more than %1 devices that are shown by documents")
                                         .arg(kMaxLateDevices));
@@ -178,11 +169,26 @@ private:
             if (node->initialise()) {
                 continue;
             }
-            m_diagnostics.warning(
-                setting.id.place,
-                QString("device %1 does not start, and its connections cannot be checked: %2")
-                    .arg(inQuotes(node->id()), node->errors().join("; ")));
+            m_diagnostics.errorOfDevice(
+                placeOf(node->errors(), setting),
+                QString("device %1 does not start%2: %3")
+                    .arg(inQuotes(node->id()),
+                         isLate ? ", and its connections cannot be checked" : "",
+                         node->errors().join("; ")));
         }
+    }
+
+    /// The value of the parameter that the first of the errors names, as paramFaults() does it, or
+    /// else the device.
+    static Place placeOf(const QStringList& errors, const DeviceSetting& setting)
+    {
+        for (const ParamSetting& param : setting.params) {
+            if (errors.constFirst().startsWith(QString("parameter \"%1\": ").arg(param.name.text),
+                                               Qt::CaseInsensitive)) {
+                return param.value.place;
+            }
+        }
+        return setting.id.place;
     }
 
     bool hasLateMethods(const DeviceSetting& setting) const
@@ -231,12 +237,13 @@ private:
 
     void addWires()
     {
-        const CycleFinder cycles(m_description);
+        const CycleFinder cycles(
+            m_description, [this](const QString& type) { return m_knowledge.breaksCycles(type); });
         reportMultiplication(cycles);
         QHash<PlannedWire, int> lines;
         for (int i = 0; i < m_description.connections.size(); ++i) {
             const ConnectionSetting& setting = m_description.connections[i];
-            if (cycles.closes(i)) {
+            if (!cycles.cycle(i).isEmpty()) {
                 m_diagnostics.warning(setting.whole.place, [&] {
                     return QString("this connection closes the cycle %1; its values are passed on "
                                    "from the event loop")
@@ -312,8 +319,7 @@ private:
 
     bool methodsAreKnown(const Node& node) const
     {
-        return node.state() != Node::State::Failed &&
-               (node.state() != Node::State::Created || !hasLateMethods(node.setting()));
+        return node.device() && (node.isUsable() || !hasLateMethods(node.setting()));
     }
 
     Node* find(const Endpoint& end)
@@ -330,6 +336,7 @@ private:
 
     const PanelDescription& m_description;
     const DeviceManager& m_manager;
+    const TypeKnowledge& m_knowledge;
     Diagnostics& m_diagnostics;
     PanelPlan m_plan;
     QHash<QString, Node*> m_nodes; ///< By id.
@@ -355,9 +362,9 @@ uint qHash(const PlannedWire& wire, uint seed)
 
 PanelPlan PanelPlan::make(const PanelDescription& description, const DeviceManager& manager,
                           const SavedState& saved, Diagnostics& diagnostics,
-                          const std::vector<Node*>& running)
+                          const std::vector<Node*>& running, const TypeKnowledge& knowledge)
 {
-    return Planner(description, manager, diagnostics).plan(saved, running);
+    return Planner(description, manager, knowledge, diagnostics).plan(saved, running);
 }
 
 Placement PanelPlan::layOut()

@@ -3,6 +3,7 @@
 
 #include "host/panel/file/PanelDescription.h"
 #include "host/panel/file/StateFile.h"
+#include "host/panel/file/TypeKnowledge.h"
 #include "host/panel/plan/Node.h"
 #include "host/panel/plan/Placement.h"
 
@@ -46,14 +47,16 @@ struct PanelPlan
     QVector<PlannedWire> wires; ///< In the order of the file.
 
     /// Makes each device once, gives it its parameters, and resolves connections and cells. Where
-    /// a type's methods are known no sooner than after initialise(), the device is initialised here
-    /// and stays so. A node of `running` that has an equal setting is taken over instead.
+    /// a type's methods are known no sooner than after initialise(), or `knowledge` says that it
+    /// starts nothing, the device is initialised here and stays so; that it fails is an error of
+    /// this device. A node of `running` that has an equal setting is taken over instead.
     ///
     /// Saved values reach only the parameters that a device keeps by itself; all others are left
     /// aside with a warning.
     static PanelPlan make(const PanelDescription& description, const DeviceManager& manager,
                           const SavedState& saved, Diagnostics& diagnostics,
-                          const std::vector<Node*>& running = {});
+                          const std::vector<Node*>& running = {},
+                          const TypeKnowledge& knowledge = {});
 
     /// Gives cells to all nodes that are to be seen. To be called again when one that has no
     /// widget has failed, and needs a tile.

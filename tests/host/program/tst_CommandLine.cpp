@@ -21,6 +21,8 @@ private slots:
     void pictureIsOfTheKindThatItsNameSays();
     void actionIsChosen_data();
     void actionIsChosen();
+    void checkTakesSeveralFiles();
+    void standardInputIsAFile();
     void errorIsReported_data();
     void errorIsReported();
     void pictureOfAKindThatCannotBeWrittenIsRefused();
@@ -39,7 +41,7 @@ void tst_CommandLine::panelAloneIsRun()
     const Options options = parse({"p.yaml"}, error);
     QCOMPARE(error, QString());
     QCOMPARE(int(options.action), int(Options::Action::Run));
-    QCOMPARE(options.panelFile, QString("p.yaml"));
+    QCOMPARE(options.panelFiles, QStringList("p.yaml"));
     QCOMPARE(options.pluginFolders, QStringList());
     QCOMPARE(options.stateFile, QString());
     QVERIFY(options.keepsState);
@@ -79,7 +81,7 @@ void tst_CommandLine::optionsOfQtArePassedOn()
     QString error;
     const Options options = parse(arguments + QStringList{"--no-state", "p.yaml"}, error);
     QCOMPARE(error, QString());
-    QCOMPARE(options.panelFile, QString("p.yaml"));
+    QCOMPARE(options.panelFiles, QStringList("p.yaml"));
     QTEST(options.qtArguments, "passedOn");
 }
 
@@ -142,6 +144,23 @@ void tst_CommandLine::actionIsChosen()
     QCOMPARE(error, QString());
 }
 
+void tst_CommandLine::checkTakesSeveralFiles()
+{
+    QString error;
+    QCOMPARE(parse({"a", "--check", "-", "b"}, error).panelFiles, (QStringList{"a", "-", "b"}));
+    QCOMPARE(error, QString());
+}
+
+void tst_CommandLine::standardInputIsAFile()
+{
+    QString error;
+    for (const QStringList& action :
+         {QStringList{}, QStringList{"--check"}, QStringList{"--screenshot", "o"}}) {
+        QCOMPARE(parse(action + QStringList("-"), error).panelFiles, QStringList("-"));
+        QCOMPARE(error, QString());
+    }
+}
+
 void tst_CommandLine::errorIsReported_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -150,6 +169,10 @@ void tst_CommandLine::errorIsReported_data()
     QTest::newRow("check nothing") << QStringList{"--check"} << "no panel file was named";
     QTest::newRow("two files") << QStringList{"a", "b"}
                                << "one panel file at a time, not \"b\" as well";
+    QTest::newRow("two files for a picture") << QStringList{"--screenshot", "o", "a", "b"}
+                                             << "one panel file at a time, not \"b\" as well";
+    QTest::newRow("standard input twice")
+        << QStringList{"--check", "-", "a", "-"} << "standard input can be read once";
     QTest::newRow("unknown option") << QStringList{"--chek", "a"} << "unknown option 'chek'";
     QTest::newRow("no value") << QStringList{"a", "--state"} << "missing value after '--state'";
     QTest::newRow("state and none") << QStringList{"--state", "s", "--no-state", "a"}
@@ -211,10 +234,11 @@ void tst_CommandLine::pictureOfAKindThatCannotBeWrittenIsRefused()
 void tst_CommandLine::helpNamesEveryOption()
 {
     const QString help = norvo::CommandLine::helpText();
-    for (const char* option : {"--plugins DIR", "--state FILE", "--no-state", "--fullscreen",
-                               "--check PANEL.yaml", "--screenshot OUT.png PANEL.yaml", "--types",
-                               "--describe TYPE", "--describe-all", "--format", "--after MS",
-                               "--size WxH", "--verbose", "-platform", "--help", "--version"}) {
+    for (const char* option :
+         {"--plugins DIR", "--state FILE", "--no-state", "--fullscreen", "--check PANEL.yaml...",
+          "--screenshot OUT.png PANEL.yaml", "--types", "--describe TYPE", "--describe-all",
+          "--format", "--after MS", "--size WxH", "--verbose", "-platform", "--help",
+          "--version"}) {
         QVERIFY2(help.contains(option), option);
     }
     QVERIFY(norvo::CommandLine::versionText().startsWith("norvo-panel "));

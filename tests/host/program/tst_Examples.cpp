@@ -40,7 +40,8 @@ void tst_Examples::initTestCase()
 
 PanelDescription tst_Examples::read(const QString& example, Diagnostics& diagnostics) const
 {
-    return PanelFile::read(NORVO_SOURCE_DIR "/examples/" + example + "/panel.yaml", diagnostics);
+    QDir::setCurrent(NORVO_SOURCE_DIR "/examples/" + example);
+    return PanelFile::read("panel.yaml", diagnostics);
 }
 
 void tst_Examples::haveNoErrors_data()

@@ -56,6 +56,18 @@ private slots:
         QVERIFY(diagnostics.hasErrors());
     }
 
+    void errorOfADeviceDoesNotPreventTheStart()
+    {
+        Diagnostics diagnostics("a.yaml");
+        diagnostics.warning({1, 1}, "x");
+        diagnostics.errorOfDevice({1, 1}, "x");
+        QVERIFY(diagnostics.hasErrors());
+        QVERIFY(!diagnostics.preventsStart());
+        QCOMPARE(lines(diagnostics).last(), QString("a.yaml:1:1: error: x"));
+        diagnostics.error({2, 1}, "x");
+        QVERIFY(diagnostics.preventsStart());
+    }
+
     void summaryCounts()
     {
         Diagnostics diagnostics("a.yaml");

@@ -13,10 +13,11 @@ using norvo::CycleFinder;
 
 namespace {
 
-/// The cycles as "<number of the arrow>: a -> b -> a".
-QStringList cyclesOf(const norvo::PanelDescription& description)
+/// The cycles as "<number of the connection>: a -> b -> a".
+QStringList cyclesOf(const norvo::PanelDescription& description,
+                     const CycleFinder::BreaksCycles& breaksCycles = {})
 {
-    const CycleFinder cycles(description);
+    const CycleFinder cycles(description, breaksCycles);
     QStringList found;
     for (int i = 0; i < description.connections.size(); ++i) {
         if (cycles.closes(i)) {
@@ -30,13 +31,18 @@ norvo::PanelDescription relays(const QString& ids, const QStringList& arrows)
 {
     QVector<norvo::DeviceSetting> devices;
     QStringList texts;
-    for (const QChar id : ids) {
-        devices.append(describe::device(id, "relay"));
+    for (const QChar id : ids) { // a capital answers by itself
+        devices.append(describe::device(id, id.isUpper() ? "process" : "relay"));
     }
     for (const QString& arrow : arrows) { // "ab": from a to b
         texts.append(QString("%1.output -> %2.input").arg(arrow[0]).arg(arrow[1]));
     }
     return describe::panel(devices, texts);
+}
+
+bool isProcess(const QString& type)
+{
+    return type == "process";
 }
 
 } // namespace
@@ -48,6 +54,9 @@ class tst_CycleFinder : public QObject
 private slots:
     void connectionsThatCloseCycles_data();
     void connectionsThatCloseCycles();
+    void cycleThroughADeviceThatBreaksItIsClosedAndNotNamed_data();
+    void cycleThroughADeviceThatBreaksItIsClosedAndNotNamed();
+    void connectionsLeftOverHaveNoCycle_data();
     void connectionsLeftOverHaveNoCycle();
     void middleOfALongCycleIsLeftOut();
     void valuesThatMultiplyBeyondBounds_data();
@@ -95,15 +104,50 @@ void tst_CycleFinder::connectionsThatCloseCycles()
     QCOMPARE(cyclesOf(relays("dcba", arrows)), expected);
 }
 
+void tst_CycleFinder::cycleThroughADeviceThatBreaksItIsClosedAndNotNamed_data()
+{
+    QTest::addColumn<QStringList>("arrows");
+    QTest::addColumn<QStringList>("expected");
+
+    QTest::newRow("questionAndAnswer") << QStringList{"aP", "Pa"} << QStringList{"2: "};
+    QTest::newRow("answerBeforeTheQuestion") << QStringList{"Pa", "aP"} << QStringList{"2: "};
+    QTest::newRow("toItself") << QStringList{"PP"} << QStringList{"1: "};
+    QTest::newRow("longWayRound") << QStringList{"ab", "bP", "Pc", "ca"} << QStringList{"4: "};
+    QTest::newRow("betweenTwoOfThem") << QStringList{"PQ", "QP"} << QStringList{"2: "};
+    QTest::newRow("besideOneThatRunsRound")
+        << QStringList{"aP", "Pa", "ab", "ba"} << QStringList{"2: ", "4: a -> b -> a"};
+    // Followed from P, the connection a -> b would close; the cycle is named where it is closed.
+    QTest::newRow("entryIntoOneThatRunsRound")
+        << QStringList{"Pb", "ab", "ba", "bP"} << QStringList{"3: a -> b -> a", "4: "};
+    QTest::newRow("twoWaysOfWhichOneRunsRound")
+        << QStringList{"aP", "Pb", "ac", "cb", "ba"} << QStringList{"5: a -> c -> b -> a"};
+    QTest::newRow("noCycle") << QStringList{"aP", "Pb"} << QStringList{};
+}
+
+void tst_CycleFinder::cycleThroughADeviceThatBreaksItIsClosedAndNotNamed()
+{
+    QFETCH(QStringList, arrows);
+    QTEST(cyclesOf(relays("abcPQ", arrows), isProcess), "expected");
+}
+
+void tst_CycleFinder::connectionsLeftOverHaveNoCycle_data()
+{
+    QTest::addColumn<int>("processes");
+    QTest::newRow("all pass values on") << 0;
+    QTest::newRow("a third breaks cycles") << 3;
+}
+
 void tst_CycleFinder::connectionsLeftOverHaveNoCycle()
 {
+    QFETCH(int, processes);
     // As many random connections as make many cycles: without those that close one, a walk along
     // the others must come to an end everywhere, and each that does must lead back along them.
     const int count = 60;
     QRandomGenerator random(7);
     QVector<norvo::DeviceSetting> devices;
     for (int i = 0; i < count; ++i) {
-        devices.append(describe::device(QString::number(i), "relay"));
+        const bool isAnswering = processes > 0 && i % processes == 0;
+        devices.append(describe::device(QString::number(i), isAnswering ? "process" : "relay"));
     }
     QStringList arrows;
     for (int i = 0; i < 3 * count; ++i) {
@@ -111,23 +155,26 @@ void tst_CycleFinder::connectionsLeftOverHaveNoCycle()
             QString("%1.output -> %2.input").arg(random.bounded(count)).arg(random.bounded(count)));
     }
     const auto description = describe::panel(devices, arrows);
-    const CycleFinder cycles(description);
+    const CycleFinder cycles(description, isProcess);
 
     QMap<QString, QStringList> next;
+    QMap<QString, QStringList> all;
     QStringList closing;
     for (int i = 0; i < arrows.size(); ++i) {
         const norvo::ConnectionSetting& setting = description.connections[i];
+        all[setting.from.device.text].append(setting.to.device.text);
         if (cycles.closes(i)) {
             closing.append(setting.from.device.text + " " + setting.to.device.text);
         } else {
             next[setting.from.device.text].append(setting.to.device.text);
         }
     }
-    // Plain search along what is left.
-    const auto leadsTo = [&next](const QString& from, const QString& to) {
+    // Plain search.
+    using Ways = QMap<QString, QStringList>;
+    const auto leadsTo = [](const Ways& ways, const QString& from, const QString& to) {
         QStringList reached{from};
         for (int k = 0; k < reached.size() && !reached.contains(to); ++k) {
-            for (const QString& id : next.value(reached[k])) {
+            for (const QString& id : ways.value(reached[k])) {
                 if (!reached.contains(id)) {
                     reached.append(id);
                 }
@@ -137,11 +184,13 @@ void tst_CycleFinder::connectionsLeftOverHaveNoCycle()
     };
     for (const QString& from : next.keys()) {
         for (const QString& to : next.value(from)) {
-            QVERIFY(!leadsTo(to, from));
+            QVERIFY(!leadsTo(next, to, from));
         }
     }
+    // Where two walks were taken, the second may have closed the way that the first went.
+    const Ways& back = processes > 0 ? all : next;
     for (const QString& pair : closing) {
-        QVERIFY2(leadsTo(pair.section(' ', 1), pair.section(' ', 0, 0)), qPrintable(pair));
+        QVERIFY2(leadsTo(back, pair.section(' ', 1), pair.section(' ', 0, 0)), qPrintable(pair));
     }
     QVERIFY(closing.size() > 20);
     QVERIFY(closing.size() < arrows.size() / 2);

@@ -7,7 +7,6 @@
 #include "devices/ButtonDevice.h"
 #include "devices/Label.h"
 #include "devices/OutputDigitalDevice.h"
-#include "fixtures/relays/StepsDevice.h"
 #include "host/panel/file/PanelFile.h"
 #include "norvo/DeviceManager.h"
 #include "TestMain.h"
@@ -17,37 +16,6 @@
 using norvo::PanelPlan;
 
 Q_DECLARE_METATYPE(norvo::PanelDescription)
-
-/// Says so when it is started, unless it is told to fail; only then it offers its slot.
-class LateDevice : public BaseDevice
-{
-    Q_OBJECT
-
-public:
-    LateDevice() { addParam("error", ""); }
-
-    static DeviceTypeInfo typeInfo() { return {"", "", {}, 0, 1, ""}; }
-
-    bool initialise() override
-    {
-        recordStep(objectName(), "initialise");
-        const QString reason = getParam("error").value();
-        m_known = reason.isEmpty();
-        return m_known || error(reason);
-    }
-    void deinitialise() override { recordStep(objectName(), "deinitialise"); }
-    QStringList grabMethods(const QString& name, QMetaMethod::MethodType type,
-                            bool flag) const override
-    {
-        return m_known ? BaseDevice::grabMethods(name, type, flag) : QStringList();
-    }
-
-public slots:
-    void input(QString) {}
-
-private:
-    bool m_known = false;
-};
 
 namespace {
 
@@ -66,15 +34,10 @@ class tst_PanelPlan : public QObject
 
 private slots:
     void initTestCase();
-    void init();
     void badFiles_data();
     void badFiles();
     void goodPanelHasNoErrors();
     void oddTextsAreReportedAsTheyAre();
-    void noDeviceIsStarted();
-    void typeThatShowsItsMethodsLateIsInitialisedAlone();
-    void lateTypeThatFailsIsAWarningAndItsConnectionsAreNotChecked();
-    void documentsBeyondAllBoundsAreAnError();
     void unknownDevicesComeWithTheNearestId();
     void valueThatMultipliesIsAnError();
     void gridBeyondAllBoundsIsAnError();
@@ -91,11 +54,6 @@ void tst_PanelPlan::initTestCase()
     m_manager.registerDeviceType<ButtonDevice>("button");
     m_manager.registerDeviceType<Label>("label");
     m_manager.registerDeviceType<OutputDigitalDevice>("output_digital");
-}
-
-void tst_PanelPlan::init()
-{
-    qApp->setProperty("lifecycle", QStringList());
 }
 
 void tst_PanelPlan::badFiles_data()
@@ -224,67 +182,6 @@ void tst_PanelPlan::oddTextsAreReportedAsTheyAre()
     QCOMPARE(lines[5], "panel.yaml:4:18: error: \"b\" has no slot \"%4\"; it has "
                        "inputWarning(bool), input(QString), input(double)");
     QCOMPARE(lines[6], "panel.yaml:5:1: error: there is no device \"%1%2\"");
-}
-
-void tst_PanelPlan::noDeviceIsStarted()
-{
-    DeviceManager manager;
-    manager.registerDeviceType<StepsDevice>("steps");
-    const auto description = describe::panel(
-        {describe::device("a", "steps"), describe::device("b", "steps")}, {"a.output -> b.input"});
-    QCOMPARE(check(description, manager), QStringList());
-    QStringList steps = qApp->property("lifecycle").toStringList();
-    steps.sort();
-    QCOMPARE(steps, QStringList({"a destructor", "b destructor"}));
-}
-
-void tst_PanelPlan::typeThatShowsItsMethodsLateIsInitialisedAlone()
-{
-    DeviceManager manager;
-    manager.registerDeviceType<StepsDevice>("steps");
-    manager.registerDeviceType<Label>("label");
-    manager.registerDeviceType<LateDevice>("late");
-    const auto description =
-        describe::panel({describe::device("a", "steps"), describe::device("l", "label"),
-                         describe::device("late", "late")},
-                        {"l.output -> late.input", "a.output -> late.input"});
-    QCOMPARE(
-        check(description, manager),
-        QStringList("panel.yaml:2:1: error: a.output(double) does not fit late.input(QString); "
-                    "nothing that \"a\" sends fits \"late\""));
-    QCOMPARE(qApp->property("lifecycle").toStringList().filter("initialise"),
-             QStringList({"late initialise", "late deinitialise"}));
-}
-
-void tst_PanelPlan::lateTypeThatFailsIsAWarningAndItsConnectionsAreNotChecked()
-{
-    DeviceManager manager;
-    manager.registerDeviceType<LateDevice>("late");
-    const auto description = describe::panel(
-        {describe::device("a", "late", {{"error", "no face"}}, 4), describe::device("b", "late")},
-        {"a.output -> b.input", "b.output -> a.input"});
-    QTest::ignoreMessage(QtWarningMsg, "a: no face");
-    const QStringList lines = check(description, manager);
-    QCOMPARE(
-        lines.filter("connections"),
-        QStringList("panel.yaml:4:1: warning: device \"a\" does not start, and its connections "
-                    "cannot be checked: no face"));
-    QCOMPARE(lines.filter("error"), QStringList());
-}
-
-void tst_PanelPlan::documentsBeyondAllBoundsAreAnError()
-{
-    DeviceManager manager;
-    manager.registerDeviceType<LateDevice>("late");
-    QVector<norvo::DeviceSetting> devices;
-    for (int i = 1; i <= 502; ++i) {
-        devices.append(describe::device(QString("d%1").arg(i), "late", {}, i));
-    }
-    QCOMPARE(check(describe::panel(devices.mid(0, 500)), manager), QStringList());
-    const QString error =
-        "panel.yaml:501:1: error: more than 500 devices that are shown by documents";
-    QCOMPARE(check(describe::panel(devices, {"d502.output -> d1.input"}), manager).filter("error"),
-             QStringList(error));
 }
 
 void tst_PanelPlan::unknownDevicesComeWithTheNearestId()

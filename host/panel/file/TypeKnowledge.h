@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "host/panel/file/PanelDescription.h"
+
+class BaseDevice;
+
+namespace norvo {
+
+/// What is known of device types beyond what the types declare themselves. This one knows nothing.
+class TypeKnowledge
+{
+public:
+    TypeKnowledge() = default;
+    virtual ~TypeKnowledge() = default;
+    Q_DISABLE_COPY(TypeKnowledge)
+
+    /// Whether devices of the type send nothing that follows at once from what they are given, such
+    /// as one that measures, waits, or asks a program. A cycle through one is not reported.
+    virtual bool breaksCycles(const QString& /*type*/) const { return false; }
+    /// Whether the type's initialise() only checks its parameters, so that a check may call it.
+    /// What it reports is then an error of the check.
+    virtual bool startsNothing(const QString& /*type*/) const { return false; }
+    /// Reports values in the file with which the device cannot do what its author means. The device
+    /// has its parameters; files are looked for in the working folder.
+    virtual void checkSense(const DeviceSetting& /*setting*/, const BaseDevice& /*device*/,
+                            Diagnostics& /*diagnostics*/) const
+    {}
+};
+
+} // namespace norvo

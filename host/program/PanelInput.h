@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "host/panel/file/PanelDescription.h"
+
+#include <QString>
+
+namespace norvo {
+
+/// A panel file as the command line names it; "-" is standard input.
+class PanelInput
+{
+public:
+    static constexpr char kStandardInput[] = "-";
+
+    /// `argument` is relative to the working folder of now, whatever that is later.
+    explicit PanelInput(const QString& argument);
+
+    const QString& name() const { return m_name; } ///< As messages name it.
+    bool isStandardInput() const { return m_isStandardInput; }
+
+    /// Reads the file, and makes its folder the working folder: names of files in it are relative
+    /// to that, for devices, their libraries and their child programs alike. In a panel
+    /// from standard input they are relative to the working folder of the start.
+    PanelDescription read(Diagnostics& diagnostics) const;
+
+private:
+    bool m_isStandardInput;
+    QString m_name;
+    QString m_startFolder; ///< The working folder of the start.
+};
+
+} // namespace norvo
