@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <memory>
 #include <tuple>
 #include <utility>
 
@@ -22,6 +23,12 @@ QString counted(int count, Diagnostic::Severity severity)
     return QString("%1 %2%3").arg(count).arg(nameOf(severity), count == 1 ? "" : "s");
 }
 
+/// The text as it is for every use of a template.
+QString withoutUse(const QString& text, const std::shared_ptr<const PlaceOrigin>& origin)
+{
+    return origin && !origin->prefix.isEmpty() ? QString(text).remove(origin->prefix) : text;
+}
+
 } // namespace
 
 QString Diagnostic::toString() const
@@ -30,7 +37,8 @@ QString Diagnostic::toString() const
     if (place.line > 0) {
         where += QString(":%1:%2").arg(place.line).arg(place.column);
     }
-    return onOneLine(QString("%1: %2: %3").arg(where, nameOf(severity), text));
+    const QString end = use.isEmpty() ? QString() : " [" + use + ']';
+    return onOneLine(QString("%1: %2: %3").arg(where, nameOf(severity), text + end));
 }
 
 Diagnostics::Diagnostics(QString file) : m_file(std::move(file)) {}
@@ -76,13 +84,15 @@ void Diagnostics::add(Diagnostic::Severity severity, const QString& file, const 
     }
     const QString text = makeText();
     const QString kept = text.size() > kMaxTextLength ? text.left(kMaxTextLength) + "..." : text;
+    const PlaceOrigin origin = place.origin ? *place.origin : PlaceOrigin{file, {}, {}};
     const auto isSame = [&](const Diagnostic& known) {
         return known.place.line == place.line && known.place.column == place.column &&
-               known.severity == severity && known.text == kept && known.file == file;
+               known.severity == severity && known.file == origin.file &&
+               withoutUse(known.text, known.place.origin) == withoutUse(kept, place.origin);
     };
     if (std::none_of(m_list.cbegin(), m_list.cend(), isSame)) {
         ++count;
-        m_list.append({severity, file, place, kept});
+        m_list.append({severity, origin.file, place, kept, origin.use});
     }
 }
 
@@ -90,7 +100,7 @@ DiagnosticList Diagnostics::sorted() const
 {
     DiagnosticList all = m_list;
     const auto key = [this](const Diagnostic& one) {
-        return std::make_tuple(one.file != m_file, one.place.line, one.place.column);
+        return std::make_tuple(one.file != m_file, one.file, one.place.line, one.place.column);
     };
     std::stable_sort(all.begin(), all.end(),
                      [&key](const Diagnostic& a, const Diagnostic& b) { return key(a) < key(b); });

@@ -19,18 +19,20 @@ struct Diagnostic
     Severity severity = Severity::Error;
     QString file; ///< As the user named it.
     Place place;
-    QString text; ///< What is wrong, and what would be right.
+    QString text;     ///< What is wrong, and what would be right.
+    QString use = {}; ///< That has put it there, in words; empty outside of templates.
 
-    /// "file:line:column: error: text"; line and column are left out where they are unknown. It is
-    /// one line whatever the text holds.
+    /// "file:line:column: error: text [use]"; what is unknown is left out. It is one line whatever
+    /// the text holds.
     QString toString() const;
 };
 
 using DiagnosticList = QVector<Diagnostic>;
 
-/// The errors and warnings of one file, bounded however many there are.
+/// The errors and warnings of a panel's file and of those that it includes, bounded however many
+/// there are.
 ///
-/// The same text about the same place is reported once.
+/// The same text about the same place is reported once, and in a template for its first use only.
 class Diagnostics
 {
 public:
@@ -55,8 +57,8 @@ public:
     bool hasErrors() const { return m_errors > 0; }
     /// Whether there is an error that is not one of a single device.
     bool preventsStart() const { return m_preventsStart; }
-    /// By place, other files last; those of one place in the order in which they were reported. A
-    /// last entry of each kind says how many more there are.
+    /// By place, other files last, one after the other; those of one place in the order in which
+    /// they were reported. A last entry of each kind says how many more there are.
     DiagnosticList sorted() const;
     /// How many there are of each kind: "2 errors, 1 warning"; "no errors" for none.
     QString summary() const;

@@ -17,8 +17,9 @@ struct PlacedText
 
 struct ParamSetting
 {
-    PlacedText name;  ///< Nested maps are joined: "widget/row".
-    PlacedText value; ///< Letter by letter as written.
+    PlacedText name;         ///< Nested maps are joined: "widget/row".
+    PlacedText value;        ///< Verbatim.
+    bool isOptional = false; ///< No error where the device does not have it.
 };
 
 struct DeviceSetting
@@ -39,7 +40,7 @@ struct ConnectionSetting
 {
     Endpoint from;
     Endpoint to;
-    PlacedText whole; ///< The arrow as written.
+    PlacedText whole; ///< As written; with the ids of the use where a template holds it.
 };
 
 /// What a panel file says, before anybody knows whether such devices exist.

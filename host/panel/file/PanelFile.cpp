@@ -2,13 +2,15 @@
 
 #include "host/panel/file/PanelFile.h"
 
+#include "host/panel/file/ConnectionReader.h"
+#include "host/panel/file/DeviceReader.h"
 #include "host/panel/file/EditDistance.h"
-#include "host/yaml/SourceText.h"
-#include "host/yaml/YamlTree.h"
+#include "host/panel/file/TemplateLibrary.h"
+#include "host/panel/file/TemplateUse.h"
 
 #include <QHash>
 
-#include <algorithm>
+#include <variant>
 
 namespace norvo {
 
@@ -17,359 +19,217 @@ namespace {
 // Each costs a check some 20 microseconds and 7 kB, and the largest is to take a second at most.
 constexpr int kMaxDevices = 20000;
 constexpr int kMaxConnections = 25000;
-constexpr int kMaxNameLength = 256;        // Of a parameter, in characters.
-constexpr int kMaxConnectionLength = 1000; // In characters.
-const char* const kArrowExample = "\"source.signal -> target.slot\"";
-
-bool isId(const QString& text)
-{
-    const QVector<uint> characters = text.toUcs4();
-    return !text.isEmpty() && std::all_of(characters.cbegin(), characters.cend(), [](uint c) {
-        return QChar::isLetter(c) || QChar::isMark(c) || QChar::isDigit(c) || c == '_' || c == '-';
-    });
-}
-
-/// Whether the entry of a map can be read; otherwise the check of the keys has reported why.
-bool isUsable(const YamlEntry& entry)
-{
-    return entry.key->isText() && entry.earlier.line == 0 &&
-           !(entry.key->isPlain && entry.key->text == "<<");
-}
+constexpr int kMaxNestedUses = 32; // Of templates in templates.
 
 /// Finds a panel in a YAML tree. Goes on after each error, to report them all.
 class PanelReader
 {
 public:
-    PanelReader(const SourceText& source, const QString& fileName, Diagnostics& diagnostics)
-        : m_source(source), m_diagnostics(diagnostics)
+    PanelReader(const SourceFile& file, Diagnostics& diagnostics)
+        : m_file(file), m_diagnostics(diagnostics), m_library(diagnostics)
     {
-        m_description.file = fileName;
+        m_description.file = file.name;
     }
 
-    PanelDescription read(const YamlNode& root)
+    PanelDescription read()
     {
+        const YamlNode& root = *m_file.root;
+        const ReadContext context(m_file.source, nullptr, m_diagnostics);
         if (root.kind == YamlNode::Kind::Absent) {
-            refuse({1, 1}, "the file is empty; a panel begins with \"devices:\"");
-            return m_description;
+            context.refuse({1, 1}, "the file is empty; a panel begins with \"devices:\"");
+        } else if (root.kind != YamlNode::Kind::Map) {
+            context.refuse(root.place,
+                           "a panel is a map with the keys title, devices and connections");
+        } else {
+            context.checkKeys(root, ReadContext::Keys::Panel);
+            m_library.addPanel(m_file);
+            readKeys(root, context);
         }
-        if (root.kind != YamlNode::Kind::Map) {
-            refuse(root.place, "a panel is a map with the keys title, devices and connections");
-            return m_description;
-        }
-        checkKeys(root, Keys::Panel);
+        return m_description;
+    }
+
+private:
+    void readKeys(const YamlNode& root, const ReadContext& context)
+    {
         for (const YamlEntry& entry : root.entries) {
             if (!isUsable(entry)) {
                 continue;
             }
             const QString& key = entry.key->text;
             if (key == "title") {
-                readTitle(entry);
+                readTitle(entry, context);
             } else if (key == "devices") {
-                readDevices(entry);
+                readDevices(entry, context);
             } else if (key == "connections") {
-                readConnections(entry);
-            } else {
-                refuseKey(*entry.key, "", {"title", "devices", "connections"},
-                          "a panel has title, devices and connections");
-            }
-        }
-        return m_description;
-    }
-
-private:
-    enum class Keys { Any, Panel, Devices };
-
-    /// The parameters of one device while they are read.
-    struct Params
-    {
-        QVector<ParamSetting>& settings;
-        QHash<QString, Place> seen; ///< Under their names in lower case.
-    };
-
-    /// Whether the keys of this map, and of all below it, are texts and stand there once.
-    void checkKeys(const YamlNode& node, Keys keys)
-    {
-        for (const YamlEntry& entry : node.entries) {
-            const bool isDevices = keys == Keys::Panel && entry.key->isText() &&
-                                   entry.key->text == "devices" && !entry.isAlias;
-            if (entry.key) {
-                const YamlNode& key = *entry.key;
-                if (!key.isText()) {
-                    refuse(key.place, "a key must be a text");
-                } else if (key.isPlain && key.text == "<<") {
-                    refuse(key.place,
-                           "\"<<\" merges nothing here; give the alias as the value itself");
-                } else if (entry.earlier.line > 0) {
-                    refuse(key.place, QString("the %1 %2 is given twice; it is already in %3")
-                                          .arg(keys == Keys::Devices ? "device" : "key",
-                                               inQuotes(key.text), toString(entry.earlier)));
-                }
-            }
-            if (!entry.isAlias) {
-                checkKeys(*entry.value, isDevices ? Keys::Devices : Keys::Any);
+                readConnections(entry, context);
+            } else if (key != "templates" && key != "include") {
+                context.refuseKey(*entry.key, "",
+                                  {"title", "devices", "connections", "templates", "include"},
+                                  "a panel has title, devices, connections, templates and include");
             }
         }
     }
 
-    void readTitle(const YamlEntry& entry)
+    void readTitle(const YamlEntry& entry, const ReadContext& context)
     {
         if (entry.value->isText()) {
             m_description.title = {entry.value->text, entry.value->place};
         } else {
-            refuse(entry.place, "the title must be a text");
+            context.refuse(entry.place, "the title must be a text");
         }
     }
 
-    void readDevices(const YamlEntry& entry)
+    void readDevices(const YamlEntry& entry, const ReadContext& context)
     {
         for (const YamlEntry& device :
-             entriesOf(entry, YamlNode::Kind::Map,
-                       "devices must be a map: the id of each device, and what it is")) {
+             context.entriesOf(entry, YamlNode::Kind::Map,
+                               "devices must be a map: the id of each device, and what it is")) {
             if (m_description.devices.size() == kMaxDevices) {
-                return refuse(device.key->place, "more than 20,000 devices");
+                return context.refuse(device.key->place, "more than 20,000 devices");
+            }
+            if (m_budget.isSpent()) {
+                return;
             }
             if (isUsable(device)) {
-                readDevice(device);
+                readDeviceOrUse(device, context);
             }
         }
     }
 
-    void readDevice(const YamlEntry& entry)
+    void readDeviceOrUse(const YamlEntry& entry, const ReadContext& context)
     {
-        DeviceSetting device;
-        device.id = {entry.key->text, entry.key->place};
-        checkId(device.id);
-        const YamlNode& value = *entry.value;
-        if (value.kind == YamlNode::Kind::Text || value.kind == YamlNode::Kind::List) {
-            refuse(entry.place, QString("the device %1 must be a map, such as {device: %2}")
-                                    .arg(inQuotes(device.id.text),
-                                         isId(value.text) ? value.text : QString("TYPE")));
-        } else {
-            readSettings(value, device);
+        const PlacedText id = readId(entry, context);
+        const auto earlier = m_ids.constFind(id.text);
+        if (earlier != m_ids.constEnd()) {
+            return context.refuse(
+                id.place, QString("the device %1 is given twice; it is already in line %2%3")
+                              .arg(inQuotes(id.text), QString::number(earlier->line),
+                                   earlier->origin ? " of " + earlier->origin->file : QString()));
         }
-        m_description.devices.append(device); // Connections to it are no errors of their own.
+        m_ids.insert(id.text, id.place);
+        const YamlEntry* const name = findUse(*entry.value);
+        if (name) {
+            readUse(id, *name, *entry.value, context);
+        } else {
+            DeviceSetting device;
+            device.id = id;
+            readDevice(entry, context, device);
+            m_description.devices.append(device); // Connections to it are no errors of their own.
+        }
     }
 
-    void checkId(const PlacedText& id)
+    static PlacedText readId(const YamlEntry& entry, const ReadContext& context)
     {
-        if (id.text.isEmpty()) {
-            refuse(id.place, "the id of a device is empty");
+        const QString name = context.text(*entry.key);
+        const QString prefix = context.use() ? context.use()->ownPrefix() : QString();
+        const PlacedText id{prefix + name, context.at(entry.key->place)};
+        if (name.isEmpty()) {
+            context.refuse(id.place, "the id of a device is empty");
         } else if (!isId(id.text)) {
-            refuse(id.place,
-                   QString("the device id %1 holds more than letters, digits, \"_\" and \"-\"")
-                       .arg(inQuotes(id.text)));
+            context.refuse(
+                id.place,
+                QString("the device id %1 holds more than letters, digits, \"_\" and \"-\"")
+                    .arg(inQuotes(id.text)));
         }
+        return id;
     }
 
-    void readSettings(const YamlNode& value, DeviceSetting& device)
+    static const YamlEntry* findUse(const YamlNode& settings)
     {
-        bool hasType = false;
-        for (const YamlEntry& setting : value.entries) {
-            if (isUsable(setting)) {
-                hasType = hasType || setting.key->text == "device";
-                readSetting(setting, device);
+        for (const YamlEntry& entry : settings.entries) {
+            if (entry.key && isUsable(entry) && entry.key->text == "use") {
+                return &entry;
             }
         }
-        if (!hasType) {
-            refuse(device.id.place, QString("the device %1 has no type; add \"device: TYPE\"")
-                                        .arg(inQuotes(device.id.text)));
-        }
+        return nullptr;
     }
 
-    void readSetting(const YamlEntry& entry, DeviceSetting& device)
+    void readUse(const PlacedText& id, const YamlEntry& name, const YamlNode& settings,
+                 const ReadContext& context)
     {
-        const QString& key = entry.key->text;
-        if (key == "device") {
-            readType(entry, device);
-        } else if (key == "params") {
-            readParams(entry, device);
-        } else if (key == "network") {
-            readNetwork(entry, device);
-        } else {
-            refuseKey(*entry.key, " of the device " + inQuotes(device.id.text),
-                      {"device", "params", "network"}, "a device has device, params and network");
-        }
-    }
-
-    void readType(const YamlEntry& entry, DeviceSetting& device)
-    {
-        const YamlNode& type = *entry.value;
-        if (!type.isText()) {
-            refuse(entry.place, "the type of a device must be a text");
-        } else if (type.text.trimmed().isEmpty()) {
-            refuse(entry.place,
-                   QString("the type of the device %1 is empty; write \"device: TYPE\"")
-                       .arg(inQuotes(device.id.text)));
-        } else {
-            device.type = {type.text, type.place};
-        }
-    }
-
-    void readNetwork(const YamlEntry& entry, DeviceSetting& device)
-    {
-        const YamlNode& value = *entry.value;
-        if (!value.isText() || (value.text != "true" && value.text != "false")) {
-            refuse(entry.place, "network must be true or false" +
-                                    (value.isText() ? ", not " + inQuotes(value.text) : QString()));
-        }
-        device.network = value.text == "true";
-    }
-
-    void readParams(const YamlEntry& entry, DeviceSetting& device)
-    {
-        Params params{device.params, {}};
-        for (const YamlEntry& param :
-             entriesOf(entry, YamlNode::Kind::Map,
-                       "params must be a map: the name of each parameter, and its value")) {
-            readParam(param, {}, params);
-        }
-    }
-
-    void readParam(const YamlEntry& entry, const QString& prefix, Params& params)
-    {
-        if (!isUsable(entry)) {
+        const Template* const used = findTemplate(name, context);
+        if (!used) {
             return;
         }
-        const QString& key = entry.key->text;
-        if (key.isEmpty()) {
-            return refuse(entry.key->place, "the name of a parameter is empty");
-        }
-        if (prefix.size() + key.size() > kMaxNameLength) {
-            return refuse(
-                entry.key->place,
-                QString("the name of a parameter has %1 characters at most").arg(kMaxNameLength));
-        }
-        const QString name = prefix + key;
-        if (entry.value->kind == YamlNode::Kind::List) {
-            return refuse(entry.place,
-                          QString("the parameter %1 must be a text or a map, not a list")
-                              .arg(inQuotes(name)));
-        }
-        if (entry.value->kind == YamlNode::Kind::Map) {
-            for (const YamlEntry& below : entry.value->entries) {
-                readParam(below, name + '/', params);
-            }
+        if (!isNestingSound(*used, name, context)) {
             return;
         }
-        const auto earlier = params.seen.constFind(name.toLower());
-        if (earlier != params.seen.constEnd()) {
-            return refuse(entry.key->place,
-                          QString("the parameter %1 is given twice; it is already in %2")
-                              .arg(inQuotes(name), toString(*earlier)));
+        TemplateUse use(*used, id, context, m_budget);
+        use.read(settings);
+        if (!m_budget.isSpent()) {
+            const ReadContext inside(used->file->source, use.origin(), m_diagnostics, &use);
+            readDevices(used->devices, inside);
+            readConnections(used->connections, inside);
         }
-        params.seen.insert(name.toLower(), entry.key->place);
-        const bool isAbsent = entry.value->kind == YamlNode::Kind::Absent;
-        const Place valuePlace = isAbsent ? entry.place : entry.value->place;
-        params.settings.append(
-            ParamSetting{{name, entry.key->place}, {entry.value->text, valuePlace}});
+        if (m_budget.isSpent() && !m_isBudgetReported) {
+            m_isBudgetReported = true;
+            context.refuse(id.place, m_budget.values < 0
+                                         ? "templates make more than 100,000 values"
+                                         : "templates make more than 4 MiB of text");
+        }
     }
 
-    void readConnections(const YamlEntry& entry)
+    const Template* findTemplate(const YamlEntry& name, const ReadContext& context) const
     {
-        for (const YamlEntry& connection : entriesOf(
-                 entry, YamlNode::Kind::List,
-                 QString("connections must be a list of arrows such as %1").arg(kArrowExample))) {
-            if (m_description.connections.size() == kMaxConnections) {
-                return refuse(connection.place, "more than 25,000 connections");
+        if (!name.value->isText()) {
+            context.refuse(name.place, "the name of a template must be a text");
+            return nullptr;
+        }
+        const QString text = context.text(*name.value);
+        const Template* const found = m_library.find(text);
+        if (!found) {
+            context.refuse(name.place, QString("there is no template %1%2")
+                                           .arg(inQuotes(text), m_library.suggestion(text)));
+        }
+        return found;
+    }
+
+    static bool isNestingSound(const Template& used, const YamlEntry& name,
+                               const ReadContext& context)
+    {
+        QStringList chain{used.name.text};
+        for (const TemplateUse* around = context.use(); around; around = around->outer()) {
+            chain.prepend(around->used().name.text);
+            if (&around->used() == &used) {
+                context.refuse(name.place, QString("the template %1 uses itself: %2")
+                                               .arg(inQuotes(used.name.text), chain.join(" -> ")));
+                return false;
             }
-            readConnection(connection);
         }
-    }
-
-    void readConnection(const YamlEntry& entry)
-    {
-        const YamlNode& node = *entry.value;
-        if (!node.isText()) {
-            return refuse(entry.place, QString("an arrow is a text such as %1").arg(kArrowExample));
-        }
-        const QString& text = node.text;
-        if (text.trimmed().isEmpty()) {
-            return refuse(entry.place,
-                          QString("the arrow is empty; write one such as %1").arg(kArrowExample));
-        }
-        if (text.size() > kMaxConnectionLength) {
-            return refuse(entry.place,
-                          QString("an arrow has %1 characters at most").arg(kMaxConnectionLength));
-        }
-        const QString sign = "->";
-        const int head = text.indexOf(sign);
-        if (head < 0) {
-            return refuse(entry.place, QString("%1 holds no \"->\"; write an arrow such as %2")
-                                           .arg(inQuotes(text), kArrowExample));
-        }
-        const int second = text.indexOf(sign, head + sign.size());
-        if (second >= 0) {
-            return refuse(node.placeOf(second, m_source),
-                          "an arrow holds one \"->\"; write one arrow for each");
-        }
-        ConnectionSetting connection;
-        connection.whole = {text, node.place};
-        const bool hasSource = readEndpoint(node, 0, head, true, connection.from);
-        if (readEndpoint(node, head + sign.size(), text.size(), false, connection.to) &&
-            hasSource) {
-            m_description.connections.append(connection);
-        }
-    }
-
-    /// Reads one side of an arrow, which reaches from `begin` up to `end` of the node's text.
-    bool readEndpoint(const YamlNode& node, int begin, int end, bool isSource, Endpoint& endpoint)
-    {
-        const QString kind = isSource ? "signal" : "slot";
-        const QString side = node.text.mid(begin, end - begin);
-        const QString trimmed = side.trimmed();
-        if (trimmed.isEmpty()) {
-            refuse(node.placeOf(isSource ? end : begin - 2, m_source),
-                   QString("missing %1 \"->\"; write a device's id and its %2, \"id.%2\"")
-                       .arg(isSource ? "source before" : "target after", kind));
+        if (chain.size() > kMaxNestedUses) {
+            context.refuse(
+                name.place,
+                QString("templates use one another %1 deep at most").arg(kMaxNestedUses));
             return false;
         }
-        const int first = begin + side.indexOf(trimmed);
-        const int point = trimmed.indexOf('.');
-        const QString device = trimmed.left(point).trimmed();
-        const QString method = point < 0 ? QString() : trimmed.mid(point + 1).trimmed();
-        if (device.isEmpty()) {
-            refuse(node.placeOf(first, m_source),
-                   QString("the id of a device is missing before %1").arg(inQuotes(trimmed)));
-            return false;
-        }
-        if (method.isEmpty()) {
-            refuse(node.placeOf(first, m_source),
-                   QString("%1 names no %2; write \"%3.%2\"").arg(inQuotes(trimmed), kind, device));
-            return false;
-        }
-        const int methodAt = first + trimmed.indexOf(method, point + 1);
-        endpoint.device = {device, node.placeOf(first, m_source)};
-        endpoint.method = {method, node.placeOf(methodAt, m_source)};
         return true;
     }
 
-    /// What the map or list of this entry holds; nothing where it is absent, or refused.
-    const std::vector<YamlEntry>& entriesOf(const YamlEntry& entry, YamlNode::Kind kind,
-                                            const QString& error)
+    void readConnections(const YamlEntry& entry, const ReadContext& context)
     {
-        static const std::vector<YamlEntry> none;
-        const bool isOfKind = entry.value->kind == kind;
-        if (!isOfKind && entry.value->kind != YamlNode::Kind::Absent) {
-            refuse(entry.place, error);
+        for (const YamlEntry& connection :
+             context.entriesOf(entry, YamlNode::Kind::List,
+                               QString("connections must be a list of texts such as %1")
+                                   .arg(kConnectionExample))) {
+            if (m_description.connections.size() == kMaxConnections) {
+                return context.refuse(connection.place, "more than 25,000 connections");
+            }
+            if (m_budget.isSpent()) {
+                return;
+            }
+            if (const auto made = readConnection(connection, context)) {
+                m_description.connections.append(*made);
+            }
         }
-        return isOfKind ? entry.value->entries : none;
     }
 
-    void refuseKey(const YamlNode& key, const QString& where, const QStringList& known,
-                   const QString& all)
-    {
-        m_diagnostics.error(key.place, [&] {
-            const QString nearest = didYouMean(key.text, known);
-            return QString("unknown key %1%2%3")
-                .arg(inQuotes(key.text), where, nearest.isEmpty() ? "; " + all : nearest);
-        });
-    }
-
-    void refuse(const Place& place, const QString& text) { m_diagnostics.error(place, text); }
-
-    const SourceText& m_source;
+    const SourceFile& m_file;
     Diagnostics& m_diagnostics;
+    TemplateLibrary m_library;
+    ExpansionBudget m_budget;
+    bool m_isBudgetReported = false;
     PanelDescription m_description;
+    QHash<QString, Place> m_ids; ///< Of devices and uses.
 };
 
 } // namespace
@@ -387,13 +247,14 @@ PanelDescription PanelFile::read(const QString& fileName, Diagnostics& diagnosti
 PanelDescription PanelFile::parse(const QByteArray& text, const QString& fileName,
                                   Diagnostics& diagnostics)
 {
-    const SourceText source(text);
-    const auto tree = YamlTree::read(source);
+    SourceFile file{fileName, SourceText(text), nullptr, true};
+    const auto tree = YamlTree::read(file.source);
     if (const auto* error = std::get_if<TextError>(&tree)) {
         diagnostics.error(error->place, error->text);
         return {fileName, {}, {}, {}};
     }
-    return PanelReader(source, fileName, diagnostics).read(*std::get<YamlNodePtr>(tree));
+    file.root = std::get<YamlNodePtr>(tree);
+    return PanelReader(file, diagnostics).read();
 }
 
 } // namespace norvo

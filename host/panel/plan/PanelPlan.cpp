@@ -88,6 +88,9 @@ private:
     {
         for (const ParamSetting& param : setting.params) {
             const QString& name = param.name.text;
+            if (!device.params().contains(name) && param.isOptional) {
+                continue;
+            }
             if (!device.params().contains(name)) {
                 m_diagnostics.error(param.name.place, [&] {
                     return QString("a device of type %1 has no parameter %2%3")

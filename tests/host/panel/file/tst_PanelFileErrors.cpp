@@ -93,7 +93,7 @@ const QVector<FileErrors> kErrors{
     {"key-twice-in-device",
      {"4:5: error: the key \"device\" is given twice; it is already in line 3, column 5"}},
     {"key-twice-in-list",
-     {"2:5: error: an arrow is a text such as \"source.signal -> target.slot\"",
+     {"2:5: error: a connection is a text such as \"source.signal -> target.slot\"",
       "2:18: error: the key \"a\" is given twice; it is already in line 2, column 6"}},
     {"device-twice",
      {"5:3: error: the device \"cpu\" is given twice; it is already in line 2, column 3"}},
@@ -108,7 +108,8 @@ const QVector<FileErrors> kErrors{
       "line 5, column 7"}},
     {"unknown-key",
      {"1:1: error: unknown key \"devcies\"; did you mean \"devices\"?",
-      "2:1: error: unknown key \"layout\"; a panel has title, devices and connections"}},
+      "2:1: error: unknown key \"layout\"; a panel has title, devices, connections, templates and "
+      "include"}},
     {"unknown-key-of-device",
      {"4:5: error: unknown key \"parms\" of the device \"cpu\"; did you mean \"params\"?",
       "5:5: error: unknown key \"interval\" of the device \"cpu\"; a device has device, "
@@ -144,23 +145,24 @@ const QVector<FileErrors> kErrors{
       "3:22: error: network must be true or false, not \"\"",
       "4:31: error: network must be true or false"}},
     {"connections-map",
-     {"2:3: error: connections must be a list of arrows such as "
+     {"2:3: error: connections must be a list of texts such as "
       "\"source.signal -> target.slot\""}},
     {"connections-text",
-     {"1:14: error: connections must be a list of arrows such as "
+     {"1:14: error: connections must be a list of texts such as "
       "\"source.signal -> target.slot\""}},
     {"arrow-no-text",
-     {"2:5: error: an arrow is a text such as \"source.signal -> target.slot\"",
-      "3:5: error: an arrow is a text such as \"source.signal -> target.slot\""}},
+     {"2:5: error: a connection is a text such as \"source.signal -> target.slot\"",
+      "3:5: error: a connection is a text such as \"source.signal -> target.slot\""}},
     {"arrow-empty",
-     {"2:3: error: the arrow is empty; write one such as \"source.signal -> target.slot\"",
-      "3:5: error: the arrow is empty; write one such as \"source.signal -> target.slot\""}},
+     {"2:3: error: the connection is empty; write one such as \"source.signal -> target.slot\"",
+      "3:5: error: the connection is empty; write one such as \"source.signal -> target.slot\""}},
     {"arrow-without-head",
-     {"2:5: error: \"a.x b.y\" holds no \"->\"; write an arrow such as "
+     {"2:5: error: \"a.x b.y\" holds no \"->\"; write a connection such as "
       "\"source.signal -> target.slot\"",
-      "3:5: error: \"a.x > b.y\" holds no \"->\"; write an arrow such as "
+      "3:5: error: \"a.x > b.y\" holds no \"->\"; write a connection such as "
       "\"source.signal -> target.slot\""}},
-    {"arrow-with-two-heads", {"2:17: error: an arrow holds one \"->\"; write one arrow for each"}},
+    {"arrow-with-two-heads",
+     {"2:17: error: a connection holds one \"->\"; write one connection for each"}},
     {"arrow-empty-side",
      {"2:5: error: missing source before \"->\"; write a device's id and its "
       "signal, \"id.signal\"",
@@ -180,15 +182,15 @@ const QVector<FileErrors> kErrors{
       "2:11: error: \"b.\" names no slot; write \"b.slot\""}},
     {"much-of-everything",
      {"14:32: error: the parameter \"widget/column\" must be a text or a map, not a list",
-      "20:3: error: the arrow is empty; write one such as \"source.signal -> target.slot\"",
-      "21:5: error: an arrow is a text such as \"source.signal -> target.slot\""}},
+      "20:3: error: the connection is empty; write one such as \"source.signal -> target.slot\"",
+      "21:5: error: a connection is a text such as \"source.signal -> target.slot\""}},
     {"many-errors",
      {"1:1: error: unknown key \"titel\"; did you mean \"title\"?",
       "3:3: error: the device id \"a b\" holds more than letters, digits, \"_\" and \"-\"",
       "3:32: error: params must be a map: the name of each parameter, and its value",
       "4:3: error: the device \"text\" has no type; add \"device: TYPE\"",
       "5:14: error: network must be true or false, not \"maybe\"",
-      "7:5: error: \"a.x\" holds no \"->\"; write an arrow such as \"source.signal -> "
+      "7:5: error: \"a.x\" holds no \"->\"; write a connection such as \"source.signal -> "
       "target.slot\"",
       "8:12: error: \"b\" names no slot; write \"b.slot\"",
       "9:1: error: the key \"devices\" is given twice; it is already in line 2, column 1"}}};

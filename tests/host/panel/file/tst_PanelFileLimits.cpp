@@ -267,7 +267,7 @@ void tst_PanelFileLimits::longConnection()
 {
     const QByteArray name(992, 'a');
     QCOMPARE(errorsOf("connections:\n- " + name + ".x -> b.y\n").left(60),
-             QString("2:3: error: an arrow has 1000 characters at most"));
+             QString("2:3: error: a connection has 1000 characters at most"));
     QCOMPARE(errorsOf("connections:\n- " + name.left(991) + ".x -> b.y\n").left(60), QString());
 }
 
