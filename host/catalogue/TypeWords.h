@@ -92,6 +92,9 @@ struct TypeWords
     QString notes; ///< What else there is to know; may be empty.
     QStringList categories;
     bool hasWidget = false;
+    QString curveInput;          ///< Each sender to it is a curve; empty: none.
+    QString curveNameInput;      ///< Names the curve of its sender.
+    QString curveAdvice;         ///< How a panel's author names one.
     bool hasLateMethods = false; ///< More outputs and inputs are known after its start only.
     /// It sends nothing that follows at once from what it is given: it measures, waits or asks.
     bool breaksCycles = false;

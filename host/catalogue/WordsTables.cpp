@@ -45,6 +45,7 @@ private:
     void readKind(const YamlNode& value, ParamWords& param);
     void readNumber(const YamlNode& value, std::optional<double>& number);
     void readMethods(const YamlNode& node, const QString& what, QVector<MethodWords>& methods);
+    void readCurves(const YamlNode& node);
     void readRelations(const YamlNode& node);
     std::optional<Relation> relationIn(const YamlNode& node);
 
@@ -89,10 +90,6 @@ void EntryReader::readTypeKey(const QString& key, const YamlEntry& entry)
         m_type.notes = tidy(value);
     } else if (key == "example") {
         m_type.example = value.text;
-    } else if (key == "breaksCycles") {
-        m_type.breaksCycles = value.text == "true";
-    } else if (key == "startsNothing") {
-        m_type.startsNothing = value.text == "true";
     } else if (key == "params") {
         readParams(value);
     } else if (key == "outputs") {
@@ -101,6 +98,12 @@ void EntryReader::readTypeKey(const QString& key, const YamlEntry& entry)
         readMethods(value, "input", m_type.inputs);
     } else if (key == "relations") {
         readRelations(value);
+    } else if (key == "breaksCycles") {
+        m_type.breaksCycles = value.text == "true";
+    } else if (key == "startsNothing") {
+        m_type.startsNothing = value.text == "true";
+    } else if (key == "curves") {
+        readCurves(value);
     } else {
         problem(entry.key->place, QString("unknown key %1").arg(inQuotes(key)));
     }
@@ -199,6 +202,21 @@ void EntryReader::readMethods(const YamlNode& node, const QString& what,
                     QString("%1 has no %2 %3").arg(m_type.key, what, inQuotes(signature)));
         } else {
             method->meaning = tidy(*entry.value);
+        }
+    }
+}
+
+void EntryReader::readCurves(const YamlNode& node)
+{
+    for (const YamlEntry& entry : entriesOf(node)) {
+        if (entry.key->text == "input") {
+            m_type.curveInput = entry.value->text;
+        } else if (entry.key->text == "name") {
+            m_type.curveNameInput = entry.value->text;
+        } else if (entry.key->text == "advice") {
+            m_type.curveAdvice = tidy(*entry.value);
+        } else {
+            problem(entry.key->place, QString("unknown key %1").arg(inQuotes(entry.key->text)));
         }
     }
 }

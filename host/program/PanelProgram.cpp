@@ -2,6 +2,8 @@
 
 #include "host/program/PanelProgram.h"
 
+#include "host/catalogue/Catalogue.h"
+#include "host/catalogue/SenseCheck.h"
 #include "host/panel/file/AtomicFile.h"
 #include "host/panel/file/Diagnostics.h"
 #include "host/panel/file/StateFile.h"
@@ -63,10 +65,11 @@ bool loadPlugins(PluginSet& plugins, const QStringList& further)
 }
 
 /// Prints what is wrong with the panel; returns whether there is an error.
-bool hasErrors(const PanelInput& panel, const DeviceManager& manager)
+bool hasErrors(const PanelInput& panel, const DeviceManager& manager,
+               const TypeKnowledge& knowledge)
 {
     Diagnostics diagnostics(panel.name());
-    PanelPlan::make(panel.read(diagnostics), manager, {}, diagnostics);
+    PanelPlan::make(panel.read(diagnostics), manager, {}, diagnostics, {}, knowledge);
     for (const Diagnostic& diagnostic : diagnostics.sorted()) {
         Console::print(diagnostic.toString());
     }
@@ -74,12 +77,12 @@ bool hasErrors(const PanelInput& panel, const DeviceManager& manager)
     return diagnostics.hasErrors();
 }
 
-int check(const QStringList& files, const DeviceManager& manager)
+int check(const QStringList& files, const DeviceManager& manager, const TypeKnowledge& knowledge)
 {
     const std::vector<PanelInput> panels(files.cbegin(), files.cend());
     int status = 0;
     for (const PanelInput& panel : panels) {
-        status = hasErrors(panel, manager) ? 1 : status;
+        status = hasErrors(panel, manager, knowledge) ? 1 : status;
     }
     return status;
 }
@@ -88,9 +91,10 @@ int check(const QStringList& files, const DeviceManager& manager)
 class PanelRun
 {
 public:
-    PanelRun(const Options& options, const DeviceManager& manager)
+    PanelRun(const Options& options, const DeviceManager& manager, const TypeKnowledge& knowledge)
         : m_options(options),
           m_manager(manager),
+          m_knowledge(knowledge),
           m_input(options.panelFiles.constFirst()),
           m_keepsState(options.keepsState &&
                        !(m_input.isStandardInput() && options.stateFile.isEmpty())),
@@ -111,6 +115,7 @@ private:
 
     const Options& m_options;
     const DeviceManager& m_manager;
+    const TypeKnowledge& m_knowledge;
     const PanelInput m_input;
     const bool m_keepsState;     ///< Standard input has no file to keep it beside.
     const QString m_picturePath; ///< Absolute: reading the panel changes the working folder.
@@ -138,8 +143,9 @@ int PanelRun::start()
         QObject::connect(&state, &StateFile::problem, &Console::report);
         state.read();
     }
-    PanelPlan plan = PanelPlan::make(
-        description, m_manager, {state.fileName(), state.state(), state.places()}, diagnostics);
+    PanelPlan plan =
+        PanelPlan::make(description, m_manager, {state.fileName(), state.state(), state.places()},
+                        diagnostics, {}, m_knowledge);
     if (m_signals.isStopRequested()) {
         return 0;
     }
@@ -233,8 +239,11 @@ int runProgram(const Options& options)
         return listTypes(options, plugins.manager());
     }
     Display::substituteFonts();
-    return options.action == Options::Action::Check ? check(options.panelFiles, plugins.manager())
-                                                    : PanelRun(options, plugins.manager()).run();
+    const Catalogue catalogue(plugins.manager());
+    const SenseCheck knowledge(catalogue);
+    return options.action == Options::Action::Check
+               ? check(options.panelFiles, plugins.manager(), knowledge)
+               : PanelRun(options, plugins.manager(), knowledge).run();
 }
 
 } // namespace norvo

@@ -26,6 +26,10 @@ public:
     virtual void checkSense(const DeviceSetting& /*setting*/, const BaseDevice& /*device*/,
                             Diagnostics& /*diagnostics*/) const
     {}
+    /// Reports displays with many curves that nobody has named.
+    virtual void checkCurves(const PanelDescription& /*description*/,
+                             Diagnostics& /*diagnostics*/) const
+    {}
 };
 
 } // namespace norvo

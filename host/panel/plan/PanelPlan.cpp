@@ -44,6 +44,7 @@ public:
         reportOverlaps(m_plan.layOut());
         reportHugeGrid();
         addWires();
+        m_knowledge.checkCurves(m_description, m_diagnostics);
         return std::move(m_plan);
     }
 

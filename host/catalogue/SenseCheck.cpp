@@ -1,0 +1,252 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/catalogue/SenseCheck.h"
+
+#include "host/catalogue/Catalogue.h"
+
+#include "norvo/BaseDevice.h"
+
+#include <QColor>
+#include <QDir>
+#include <QFileInfo>
+#include <QHash>
+#include <QImageReader>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace norvo {
+
+namespace {
+
+constexpr int kManyCurves = 4; ///< More than can be told apart without names.
+
+std::optional<double> numberIn(const QString& text)
+{
+    bool isNumber = false;
+    const double number = text.trimmed().toDouble(&isNumber);
+    return isNumber ? std::optional<double>(number) : std::nullopt;
+}
+
+/// What is wrong with a number, or nothing.
+QString numberError(const QString& text, const ParamWords& words)
+{
+    const auto number = numberIn(text);
+    if (text == words.also && !text.isEmpty()) {
+        return {};
+    }
+    if (!number) {
+        return QString("%1 is not a number").arg(inQuotes(text));
+    }
+    if (!words.isInRange(*number)) {
+        return QString("%1 is out of range; it must be %2").arg(text.trimmed(), words.range());
+    }
+    if (words.kind == ParamKind::WholeNumber && std::trunc(*number) != *number) {
+        return QString("%1 is not a whole number").arg(text.trimmed());
+    }
+    return {};
+}
+
+QString colourError(const QString& text)
+{
+    return QColor::isValidColor(text)
+               ? QString()
+               : QString("%1 is not a colour; write a name such as \"orange\", or red, green and "
+                         "blue as in \"#ff8800\"")
+                     .arg(inQuotes(text));
+}
+
+/// A format is made of runs of letters that stand for parts of a time; what is in single quotes,
+/// and all that is no letter, stands for itself.
+QString timeFormatError(const QString& text)
+{
+    static const QRegularExpression verbatim("'[^']*'");
+    static const QRegularExpression run("([A-Za-z])\\1*");
+    static const QRegularExpression known(
+        "^(h{1,2}|H{1,2}|m{1,2}|s{1,2}|z|zzz|AP?|ap?|P|p|t|d{1,4}|M{1,4}|yy|yyyy)$");
+    auto runs = run.globalMatch(QString(text).remove(verbatim));
+    const bool hasAny = runs.hasNext();
+    while (runs.hasNext()) {
+        const QString part = runs.next().captured();
+        if (!known.match(part).hasMatch()) {
+            return QString("%1 is not a time format, because of its %2; write one of hh, mm, ss, "
+                           "zzz, dd, MM, yyyy for each part, as in \"hh:mm:ss\"")
+                .arg(inQuotes(text), inQuotes(part));
+        }
+    }
+    return hasAny ? QString()
+                  : QString("%1 is not a time format, because it shows nothing of a time; write, "
+                            "for example, \"hh:mm:ss\"")
+                        .arg(inQuotes(text));
+}
+
+QString fileError(const QString& name, ParamKind kind)
+{
+    const QFileInfo file(name);
+    if (!file.exists()) {
+        return QString("there is no file %1%2")
+            .arg(inQuotes(name), file.isRelative() ? " in " + QDir::currentPath() : QString());
+    }
+    if (!file.isFile() || !file.isReadable()) {
+        return QString("the file %1 cannot be read").arg(inQuotes(name));
+    }
+    QImageReader reader(name);
+    reader.setDecideFormatFromContent(true);
+    if (kind == ParamKind::PictureFile && !reader.canRead()) {
+        return QString("the file %1 is not a picture that can be shown").arg(inQuotes(name));
+    }
+    return {};
+}
+
+/// What is wrong with the text of a parameter, or nothing.
+QString valueError(const QString& text, const ParamWords& words)
+{
+    if (words.isNumber()) {
+        return numberError(text, words);
+    }
+    if (text.isEmpty()) {
+        return {};
+    }
+    switch (words.kind) {
+    case ParamKind::Colour:
+        return colourError(text);
+    case ParamKind::TimeFormat:
+        return timeFormatError(text);
+    case ParamKind::File:
+    case ParamKind::PictureFile:
+        return fileError(text, words.kind);
+    default: // A device reports by itself that a document or a program is missing.
+        return {};
+    }
+}
+
+/// Looks at one device of the panel file.
+class DeviceCheck
+{
+public:
+    DeviceCheck(const DeviceSetting& setting, const BaseDevice& device, const TypeWords& words,
+                Diagnostics& diagnostics)
+        : m_setting(setting), m_device(device), m_words(words), m_diagnostics(diagnostics)
+    {}
+
+    void checkValues() const
+    {
+        for (const ParamSetting& param : m_setting.params) {
+            const ParamWords* const words = m_words.param(param.name.text);
+            // What does not convert, and where a widget stands, the plan has judged.
+            if (words && !words->isOfEveryType && paramOf(words->name).fault().isEmpty()) {
+                report(param.value.place, words->name, words->isErrorOutside,
+                       valueError(param.value.text, *words));
+            }
+        }
+    }
+
+    void checkRelations() const
+    {
+        for (const Relation& relation : m_words.relations) {
+            const auto smaller = numberIn(paramOf(relation.smaller).value());
+            const auto larger = numberIn(paramOf(relation.larger).value());
+            if (smaller && larger && !relation.holds(*smaller, *larger)) {
+                reportBreach(relation);
+            }
+        }
+    }
+
+private:
+    Param paramOf(const QString& name) const { return m_device.params().value(name); }
+
+    /// Null where the panel file leaves the parameter at its default.
+    const ParamSetting* settingOf(const QString& name) const
+    {
+        const auto found = std::find_if(
+            m_setting.params.cbegin(), m_setting.params.cend(), [&name](const auto& param) {
+                return param.name.text.compare(name, Qt::CaseInsensitive) == 0;
+            });
+        return found == m_setting.params.cend() ? nullptr : &*found;
+    }
+
+    /// At the larger one where the file gives it, else at the smaller one.
+    void reportBreach(const Relation& relation) const
+    {
+        const ParamSetting* const larger = settingOf(relation.larger);
+        const ParamSetting* const setting = larger ? larger : settingOf(relation.smaller);
+        if (!setting) {
+            return;
+        }
+        const QString other = larger ? relation.smaller : relation.larger;
+        const QString strictly = larger ? "be greater" : "be less";
+        const QString loosely = larger ? "not be less" : "not be greater";
+        report(setting->value.place, larger ? relation.larger : relation.smaller, relation.isError,
+               QString("%1 must %2 than %3, which is %4%5")
+                   .arg(setting->value.text, relation.mayBeEqual ? loosely : strictly,
+                        inQuotes(other), paramOf(other).value(),
+                        settingOf(other) ? "" : " by default"));
+    }
+
+    void report(const Place& place, const QString& param, bool isError, const QString& what) const
+    {
+        const QString text = QString("parameter %1: %2").arg(inQuotes(param), what);
+        if (!what.isEmpty() && isError) {
+            m_diagnostics.errorOfDevice(place, text);
+        } else if (!what.isEmpty()) {
+            m_diagnostics.warning(place, text);
+        }
+    }
+
+    const DeviceSetting& m_setting;
+    const BaseDevice& m_device;
+    const TypeWords& m_words;
+    Diagnostics& m_diagnostics;
+};
+
+} // namespace
+
+bool SenseCheck::breaksCycles(const QString& type) const
+{
+    const TypeWords* const words = m_catalogue.words(type);
+    return words && words->breaksCycles;
+}
+
+bool SenseCheck::startsNothing(const QString& type) const
+{
+    const TypeWords* const words = m_catalogue.words(type);
+    return words && words->startsNothing;
+}
+
+void SenseCheck::checkSense(const DeviceSetting& setting, const BaseDevice& device,
+                            Diagnostics& diagnostics) const
+{
+    if (const TypeWords* const words = m_catalogue.words(setting.type.text, &device)) {
+        const DeviceCheck check(setting, device, *words, diagnostics);
+        check.checkValues();
+        check.checkRelations();
+    }
+}
+
+void SenseCheck::checkCurves(const PanelDescription& description, Diagnostics& diagnostics) const
+{
+    QHash<QString, QHash<QString, QStringList>> senders; // to each input of each device
+    for (const ConnectionSetting& connection : description.connections) {
+        const QString input = connection.to.method.text.section('(', 0, 0).trimmed();
+        QStringList& known = senders[connection.to.device.text][input];
+        if (known.size() < kManyCurves && !known.contains(connection.from.device.text)) {
+            known.append(connection.from.device.text);
+        }
+    }
+    for (const DeviceSetting& device : description.devices) {
+        const TypeWords* const words = m_catalogue.words(device.type.text);
+        const auto inputs = senders.value(device.id.text);
+        if (words && !words->curveInput.isEmpty() &&
+            inputs.value(words->curveInput).size() == kManyCurves &&
+            inputs.value(words->curveNameInput).isEmpty()) {
+            diagnostics.warning(device.id.place,
+                                QString("%1 has %2 curves or more and none has a name; %3")
+                                    .arg(inQuotes(device.id.text), QString::number(kManyCurves),
+                                         words->curveAdvice));
+        }
+    }
+}
+
+} // namespace norvo
