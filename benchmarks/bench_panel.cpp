@@ -179,6 +179,33 @@ BENCHMARK(runReadouts)
     ->Repetitions(3)
     ->Unit(benchmark::kMillisecond);
 
+/// Reading a panel of 1,000 uses of a template with three devices and three connections.
+static void expandThousandUses(benchmark::State& state)
+{
+    QByteArray text =
+        "templates:\n  t:\n    with: {n: , unit: V}\n    devices:\n"
+        "      a: {device: generator, params: {seed: $(n), period: 1$(n)}}\n"
+        "      b: {device: label, params: {Value: \"%1 $(unit)\", widget: {row: 0, column: 0}}}\n"
+        "      c: {device: output_digital, params: {name: No. $(n), widget: {row: 0, column: 1}}}\n"
+        "    connections:\n      - a.output(double) -> b.input(double)\n"
+        "      - a.output(double) -> c.input(double)\n      - c.output(QString) -> "
+        "b.input(QString)\n"
+        "devices:\n";
+    for (int i = 0; i < 1000; ++i) {
+        const QByteArray n = QByteArray::number(i);
+        text += "  u" + n + ": {use: t, with: {n: " + n +
+                "}, at: {row: " + QByteArray::number(i % 999) + "}}\n";
+    }
+    for (auto _ : state) {
+        Diagnostics diagnostics("panel.yaml");
+        const PanelDescription panel = PanelFile::parse(text, "panel.yaml", diagnostics);
+        if (panel.devices.size() != 3000 || !diagnostics.isEmpty()) {
+            state.SkipWithError("the panel is not sound");
+        }
+    }
+}
+BENCHMARK(expandThousandUses)->Unit(benchmark::kMillisecond);
+
 /// The catalogue of all types, from their tables to the page of documentation.
 static void describeAllTypes(benchmark::State& state)
 {

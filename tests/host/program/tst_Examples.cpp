@@ -23,6 +23,7 @@ private slots:
     void initTestCase();
     void haveNoErrors_data();
     void haveNoErrors();
+    void plantIsSaidInSixtyLines();
     void galleryShowsEveryType();
     void galleryRunsAValueThroughQmlAndBack();
 
@@ -50,7 +51,7 @@ void tst_Examples::haveNoErrors_data()
 
     const QDir examples(NORVO_SOURCE_DIR "/examples");
     const QStringList names = examples.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-    QVERIFY(names.size() >= 4);
+    QVERIFY(names.size() >= 5);
     for (const QString& name : names) {
         QTest::newRow(qPrintable(name)) << name;
     }
@@ -71,6 +72,24 @@ void tst_Examples::haveNoErrors()
         qWarning("%s", qPrintable(diagnostic.toString()));
     }
     QVERIFY(panel.diagnostics().isEmpty());
+}
+
+void tst_Examples::plantIsSaidInSixtyLines()
+{
+    QFile file(NORVO_SOURCE_DIR "/examples/plant/panel.yaml");
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().count('\n') <= 60);
+
+    Diagnostics diagnostics("panel.yaml");
+    QHash<QString, int> counts;
+    for (const DeviceSetting& device : read("plant", diagnostics).devices) {
+        ++counts[device.type.text];
+    }
+    QCOMPARE(counts["qml_widget"], 6); // A tank each.
+    QCOMPARE(counts["button"], 6);
+    QCOMPARE(counts["indicator"], 12);
+    QCOMPARE(counts["output_graph"], 4);
+    QCOMPARE(counts["graph_settings"], 16);
 }
 
 void tst_Examples::galleryShowsEveryType()
