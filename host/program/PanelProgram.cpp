@@ -3,6 +3,7 @@
 #include "host/program/PanelProgram.h"
 
 #include "host/catalogue/Catalogue.h"
+#include "host/catalogue/IncludedFiles.h"
 #include "host/catalogue/SenseCheck.h"
 #include "host/panel/file/AtomicFile.h"
 #include "host/panel/file/Diagnostics.h"
@@ -65,11 +66,12 @@ bool loadPlugins(PluginSet& plugins, const QStringList& further)
 }
 
 /// Prints what is wrong with the panel; returns whether there is an error.
-bool hasErrors(const PanelInput& panel, const DeviceManager& manager,
-               const TypeKnowledge& knowledge)
+bool hasErrors(const PanelInput& panel, const DeviceManager& manager, const Catalogue& catalogue)
 {
     Diagnostics diagnostics(panel.name());
-    PanelPlan::make(panel.read(diagnostics), manager, {}, diagnostics, {}, knowledge);
+    PanelDescription description = panel.read(diagnostics);
+    rebaseIncludedFiles(description, catalogue);
+    PanelPlan::make(description, manager, {}, diagnostics, {}, SenseCheck(catalogue));
     for (const Diagnostic& diagnostic : diagnostics.sorted()) {
         Console::print(diagnostic.toString());
     }
@@ -77,12 +79,12 @@ bool hasErrors(const PanelInput& panel, const DeviceManager& manager,
     return diagnostics.hasErrors();
 }
 
-int check(const QStringList& files, const DeviceManager& manager, const TypeKnowledge& knowledge)
+int check(const QStringList& files, const DeviceManager& manager, const Catalogue& catalogue)
 {
     const std::vector<PanelInput> panels(files.cbegin(), files.cend());
     int status = 0;
     for (const PanelInput& panel : panels) {
-        status = hasErrors(panel, manager, knowledge) ? 1 : status;
+        status = hasErrors(panel, manager, catalogue) ? 1 : status;
     }
     return status;
 }
@@ -91,10 +93,10 @@ int check(const QStringList& files, const DeviceManager& manager, const TypeKnow
 class PanelRun
 {
 public:
-    PanelRun(const Options& options, const DeviceManager& manager, const TypeKnowledge& knowledge)
+    PanelRun(const Options& options, const DeviceManager& manager, const Catalogue& catalogue)
         : m_options(options),
           m_manager(manager),
-          m_knowledge(knowledge),
+          m_catalogue(catalogue),
           m_input(options.panelFiles.constFirst()),
           m_keepsState(options.keepsState &&
                        !(m_input.isStandardInput() && options.stateFile.isEmpty())),
@@ -115,7 +117,7 @@ private:
 
     const Options& m_options;
     const DeviceManager& m_manager;
-    const TypeKnowledge& m_knowledge;
+    const Catalogue& m_catalogue;
     const PanelInput m_input;
     const bool m_keepsState;     ///< Standard input has no file to keep it beside.
     const QString m_picturePath; ///< Absolute: reading the panel changes the working folder.
@@ -138,14 +140,15 @@ int PanelRun::start()
     StateFile state(m_options.stateFile.isEmpty() ? StateFile::besidePanel(m_input.name())
                                                   : m_options.stateFile,
                     isPicture() ? StateFile::Mode::ReadOnly : StateFile::Mode::ReadWrite);
-    const PanelDescription description = m_input.read(diagnostics);
+    PanelDescription description = m_input.read(diagnostics);
+    rebaseIncludedFiles(description, m_catalogue);
     if (m_keepsState && !diagnostics.hasErrors()) {
         QObject::connect(&state, &StateFile::problem, &Console::report);
         state.read();
     }
     PanelPlan plan =
         PanelPlan::make(description, m_manager, {state.fileName(), state.state(), state.places()},
-                        diagnostics, {}, m_knowledge);
+                        diagnostics, {}, SenseCheck(m_catalogue));
     if (m_signals.isStopRequested()) {
         return 0;
     }
@@ -240,10 +243,9 @@ int runProgram(const Options& options)
     }
     Display::substituteFonts();
     const Catalogue catalogue(plugins.manager());
-    const SenseCheck knowledge(catalogue);
     return options.action == Options::Action::Check
-               ? check(options.panelFiles, plugins.manager(), knowledge)
-               : PanelRun(options, plugins.manager(), knowledge).run();
+               ? check(options.panelFiles, plugins.manager(), catalogue)
+               : PanelRun(options, plugins.manager(), catalogue).run();
 }
 
 } // namespace norvo

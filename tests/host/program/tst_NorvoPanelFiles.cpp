@@ -14,6 +14,7 @@ class tst_NorvoPanelFiles : public QObject
 private slots:
     void filesOfAPanelAreRelativeToItsFolder_data();
     void filesOfAPanelAreRelativeToItsFolder();
+    void filesOfAnIncludedFileAreRelativeToItsFolder();
     void programOfAPanelRunsInItsFolder();
     void argumentsAreRelativeToTheFolderOfTheStart();
     void stateIsKeptBesideThePanel();
@@ -97,6 +98,25 @@ void tst_NorvoPanelFiles::filesOfAPanelAreRelativeToItsFolder()
     Start::run(program, "/", 0);
     QCOMPARE(program.errorLines(), QStringList());
     QCOMPARE(QImage(picture).pixelColor(200, 150), colour);
+}
+
+void tst_NorvoPanelFiles::filesOfAnIncludedFileAreRelativeToItsFolder()
+{
+    const QByteArray panel = "include: [../bench/panel.yaml]\ndevices:\n  a: {use: lamp}\n";
+    const Start start("templates:\n"
+                      "  lamp:\n"
+                      "    devices:\n"
+                      "      p: {device: picture, params: {widget/filename: green.png}}\n",
+                      panel);
+    for (const QString& folder : {QString("/"), start.path(), start.filePath("second")}) {
+        const QString picture = start.filePath("o.png");
+        PanelProcess program({"--screenshot", picture, "--size", "400x300", "--no-state",
+                              QDir(folder).relativeFilePath(start.filePath("second/panel.yaml"))});
+        Start::run(program, folder, 0);
+        QCOMPARE(program.errorLines(), QStringList());
+        QCOMPARE(QImage(picture).pixelColor(200, 150), QColor("#00ff00"));
+        QVERIFY(QFile::remove(picture));
+    }
 }
 
 void tst_NorvoPanelFiles::programOfAPanelRunsInItsFolder()

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "host/panel/file/PanelDescription.h"
+
+namespace norvo {
+
+class Catalogue;
+
+/// Names of files that stand in an included file are relative to its folder; this makes them
+/// relative to the panel's folder, where devices look for them. Only parameters whose words say
+/// that they are files are changed.
+void rebaseIncludedFiles(PanelDescription& description, const Catalogue& catalogue);
+
+} // namespace norvo
