@@ -4,6 +4,8 @@
 
 #include "host/catalogue/Catalogue.h"
 #include "host/catalogue/Listing.h"
+#include "host/catalogue/Catalogue.h"
+#include "host/catalogue/SenseCheck.h"
 #include "host/panel/run/Panel.h"
 #include "host/panel/plan/PanelPlan.h"
 #include "host/panel/file/PanelFile.h"
@@ -107,6 +109,24 @@ PanelPages& addPages(PanelWindow& window)
 }
 
 } // namespace
+
+/// What a check does with a panel file once the plug-ins are loaded, the words of their types and
+/// all.
+static void checkThousandDevices(benchmark::State& state)
+{
+    const DeviceManager& manager = deviceTypes();
+    const QByteArray text = panelOf("output_digital", kLabels, 20, "widget/precision: 2");
+    for (auto _ : state) {
+        Diagnostics diagnostics("panel.yaml");
+        const PanelDescription description = PanelFile::parse(text, "panel.yaml", diagnostics);
+        const Catalogue catalogue(manager);
+        PanelPlan::make(description, manager, {}, diagnostics, {}, SenseCheck(catalogue));
+        if (!diagnostics.isEmpty()) {
+            state.SkipWithError(qPrintable(diagnostics.sorted().value(0).toString()));
+        }
+    }
+}
+BENCHMARK(checkThousandDevices)->Unit(benchmark::kMillisecond);
 
 /// From the text of a panel file to its first picture; the counters are milliseconds.
 static void startThousandLabels(benchmark::State& state)
