@@ -122,7 +122,7 @@ private:
     {
         const QString name = context.text(*entry.key);
         const QString prefix = context.use() ? context.use()->ownPrefix() : QString();
-        const PlacedText id{prefix + name, context.at(entry.key->place)};
+        PlacedText id{prefix + name, context.at(entry.key->place)};
         if (name.isEmpty()) {
             context.refuse(id.place, "the id of a device is empty");
         } else if (!isId(id.text)) {
