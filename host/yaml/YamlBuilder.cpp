@@ -3,73 +3,15 @@
 #include "host/yaml/YamlBuilder.h"
 
 #include "host/yaml/YamlErrors.h"
+#include "host/yaml/YamlScan.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace norvo {
 
-namespace {
-
-/// True for the characters that end a plain scalar in brackets.
-bool isFlowMark(char c)
-{
-    return c == ',' || c == '[' || c == ']' || c == '{' || c == '}';
-}
-
-/// Where the tag or anchor ends that begins here.
-int propertyEnd(const SourceText& source, int offset)
-{
-    int i = offset;
-    if (source.at(i) == '!' && source.at(i + 1) == '<') {
-        const int end = source.bytes().indexOf('>', i);
-        i = end < 0 ? source.size() : end;
-    }
-    while (i < source.size() && !SourceText::isSpace(source.at(i)) && !isFlowMark(source.at(i))) {
-        ++i;
-    }
-    return i;
-}
-
-/// Where the tag and the anchor end that begin here, with spaces and comments behind them.
-int skipProperties(const SourceText& source, int offset)
-{
-    int i = offset;
-    while (source.at(i) == '&' || source.at(i) == '!') {
-        i = propertyEnd(source, i);
-        while (SourceText::isSpace(source.at(i)) || source.at(i) == '#') {
-            i = source.at(i) == '#' ? source.lineEnd(i) : i + 1;
-        }
-    }
-    return i;
-}
-
-struct Quoted
-{
-    bool isClosed = false;
-    bool hasEscapes = false;
-};
-
-/// The quoted string that begins here.
-Quoted quotedAt(const SourceText& source, int offset)
-{
-    const char quote = source.at(offset);
-    Quoted quoted;
-    for (int i = offset + 1; i < source.size() && !quoted.isClosed; ++i) {
-        const char c = source.at(i);
-        if (c == '\\' && quote == '"') {
-            quoted.hasEscapes = true;
-            ++i;
-        } else if (c == quote && quote == '\'' && source.at(i + 1) == quote) {
-            ++i;
-        } else {
-            quoted.isClosed = c == quote;
-        }
-    }
-    return quoted;
-}
-
-} // namespace
+using YamlScan::isFlowMark;
+using YamlScan::skipProperties;
 
 int YamlBuilder::openBracket(char bracket) const
 {
@@ -119,6 +61,7 @@ void YamlBuilder::OnNull(const YAML::Mark& mark, YAML::anchor_t anchor)
     if (!isKey) {
         count(1, offset);
     }
+    node->mark = isAbsent && anchor == 0 ? -1 : offset;
     remember(anchor, node, 1, 0);
     add(node, offset, node->place);
 }
@@ -160,20 +103,21 @@ void YamlBuilder::OnScalar(const YAML::Mark& mark, const std::string&, YAML::anc
     if (!isAtKey()) {
         count(1, offset);
     }
+    node->mark = offset;
     remember(anchor, node, 1, 0);
     add(node, offset, node->place);
 }
 
 void YamlBuilder::OnSequenceStart(const YAML::Mark& mark, const std::string&, YAML::anchor_t anchor,
-                                  YAML::EmitterStyle::value)
+                                  YAML::EmitterStyle::value style)
 {
-    begin(YamlNode::Kind::List, mark, anchor);
+    begin(YamlNode::Kind::List, mark, anchor, style);
 }
 
 void YamlBuilder::OnMapStart(const YAML::Mark& mark, const std::string&, YAML::anchor_t anchor,
-                             YAML::EmitterStyle::value)
+                             YAML::EmitterStyle::value style)
 {
-    begin(YamlNode::Kind::Map, mark, anchor);
+    begin(YamlNode::Kind::Map, mark, anchor, style);
 }
 
 /// What every event with a mark begins with; gives the mark's offset.
@@ -201,6 +145,7 @@ void YamlBuilder::settleUnsure(int offset)
         node.place = m_unsure->placeIfAbsent;
         if (m_unsure->parent) {
             m_unsure->parent->entries.back().place = node.place;
+            m_unsure->parent->entries.back().mark = node.mark;
         }
     }
     m_unsure.reset();
@@ -284,7 +229,7 @@ void YamlBuilder::describeText(YamlNode& node, int offset) const
 {
     const char first = m_source.at(offset);
     if (first == '"' || first == '\'') {
-        const Quoted quoted = quotedAt(m_source, offset);
+        const YamlScan::Quoted quoted = YamlScan::quotedAt(m_source, offset);
         if (!quoted.isClosed) {
             throw TextError{node.place,
                             QString("broken YAML: unterminated quoted string; %1 is missing")
@@ -307,12 +252,15 @@ void YamlBuilder::count(int values, int offset)
     }
 }
 
-void YamlBuilder::begin(YamlNode::Kind kind, const YAML::Mark& mark, YAML::anchor_t anchor)
+void YamlBuilder::begin(YamlNode::Kind kind, const YAML::Mark& mark, YAML::anchor_t anchor,
+                        YAML::EmitterStyle::value style)
 {
     const int offset = enter(mark);
     Level level;
     level.node = std::make_shared<YamlNode>();
     level.node->kind = kind;
+    level.node->isFlow = style == YAML::EmitterStyle::Flow;
+    level.node->mark = offset;
     const int content = skipProperties(m_source, offset);
     level.node->place = m_source.placeAt(content);
     if (m_source.at(content) == (kind == YamlNode::Kind::List ? '[' : '{')) {
@@ -363,7 +311,8 @@ void YamlBuilder::add(const YamlNodePtr& node, int mark, const Place& place, boo
         level.keyMark = mark;
         return;
     }
-    YamlEntry entry{std::exchange(level.key, nullptr), node, place, {}, isAlias};
+    YamlEntry entry{std::exchange(level.key, nullptr), node, place, {}, isAlias, level.keyMark,
+                    isAlias ? mark : node->mark};
     if (entry.key && entry.key->isText()) {
         const auto known = level.keys.constFind(entry.key->text);
         if (known != level.keys.constEnd()) {

@@ -84,7 +84,8 @@ private:
     Node newText(int offset, const QString& text) const;
     void describeText(YamlNode& node, int offset) const;
     void count(int values, int offset);
-    void begin(YamlNode::Kind kind, const YAML::Mark& mark, YAML::anchor_t anchor);
+    void begin(YamlNode::Kind kind, const YAML::Mark& mark, YAML::anchor_t anchor,
+               YAML::EmitterStyle::value style);
     void end();
     void add(const YamlNodePtr& node, int mark, const Place& place, bool isAlias = false);
     void remember(YAML::anchor_t anchor, const YamlNodePtr& node, int values, int height);

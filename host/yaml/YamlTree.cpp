@@ -142,4 +142,36 @@ std::variant<YamlNodePtr, TextError> YamlTree::read(const SourceText& source)
     return build(source);
 }
 
+YamlNodePtr YamlTree::text(const QString& text)
+{
+    auto node = std::make_shared<YamlNode>();
+    node->kind = YamlNode::Kind::Text;
+    node->text = text;
+    return node;
+}
+
+YamlNodePtr YamlTree::map(const std::vector<std::pair<QString, YamlNodePtr>>& entries)
+{
+    auto node = std::make_shared<YamlNode>();
+    node->kind = YamlNode::Kind::Map;
+    for (const auto& [key, value] : entries) {
+        YamlEntry entry;
+        entry.key = text(key);
+        entry.value = value;
+        node->entries.push_back(std::move(entry));
+    }
+    return node;
+}
+
+bool YamlTree::isSame(const YamlNode& a, const YamlNode& b)
+{
+    const auto isSameEntry = [](const YamlEntry& x, const YamlEntry& y) {
+        return x.isAlias == y.isAlias && bool(x.key) == bool(y.key) &&
+               (!x.key || isSame(*x.key, *y.key)) && isSame(*x.value, *y.value);
+    };
+    return &a == &b || (a.kind == b.kind && a.text == b.text &&
+                        std::equal(a.entries.cbegin(), a.entries.cend(), b.entries.cbegin(),
+                                   b.entries.cend(), isSameEntry));
+}
+
 } // namespace norvo

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <memory>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -22,6 +23,8 @@ struct YamlEntry
     Place place;   ///< Of the value or its alias; of the key or the dash where nothing follows it.
     Place earlier; ///< Of the same key earlier in the map; unknown when there is none.
     bool isAlias = false;
+    int keyMark = -1; ///< The offset of the key, tag and anchor included.
+    int mark = -1;    ///< The same of the value or its alias; -1 where nothing is written.
 };
 
 /// A value of a YAML text.
@@ -47,6 +50,8 @@ struct YamlNode
     int begin = 0;            ///< The offset of the text's first character.
     bool isCountable = false; ///< But for spaces, the source holds the text's characters in order.
     bool isPlain = false;     ///< Without quotes.
+    bool isFlow = false;      ///< A list or map in brackets, or a pair in a list in brackets.
+    int mark = -1; ///< The offset where it begins, tag and anchor included; -1: nothing is written.
 };
 
 namespace YamlTree {
@@ -58,6 +63,12 @@ constexpr int kMaxKeyLength = 1000; ///< In characters.
 /// The value that the text holds, or the first error. It takes one document of plain UTF-8 text,
 /// and keeps to the limits of size, depth and values before it builds anything beyond them.
 std::variant<YamlNodePtr, TextError> read(const SourceText& source);
+
+YamlNodePtr text(const QString& text);
+/// A map of keys and values.
+YamlNodePtr map(const std::vector<std::pair<QString, YamlNodePtr>>& entries);
+/// Whether both hold the same values, by whatever style they are written.
+bool isSame(const YamlNode& a, const YamlNode& b);
 
 } // namespace YamlTree
 

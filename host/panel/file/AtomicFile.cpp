@@ -28,7 +28,8 @@ bool writeAll(QIODevice& file, const QByteArray& content)
 
 } // namespace
 
-bool writeFileAtomically(const QString& fileName, const QByteArray& content, QString& reason)
+bool writeFileAtomically(const QString& fileName, const QByteArray& content, QString& reason,
+                         const std::function<bool()>& isUnchanged)
 {
     const QFileInfo info(fileName);
     if (info.exists() && !info.isFile()) {
@@ -36,9 +37,14 @@ bool writeFileAtomically(const QString& fileName, const QByteArray& content, QSt
         return false;
     }
     QSaveFile file(fileName);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(file, content) &&
-        file.commit()) {
-        return true;
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(file, content)) {
+        if (isUnchanged && !isUnchanged()) {
+            reason = "the file was changed meanwhile";
+            return false; // What was written goes with the object.
+        }
+        if (file.commit()) {
+            return true;
+        }
     }
     reason = file.errorString();
     return false;

@@ -5,6 +5,7 @@
 #include "host/panel/file/AtomicFile.h"
 #include "host/panel/file/Diagnostics.h"
 #include "host/yaml/SourceText.h"
+#include "host/yaml/YamlText.h"
 #include "host/yaml/YamlTree.h"
 
 #include <QFile>
@@ -101,44 +102,9 @@ constexpr char kHeader[] = "# What this panel's devices have stored; written by 
 constexpr char kNothingSaved[] = "the panel starts without it and saves nothing";
 constexpr int kMaxPlainKeyLength = 1000; // YAML takes a key without "?" up to 1024 characters.
 
-/// True for what an editor may show as nothing or as a new line, and what YAML does not take raw.
-bool needsEscape(uint c)
-{
-    return c < 0x20 || (c >= 0x7f && c <= 0xa0) || c == 0x2028 || c == 0x2029 || c == 0xfeff ||
-           (c & 0xfffe) == 0xfffe;
-}
-
-QString escape(uint c)
-{
-    return c <= 0xffff ? QString("\\u%1").arg(c, 4, 16, QChar('0'))
-                       : QString("\\U%1").arg(c, 8, 16, QChar('0'));
-}
-
-QString quoted(const QString& text)
-{
-    QString result = "\"";
-    const QVector<uint> characters = text.toUcs4();
-    for (uint c : characters) {
-        if (QChar::isSurrogate(c)) { // Half of a pair: there is no way to write it down.
-            c = QChar::ReplacementCharacter;
-        }
-        if (c == '"' || c == '\\') {
-            result += '\\';
-            result += QChar(c);
-        } else if (c == '\n') {
-            result += "\\n";
-        } else if (needsEscape(c)) {
-            result += escape(c);
-        } else {
-            result += QString::fromUcs4(&c, 1);
-        }
-    }
-    return result + '"';
-}
-
 QString keyed(const QString& key, const QString& indent)
 {
-    const QString text = quoted(key);
+    const QString text = YamlText::doubleQuoted(key);
     return text.size() <= kMaxPlainKeyLength ? indent + text + ':'
                                              : indent + "? " + text + '\n' + indent + ':';
 }
@@ -170,7 +136,7 @@ QByteArray toYaml(const PanelState& state)
         }
         text += keyed(device.key(), {}) + '\n';
         for (auto param = device->cbegin(); param != device->cend(); ++param) {
-            text += keyed(param.key(), "  ") + ' ' + quoted(param.value()) + '\n';
+            text += keyed(param.key(), "  ") + ' ' + YamlText::doubleQuoted(param.value()) + '\n';
         }
     }
     return text.toUtf8();

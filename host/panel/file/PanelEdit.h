@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "host/yaml/YamlEdit.h"
+
+#include <QString>
+
+namespace norvo {
+
+/// Edits of a panel file in a panel's words.
+namespace PanelEdit {
+
+/// Gives a device's parameter a value. A parameter that is there is found in any case and in
+/// either spelling, "widget/row" or a map "widget"; a new one is spelled as its siblings are, else
+/// as in other devices. Whether the device's type has it is not looked at.
+YamlEdit::Error setParam(YamlEdit& edit, const QString& device, const QString& name,
+                         const QString& value);
+
+} // namespace PanelEdit
+
+} // namespace norvo

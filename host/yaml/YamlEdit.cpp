@@ -1,0 +1,282 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/yaml/YamlEdit.h"
+
+#include "host/yaml/Quote.h"
+#include "host/yaml/YamlSplices.h"
+
+#include <QHash>
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+
+namespace norvo {
+
+namespace {
+
+using Uses = QHash<const YamlNode*, Place>;
+
+/// The tree with one of its values changed; the rest is shared.
+YamlNodePtr changed(const YamlNode& node, const std::vector<int>& indices, size_t level,
+                    const std::function<void(YamlNode&)>& change)
+{
+    auto copy = std::make_shared<YamlNode>(node);
+    if (level == indices.size()) {
+        change(*copy);
+    } else {
+        YamlNodePtr& value = copy->entries[size_t(indices[level])].value;
+        value = changed(*value, indices, level + 1, change);
+    }
+    return copy;
+}
+
+int indexOf(const YamlNode& node, const QString& step)
+{
+    if (node.kind == YamlNode::Kind::List) {
+        bool isNumber = false;
+        const int index = step.toInt(&isNumber);
+        return isNumber && index < int(node.entries.size()) ? index : -1;
+    }
+    const auto found =
+        std::find_if(node.entries.cbegin(), node.entries.cend(), [&step](const YamlEntry& entry) {
+            return entry.key->isText() && entry.key->text == step;
+        });
+    return found == node.entries.cend() ? -1 : int(std::distance(node.entries.cbegin(), found));
+}
+
+/// Which nodes aliases use, and where; those in `omitted` left out.
+void collectUses(const YamlEntry& entry, const SourceText& source, const YamlEntry* omitted,
+                 Uses& uses)
+{
+    if (&entry == omitted) {
+        return;
+    }
+    if (entry.key && source.at(entry.keyMark) == '*') {
+        uses.insert(entry.key.get(), source.placeAt(entry.keyMark));
+    }
+    if (entry.isAlias) {
+        uses.insert(entry.value.get(), entry.place);
+        return;
+    }
+    for (const YamlEntry& below : entry.value->entries) {
+        collectUses(below, source, omitted, uses);
+    }
+}
+
+/// The place of a use of what stands in this entry; unknown without any.
+Place useIn(const YamlEntry& entry, const Uses& uses)
+{
+    Place use = entry.key ? uses.value(entry.key.get()) : Place();
+    if (entry.isAlias) {
+        return use;
+    }
+    use = use.line == 0 ? uses.value(entry.value.get()) : use;
+    for (const YamlEntry& below : entry.value->entries) {
+        use = use.line == 0 ? useIn(below, uses) : use;
+    }
+    return use;
+}
+
+TextError usedElsewhere(const Place& place, const Place& use)
+{
+    return {place, QString("the alias in %1 uses this value, too; write a value there in its place "
+                           "first")
+                       .arg(toString(use))};
+}
+
+TextError aliasInTheWay(const YamlEntry& alias)
+{
+    return {alias.place, QString("this alias stands for the value in %1; change it there, for all "
+                                 "who use it, or write a value here in the alias's place first")
+                             .arg(toString(alias.value->place))};
+}
+
+} // namespace
+
+YamlEdit::YamlEdit(const QByteArray& text) : m_source(std::make_unique<SourceText>(text))
+{
+    m_root.value = std::make_shared<const YamlNode>();
+    const auto tree = YamlTree::read(*m_source);
+    if (const auto* error = std::get_if<TextError>(&tree)) {
+        m_error = *error;
+    } else {
+        m_root.value = std::get<YamlNodePtr>(tree);
+        m_root.mark = m_root.value->mark;
+    }
+}
+
+YamlEdit::Error YamlEdit::setText(const Path& path, const QString& text)
+{
+    Trail trail;
+    Error error = find(path, trail);
+    error = error ? error : refuseShared(trail);
+    if (error) {
+        return error;
+    }
+    const YamlEntry& entry = *trail.entries.back();
+    if (!entry.value->isText() || trail.indices.empty()) {
+        return TextError{entry.place, "this is a list or a map, not a text"};
+    }
+    const YamlEntry& parent = **(trail.entries.cend() - 2);
+    const auto expected = changed(root(), trail.indices, 0, [&text](YamlNode& node) {
+        node.kind = YamlNode::Kind::Text;
+        node.text = text;
+    });
+    return apply(YamlSplices(*m_source, m_root).replacements(parent, trail.indices.back(), text),
+                 expected, entry.place);
+}
+
+YamlEdit::Error YamlEdit::insert(const Path& map, const QString& key, const YamlNodePtr& value,
+                                 const QString& after)
+{
+    Trail trail;
+    if (Error error = find(map, trail)) {
+        return error;
+    }
+    const YamlEntry& target = *trail.entries.back();
+    if (target.value->kind != YamlNode::Kind::Map && target.value->kind != YamlNode::Kind::Absent) {
+        return TextError{target.place, "this is not a map"};
+    }
+    if (indexOf(*target.value, key) >= 0) {
+        return TextError{target.place, QString("the key %1 is there already").arg(inQuotes(key))};
+    }
+    const int behind = after.isNull() ? -1 : indexOf(*target.value, after);
+    if (!after.isNull() && behind < 0) {
+        return TextError{target.place, QString("there is no key %1").arg(inQuotes(after))};
+    }
+    YamlEntry entry;
+    entry.key = YamlTree::text(key);
+    entry.value = value;
+    return insertEntry(trail, entry, behind);
+}
+
+YamlEdit::Error YamlEdit::add(const Path& list, const YamlNodePtr& value, int after)
+{
+    Trail trail;
+    if (Error error = find(list, trail)) {
+        return error;
+    }
+    const YamlEntry& target = *trail.entries.back();
+    if (target.value->kind != YamlNode::Kind::List &&
+        target.value->kind != YamlNode::Kind::Absent) {
+        return TextError{target.place, "this is not a list"};
+    }
+    if (after >= int(target.value->entries.size())) {
+        return TextError{target.place, QString("there is no entry %1").arg(after)};
+    }
+    YamlEntry entry;
+    entry.value = value;
+    return insertEntry(trail, entry, after);
+}
+
+YamlEdit::Error YamlEdit::remove(const Path& path)
+{
+    Trail trail;
+    if (Error error = find(path, trail)) {
+        return error;
+    }
+    const YamlEntry& entry = *trail.entries.back();
+    if (trail.indices.empty()) {
+        return TextError{entry.place, "the whole text cannot be removed"};
+    }
+    Uses uses;
+    collectUses(m_root, *m_source, &entry, uses);
+    const Place use = useIn(entry, uses);
+    if (use.line > 0) {
+        return usedElsewhere(entry.place, use);
+    }
+    const int index = trail.indices.back();
+    trail.entries.pop_back();
+    trail.indices.pop_back();
+    if (Error error = refuseShared(trail)) {
+        return error;
+    }
+    const auto expected = changed(root(), trail.indices, 0, [index](YamlNode& node) {
+        node.entries.erase(node.entries.begin() + index);
+    });
+    return apply({YamlSplices(*m_source, m_root).removal(*trail.entries.back(), index)}, expected,
+                 entry.place);
+}
+
+YamlEdit::Error YamlEdit::find(const Path& path, Trail& trail) const
+{
+    if (m_error) {
+        return m_error;
+    }
+    trail.entries = {&m_root};
+    for (const QString& step : path) {
+        const YamlEntry& parent = *trail.entries.back();
+        const int index = indexOf(*parent.value, step);
+        if (index < 0) {
+            return TextError{parent.place, QString("there is no entry %1").arg(inQuotes(step))};
+        }
+        trail.indices.push_back(index);
+        trail.entries.push_back(&parent.value->entries[size_t(index)]);
+    }
+    return std::nullopt;
+}
+
+YamlEdit::Error YamlEdit::refuseShared(const Trail& trail) const
+{
+    Uses uses;
+    collectUses(m_root, *m_source, nullptr, uses);
+    for (const YamlEntry* entry : trail.entries) {
+        if (entry->isAlias) {
+            return aliasInTheWay(*entry);
+        }
+        const Place use = uses.value(entry->value.get());
+        if (use.line > 0) {
+            return usedElsewhere(entry->place, use);
+        }
+    }
+    return std::nullopt;
+}
+
+/// Behind the entry of the index `after`; -1: last.
+YamlEdit::Error YamlEdit::insertEntry(const Trail& trail, const YamlEntry& entry, int after)
+{
+    if (Error error = refuseShared(trail)) {
+        return error;
+    }
+    const YamlEntry& target = *trail.entries.back();
+    const int depth = int(trail.indices.size());
+    const int last = int(target.value->entries.size()) - 1;
+    const int behind = after < 0 ? last : after;
+    const YamlSplices splices(*m_source, m_root);
+    const bool isAbsent = target.value->kind == YamlNode::Kind::Absent;
+    const YamlSplice splice =
+        isAbsent ? splices.creation(depth == 0 ? nullptr : *(trail.entries.cend() - 2),
+                                    depth == 0 ? -1 : trail.indices.back(), entry, depth)
+                 : splices.insertion(target, entry, behind, depth);
+    const auto expected = changed(root(), trail.indices, 0, [&](YamlNode& node) {
+        node.kind = entry.key ? YamlNode::Kind::Map : YamlNode::Kind::List;
+        node.entries.insert(node.entries.begin() + behind + 1, entry);
+    });
+    return apply({splice}, expected, target.place);
+}
+
+/// The first splice after which the text reads as expected.
+YamlEdit::Error YamlEdit::apply(const std::vector<YamlSplice>& candidates,
+                                const YamlNodePtr& expected, const Place& place)
+{
+    for (const YamlSplice& splice : candidates) {
+        const QByteArray written = splice.text.toUtf8();
+        auto source = std::make_unique<const SourceText>(
+            QByteArray(text()).replace(splice.begin, splice.end - splice.begin, written));
+        const auto tree = YamlTree::read(*source);
+        const auto* const root = std::get_if<YamlNodePtr>(&tree);
+        if (root && YamlTree::isSame(**root, *expected)) {
+            m_source = std::move(source);
+            m_root.value = *root;
+            m_root.mark = (*root)->mark;
+            m_editBegin = splice.begin;
+            m_editEnd = splice.begin + written.size();
+            return std::nullopt;
+        }
+    }
+    return TextError{place, "what is written here cannot be edited without changing more than was "
+                            "asked for; edit it by hand"};
+}
+
+} // namespace norvo

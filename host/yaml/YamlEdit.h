@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "host/yaml/YamlTree.h"
+
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace norvo {
+
+struct YamlSplice;
+
+/// Edits a YAML text by splicing: every byte outside the place of an edit stays, comments too.
+///
+/// What is written takes the style of what it replaces, or of its siblings. After each edit the new
+/// text is read, and the edit counts only if it reads as it should. What would change a second use
+/// of an anchored value is refused. An edit that returns an error has changed nothing.
+class YamlEdit
+{
+public:
+    using Error = std::optional<TextError>; ///< Nothing: the edit is done.
+    /// From the root: the key in a map, as it is written there; the index, from 0, in a list.
+    using Path = QStringList;
+
+    explicit YamlEdit(const QByteArray& text);
+
+    /// Why the text given at first cannot be edited: it cannot be read.
+    const Error& error() const { return m_error; }
+    const QByteArray& text() const { return m_source->bytes(); }
+    const YamlNode& root() const { return *m_root.value; }
+    /// The offset where the latest edit began, and where what it has written ends.
+    int editBegin() const { return m_editBegin; }
+    int editEnd() const { return m_editEnd; }
+
+    /// Replaces a text, or what is absent.
+    Error setText(const Path& path, const QString& text);
+    /// Inserts an entry into a map, or where a value is absent; behind the key `after`, or last.
+    Error insert(const Path& map, const QString& key, const YamlNodePtr& value,
+                 const QString& after = {});
+    /// Adds an entry to a list, or where a value is absent; behind the index `after`, or last.
+    Error add(const Path& list, const YamlNodePtr& value, int after = -1);
+    /// Removes an entry of a map or a list; one that becomes empty stays, as "{}" or "[]".
+    Error remove(const Path& path);
+
+private:
+    /// The way from the root to a value.
+    struct Trail
+    {
+        std::vector<const YamlEntry*> entries; ///< The root first.
+        std::vector<int> indices;              ///< One fewer.
+    };
+
+    Error find(const Path& path, Trail& trail) const;
+    Error refuseShared(const Trail& trail) const;
+    Error insertEntry(const Trail& trail, const YamlEntry& entry, int after);
+    Error apply(const std::vector<YamlSplice>& candidates, const YamlNodePtr& expected,
+                const Place& place);
+
+    std::unique_ptr<const SourceText> m_source;
+    YamlEntry m_root; ///< A value without a key.
+    Error m_error;
+    int m_editBegin = 0;
+    int m_editEnd = 0;
+};
+
+} // namespace norvo
