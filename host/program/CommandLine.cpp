@@ -9,6 +9,8 @@
 #include <QImageWriter>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace norvo {
 
 namespace {
@@ -18,6 +20,7 @@ const QCommandLineOption kState("state", {}, "FILE");
 const QCommandLineOption kNoState("no-state");
 const QCommandLineOption kFullscreen("fullscreen");
 const QCommandLineOption kCheck("check");
+const QCommandLineOption kSet("set", {}, "DEVICE.PARAM=VALUE");
 const QCommandLineOption kScreenshot("screenshot", {}, "OUT.png");
 const QCommandLineOption kTypes("types");
 const QCommandLineOption kDescribe("describe", {}, "TYPE");
@@ -63,7 +66,7 @@ QStringList qtArguments(const QCommandLineParser& parser)
 /// Options of which no two make sense beside each other.
 const QList<QList<QCommandLineOption>> kAlternatives{
     {kState, kNoState},
-    {kCheck, kScreenshot, kFullscreen, kTypes, kDescribe, kDescribeAll},
+    {kSet, kCheck, kScreenshot, kFullscreen, kTypes, kDescribe, kDescribeAll},
 };
 
 QString contradiction(const QCommandLineParser& parser)
@@ -109,7 +112,29 @@ Options::Action actionOf(const QCommandLineParser& parser)
     if (parser.isSet(kDescribeAll)) {
         return Options::Action::DescribeAll;
     }
+    if (parser.isSet(kSet)) {
+        return Options::Action::Set;
+    }
     return parser.isSet(kScreenshot) ? Options::Action::Screenshot : Options::Action::Run;
+}
+
+/// Spaces around the names are no part of them; all behind the "=" is the value.
+QVector<ParamChange> paramChanges(const QStringList& values, QString& error)
+{
+    QVector<ParamChange> changes;
+    for (const QString& value : values) {
+        const int equals = value.indexOf('=');
+        const int point = value.left(equals).indexOf('.');
+        const ParamChange change{value.left(std::max(point, 0)).trimmed(),
+                                 value.mid(point + 1, equals - point - 1).trimmed(),
+                                 value.mid(equals + 1)};
+        if (equals < 0 || change.device.isEmpty() || change.param.isEmpty()) {
+            error =
+                QString("--set needs DEVICE.PARAM=VALUE like start.text=Go, not \"%1\"").arg(value);
+        }
+        changes += change;
+    }
+    return changes;
 }
 
 QStringList panelFilesOf(const QCommandLineParser& parser, QString& error)
@@ -119,6 +144,8 @@ QStringList panelFilesOf(const QCommandLineParser& parser, QString& error)
         error = "no panel file was named";
     } else if (files.size() > 1 && !parser.isSet(kCheck)) {
         error = QString("one panel file at a time, not \"%1\" as well").arg(files[1]);
+    } else if (files.contains(PanelInput::kStandardInput) && parser.isSet(kSet)) {
+        error = "--set needs a file, not standard input";
     } else if (files.count(PanelInput::kStandardInput) > 1) {
         error = "standard input can be read once";
     }
@@ -204,8 +231,8 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
 {
     QCommandLineParser parser;
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // As Qt's own are.
-    parser.addOptions({kPlugins, kState, kNoState, kFullscreen, kCheck, kScreenshot, kAfter, kSize,
-                       kTypes, kDescribe, kDescribeAll, kFormat, kVerbose, kHelp, kVersion});
+    parser.addOptions({kPlugins, kState, kNoState, kFullscreen, kCheck, kSet, kScreenshot, kAfter,
+                       kSize, kTypes, kDescribe, kDescribeAll, kFormat, kVerbose, kHelp, kVersion});
     parser.addOptions(kQtOptions);
     Options options;
     if (!parser.parse(arguments)) {
@@ -226,6 +253,9 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
     if (error.isEmpty() && options.action == Options::Action::Screenshot) {
         readPictureOptions(parser, options, error);
     }
+    if (error.isEmpty()) {
+        options.changes = paramChanges(parser.values(kSet), error);
+    }
     if (error.isEmpty() && options.isListing()) {
         readListingOptions(parser, options, error);
     } else if (error.isEmpty()) {
@@ -241,6 +271,8 @@ QString CommandLine::helpText()
 
 norvo-panel [options] PANEL.yaml                 runs the panel
 norvo-panel --check PANEL.yaml...                reports every error of each panel, no window
+norvo-panel --set DEVICE.PARAM=VALUE PANEL.yaml  writes a parameter's value into the panel file;
+                                                 can be given several times, all or none are done
 norvo-panel --screenshot OUT.png PANEL.yaml      runs the panel unseen and leaves a picture of it;
                                                  the ending chooses its kind: png, jpg, ...
 norvo-panel --types                              names every device type, in a line each

@@ -7,17 +7,27 @@
 #include <QSize>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 namespace norvo {
+
+/// A new value for a parameter in a panel file.
+struct ParamChange
+{
+    QString device; ///< Its id.
+    QString param;
+    QString value;
+};
 
 /// What the program was asked to do.
 struct Options
 {
-    enum class Action { Run, Check, Screenshot, Types, Describe, DescribeAll, Help, Version };
+    enum class Action { Run, Check, Set, Screenshot, Types, Describe, DescribeAll, Help, Version };
 
     Action action = Action::Run;
-    QStringList panelFiles; ///< One, or several for a check; "-" is standard input.
-    QString describedType;  ///< Of the action Describe.
+    QStringList panelFiles;       ///< One, or several for a check; "-" is standard input.
+    QVector<ParamChange> changes; ///< In the order of the command line.
+    QString describedType;        ///< Of the action Describe.
     Listing::Format format = Listing::Format::Text;
     QStringList pluginFolders; ///< In addition to the default ones.
     QString stateFile;         ///< Empty: beside the panel file.

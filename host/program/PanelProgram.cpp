@@ -14,6 +14,7 @@
 #include "host/program/Display.h"
 #include "host/program/PanelInput.h"
 #include "host/program/PluginSet.h"
+#include "host/program/SetParams.h"
 #include "host/program/TypeListing.h"
 #include "host/program/UnixSignals.h"
 #include "host/window/PanelPages.h"
@@ -243,9 +244,15 @@ int runProgram(const Options& options)
     }
     Display::substituteFonts();
     const Catalogue catalogue(plugins.manager());
-    return options.action == Options::Action::Check
-               ? check(options.panelFiles, plugins.manager(), catalogue)
-               : PanelRun(options, plugins.manager(), catalogue).run();
+    switch (options.action) {
+    case Options::Action::Check:
+        return check(options.panelFiles, plugins.manager(), catalogue);
+    case Options::Action::Set:
+        return setParams(options.panelFiles.constFirst(), options.changes, plugins.manager(),
+                         SenseCheck(catalogue));
+    default:
+        return PanelRun(options, plugins.manager(), catalogue).run();
+    }
 }
 
 } // namespace norvo

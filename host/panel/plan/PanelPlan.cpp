@@ -77,10 +77,7 @@ private:
             setParams(setting, *node->device());
             m_knowledge.checkSense(setting, *node->device(), m_diagnostics);
         } else if (!type.text.isEmpty()) {
-            m_diagnostics.error(type.place, [&] {
-                return "unknown device type " + inQuotes(type.text) +
-                       didYouMeanOneOf(type.text, m_manager.factories().keys());
-            });
+            m_diagnostics.error(type.place, [&] { return unknownType(type.text, m_manager); });
         }
         return node;
     }
@@ -93,11 +90,8 @@ private:
                 continue;
             }
             if (!device.params().contains(name)) {
-                m_diagnostics.error(param.name.place, [&] {
-                    return QString("a device of type %1 has no parameter %2%3")
-                        .arg(inQuotes(setting.type.text), inQuotes(name),
-                             didYouMeanOneOf(name, device.paramNames()));
-                });
+                m_diagnostics.error(param.name.place,
+                                    [&] { return unknownParam(setting.type.text, name, device); });
                 continue;
             }
             const QString declared = device.params().storedKey(name);
@@ -349,6 +343,18 @@ private:
 };
 
 } // namespace
+
+QString unknownType(const QString& type, const DeviceManager& manager)
+{
+    return "unknown device type " + inQuotes(type) +
+           didYouMeanOneOf(type, manager.factories().keys());
+}
+
+QString unknownParam(const QString& type, const QString& name, const BaseDevice& device)
+{
+    return QString("a device of type %1 has no parameter %2%3")
+        .arg(inQuotes(type), inQuotes(name), didYouMeanOneOf(name, device.paramNames()));
+}
 
 bool PlannedWire::operator==(const PlannedWire& other) const
 {

@@ -10,9 +10,15 @@
 #include <memory>
 #include <vector>
 
+class BaseDevice;
 class DeviceManager;
 
 namespace norvo {
+
+/// The error about a type that no plug-in has, with the nearest known one.
+QString unknownType(const QString& type, const DeviceManager& manager);
+/// The error about a parameter that the device does not have.
+QString unknownParam(const QString& type, const QString& name, const BaseDevice& device);
 
 /// A connection as it will be made. The signatures are normalised.
 struct PlannedWire

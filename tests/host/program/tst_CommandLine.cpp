@@ -14,6 +14,8 @@ class tst_CommandLine : public QObject
 private slots:
     void panelAloneIsRun();
     void everyOptionArrives();
+    void changesOfParametersArrive_data();
+    void changesOfParametersArrive();
     void optionsOfQtArePassedOn_data();
     void optionsOfQtArePassedOn();
     void pictureHasItsFileTimeAndSize();
@@ -59,6 +61,30 @@ void tst_CommandLine::everyOptionArrives()
     QVERIFY(options.fullscreen);
     QVERIFY(!parse({"p.yaml", "--no-state"}, error).keepsState);
     QCOMPARE(error, QString());
+}
+
+void tst_CommandLine::changesOfParametersArrive_data()
+{
+    QTest::addColumn<QString>("argument");
+    QTest::addColumn<QStringList>("change");
+    QTest::newRow("plain") << "a.text=Go" << QStringList{"a", "text", "Go"};
+    QTest::newRow("group") << "a.widget/row=1" << QStringList{"a", "widget/row", "1"};
+    QTest::newRow("empty") << "a.text=" << QStringList{"a", "text", ""};
+    QTest::newRow("more points and signs") << "a.b.c=d=e.f" << QStringList{"a", "b.c", "d=e.f"};
+    QTest::newRow("spaces") << " a . b = c " << QStringList{"a", "b", " c "};
+}
+
+void tst_CommandLine::changesOfParametersArrive()
+{
+    QFETCH(QString, argument);
+    QString error;
+    const Options options = parse({"--set", "x.y=1", "--set", argument, "p.yaml"}, error);
+    QCOMPARE(error, QString());
+    QCOMPARE(options.changes.size(), 2);
+    QTEST((QStringList{options.changes[1].device, options.changes[1].param,
+                       options.changes[1].value}),
+          "change");
+    QCOMPARE(options.panelFiles, QStringList("p.yaml"));
 }
 
 void tst_CommandLine::optionsOfQtArePassedOn_data()
@@ -125,6 +151,7 @@ void tst_CommandLine::actionIsChosen_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<int>("action");
     QTest::newRow("check") << QStringList{"--check", "p.yaml"} << int(Options::Action::Check);
+    QTest::newRow("set") << QStringList{"--set", "a.b=c", "p.yaml"} << int(Options::Action::Set);
     QTest::newRow("help") << QStringList{"--help"} << int(Options::Action::Help);
     QTest::newRow("h") << QStringList{"-h"} << int(Options::Action::Help);
     QTest::newRow("types") << QStringList{"--types"} << int(Options::Action::Types);
@@ -195,6 +222,15 @@ void tst_CommandLine::errorIsReported_data()
                                 << "--format goes with --describe and --describe-all only";
     QTest::newRow("form of the lines") << QStringList{"--types", "--format", "json"}
                                        << "--format goes with --describe and --describe-all only";
+    QTest::newRow("set and check")
+        << QStringList{"--set", "a.b=c", "--check", "a"} << "--set and --check do not go together";
+    for (const char* change : {"", "a", "a.b", "=", "a=b", ".b=c", "a.=c", "a=b.c"}) {
+        QTest::addRow("set '%s'", change)
+            << QStringList{"--set", "x.y=1", "--set", change, "a"}
+            << QString("--set needs DEVICE.PARAM=VALUE like start.text=Go, not \"%1\"").arg(change);
+    }
+    QTest::newRow("set standard input")
+        << QStringList{"--set", "a.b=c", "-"} << "--set needs a file, not standard input";
     QTest::newRow("after alone") << QStringList{"--after", "5", "a"}
                                  << "--after goes with --screenshot only";
     QTest::newRow("size alone") << QStringList{"--size", "800x480", "a"}

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/program/SetParams.h"
+
+#include "host/panel/file/AtomicFile.h"
+#include "host/panel/file/PanelEdit.h"
+#include "host/panel/file/PanelFile.h"
+#include "host/panel/plan/PanelPlan.h"
+#include "host/program/Console.h"
+
+#include "norvo/BaseDevice.h"
+#include "norvo/DeviceManager.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSet>
+
+#include <algorithm>
+#include <memory>
+
+namespace norvo {
+
+namespace {
+
+void report(Diagnostic::Severity severity, const QString& file, const TextError& what)
+{
+    Console::report(Diagnostic{severity, file, what.place, what.text}.toString());
+}
+
+/// What the device's type has against a change, whatever the value.
+YamlEdit::Error unknownName(const ParamChange& change, const PanelDescription& panel,
+                            const DeviceManager& manager)
+{
+    const auto setting =
+        std::find_if(panel.devices.cbegin(), panel.devices.cend(),
+                     [&change](const DeviceSetting& one) { return one.id.text == change.device; });
+    if (setting == panel.devices.cend()) {
+        return std::nullopt; // The edit says so.
+    }
+    const std::unique_ptr<BaseDevice> device(manager.createDevice(setting->type.text));
+    if (!device) {
+        return TextError{setting->type.place, unknownType(setting->type.text, manager)};
+    }
+    if (!device->params().contains(change.param)) {
+        return TextError{setting->id.place,
+                         unknownParam(setting->type.text, change.param, *device)};
+    }
+    return std::nullopt;
+}
+
+DiagnosticList check(const QByteArray& text, const QString& file, const DeviceManager& manager)
+{
+    Diagnostics diagnostics(file);
+    PanelPlan::make(PanelFile::parse(text, file, diagnostics), manager, {}, diagnostics);
+    return diagnostics.sorted();
+}
+
+/// What the check reports now and has not reported before. Lines may have moved.
+void reportNew(const DiagnosticList& before, const DiagnosticList& now)
+{
+    const auto withoutLines = [](const Diagnostic& one) {
+        static const QRegularExpression line("\\bline \\d+");
+        return QString(one.text).remove(line);
+    };
+    QSet<QString> known;
+    for (const Diagnostic& one : before) {
+        known.insert(withoutLines(one));
+    }
+    for (const Diagnostic& one : now) {
+        if (!known.contains(withoutLines(one))) {
+            report(Diagnostic::Severity::Warning, one.file, {one.place, one.text});
+        }
+    }
+}
+
+} // namespace
+
+int setParams(const QString& file, const QVector<ParamChange>& changes,
+              const DeviceManager& manager)
+{
+    const QString path = QFileInfo(file).absoluteFilePath();
+    QString reason;
+    const auto text = readTextFile(path, reason);
+    if (!text) {
+        report(Diagnostic::Severity::Error, file, {{}, reason});
+        return 1;
+    }
+    YamlEdit edit(*text);
+    Diagnostics ignored(file); // The check of the whole panel reports them.
+    const PanelDescription panel = PanelFile::parse(*text, file, ignored);
+    bool isRefused = false;
+    for (const ParamChange& change : changes) {
+        YamlEdit::Error error = unknownName(change, panel, manager);
+        error =
+            error ? error : PanelEdit::setParam(edit, change.device, change.param, change.value);
+        if (error) {
+            report(Diagnostic::Severity::Error, file, *error);
+            isRefused = true;
+        }
+        if (edit.error()) {
+            break;
+        }
+    }
+    if (isRefused) {
+        return 1;
+    }
+    QDir::setCurrent(QFileInfo(path).path()); // Files in the panel are relative to it.
+    reportNew(check(*text, file, manager), check(edit.text(), file, manager));
+    const auto isUnchanged = [&path, &text] {
+        QString ignoredReason;
+        return readTextFile(path, ignoredReason) == text;
+    };
+    if (edit.text() != *text && !writeFileAtomically(path, edit.text(), reason, isUnchanged)) {
+        report(Diagnostic::Severity::Error, file, {{}, "nothing was written: " + reason});
+        return 1;
+    }
+    return 0;
+}
+
+} // namespace norvo
