@@ -172,7 +172,10 @@ void tst_NorvoPanelSet::fileThatWasChangedMeanwhileStays()
     s_folder = &folder;
     DeviceManager manager;
     manager.registerDeviceType<MeanwhileDevice>("meanwhile");
-    QCOMPARE(norvo::setParams(folder.panel(), {{"a", "text", "1"}}, manager), 1);
+    const QString here = QDir::currentPath();
+    const int status = norvo::setParams(folder.panel(), {{"a", "text", "1"}}, manager);
+    QDir::setCurrent(here);
+    QCOMPARE(status, 1);
     QCOMPARE(folder.content("panel.yaml"), QByteArray("# saved by an editor\n"));
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList("panel.yaml"));
 }

@@ -35,15 +35,15 @@ QStringList linesOf(const YamlNode& root)
     return lines;
 }
 
-/// One entry of a tree, by its path and by the line where it begins.
+/// One entry of a tree, by its path and by its lines.
 struct Spot
 {
     YamlEdit::Path path;
     const YamlNode* node = nullptr;
-    const YamlNode* parent = nullptr;
-    int line = 0;
+    int line = 0; ///< The first of its lines.
     int lines = 0;
-    QString prefix; ///< Of its lines.
+    int textLine = 0; ///< In the YAML text, of the value.
+    QString prefix;   ///< Of its lines.
 };
 
 void collect(const YamlNode& node, const Spot& here, QVector<Spot>& spots, int& line)
@@ -56,7 +56,7 @@ void collect(const YamlNode& node, const Spot& here, QVector<Spot>& spots, int& 
     for (size_t i = 0; i < node.entries.size(); ++i) {
         const YamlEntry& entry = node.entries[i];
         Spot below = here;
-        below.parent = &node;
+        below.textLine = entry.place.line;
         below.path += entry.key ? entry.key->text : QString::number(i);
         below.prefix += '\x1f' + (entry.key ? entry.key->text : QString("-"));
         collect(*entry.value, below, spots, line);
@@ -102,16 +102,21 @@ class tst_YamlEditRandom : public QObject
 private slots:
     void initTestCase();
     void treesAreAsExpectedAndBytesOutsideEqual();
+    void anyTextIsEditedAsExpectedOrRefused();
 
 private:
     unsigned pick(unsigned count) { return m_random() % count; }
     QString anyText();
-    bool edit(const QByteArray& text, QString& reason);
+    YamlEdit::Error editAny(YamlEdit& panel, const Spot& spot, QStringList& expected,
+                            QString& what);
+    QString lossOutside(const QByteArray& text, const YamlEdit& panel, QPair<int, int> lines) const;
+    QString edit(const QByteArray& text);
 
     std::mt19937 m_random;
     QList<QByteArray> m_panels;
     int m_done = 0;
     int m_refused = 0;
+    bool m_isAnyText = false; ///< Written as nobody would.
 };
 
 void tst_YamlEditRandom::initTestCase()
@@ -145,8 +150,73 @@ QString tst_YamlEditRandom::anyText()
     return text;
 }
 
-/// One edit; false with a reason where it went wrong.
-bool tst_YamlEditRandom::edit(const QByteArray& text, QString& reason)
+/// One edit of any kind: does it, and says what the tree should become.
+YamlEdit::Error tst_YamlEditRandom::editAny(YamlEdit& panel, const Spot& spot,
+                                            QStringList& expected, QString& what)
+{
+    const QString value = anyText();
+    const YamlNode& node = *spot.node;
+    const bool isRoot = spot.path.isEmpty();
+    if (!isRoot && pick(4) == 0) {
+        what = "remove";
+        expected.erase(expected.begin() + spot.line, expected.begin() + spot.line + spot.lines);
+        return panel.remove(spot.path);
+    }
+    if (node.isText() && !isRoot) {
+        what = "set " + value;
+        expected[spot.line] = spot.prefix + " = " + value;
+        return panel.setText(spot.path, value);
+    }
+    if (node.kind == YamlNode::Kind::List) {
+        what = "add " + value;
+        const int count = int(node.entries.size());
+        const int after = int(pick(unsigned(count) + 1)) - 1;
+        QStringList before;
+        for (int i = 0; i < (after < 0 ? count : after + 1); ++i) {
+            appendLines(*node.entries[size_t(i)].value, {}, before);
+        }
+        expected.insert(spot.line + 1 + before.size(), spot.prefix + "\x1f- = " + value);
+        return panel.add(spot.path, YamlTree::text(value), after);
+    }
+    what = "insert " + value;
+    const bool isMap = pick(2) == 0;
+    const QString path = spot.prefix + "\x1fk" + value;
+    const int place = spot.line + spot.lines;
+    expected[spot.line] = spot.prefix + " {}";
+    expected.insert(place, (isMap ? path + "\x1fx = " : path + " = ") + value);
+    if (isMap) {
+        expected.insert(place, path + " {}");
+    }
+    const auto text = YamlTree::text(value);
+    return panel.insert(spot.path, "k" + value, isMap ? YamlTree::map({{"x", text}}) : text);
+}
+
+/// What has changed outside the edit; empty where nothing has. `lines`: the first that a new text
+/// may touch, and the first behind it that it may not; 0: unknown.
+QString tst_YamlEditRandom::lossOutside(const QByteArray& text, const YamlEdit& panel,
+                                        QPair<int, int> lines) const
+{
+    const QByteArray now = panel.text();
+    const int behind = now.size() - panel.editEnd();
+    if (now.left(panel.editBegin()) != text.left(panel.editBegin()) ||
+        now.right(behind) != text.right(behind) || panel.editBegin() + behind > text.size()) {
+        return "bytes outside the edit";
+    }
+    const QList<QByteArray> before = text.split('\n');
+    const QList<QByteArray> after = now.split('\n');
+    if (lines.first > 0 && after.mid(0, lines.first - 1) != before.mid(0, lines.first - 1)) {
+        return "lines before the edit";
+    }
+    const int rest = lines.second > lines.first ? before.size() - lines.second + 1 : 0;
+    if (lines.first > 0 && after.mid(after.size() - rest) != before.mid(before.size() - rest)) {
+        return "lines behind the edit";
+    }
+    const bool isCrLf = text.contains('\n') && text.count('\n') == text.count("\r\n");
+    return isCrLf && now.count('\n') != now.count("\r\n") ? "another line end" : "";
+}
+
+/// One edit of the text; what went wrong, empty where nothing did.
+QString tst_YamlEditRandom::edit(const QByteArray& text)
 {
     const YamlEdit before(text);
     YamlEdit panel(text);
@@ -154,79 +224,35 @@ bool tst_YamlEditRandom::edit(const QByteArray& text, QString& reason)
     QVector<Spot> spots;
     int line = 0;
     collect(before.root(), {}, spots, line);
-    const Spot spot = spots[int(pick(unsigned(spots.size())))];
-    const QString value = anyText();
-    const bool isRoot = spot.path.isEmpty();
-    const bool isRemoved = !isRoot && pick(4) == 0;
-    YamlEdit::Error error;
-    if (isRemoved) {
-        reason = "remove";
-        error = panel.remove(spot.path);
-        expected.erase(expected.begin() + spot.line, expected.begin() + spot.line + spot.lines);
-    } else if (spot.node->isText() && !isRoot) {
-        reason = "set " + value;
-        error = panel.setText(spot.path, value);
-        expected[spot.line] = spot.prefix + " = " + value;
-    } else if (spot.node->kind == YamlNode::Kind::List) {
-        reason = "add " + value;
-        const int after = int(pick(unsigned(spot.node->entries.size()) + 1)) - 1;
-        error = panel.add(spot.path, YamlTree::text(value), after);
-        int place = spot.line + 1;
-        const int count = after < 0 ? int(spot.node->entries.size()) : after + 1;
-        for (int i = 0; i < count; ++i) {
-            QStringList item;
-            appendLines(*spot.node->entries[size_t(i)].value, {}, item);
-            place += item.size();
-        }
-        expected.insert(place, spot.prefix + "\x1f- = " + value);
-    } else {
-        reason = "insert " + value;
-        const QString key = "k" + value;
-        const bool isMap = pick(2) == 0;
-        const auto entry =
-            isMap ? YamlTree::map({{"x", YamlTree::text(value)}}) : YamlTree::text(value);
-        error = panel.insert(spot.path, key, entry);
-        expected[spot.line] = spot.prefix + " {}";
-        const QString path = spot.prefix + '\x1f' + key;
-        const int place = spot.line + spot.lines;
-        expected.insert(place, isMap ? path + "\x1fx = " + value : path + " = " + value);
-        if (isMap) {
-            expected.insert(place, path + " {}");
-        }
-    }
-    reason += " at " + spot.path.join('/');
-    const QByteArray now = panel.text();
+    const int index = int(pick(unsigned(spots.size())));
+    const Spot& spot = spots[index];
+    QString what;
+    const YamlEdit::Error error = editAny(panel, spot, expected, what);
+    what += " at " + spot.path.join('/') + ": ";
     if (error) {
         ++m_refused;
-        reason += ": refused: " + error->text;
-        return now == text && !error->text.contains("by hand");
+        const bool isRefusable = m_isAnyText || !error->text.contains("by hand");
+        return panel.text() == text && isRefusable ? QString() : what + "refused: " + error->text;
     }
     ++m_done;
-    if (linesOf(YamlEdit(now).root()) != expected) {
-        reason += ": another tree\n" + linesOf(YamlEdit(now).root()).join('\n') + "\nexpected\n" +
-                  expected.join('\n');
-        return false;
+    const QStringList tree = linesOf(YamlEdit(panel.text()).root());
+    if (tree != expected) {
+        return what + "the tree is\n" + tree.join('\n') + "\nand not\n" + expected.join('\n');
     }
-    const int behind = now.size() - panel.editEnd();
-    if (now.left(panel.editBegin()) != text.left(panel.editBegin()) ||
-        now.right(behind) != text.right(behind) || panel.editBegin() + behind > text.size()) {
-        reason += ": bytes outside the edit";
-        return false;
+    const int next = index + 1 < spots.size() ? spots[index + 1].textLine : 0;
+    const bool isSet = what.startsWith("set ");
+    const QString loss =
+        lossOutside(text, panel, isSet ? qMakePair(spot.textLine, next) : qMakePair(0, 0));
+    if (!loss.isEmpty()) {
+        return what + loss;
     }
-    if (text.contains("\r\n") && now.count('\n') != now.count("\r\n")) {
-        reason += ": another line end";
-        return false;
-    }
-    if (!isRemoved) {
-        const QStringList after = commentsOf(now);
-        for (const QString& comment : commentsOf(text)) {
-            if (!after.contains(comment)) {
-                reason += ": lost " + comment;
-                return false;
-            }
+    const QStringList comments = commentsOf(panel.text());
+    for (const QString& comment : commentsOf(text)) {
+        if (!m_isAnyText && !what.startsWith("remove") && !comments.contains(comment)) {
+            return what + "lost " + comment;
         }
     }
-    return true;
+    return {};
 }
 
 void tst_YamlEditRandom::treesAreAsExpectedAndBytesOutsideEqual()
@@ -237,14 +263,41 @@ void tst_YamlEditRandom::treesAreAsExpectedAndBytesOutsideEqual()
     for (unsigned round = 0; round < 10000; ++round) {
         m_random.seed(first + round);
         const QByteArray text = m_panels[int(pick(unsigned(m_panels.size())))];
-        QString reason;
-        QVERIFY2(edit(text, reason),
-                 qPrintable(QString("NORVO_TEST_SEED=%1: %2\n%3")
-                                .arg(first + round)
-                                .arg(reason, QString::fromUtf8(text.left(3000)))));
+        const QString wrong = edit(text);
+        QVERIFY2(wrong.isEmpty(), qPrintable(QString("NORVO_TEST_SEED=%1: %2\n%3")
+                                                 .arg(first + round)
+                                                 .arg(wrong, QString::fromUtf8(text.left(3000)))));
     }
     qInfo("%d edits done, %d refused", m_done, m_refused);
     QVERIFY(m_refused < 1000);
+}
+
+void tst_YamlEditRandom::anyTextIsEditedAsExpectedOrRefused()
+{
+    const QList<QByteArray> pieces{
+        "a",     "b",    "c",    ": ",     ": ",  ":",     "- ",     "- ",    "? ",   "\n",
+        "\n",    "\n  ", "\n  ", "\n    ", "{",   "}",     "[",      "]",     ", ",   "\"",
+        "'",     "|\n",  ">-\n", "|+\n",   "&a ", "*a ",   "!!str ", "~",     " # c", "---\n",
+        "...\n", "é",    "\r\n", "%",      "x y", "\"q\"", "'s'",    "a: 1\n"};
+    m_isAnyText = true;
+    m_done = m_refused = 0;
+    for (unsigned round = 0; round < 100000; ++round) {
+        m_random.seed(round); // The same texts in every run.
+        QByteArray text;
+        for (unsigned i = 1 + pick(16); i > 0; --i) {
+            text += pieces[int(pick(unsigned(pieces.size())))];
+        }
+        const YamlEdit panel(text);
+        if (!panel.error() && isPathUnique(panel.root())) {
+            const QString wrong = edit(text);
+            QVERIFY2(
+                wrong.isEmpty(),
+                qPrintable(
+                    QString("round %1: %2\n%3").arg(round).arg(wrong, QString::fromUtf8(text))));
+        }
+    }
+    qInfo("%d edits done, %d refused", m_done, m_refused);
+    QVERIFY(m_done > 1000);
 }
 
 NORVO_GUILESS_TEST(tst_YamlEditRandom)
