@@ -7,6 +7,7 @@
 #include "host/panel/file/PanelFile.h"
 #include "host/panel/plan/PanelPlan.h"
 #include "host/program/Console.h"
+#include "host/yaml/Quote.h"
 
 #include "norvo/BaseDevice.h"
 #include "norvo/DeviceManager.h"
@@ -29,14 +30,26 @@ void report(Diagnostic::Severity severity, const QString& file, const TextError&
 }
 
 /// What the device's type has against a change, whatever the value.
-YamlEdit::Error unknownName(const ParamChange& change, const PanelDescription& panel,
-                            const DeviceManager& manager)
+YamlEdit::Error unknownName(const ParamChange& change, const YamlEdit& edit,
+                            const PanelDescription& panel, const DeviceManager& manager)
 {
     const auto setting =
         std::find_if(panel.devices.cbegin(), panel.devices.cend(),
                      [&change](const DeviceSetting& one) { return one.id.text == change.device; });
-    if (setting == panel.devices.cend()) {
+    const bool isInFile = PanelEdit::hasDevice(edit, change.device);
+    if (setting == panel.devices.cend() && !isInFile) {
         return std::nullopt; // The edit says so.
+    }
+    if (setting == panel.devices.cend()) {
+        return TextError{{},
+                         inQuotes(change.device) +
+                             " uses a template; change what it gives it, or the template"};
+    }
+    if (!isInFile) {
+        return TextError{{},
+                         QString("the device %1 comes from a template; change it there, or what "
+                                 "its use gives")
+                             .arg(inQuotes(change.device))};
     }
     const std::unique_ptr<BaseDevice> device(manager.createDevice(setting->type.text));
     if (!device) {
@@ -49,12 +62,22 @@ YamlEdit::Error unknownName(const ParamChange& change, const PanelDescription& p
     return std::nullopt;
 }
 
-DiagnosticList check(const QByteArray& text, const QString& file, const DeviceManager& manager)
+/// A panel as the check reads it.
+struct Reading
 {
-    Diagnostics diagnostics(file);
-    PanelPlan::make(PanelFile::parse(text, file, diagnostics), manager, {}, diagnostics);
-    return diagnostics.sorted();
-}
+    Reading(const QByteArray& text, const QString& file)
+        : diagnostics(file), panel(PanelFile::parse(text, file, diagnostics))
+    {}
+
+    DiagnosticList check(const DeviceManager& manager)
+    {
+        PanelPlan::make(panel, manager, {}, diagnostics);
+        return diagnostics.sorted();
+    }
+
+    Diagnostics diagnostics;
+    PanelDescription panel;
+};
 
 /// What the check reports now and has not reported before. Lines may have moved.
 void reportNew(const DiagnosticList& before, const DiagnosticList& now)
@@ -87,11 +110,10 @@ int setParams(const QString& file, const QVector<ParamChange>& changes,
         return 1;
     }
     YamlEdit edit(*text);
-    Diagnostics ignored(file); // The check of the whole panel reports them.
-    const PanelDescription panel = PanelFile::parse(*text, file, ignored);
+    Reading before(*text, file);
     bool isRefused = false;
     for (const ParamChange& change : changes) {
-        YamlEdit::Error error = unknownName(change, panel, manager);
+        YamlEdit::Error error = unknownName(change, edit, before.panel, manager);
         error =
             error ? error : PanelEdit::setParam(edit, change.device, change.param, change.value);
         if (error) {
@@ -105,8 +127,9 @@ int setParams(const QString& file, const QVector<ParamChange>& changes,
     if (isRefused) {
         return 1;
     }
+    Reading now(edit.text(), file);
     QDir::setCurrent(QFileInfo(path).path()); // Files in the panel are relative to it.
-    reportNew(check(*text, file, manager), check(edit.text(), file, manager));
+    reportNew(before.check(manager), now.check(manager));
     const auto isUnchanged = [&path, &text] {
         QString ignoredReason;
         return readTextFile(path, ignoredReason) == text;

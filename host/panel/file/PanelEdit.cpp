@@ -111,6 +111,12 @@ YamlEdit::Error insertParam(YamlEdit& edit, const Path& params, const QString& n
 
 } // namespace
 
+bool PanelEdit::hasDevice(const YamlEdit& edit, const QString& device)
+{
+    const YamlNode* const devices = valueOf(edit.root(), "devices");
+    return devices && valueOf(*devices, device);
+}
+
 YamlEdit::Error PanelEdit::setParam(YamlEdit& edit, const QString& device, const QString& name,
                                     const QString& value)
 {

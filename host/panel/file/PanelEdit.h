@@ -10,6 +10,9 @@ namespace norvo {
 /// Edits of a panel file in a panel's words.
 namespace PanelEdit {
 
+/// Whether the file itself has the device, not a template of it.
+bool hasDevice(const YamlEdit& edit, const QString& device);
+
 /// Gives a device's parameter a value. A parameter that is there is found in any case and in
 /// either spelling, "widget/row" or a map "widget"; a new one is spelled as its siblings are, else
 /// as in other devices. Whether the device's type has it is not looked at.

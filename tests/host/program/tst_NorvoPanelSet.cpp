@@ -88,6 +88,17 @@ void tst_NorvoPanelSet::errorIsClear_data()
     QTest::newRow("unknown type") << QByteArray("devices: {a: {device: buton}}\n") << "a.text=1"
                                   << ":1:23: error: unknown device type \"buton\"; did you mean "
                                      "\"button\"?";
+    QTest::newRow("device of a template")
+        << QByteArray("templates: {t: {devices: {a: {device: button}}}}\n"
+                      "devices: {p: {use: t}}\n")
+        << "p-a.text=1"
+        << ": error: the device \"p-a\" comes from a template; change it there, or what its use "
+           "gives";
+    QTest::newRow("use of a template")
+        << QByteArray("templates: {t: {devices: {a: {device: button}}}}\n"
+                      "devices: {p: {use: t}}\n")
+        << "p.text=1"
+        << ": error: \"p\" uses a template; change what it gives it, or the template";
     QTest::newRow("broken YAML") << QByteArray("devices: {a: {device: button}\n") << "a.text=1"
                                  << ":1:10: error: broken YAML: the map that opens here is not "
                                     "closed; \"}\" is missing before line 2, column 1";
