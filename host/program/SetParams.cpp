@@ -69,9 +69,9 @@ struct Reading
         : diagnostics(file), panel(PanelFile::parse(text, file, diagnostics))
     {}
 
-    DiagnosticList check(const DeviceManager& manager)
+    DiagnosticList check(const DeviceManager& manager, const TypeKnowledge& knowledge)
     {
-        PanelPlan::make(panel, manager, {}, diagnostics);
+        PanelPlan::make(panel, manager, {}, diagnostics, {}, knowledge);
         return diagnostics.sorted();
     }
 
@@ -100,7 +100,7 @@ void reportNew(const DiagnosticList& before, const DiagnosticList& now)
 } // namespace
 
 int setParams(const QString& file, const QVector<ParamChange>& changes,
-              const DeviceManager& manager)
+              const DeviceManager& manager, const TypeKnowledge& knowledge)
 {
     const QString path = QFileInfo(file).absoluteFilePath();
     QString reason;
@@ -129,7 +129,7 @@ int setParams(const QString& file, const QVector<ParamChange>& changes,
     }
     Reading now(edit.text(), file);
     QDir::setCurrent(QFileInfo(path).path()); // Files in the panel are relative to it.
-    reportNew(before.check(manager), now.check(manager));
+    reportNew(before.check(manager, knowledge), now.check(manager, knowledge));
     const auto isUnchanged = [&path, &text] {
         QString ignoredReason;
         return readTextFile(path, ignoredReason) == text;

@@ -2,6 +2,7 @@
 
 #include "PanelProcess.h"
 #include "TestMain.h"
+#include "host/panel/file/TypeKnowledge.h"
 #include "host/program/SetParams.h"
 
 #include "norvo/BaseDevice.h"
@@ -184,7 +185,7 @@ void tst_NorvoPanelSet::fileThatWasChangedMeanwhileStays()
     DeviceManager manager;
     manager.registerDeviceType<MeanwhileDevice>("meanwhile");
     const QString here = QDir::currentPath();
-    const int status = norvo::setParams(folder.panel(), {{"a", "text", "1"}}, manager);
+    const int status = norvo::setParams(folder.panel(), {{"a", "text", "1"}}, manager, {});
     QDir::setCurrent(here);
     QCOMPARE(status, 1);
     QCOMPARE(folder.content("panel.yaml"), QByteArray("# saved by an editor\n"));
