@@ -25,6 +25,7 @@ const QCommandLineOption kScreenshot("screenshot", {}, "OUT.png");
 const QCommandLineOption kTypes("types");
 const QCommandLineOption kDescribe("describe", {}, "TYPE");
 const QCommandLineOption kDescribeAll("describe-all");
+const QCommandLineOption kSchema("schema");
 const QCommandLineOption kFormat("format", {}, "FORMAT");
 const QCommandLineOption kAfter("after", {}, "MS");
 const QCommandLineOption kSize("size", {}, "WxH");
@@ -66,7 +67,7 @@ QStringList qtArguments(const QCommandLineParser& parser)
 /// Options of which no two make sense beside each other.
 const QList<QList<QCommandLineOption>> kAlternatives{
     {kState, kNoState},
-    {kSet, kCheck, kScreenshot, kFullscreen, kTypes, kDescribe, kDescribeAll},
+    {kSet, kCheck, kScreenshot, kFullscreen, kTypes, kDescribe, kDescribeAll, kSchema},
 };
 
 QString contradiction(const QCommandLineParser& parser)
@@ -114,6 +115,9 @@ Options::Action actionOf(const QCommandLineParser& parser)
     }
     if (parser.isSet(kSet)) {
         return Options::Action::Set;
+    }
+    if (parser.isSet(kSchema)) {
+        return Options::Action::Schema;
     }
     return parser.isSet(kScreenshot) ? Options::Action::Screenshot : Options::Action::Run;
 }
@@ -232,7 +236,8 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
     QCommandLineParser parser;
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // As Qt's own are.
     parser.addOptions({kPlugins, kState, kNoState, kFullscreen, kCheck, kSet, kScreenshot, kAfter,
-                       kSize, kTypes, kDescribe, kDescribeAll, kFormat, kVerbose, kHelp, kVersion});
+                       kSize, kTypes, kDescribe, kDescribeAll, kSchema, kFormat, kVerbose, kHelp,
+                       kVersion});
     parser.addOptions(kQtOptions);
     Options options;
     if (!parser.parse(arguments)) {
@@ -280,6 +285,8 @@ norvo-panel --describe TYPE                      what the type is for, its param
                                                  and inputs, and a panel that runs
 norvo-panel --describe-all                       the same of all types; --format text, markdown
                                                  or json says how
+norvo-panel --schema                             a JSON Schema of panel files, for editors that
+                                                 complete and check them
 
 PANEL.yaml can be -, for standard input; its state is kept only where --state names a file. Names of
 files in a panel file are relative to its folder.

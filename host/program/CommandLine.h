@@ -22,7 +22,18 @@ struct ParamChange
 /// What the program was asked to do.
 struct Options
 {
-    enum class Action { Run, Check, Set, Screenshot, Types, Describe, DescribeAll, Help, Version };
+    enum class Action {
+        Run,
+        Check,
+        Set,
+        Screenshot,
+        Types,
+        Describe,
+        DescribeAll,
+        Schema,
+        Help,
+        Version
+    };
 
     Action action = Action::Run;
     QStringList panelFiles;       ///< One, or several for a check; "-" is standard input.
@@ -43,7 +54,7 @@ struct Options
     bool isListing() const ///< Of device types, without a panel.
     {
         return action == Action::Types || action == Action::Describe ||
-               action == Action::DescribeAll;
+               action == Action::DescribeAll || action == Action::Schema;
     }
 };
 

@@ -4,6 +4,7 @@
 
 #include "host/catalogue/Catalogue.h"
 #include "host/catalogue/Listing.h"
+#include "host/catalogue/Schema.h"
 #include "host/panel/file/EditDistance.h"
 #include "host/program/CommandLine.h"
 #include "host/program/Console.h"
@@ -39,8 +40,16 @@ int listTypes(const Options& options, const DeviceManager& manager)
     for (const QString& problem : catalogue.problems()) {
         Console::report(problem);
     }
-    Console::print(options.action == Options::Action::Types ? Listing::lines(types)
-                                                            : Listing::as(options.format, types));
+    switch (options.action) {
+    case Options::Action::Types:
+        Console::print(Listing::lines(types));
+        break;
+    case Options::Action::Schema:
+        Console::print(Schema::ofPanelFiles(catalogue));
+        break;
+    default:
+        Console::print(Listing::as(options.format, types));
+    }
     return 0;
 }
 

@@ -159,6 +159,7 @@ void tst_CommandLine::actionIsChosen_data()
                               << int(Options::Action::Describe);
     QTest::newRow("describe all") << QStringList{"--describe-all", "--format", "json"}
                                   << int(Options::Action::DescribeAll);
+    QTest::newRow("schema") << QStringList{"--schema"} << int(Options::Action::Schema);
     QTest::newRow("version") << QStringList{"--version"} << int(Options::Action::Version);
     QTest::newRow("v") << QStringList{"-v"} << int(Options::Action::Version);
 }
@@ -212,6 +213,8 @@ void tst_CommandLine::errorIsReported_data()
         << QStringList{"--types", "--check", "a"} << "--check and --types do not go together";
     QTest::newRow("one type and all") << QStringList{"--describe-all", "--describe", "button"}
                                       << "--describe and --describe-all do not go together";
+    QTest::newRow("schema and types")
+        << QStringList{"--schema", "--types"} << "--types and --schema do not go together";
     QTest::newRow("types of a panel") << QStringList{"--types", "a"}
                                       << "device types are described without a panel file, not "
                                          "with \"a\"";
