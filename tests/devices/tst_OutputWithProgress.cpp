@@ -26,6 +26,7 @@ private slots:
 
     void thresholdAlertsFollowTheOutputs_data();
     void thresholdAlertsFollowTheOutputs();
+    void valueBeyondBothOfSwappedThresholdsRaisesBothAlerts();
     void textRaisesNoAlerts();
     void numberWithSenderIsEmittedNamedBeforeTheAlerts();
     void textWithSenderIsEmittedNamedTextFirst();
@@ -210,6 +211,15 @@ void tst_OutputWithProgress::thresholdAlertsFollowTheOutputs()
     Recorder recorder(&running.device);
     running.device.input(value);
     QCOMPARE(recorder.take(), emitted);
+}
+
+void tst_OutputWithProgress::valueBeyondBothOfSwappedThresholdsRaisesBothAlerts()
+{
+    Running running({{"minThreshold", "20"}, {"maxThreshold", "10"}, {"alarm", "true"}});
+    Recorder recorder(&running.device);
+    running.device.input(15.0);
+    QCOMPARE(recorder.take(), QStringList({"output(15)", "output(\"15\")", "minThresholdAlert()",
+                                           "alarmAlert()", "maxThresholdAlert()", "alarmAlert()"}));
 }
 
 void tst_OutputWithProgress::textRaisesNoAlerts()

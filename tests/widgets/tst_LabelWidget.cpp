@@ -42,6 +42,7 @@ private slots:
     void lateBackslashIsShownAsItIs();
     void numbersAreShownInTheTemplate();
     void warningTurnsTheNextTextRed();
+    void warningIsForgottenWhenInitialisedAgain();
     void fontIsSetAgainWithEachText();
     void nothingIsShownAfterDeinitialise();
     void textFromAWireNeverMakesTheWindowLargerThanTheScreen_data();
@@ -157,6 +158,17 @@ void tst_LabelWidget::warningTurnsTheNextTextRed()
     stand.device.input(QString("X"));
     QCOMPARE(label->text(), QString("X"));
     QCOMPARE(redPixels(*stand.widget), 0);
+}
+
+void tst_LabelWidget::warningIsForgottenWhenInitialisedAgain()
+{
+    Stand<Label> stand;
+    stand.device.inputWarning(true);
+    stand.widget->deinitialise();
+    stand.widget->initialise();
+    stand.device.input(QString("X"));
+    const auto labels = stand.widget->findChildren<QLabel*>();
+    QCOMPARE(labels.last()->text(), QString("X"));
 }
 
 void tst_LabelWidget::fontIsSetAgainWithEachText()

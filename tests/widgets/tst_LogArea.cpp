@@ -77,6 +77,7 @@ private slots:
     void pictureWhileHiddenShowsTheStartWithoutScrolling();
     void fontChangedWhileHiddenActsAsOnATextEdit();
     void linesAreThoseOfATextEdit();
+    void rowsOfALongTextAreLines();
 };
 
 void tst_LogArea::visibleAreaLaysOutAtOnce()
@@ -341,6 +342,19 @@ void tst_LogArea::linesAreThoseOfATextEdit()
         QCOMPARE(area.toHtml(), edit.toHtml());
         QCOMPARE(area.textCursor().position(), edit.textCursor().position());
         QCOMPARE(area.currentCharFormat(), edit.currentCharFormat());
+    }
+}
+
+void tst_LogArea::rowsOfALongTextAreLines()
+{
+    QStringList rows;
+    for (int i = 0; i < 120; ++i) {
+        rows.append(QString(49, 'x') + QString::number(i));
+    }
+    for (const QChar lineBreak : {QChar('\n'), QChar(QChar::LineSeparator)}) {
+        LogArea area;
+        area.appendLine(rows.join(lineBreak));
+        QCOMPARE(area.toPlainText().split('\n'), rows);
     }
 }
 

@@ -43,6 +43,7 @@ private slots:
     void scaleThatCannotBeDrawnHasNoTicks();
     void ticksThatOutnumberThePixelsFillTheScale_data();
     void ticksThatOutnumberThePixelsFillTheScale();
+    void numbersTooDenseToCountStillReachTheEndOfTheRange();
     void reversedRangeHasTheSameTicks();
     void drawsItsColoursWhereTheGeometrySays();
     void drawingHugeValuesEnds();
@@ -200,6 +201,22 @@ void tst_ScaleDraw::ticksThatOutnumberThePixelsFillTheScale()
     for (int x = 5; x < 145; ++x) {
         QCOMPARE(image.pixelColor(x, 40), QColor("#F0F0F0"));
     }
+}
+
+void tst_ScaleDraw::numbersTooDenseToCountStillReachTheEndOfTheRange()
+{
+    // 100,000 is the most that a scale walks through: a smaller step is made as long.
+    const auto picture = [](double digitsStep) {
+        ScaleDraw scale(0.0, 1.0, digitsStep, 0.1, 2.0);
+        scale.setRegion(kRegion);
+        QImage image(200, 120, QImage::Format_RGB32);
+        image.fill(Qt::black);
+        QPainter painter(&image);
+        scale.drawText(painter);
+        return image;
+    };
+    QVERIFY(picture(1e-5) != picture(0.5));
+    QCOMPARE(picture(1e-7), picture(1e-5));
 }
 
 void tst_ScaleDraw::reversedRangeHasTheSameTicks()

@@ -20,6 +20,7 @@ private slots:
     void panelRunsOnAnXDisplay();
     void wholeScreenIsCoveredWithoutAWindowManager();
     void platformOfTheCommandLineIsUsed();
+    void displayOfTheCommandLineIsUsed();
     void displayThatGoesAwayEndsThePanel();
 };
 
@@ -185,6 +186,15 @@ void tst_NorvoPanelDisplay::platformOfTheCommandLineIsUsed()
     QCOMPARE(nonsense.runToEnd(), 1);
     QVERIFY(
         nonsense.errorLines().value(0).startsWith("norvo-panel: the display cannot be opened ("));
+}
+
+void tst_NorvoPanelDisplay::displayOfTheCommandLineIsUsed()
+{
+    const PanelFolder folder(kPatch);
+    PanelProcess panel({"-display", ":47113", folder.panel()});
+    panel.takeDisplayAway();
+    QCOMPARE(panel.runToEnd(), 1);
+    QVERIFY(panel.errorLines().value(0).startsWith("norvo-panel: the display cannot be opened ("));
 }
 
 void tst_NorvoPanelDisplay::displayThatGoesAwayEndsThePanel()

@@ -104,6 +104,7 @@ private slots:
     void oddFileGivesOneAlert();
     void overlongFileIsRefused();
     void alertsAgainAfterItReadWell();
+    void trafficIsNotComparedAcrossAFailure();
     void firstComparisonComesPromptly();
     void staysSilentWhenNotRunning();
     void stopsBeforeTheShutdown();
@@ -205,6 +206,20 @@ void tst_SystemDevice::alertsAgainAfterItReadWell()
         folder.write("stat", "cpu 100 0 0 100\n");
         QCOMPARE(subject.takeReading().mid(0, 2), (QStringList{"cpu", "100"}));
     }
+}
+
+void tst_SystemDevice::trafficIsNotComparedAcrossAFailure()
+{
+    ProcFolder folder;
+    Subject subject(folder.path());
+    subject.takeReading();
+    folder.remove("net/dev");
+    QVERIFY(subject.takeReading().contains("received"));
+    folder.writeTraffic(5000, 5000);
+    QCOMPARE(subject.takeReading().filter(QRegularExpression("received|sent")), QStringList());
+    folder.writeTraffic(6000, 5000);
+    QCOMPARE(subject.takeReading().filter(QRegularExpression("received|sent|some|none")),
+             (QStringList{"received", "some", "sent", "none"}));
 }
 
 void tst_SystemDevice::firstComparisonComesPromptly()

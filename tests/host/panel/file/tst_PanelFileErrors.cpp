@@ -49,6 +49,9 @@ const QVector<FileErrors> kErrors{
     {"unclosed-list",
      {"1:14: error: broken YAML: the list that opens here is not closed; "
       "\"]\" is missing before line 3, column 6"}},
+    {"unclosed-list-in-list",
+     {"4:3: error: broken YAML: the list that opens here is not closed; "
+      "\"]\" is missing before line 5, column 1"}},
     {"unclosed-map",
      {"2:8: error: broken YAML: the map that opens here is not closed; \"}\" "
       "is missing before line 3, column 7"}},
@@ -87,6 +90,9 @@ const QVector<FileErrors> kErrors{
      {"2:1: error: broken YAML: this is outside of the list or map above it; check the "
       "indentation and the quotes"}},
     {"merge-key", {"5:5: error: \"<<\" merges nothing here; give the alias as the value itself"}},
+    {"merge-key-in-quotes",
+     {"1:1: error: unknown key \"<<\"; a panel has title, devices, connections, templates and "
+      "include"}},
     {"key-no-text", {"2:1: error: a key must be a text"}},
     {"key-twice-top",
      {"3:1: error: the key \"title\" is given twice; it is already in line 1, column 1"}},

@@ -6,6 +6,7 @@
 
 #include "devices/Label.h"
 #include "devices/OutputDigitalDevice.h"
+#include "devices/QmlGuiDevice.h"
 #include "fixtures/relays/StepsDevice.h"
 #include "norvo/DeviceManager.h"
 #include "TestMain.h"
@@ -107,6 +108,7 @@ private slots:
     void noDeviceIsStarted();
     void typeThatShowsItsMethodsLateIsInitialisedAlone();
     void lateTypeThatFailsIsAnErrorAndItsConnectionsAreNotChecked();
+    void eachDocumentHasItsOwnSlots();
     void documentsBeyondAllBoundsAreAnError();
     void typeThatStartsNothingIsInitialised();
     void typeThatStartsNothingAndFailsIsAnErrorAtTheValueThatItNames();
@@ -164,6 +166,23 @@ void tst_PanelPlanStarts::lateTypeThatFailsIsAnErrorAndItsConnectionsAreNotCheck
              QStringList("panel.yaml:4:1: error: device \"a\" does not start, and its connections "
                          "cannot be checked: no face"));
     QVERIFY2(!diagnostics.preventsStart(), "a tile takes the place of the device");
+}
+
+void tst_PanelPlanStarts::eachDocumentHasItsOwnSlots()
+{
+    DeviceManager manager;
+    manager.registerDeviceType<Label>("label");
+    manager.registerDeviceType<QmlGuiDevice>("qml_widget");
+    const auto face = [](const QString& id, const QString& slot) {
+        const QString code = "import QtQuick 2.0\nItem {" + slot + "}";
+        return describe::device(id, "qml_widget",
+                                {{"sourceType", "parameter"}, {"sourceCode", code}});
+    };
+    const auto description = describe::panel(
+        {describe::device("l", "label"), face("a", "function show(x) {}"), face("b", "")},
+        {"l.output -> a.show", "l.output -> b.show"});
+    QCOMPARE(check(description, manager),
+             QStringList("panel.yaml:2:15: error: \"b\" has no slot \"show\"; it has none"));
 }
 
 void tst_PanelPlanStarts::documentsBeyondAllBoundsAreAnError()

@@ -24,6 +24,7 @@ public:
     CountedDevice()
     {
         addParam("text", "");
+        getParam("text").setPersistent();
         recordStep("device", "made");
     }
     ~CountedDevice() override { recordStep(objectName(), "deleted"); }
@@ -98,6 +99,7 @@ private slots:
     void otherPlacesInTheFileMakeNoDifference();
     void changedDevicesAreReplaced();
     void planThatIsNotAppliedChangesNothing();
+    void savedValuesAreForNewDevicesOnly();
     void wiresOfDevicesThatStayGoOnInTheirOrder();
     void newConnectionsAreHeardBeforeTheOwnWidget();
     void cutConnectionsCarryNothing();
@@ -241,6 +243,19 @@ void tst_PanelReload::planThatIsNotAppliedChangesNothing()
     QVERIFY(diagnostics.hasErrors());
     QCOMPARE(takeSteps(), QStringList());
     QVERIFY(panel.device("a")->isRunning());
+}
+
+void tst_PanelReload::savedValuesAreForNewDevicesOnly()
+{
+    const auto a = describe::device("a", "counted", {{"text", "newer"}});
+    TestPanel panel(m_manager, describe::panel({a}));
+    panel.start(&m_page);
+    norvo::Diagnostics diagnostics("panel.yaml");
+    const norvo::SavedState saved{"state.yaml", {{"a", {{"text", "a"}}}, {"b", {{"text", "b"}}}}};
+    const auto plan = norvo::PanelPlan::make(describe::panel({a, describe::device("b", "counted")}),
+                                             m_manager, saved, diagnostics, panel.nodes());
+    QCOMPARE(panel.device("a")->getParam("text").value(), QString("newer"));
+    QCOMPARE(plan.nodes.at(1)->device()->getParam("text").value(), QString("b"));
 }
 
 void tst_PanelReload::wiresOfDevicesThatStayGoOnInTheirOrder()
