@@ -6,7 +6,6 @@
 #include "norvo/QmlDeviceImpl.h"
 
 #include <QDebug>
-#include <QQmlEngine>
 #include <QThread>
 
 namespace {
@@ -69,8 +68,7 @@ bool QmlGuiDevice::initialise()
         if (!parts) {
             return error(reason);
         }
-        m_engine.reset(parts->makeEngine());
-        m_impl = std::make_unique<QmlDeviceImpl>(m_engine.get());
+        m_engine.reset(parts->makeEngine(m_impl));
     }
     const QString type = getParam(kSourceType).value();
     const QString data = getParam(kSourceData).value();

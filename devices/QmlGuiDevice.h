@@ -6,7 +6,6 @@
 #include <memory>
 
 class QmlDeviceImpl;
-class QQmlEngine;
 
 /// A control or display written in QML, in a file or in a parameter: the item is its face, the
 /// item's signals are its outputs and the item's functions its inputs.
@@ -33,6 +32,6 @@ public:
     BaseWidget* createWidget() override;
 
 private:
-    std::unique_ptr<QQmlEngine> m_engine;  ///< Made at the first initialise().
+    std::unique_ptr<QObject> m_engine;     ///< Made at the first initialise().
     std::unique_ptr<QmlDeviceImpl> m_impl; ///< Likewise.
 };

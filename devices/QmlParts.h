@@ -3,16 +3,18 @@
 
 #include <QString>
 
+#include <memory>
+
 class BaseGuiDevice;
 class BaseWidget;
-class QQmlEngine;
+class QObject;
 class QmlDeviceImpl;
 
 /// What a QmlGuiDevice makes with Qt Quick; the caller owns each. The plug-in has it in a library
 /// of its own, because linking Qt Quick takes time at every start, and few panels show any QML.
 struct QmlParts
 {
-    QQmlEngine* (*makeEngine)();
+    QObject* (*makeEngine)(std::unique_ptr<QmlDeviceImpl>& impl); ///< And what loads with it.
     BaseWidget* (*makeWidget)(QmlDeviceImpl* impl, BaseGuiDevice* device);
 };
 

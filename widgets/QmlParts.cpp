@@ -2,6 +2,7 @@
 
 #include "devices/QmlParts.h"
 
+#include "norvo/QmlDeviceImpl.h"
 #include "widgets/QmlWidget.h"
 
 #include <QDir>
@@ -9,11 +10,12 @@
 
 namespace {
 
-QQmlEngine* makeEngine()
+QObject* makeEngine(std::unique_ptr<QmlDeviceImpl>& impl)
 {
     auto* const engine = new QQmlEngine;
     // Behind the system's own; addImportPath() would put it in front.
     engine->setImportPathList(engine->importPathList() << QDir::currentPath());
+    impl = std::make_unique<QmlDeviceImpl>(engine);
     return engine;
 }
 

@@ -7,12 +7,8 @@
 #include "norvo/DynamicPorts.h"
 #include "norvo/LibraryPart.h"
 
-#include <QPointer>
-#include <QQmlEngine>
-
 struct QmlDeviceImpl::Private
 {
-    QPointer<QQmlEngine> engine;
     std::unique_ptr<norvo::QmlLoader> loader; ///< Null where its library is not there.
     QString error;                            ///< Why there is no loader.
 
@@ -38,7 +34,6 @@ struct QmlDeviceImpl::Private
 QmlDeviceImpl::QmlDeviceImpl(QQmlEngine* engine) : d(std::make_unique<Private>())
 {
     static const char here = 0;
-    d->engine = engine;
     const auto makeLoader = reinterpret_cast<norvo::MakeQmlLoader>(
         norvo::symbolOfPart(&here, "libNorvoGUIQml.so", norvo::kQmlLoaderFunction, d->error));
     if (makeLoader) {
@@ -88,7 +83,7 @@ bool QmlDeviceImpl::isInitialised() const
 
 QQmlEngine* QmlDeviceImpl::getEngine() const
 {
-    return d->engine;
+    return d->loader ? d->loader->engine() : nullptr;
 }
 
 QQuickItem* QmlDeviceImpl::getItem() const

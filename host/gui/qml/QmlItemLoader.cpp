@@ -28,6 +28,7 @@ public:
 
     QString load(QObject* owner, bool isFile, const QString& data, const QString& code) override;
     void unload() override;
+    QQmlEngine* engine() const override { return m_engine; }
     DynamicPorts* ports() const override { return m_wrapper ? &m_wrapper->ports() : nullptr; }
     QQuickItem* item() const override { return m_item; }
 

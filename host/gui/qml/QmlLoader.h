@@ -18,6 +18,7 @@ public:
     /// As QmlDeviceImpl::init().
     virtual QString load(QObject* owner, bool isFile, const QString& data, const QString& code) = 0;
     virtual void unload() = 0;
+    virtual QQmlEngine* engine() const = 0;  ///< The one it was made for, while that lives.
     virtual DynamicPorts* ports() const = 0; ///< Of the item; null when there is none.
     virtual QQuickItem* item() const = 0;
 };
