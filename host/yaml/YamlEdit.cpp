@@ -251,7 +251,7 @@ YamlEdit::Error YamlEdit::insertEntry(const Trail& trail, const YamlEntry& entry
                  : splices.insertion(target, entry, behind, depth);
     const auto expected = changed(root(), trail.indices, 0, [&](YamlNode& node) {
         node.kind = entry.key ? YamlNode::Kind::Map : YamlNode::Kind::List;
-        node.entries.insert(node.entries.begin() + behind + 1, entry);
+        node.entries.insert(node.entries.begin() + (behind + 1), entry);
     });
     return apply({splice}, expected, target.place);
 }

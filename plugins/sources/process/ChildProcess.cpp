@@ -93,7 +93,11 @@ void ChildProcess::launch(const QString& path, const QStringList& arguments)
     Pipe output = openPipe();
     Pipe errors = openPipe();
     if (!input.readEnd.isOpen() || !output.readEnd.isOpen() || !errors.readEnd.isOpen()) {
-        setErrorString(qt_error_string(errno));
+        const QString reason = qt_error_string(errno);
+        input = Pipe();
+        output = Pipe();
+        errors = Pipe();
+        setErrorString(reason);
         emit errorOccurred(FailedToStart);
         return;
     }
@@ -118,6 +122,10 @@ void ChildProcess::launch(const QString& path, const QStringList& arguments)
     m_inputNotifier = std::make_unique<QSocketNotifier>(m_input.get(), QSocketNotifier::Write);
     m_inputNotifier->setEnabled(false);
     connect(m_inputNotifier.get(), &QSocketNotifier::activated, this, &ChildProcess::sendWaiting);
+    // The program's ends: the guard must not hold them open, however briefly.
+    input = Pipe();
+    output = Pipe();
+    errors = Pipe();
     // After a SIGKILL of ours the kernel kills the program alone. What a dying process starts
     // meanwhile is found by a later pass.
     m_guard.setStandardOutputFile(nullDevice());

@@ -256,7 +256,7 @@ void tst_Placement::manyDevicesTakeNoTime()
     QElapsedTimer time;
     time.start();
     const Placement placement(QVector<Cells>(count, wish));
-    QVERIFY2(time.elapsed() < 3000, qPrintable(QString::number(time.elapsed())));
+    QVERIFY2(time.elapsed() < 10000, qPrintable(QString::number(time.elapsed())));
     QCOMPARE(placement.overlaps().size(), wish.row == 5 ? Placement::kMaxOverlaps : 0);
 }
 
@@ -279,7 +279,7 @@ void tst_Placement::spansOfManySizesTakeNoTime()
     QElapsedTimer time;
     time.start();
     const Placement placement(wishes);
-    QVERIFY2(time.elapsed() < 3000, qPrintable(QString::number(time.elapsed())));
+    QVERIFY2(time.elapsed() < 10000, qPrintable(QString::number(time.elapsed())));
 }
 
 /// Against a search cell by cell, as the rules say it.
