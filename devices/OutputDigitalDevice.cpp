@@ -37,10 +37,14 @@ void OutputDigitalDevice::timerTimeout()
 
 void OutputDigitalDevice::input(double value)
 {
-    passOnNumber(value);
+    if (passOnNumber(value)) {
+        restartTimeout();
+    }
 }
 
 void OutputDigitalDevice::input(QString text)
 {
-    passOnText(text);
+    if (passOnText(text)) {
+        restartTimeout();
+    }
 }

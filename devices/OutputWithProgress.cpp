@@ -72,10 +72,9 @@ void OutputWithProgress::timerTimeout()
 
 void OutputWithProgress::input(double value)
 {
-    if (!isRunning()) {
+    if (!passOnNumber(value)) {
         return;
     }
-    passOnNumber(value);
     if (m_minThreshold > value) {
         emit minThresholdAlert();
         alarm();
@@ -84,11 +83,14 @@ void OutputWithProgress::input(double value)
         emit maxThresholdAlert();
         alarm();
     }
+    restartTimeout();
 }
 
 void OutputWithProgress::input(QString text)
 {
-    passOnText(text);
+    if (passOnText(text)) {
+        restartTimeout();
+    }
 }
 
 void OutputWithProgress::alarm()

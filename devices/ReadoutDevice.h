@@ -30,13 +30,14 @@ protected:
         }
     }
 
-    /// Passes a value on in two forms while the device is running, and begins a new time-out. To be
-    /// called in the Device's own input slot, for it looks for the sender.
+    /// Passes a value on in two forms, and whether it did: only while the device is running. To be
+    /// called in the Device's own input slot, for it looks for the sender. Whoever passed a value
+    /// on restarts the time-out once all that follows from the value is done.
     template <class AsItCame, class Otherwise>
-    void passOn(const AsItCame& value, const Otherwise& sameValue)
+    bool passOn(const AsItCame& value, const Otherwise& sameValue)
     {
         if (!isRunning()) {
-            return;
+            return false;
         }
         emit self().output(value);
         emit self().output(sameValue);
@@ -45,13 +46,21 @@ protected:
             emit self().output(value, name);
             emit self().output(sameValue, name);
         }
+        return true;
+    }
+
+    bool passOnNumber(double value) { return passOn(value, QString::number(value, 'g', 6)); }
+    bool passOnText(const QString& text)
+    {
+        return passOn(text, text.toDouble());
+    } ///< 0: no number.
+
+    void restartTimeout()
+    {
         if (m_timeout) {
             m_timeout->start();
         }
     }
-
-    void passOnNumber(double value) { passOn(value, QString::number(value, 'g', 6)); }
-    void passOnText(const QString& text) { passOn(text, text.toDouble()); } ///< 0: no number.
 
 private:
     Device& self() { return static_cast<Device&>(*this); }

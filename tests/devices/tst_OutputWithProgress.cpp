@@ -34,6 +34,9 @@ private slots:
 
     void timeoutAlertsAndThenAlarms();
     void valuesHoldTheTimeoutBack();
+    void timeoutBeginsWhenAllAlertsOfTheValueAreOut_data();
+    void timeoutBeginsWhenAllAlertsOfTheValueAreOut();
+    void timeoutBeginsWhenTheTextIsPassedOn();
     void timeoutOfZeroOrLessIsNone();
     void initialiseAgainWithoutTimeoutEndsTheAlerts();
 
@@ -302,6 +305,37 @@ void tst_OutputWithProgress::valuesHoldTheTimeoutBack()
         feed.stop();
         QTRY_VERIFY(!alerts.isEmpty());
     }
+}
+
+void tst_OutputWithProgress::timeoutBeginsWhenAllAlertsOfTheValueAreOut_data()
+{
+    QTest::addColumn<double>("value");
+
+    QTest::newRow("below") << -1.0;
+    QTest::newRow("above") << 101.0;
+}
+
+/// A receiver that takes longer than the time-out does not use it up.
+void tst_OutputWithProgress::timeoutBeginsWhenAllAlertsOfTheValueAreOut()
+{
+    QFETCH(double, value);
+    Running running({{"timeout", "500"}, {"alarm", "true"}});
+    connect(&running.device, &OutputWithProgress::alarmAlert, this, [] { QTest::qSleep(600); });
+    QSignalSpy timeouts(&running.device, &OutputWithProgress::timeoutAlert);
+    running.device.input(value);
+    QCoreApplication::processEvents();
+    QVERIFY(timeouts.isEmpty());
+}
+
+void tst_OutputWithProgress::timeoutBeginsWhenTheTextIsPassedOn()
+{
+    Running running({{"timeout", "500"}});
+    connect(&running.device, qOverload<double>(&OutputWithProgress::output), this,
+            [] { QTest::qSleep(600); });
+    QSignalSpy timeouts(&running.device, &OutputWithProgress::timeoutAlert);
+    running.device.input(QString("1"));
+    QCoreApplication::processEvents();
+    QVERIFY(timeouts.isEmpty());
 }
 
 void tst_OutputWithProgress::timeoutOfZeroOrLessIsNone()
