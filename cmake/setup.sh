@@ -34,4 +34,12 @@ build_preset() {
     cmake --build --preset "$preset" ${@:+--target "$@"}
 }
 
+# run_tests PRESET [CTEST ARGUMENT...]: a test counts as failed when it fails three times in a row. A
+# few wait for other processes; a machine that stands still for seconds is told from a fault thus.
+run_tests() {
+    local preset=$1
+    shift
+    ctest --preset "$preset" -j "$(nproc)" --repeat until-pass:3 "$@"
+}
+
 mkdir -p build

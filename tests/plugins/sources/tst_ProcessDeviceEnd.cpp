@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "Effort.h"
 #include "ProcessSubject.h"
 #include "TestMain.h"
 
@@ -14,12 +15,11 @@ namespace {
 
 /// Milliseconds that the function takes.
 template <class Function>
-qint64 timed(Function function)
+norvo::OwnTimer::Elapsed timed(Function function)
 {
-    QElapsedTimer clock;
-    clock.start();
+    const norvo::OwnTimer timer;
     function();
-    return clock.elapsed();
+    return timer.elapsed();
 }
 
 const QString kDeaf = "sh -c 'trap \"\" TERM; echo $$; while :; do sleep 0.05; done'";
@@ -64,7 +64,7 @@ void tst_ProcessDeviceEnd::programIsAskedToEnd()
                                  "while :; do sleep 0.01; done'")
                              .arg(mark));
     QTRY_COMPARE(child.lines, QStringList{"up"});
-    QVERIFY(timed([&] { child.stop(); }) < 400);
+    QVERIFY(timed([&] { child.stop(); }).ownMs < 400);
     QVERIFY(QFile::exists(mark));
 }
 
@@ -85,8 +85,8 @@ void tst_ProcessDeviceEnd::programThatIgnoresTheRequestIsKilled()
     ProcessSubject child(kDeaf);
     QTRY_COMPARE(child.lines.size(), 1);
     QVERIFY(isAlive(child.lines[0]));
-    const qint64 taken = timed([&] { child.stop(); });
-    QVERIFY2(taken >= 490 && taken < 900, qPrintable(QString::number(taken)));
+    const auto taken = timed([&] { child.stop(); });
+    QVERIFY2(taken.clockMs >= 490 && taken.ownMs < 900, qPrintable(QString::number(taken.clockMs)));
     QVERIFY(!isAlive(child.lines[0]));
 }
 
@@ -94,7 +94,7 @@ void tst_ProcessDeviceEnd::stoppedProgramEndsToo()
 {
     ProcessSubject child("sh -c 'echo $$; kill -STOP $$'");
     QTRY_COMPARE(child.lines.size(), 1);
-    QVERIFY(timed([&] { child.stop(); }) < 400);
+    QVERIFY(timed([&] { child.stop(); }).ownMs < 400);
     QVERIFY(!isAlive(child.lines[0]));
 }
 
@@ -102,7 +102,7 @@ void tst_ProcessDeviceEnd::wholeGroupEnds()
 {
     ProcessSubject child("sh -c 'echo $$; sleep 1000 & echo $!; wait'");
     QTRY_COMPARE(child.lines.size(), 2);
-    QVERIFY(timed([&] { child.stop(); }) < 400);
+    QVERIFY(timed([&] { child.stop(); }).ownMs < 400);
     QVERIFY(!isAlive(child.lines[0]));
     QTRY_VERIFY(!isAlive(child.lines[1]));
 }
@@ -112,8 +112,8 @@ void tst_ProcessDeviceEnd::groupMemberThatIgnoresTheRequestIsKilled()
     ProcessSubject child(
         "sh -c '(trap \"\" TERM; exec sleep 1000) & echo $!; sleep 0.1; echo; wait'");
     QTRY_COMPARE(child.lines.size(), 2);
-    const qint64 taken = timed([&] { child.stop(); });
-    QVERIFY2(taken >= 490 && taken < 900, qPrintable(QString::number(taken)));
+    const auto taken = timed([&] { child.stop(); });
+    QVERIFY2(taken.clockMs >= 490 && taken.ownMs < 900, qPrintable(QString::number(taken.clockMs)));
     QTRY_VERIFY(!isAlive(child.lines[0]));
 }
 
@@ -142,7 +142,7 @@ void tst_ProcessDeviceEnd::severalEndAtTheSameTime()
         children.push_back(std::make_unique<ProcessSubject>(kDeaf));
         QTRY_COMPARE(children.back()->lines.size(), 1);
     }
-    const qint64 taken = timed([&] {
+    const auto taken = timed([&] {
         for (const auto& child : children) {
             child->device.setRunning(false);
             child->device.preShutdown();
@@ -151,7 +151,7 @@ void tst_ProcessDeviceEnd::severalEndAtTheSameTime()
             child->device.deinitialise();
         }
     });
-    QVERIFY2(taken < 1000, qPrintable(QString::number(taken)));
+    QVERIFY2(taken.ownMs < 1000, qPrintable(QString::number(taken.ownMs)));
     for (const auto& child : children) {
         QVERIFY(!isAlive(child->lines[0]));
     }
@@ -172,7 +172,7 @@ void tst_ProcessDeviceEnd::endsWithoutTheFirstStepOfTheStop()
 {
     ProcessSubject child("sh -c 'echo $$; exec sleep 1000'");
     QTRY_COMPARE(child.lines.size(), 1);
-    QVERIFY(timed([&] { child.device.deinitialise(); }) < 400);
+    QVERIFY(timed([&] { child.device.deinitialise(); }).ownMs < 400);
     QVERIFY(!isAlive(child.lines[0]));
 }
 
@@ -237,17 +237,17 @@ void tst_ProcessDeviceEnd::startedAgainItsFirstRestartComesSoon()
     child.device.setRunning(true);
     child.device.postInitialisation();
     QTRY_VERIFY(child.hasFinished());
-    QElapsedTimer clock;
-    clock.start();
+    const norvo::OwnTimer timer;
     QTRY_COMPARE(child.notes.count("up"), 2);
-    QVERIFY2(clock.elapsed() < 1800, qPrintable(QString::number(clock.elapsed())));
+    const auto taken = timer.elapsed();
+    QVERIFY2(taken.ownMs < 1800, qPrintable(QString::number(taken.clockMs)));
     child.stop();
 }
 
 void tst_ProcessDeviceEnd::stopBeforeTheProgramRuns()
 {
     ProcessSubject child("sleep 1000");
-    QVERIFY(timed([&] { child.stop(); }) < 400);
+    QVERIFY(timed([&] { child.stop(); }).ownMs < 400);
     QTest::qWait(50);
     QVERIFY(child.notes.isEmpty());
 }
