@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <numeric>
 #include <vector>
 
@@ -41,27 +42,41 @@ int editDistance(const QString& a, const QString& b, int limit)
     return row.back();
 }
 
+/// Place of the nearest name in the list, of equally near ones the first; -1: none is near.
+int nearestPlace(const QString& wanted, const QStringList& known)
+{
+    const QString lowered = wanted.toLower();
+    int nearest = -1;
+    int limit = kMaxDistance;
+    for (int i = 0; i < known.size() && limit >= 0; ++i) {
+        if (std::abs(wanted.size() - known[i].size()) > limit) {
+            continue; // Before anything is done with a text of any length.
+        }
+        const int distance = editDistance(lowered, known[i].toLower(), limit);
+        if (distance <= limit) {
+            limit = distance - 1;
+            nearest = i;
+        }
+    }
+    return nearest;
+}
+
+QString afterSlash(const QString& name)
+{
+    return name.mid(name.lastIndexOf('/') + 1);
+}
+
 } // namespace
 
 QString nearestName(const QString& wanted, const QStringList& known)
 {
-    const QString lowered = wanted.toLower();
-    QString nearest;
-    int limit = kMaxDistance;
-    for (const QString& name : known) {
-        if (std::abs(wanted.size() - name.size()) > limit) {
-            continue; // Before anything is done with a text of any length.
-        }
-        const int distance = editDistance(lowered, name.toLower(), limit);
-        if (distance == 0) {
-            return name;
-        }
-        if (distance <= limit) {
-            limit = distance - 1;
-            nearest = name;
-        }
+    int place = nearestPlace(wanted, known);
+    if (place < 0) {
+        QStringList lastParts;
+        std::transform(known.cbegin(), known.cend(), std::back_inserter(lastParts), afterSlash);
+        place = nearestPlace(afterSlash(wanted), lastParts);
     }
-    return nearest;
+    return known.value(place);
 }
 
 QString didYouMean(const QString& wanted, const QStringList& known)

@@ -8,7 +8,8 @@ namespace norvo {
 
 /// The known name whose edit distance to the wanted one is 2 at most: a letter too many, a letter
 /// missing, a wrong letter, and two neighbours swapped count 1 each; upper and lower case are
-/// equal. The nearest, of equally near ones the first; empty when there is none.
+/// equal. Where no name is near, what stands after the last slash of each is compared. The nearest,
+/// of equally near ones the first; empty when there is none.
 QString nearestName(const QString& wanted, const QStringList& known);
 
 /// `; did you mean "name"?` for the nearest name, to end an error with; empty when there is none.

@@ -34,6 +34,12 @@ private slots:
             << "value" << QStringList{"Value"} << "Value";
         QTest::newRow("a swap at the end of many changes is too many")
             << "xylbae" << QStringList{"label"} << "";
+        const QStringList paths{"name", "widget/step", "widget/minValue"};
+        QTest::newRow("the folder left out") << "minValu" << paths << "widget/minValue";
+        QTest::newRow("a folder too many") << "widget/name" << paths << "name";
+        QTest::newRow("another folder") << "window/step" << paths << "widget/step";
+        QTest::newRow("whole names go before their last parts")
+            << "widget/names" << QStringList{"a/names", "widget/name"} << "widget/name";
         QTest::newRow("nothing known") << "label" << QStringList() << "";
         QTest::newRow("nothing near") << "thermometer" << types << "";
         QTest::newRow("the nearer wins over the earlier")
