@@ -4,6 +4,8 @@
 
 #include "host/core/Methods.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -14,7 +16,8 @@ namespace {
 // The layout of a meta-object's data, as Qt's own compiler of meta-objects writes it in revision 8.
 constexpr uint kRevision = 8;
 constexpr uint kHeaderSize = 14;
-constexpr uint kMethodSize = 5; ///< Name, number of arguments, where these begin, tag, flags.
+constexpr uint kMethodSize = 5;  ///< Name, number of arguments, where these begin, tag, flags.
+constexpr int kMaxCount = 60000; ///< Qt counts the methods of an object in 16 bits.
 constexpr uint kIsNamedType = 0x80000000; ///< The rest is the number of the string with the name.
 constexpr uint kPublicSignal = 0x06;
 constexpr uint kPublicSlot = 0x0a;
@@ -60,8 +63,9 @@ struct Port
 
 struct DynamicPorts::Table
 {
-    std::vector<Port> ports; ///< Signals come first, as Qt asks for.
-    int signalCount = 0;
+    std::vector<Port> signalPorts; ///< Come first in the meta-object, as Qt asks for.
+    std::vector<Port> slotPorts;
+    QSet<QByteArray> known; ///< Name and types of each.
     Strings strings;
     std::vector<uint> data;
     QMetaObject meta = {};
@@ -69,17 +73,23 @@ struct DynamicPorts::Table
     bool isOrphan = false;
 
     bool isBuilt() const { return meta.d.data != nullptr; }
-    int count() const { return int(ports.size()); }
+    int signalCount() const { return int(signalPorts.size()); }
+    int count() const { return signalCount() + int(slotPorts.size()); }
 
-    /// Whether there may be such a port besides those that there are.
-    bool accepts(const QByteArray& name, const QVector<int>& types) const
+    /// Enters the port among those that there are, unless there may be no such one.
+    bool accept(const QByteArray& name, const QVector<int>& types)
     {
-        const auto isSame = [&](const Port& port) {
-            return port.name == name && port.types == types;
-        };
         const auto isKnown = [](int type) { return QMetaType::isRegistered(type); };
-        return !isBuilt() && std::all_of(types.begin(), types.end(), isKnown) &&
-               std::none_of(ports.begin(), ports.end(), isSame);
+        if (isBuilt() || count() >= kMaxCount ||
+            !std::all_of(types.begin(), types.end(), isKnown)) {
+            return false;
+        }
+        const QByteArray key = name + '(' +
+                               QByteArray(reinterpret_cast<const char*>(types.constData()),
+                                          types.size() * int(sizeof(int)));
+        const int before = known.size();
+        known.insert(key);
+        return known.size() > before;
     }
 
     void build()
@@ -89,17 +99,34 @@ struct DynamicPorts::Table
         data[1] = strings.add("DynamicPorts");
         data[4] = uint(count());
         data[5] = kHeaderSize; // where the methods begin
-        data[13] = uint(signalCount);
+        data[13] = uint(signalCount());
         const uint noText = strings.add("");
         uint arguments = kHeaderSize + kMethodSize * uint(count());
-        for (int i = 0; i < count(); ++i) {
-            const Port& port = ports[std::size_t(i)];
+        addMethods(signalPorts, kPublicSignal, noText, arguments);
+        addMethods(slotPorts, kPublicSlot, noText, arguments);
+        addTypes(signalPorts, noText);
+        addTypes(slotPorts, noText);
+        data.push_back(0); // the end
+        known.clear();
+        meta.d.superdata = &QObject::staticMetaObject;
+        meta.d.stringdata = strings.headers();
+        meta.d.data = data.data();
+    }
+
+private:
+    void addMethods(const std::vector<Port>& ports, uint flags, uint noText, uint& arguments)
+    {
+        for (const Port& port : ports) {
             const uint argumentCount = uint(port.types.size());
-            data.insert(data.end(), {strings.add(port.name), argumentCount, arguments, noText,
-                                     i < signalCount ? kPublicSignal : kPublicSlot});
+            data.insert(data.end(),
+                        {strings.add(port.name), argumentCount, arguments, noText, flags});
             arguments += 1 + 2 * argumentCount;
         }
-        // For each method the type that it returns, those of its arguments, and their names.
+    }
+
+    /// For each method the type that it returns, those of its arguments, and their names.
+    void addTypes(const std::vector<Port>& ports, uint noText)
+    {
         for (const Port& port : ports) {
             data.push_back(QMetaType::Void);
             for (int type : port.types) {
@@ -109,10 +136,6 @@ struct DynamicPorts::Table
             }
             data.insert(data.end(), std::size_t(port.types.size()), noText);
         }
-        data.push_back(0); // the end
-        meta.d.superdata = &QObject::staticMetaObject;
-        meta.d.stringdata = strings.headers();
-        meta.d.data = data.data();
     }
 };
 
@@ -128,19 +151,19 @@ DynamicPorts::~DynamicPorts()
 
 int DynamicPorts::addSignal(const QByteArray& name, const QVector<int>& types)
 {
-    if (!m_table->accepts(name, types)) {
+    if (!m_table->accept(name, types)) {
         return -1;
     }
-    m_table->ports.insert(m_table->ports.begin() + m_table->signalCount, {name, types, {}});
-    return m_table->signalCount++;
+    m_table->signalPorts.push_back({name, types, {}});
+    return m_table->signalCount() - 1;
 }
 
 bool DynamicPorts::addSlot(const QByteArray& name, const QVector<int>& types, Slot slot)
 {
-    if (!m_table->accepts(name, types)) {
+    if (!m_table->accept(name, types)) {
         return false;
     }
-    m_table->ports.push_back({name, types, std::move(slot)});
+    m_table->slotPorts.push_back({name, types, std::move(slot)});
     return true;
 }
 
@@ -152,7 +175,7 @@ void DynamicPorts::build()
 
 void DynamicPorts::activate(int signal, void** arguments)
 {
-    Q_ASSERT(m_table->isBuilt() && signal >= 0 && signal < m_table->signalCount);
+    Q_ASSERT(m_table->isBuilt() && signal >= 0 && signal < m_table->signalCount());
     QMetaObject::activate(this, &m_table->meta, signal, arguments);
 }
 
@@ -163,7 +186,7 @@ bool DynamicPorts::isHeard(int signal) const
 
 bool DynamicPorts::carries(int signal, const QVector<int>& types) const
 {
-    return m_table->ports.at(std::size_t(signal)).types == types;
+    return m_table->signalPorts.at(std::size_t(signal)).types == types;
 }
 
 QStringList DynamicPorts::signatures(const QString& name, QMetaMethod::MethodType type) const
@@ -191,12 +214,12 @@ int DynamicPorts::qt_metacall(QMetaObject::Call call, int id, void** arguments)
     const int count = m_table->count();
     if (!isCall) {
         *static_cast<int*>(arguments[0]) = -1; // Qt knows all types already.
-    } else if (id < m_table->signalCount) {
+    } else if (id < m_table->signalCount()) {
         activate(id, arguments);
     } else if (id < count) {
         Table* const table = m_table; // The slot may delete this object.
         ++table->calls;
-        table->ports[std::size_t(id)].slot(arguments);
+        table->slotPorts[std::size_t(id - table->signalCount())].slot(arguments);
         if (--table->calls == 0 && table->isOrphan) {
             delete table;
         }
