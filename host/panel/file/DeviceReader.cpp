@@ -4,6 +4,8 @@
 
 #include "host/panel/file/TemplateUse.h"
 
+#include "norvo/Ids.h"
+
 #include <QHash>
 
 namespace norvo {
@@ -58,12 +60,14 @@ private:
             readType(entry);
         } else if (key == "params") {
             readParams(entry);
+        } else if (key == "outputs" || key == "inputs") {
+            readPorts(entry, key);
         } else if (key == "network") {
             readNetwork(entry);
         } else {
             m_context.refuseKey(*entry.key, " of the device " + quotedId(),
-                                {"device", "params", "network"},
-                                "a device has device, params and network");
+                                {"device", "params", "outputs", "inputs", "network"},
+                                "a device has device, params, outputs, inputs and network");
         }
     }
 
@@ -100,6 +104,50 @@ private:
                  entry, YamlNode::Kind::Map,
                  "params must be a map: the name of each parameter, and its value")) {
             readParam(param, {});
+        }
+    }
+
+    void readPorts(const YamlEntry& entry, const QString& key)
+    {
+        for (const YamlEntry& port :
+             m_context.entriesOf(entry, YamlNode::Kind::Map,
+                                 key + " must be a map: the name of each, and its definition")) {
+            if (isUsable(port)) {
+                readPort(port, key == "outputs");
+            }
+        }
+    }
+
+    void readPort(const YamlEntry& entry, bool isOutput)
+    {
+        PortSetting port{isOutput,
+                         {m_context.text(*entry.key), m_context.at(entry.key->place)},
+                         {m_context.text(*entry.value), m_context.at(entry.place)},
+                         {}};
+        if (entry.value->kind == YamlNode::Kind::List) {
+            return m_context.refuse(entry.place,
+                                    QString("the definition of %1 must be a text or a map, such as "
+                                            "{as: TEXT}, not a list")
+                                        .arg(inQuotes(port.name.text)));
+        }
+        for (const YamlEntry& option : entry.value->entries) {
+            if (isUsable(option)) {
+                readOption(option, port);
+            }
+        }
+        m_device.ports.append(port);
+    }
+
+    void readOption(const YamlEntry& entry, PortSetting& port)
+    {
+        const QString key = m_context.text(*entry.key);
+        const QString text = m_context.text(*entry.value);
+        if (!entry.value->isText()) {
+            m_context.refuse(entry.place, QString("%1 must be a text").arg(inQuotes(key)));
+        } else if (key == "as") {
+            port.definition = {text, m_context.at(entry.place)};
+        } else {
+            port.options.insert(key, text);
         }
     }
 

@@ -3,6 +3,7 @@
 
 #include "host/panel/file/Diagnostics.h"
 
+#include <QMap>
 #include <QString>
 #include <QVector>
 
@@ -22,12 +23,22 @@ struct ParamSetting
     bool isOptional = false; ///< No error where the device does not have it.
 };
 
+/// An output or an input that the panel's author names.
+struct PortSetting
+{
+    bool isOutput = false;
+    PlacedText name;
+    PlacedText definition;          ///< Where it is a map, the text behind "as".
+    QMap<QString, QString> options; ///< What else the map holds.
+};
+
 struct DeviceSetting
 {
     PlacedText id;
     PlacedText type; ///< The type key.
     QVector<ParamSetting> params;
-    bool network = false; ///< The key "network: true" stands at this device.
+    QVector<PortSetting> ports; ///< In the order of the file.
+    bool network = false;       ///< The key "network: true" stands at this device.
 };
 
 struct Endpoint

@@ -8,6 +8,8 @@
 #include "host/panel/file/TemplateLibrary.h"
 #include "host/panel/file/TemplateUse.h"
 
+#include "norvo/Ids.h"
+
 #include <QHash>
 
 #include <variant>

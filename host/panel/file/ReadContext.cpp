@@ -5,18 +5,9 @@
 #include "host/panel/file/EditDistance.h"
 #include "host/panel/file/TemplateUse.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace norvo {
-
-bool isId(const QString& text)
-{
-    const QVector<uint> characters = text.toUcs4();
-    return !text.isEmpty() && std::all_of(characters.cbegin(), characters.cend(), [](uint c) {
-        return QChar::isLetter(c) || QChar::isMark(c) || QChar::isDigit(c) || c == '_' || c == '-';
-    });
-}
 
 bool isUsable(const YamlEntry& entry)
 {

@@ -14,9 +14,6 @@ namespace norvo {
 
 class TemplateUse;
 
-/// Whether the text can be the id of a device: letters, digits, "_" and "-".
-bool isId(const QString& text);
-
 /// Whether the entry of a map can be read; otherwise ReadContext::checkKeys() has reported why.
 bool isUsable(const YamlEntry& entry);
 

@@ -5,6 +5,8 @@
 #include "host/panel/file/EditDistance.h"
 #include "host/panel/file/Placeholders.h"
 
+#include "norvo/Ids.h"
+
 #include <QDir>
 #include <QFileInfo>
 

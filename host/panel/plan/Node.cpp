@@ -83,10 +83,16 @@ bool Node::isMadeFrom(const DeviceSetting& setting) const
     const auto isSameParam = [](const ParamSetting& a, const ParamSetting& b) {
         return a.name.text == b.name.text && a.value.text == b.value.text;
     };
+    const auto isSamePort = [](const PortSetting& a, const PortSetting& b) {
+        return a.isOutput == b.isOutput && a.name.text == b.name.text &&
+               a.definition.text == b.definition.text && a.options == b.options;
+    };
     return setting.id.text == m_setting.id.text && setting.type.text == m_setting.type.text &&
            setting.network == m_setting.network &&
            std::equal(setting.params.cbegin(), setting.params.cend(), m_setting.params.cbegin(),
-                      m_setting.params.cend(), isSameParam);
+                      m_setting.params.cend(), isSameParam) &&
+           std::equal(setting.ports.cbegin(), setting.ports.cend(), m_setting.ports.cbegin(),
+                      m_setting.ports.cend(), isSamePort);
 }
 
 bool Node::initialise()

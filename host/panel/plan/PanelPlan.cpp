@@ -4,6 +4,7 @@
 
 #include "host/panel/file/EditDistance.h"
 #include "host/panel/plan/CycleFinder.h"
+#include "host/panel/plan/NamedPorts.h"
 #include "host/panel/plan/Wiring.h"
 
 #include "norvo/BaseDevice.h"
@@ -14,7 +15,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <tuple>
 #include <utility>
 
 namespace norvo {
@@ -33,7 +33,8 @@ public:
         : m_description(description),
           m_manager(manager),
           m_knowledge(knowledge),
-          m_diagnostics(diagnostics)
+          m_diagnostics(diagnostics),
+          m_ports(diagnostics)
     {}
 
     PanelPlan plan(const SavedState& saved, const std::vector<Node*>& running)
@@ -76,6 +77,7 @@ private:
         if (node->device()) {
             setParams(setting, *node->device());
             m_knowledge.checkSense(setting, *node->device(), m_diagnostics);
+            m_ports.add(setting, *node->device());
         } else if (!type.text.isEmpty()) {
             m_diagnostics.error(type.place, [&] { return unknownType(type.text, m_manager); });
         }
@@ -288,7 +290,8 @@ private:
     {
         const Node* const from = find(setting.from);
         const Node* const to = find(setting.to);
-        if (!from || !to || !methodsAreKnown(*from) || !methodsAreKnown(*to)) {
+        if (!from || !to || !methodsAreKnown(*from) || !methodsAreKnown(*to) ||
+            m_ports.isRefused(setting.from) || m_ports.isRefused(setting.to)) {
             return std::nullopt;
         }
         // What one connection means, all like it mean between devices of the same types.
@@ -302,7 +305,7 @@ private:
             if (!wire) {
                 return std::nullopt;
             }
-            if (!hasLateMethods(from->setting()) && !hasLateMethods(to->setting())) {
+            if (!hasMethodsOfItsOwn(from->setting()) && !hasMethodsOfItsOwn(to->setting())) {
                 m_resolved.insert(key, *wire);
             }
         }
@@ -313,6 +316,12 @@ private:
             return std::nullopt;
         }
         return PlannedWire{from->id(), wire->signal, to->id(), wire->slot, isQueued};
+    }
+
+    /// Whether two devices of this type may have different outputs and inputs.
+    bool hasMethodsOfItsOwn(const DeviceSetting& setting) const
+    {
+        return hasLateMethods(setting) || !setting.ports.isEmpty();
     }
 
     bool methodsAreKnown(const Node& node) const
@@ -340,6 +349,7 @@ private:
     QHash<QString, Node*> m_nodes; ///< By id.
     QStringList m_suggestedIds;    ///< At most kMaxSuggestedIds.
     QHash<QString, Wire> m_resolved;
+    NamedPorts m_ports;
 };
 
 } // namespace
@@ -354,20 +364,6 @@ QString unknownParam(const QString& type, const QString& name, const BaseDevice&
 {
     return QString("a device of type %1 has no parameter %2%3")
         .arg(inQuotes(type), inQuotes(name), didYouMeanOneOf(name, device.paramNames()));
-}
-
-bool PlannedWire::operator==(const PlannedWire& other) const
-{
-    return std::tie(from, signal, to, slot, isQueued) ==
-           std::tie(other.from, other.signal, other.to, other.slot, other.isQueued);
-}
-
-uint qHash(const PlannedWire& wire, uint seed)
-{
-    for (const QString* part : {&wire.from, &wire.signal, &wire.to, &wire.slot}) {
-        seed = qHash(*part, seed);
-    }
-    return seed;
 }
 
 PanelPlan PanelPlan::make(const PanelDescription& description, const DeviceManager& manager,

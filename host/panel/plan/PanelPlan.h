@@ -6,6 +6,7 @@
 #include "host/panel/file/TypeKnowledge.h"
 #include "host/panel/plan/Node.h"
 #include "host/panel/plan/Placement.h"
+#include "host/panel/plan/PlannedWire.h"
 
 #include <memory>
 #include <vector>
@@ -19,20 +20,6 @@ namespace norvo {
 QString unknownType(const QString& type, const DeviceManager& manager);
 /// The error about a parameter that the device does not have.
 QString unknownParam(const QString& type, const QString& name, const BaseDevice& device);
-
-/// A connection as it will be made. The signatures are normalised.
-struct PlannedWire
-{
-    QString from; ///< Id.
-    QString signal;
-    QString to; ///< Id.
-    QString slot;
-    bool isQueued = false; ///< It closes a cycle.
-
-    bool operator==(const PlannedWire& other) const;
-};
-
-uint qHash(const PlannedWire& wire, uint seed = 0);
 
 /// What devices have stored in earlier runs, and where that was found.
 struct SavedState

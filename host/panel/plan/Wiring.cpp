@@ -4,7 +4,7 @@
 
 #include "host/panel/file/EditDistance.h"
 
-#include "norvo/BaseDevice.h"
+#include "norvo/PortsDevice.h"
 
 #include <QMetaMethod>
 #include <QStringList>
@@ -130,6 +130,24 @@ void addConverted(const End& slot, const Methods& signalMethods, Methods& slotMe
     }
 }
 
+/// Whether the panel's author has named this output or input.
+bool isNamed(const End& end, const Method& method)
+{
+    return method.object != &end.device && dynamic_cast<const PortsDevice*>(&end.device);
+}
+
+/// Of several pairs with equal arguments the one that loses nothing: between two named ports a
+/// value goes as text, which holds numbers, yes and no as well.
+Pairs withoutLoss(const Pairs& pairs, const End& from, const End& to)
+{
+    const auto isText = [&](const Pair& pair) {
+        return isNamed(from, pair.signal) && isNamed(to, pair.slot) &&
+               arguments(pair.signal.signature) == "(QString)";
+    };
+    const auto text = std::find_if(pairs.cbegin(), pairs.cend(), isText);
+    return text == pairs.cend() ? pairs : Pairs{*text};
+}
+
 QString unknownMethod(const End& end)
 {
     const bool isSignal = end.type == QMetaMethod::Signal;
@@ -226,7 +244,7 @@ std::optional<Wire> resolveConnection(const ConnectionSetting& connection, BaseD
     Pairs equal;
     std::copy_if(pairs.cbegin(), pairs.cend(), std::back_inserter(equal), isEqual);
     if (!equal.isEmpty()) {
-        pairs = equal;
+        pairs = withoutLoss(equal, source, target);
     }
     if (pairs.isEmpty()) {
         diagnostics.error(connection.whole.place,

@@ -25,8 +25,9 @@ struct Wire
 ///
 /// A signature written in full must exist. One left out is chosen among the overloads that fit:
 /// the slot takes the first arguments of the signal, in order, or all of them. Where several pairs
-/// fit, one with equal arguments goes first; where that still leaves several, nothing is guessed.
-/// Every error says what would be right.
+/// fit, one with equal arguments goes first, and between two ports that the panel's author has
+/// named that of the texts; where that still leaves several, nothing is guessed. Every error says
+/// what would be right.
 std::optional<Wire> resolveConnection(const ConnectionSetting& connection, BaseDevice& from,
                                       BaseDevice& to, Diagnostics& diagnostics);
 

@@ -119,7 +119,7 @@ const QVector<FileErrors> kErrors{
     {"unknown-key-of-device",
      {"4:5: error: unknown key \"parms\" of the device \"cpu\"; did you mean \"params\"?",
       "5:5: error: unknown key \"interval\" of the device \"cpu\"; a device has device, "
-      "params and network"}},
+      "params, outputs, inputs and network"}},
     {"title-list", {"1:8: error: the title must be a text"}},
     {"devices-list", {"2:3: error: devices must be a map: the id of each device, and what it is"}},
     {"devices-text", {"1:10: error: devices must be a map: the id of each device, and what it is"}},
