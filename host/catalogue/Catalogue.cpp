@@ -2,8 +2,8 @@
 
 #include "host/catalogue/Catalogue.h"
 
-#include "norvo/BaseDevice.h"
 #include "norvo/DeviceManager.h"
+#include "norvo/PortsDevice.h"
 
 #include <QMetaMethod>
 
@@ -105,6 +105,7 @@ TypeWords Catalogue::describe(const QString& key, const BaseDevice& device) cons
     type.purpose = info.description;
     type.categories = info.categories;
     type.hasWidget = info.kind == DeviceTypeInfo::kWithWidget;
+    type.takesPorts = dynamic_cast<const PortsDevice*>(&device);
     type.hasLateMethods = info.flag == DeviceTypeInfo::kMethodsAfterInitialise;
     for (const QString& name : device.paramNames()) {
         type.params.append(norvo::describe(device.params().value(name)));

@@ -76,6 +76,9 @@ QJsonObject jsonOf(const TypeWords& type)
             {"methodsKnownAfterStart", type.hasLateMethods},
             {"parameters", params},
             {"relations", relations},
+            {"takesPorts", type.takesPorts},
+            {"outputDefinition", type.outputDefinition},
+            {"inputDefinition", type.inputDefinition},
             {"outputs", jsonOf(type.outputs)},
             {"inputs", jsonOf(type.inputs)},
             {"example", type.example}};

@@ -90,6 +90,13 @@ QStringList example(const TypeWords& type)
             "```"};
 }
 
+/// What the panel's author may define under that key.
+QStringList ports(const TypeWords& type, const QString& key, const QString& definition)
+{
+    return type.takesPorts ? QStringList{QString(), "**Under `" + key + "`:** " + cell(definition)}
+                           : QStringList();
+}
+
 QStringList section(const TypeWords& type)
 {
     QStringList lines{QString(), "## " + type.key, QString(), cell(type.purpose)};
@@ -100,7 +107,9 @@ QStringList section(const TypeWords& type)
     lines += paramTable(type, false);
     lines += relations(type);
     lines += methodTable("Output", type.outputs);
-    return lines + methodTable("Input", type.inputs);
+    lines += methodTable("Input", type.inputs);
+    lines += ports(type, "outputs", type.outputDefinition);
+    return lines + ports(type, "inputs", type.inputDefinition);
 }
 
 QStringList contents(const Listing::Types& types)

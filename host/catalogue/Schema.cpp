@@ -202,6 +202,32 @@ QJsonObject paramsOf(const TypeWords& type)
     return paramsOf(params);
 }
 
+/// Outputs or inputs that the panel's author names; where the type takes none, there is no such
+/// key.
+QJsonValue portsOf(const TypeWords& type, const QString& definition)
+{
+    if (!type.takesPorts) {
+        return false;
+    }
+    QJsonObject text = anyText();
+    text.insert("description", definition);
+    const QJsonObject withOptions{{"type", "object"},
+                                  {"properties", QJsonObject{{"as", text}}},
+                                  {"additionalProperties", anyText()}};
+    QJsonObject ports = mapOfAll({{"anyOf", QJsonArray{text, withOptions}}});
+    ports.insert("propertyNames", QJsonObject{{"pattern", kId + '|' + kPlaceholder}});
+    ports.insert("description", definition);
+    return ports;
+}
+
+/// What a device may hold depends on its type.
+QJsonObject keysOf(const TypeWords& type)
+{
+    return {{"params", paramsOf(type)},
+            {"outputs", portsOf(type, type.outputDefinition)},
+            {"inputs", portsOf(type, type.inputDefinition)}};
+}
+
 /// The keys of a device, and its parameters, which depend on its type.
 QJsonObject device(const Catalogue& catalogue)
 {
@@ -210,9 +236,9 @@ QJsonObject device(const Catalogue& catalogue)
     for (const TypeWords* const type : Listing::allTypes(catalogue)) {
         types.append(QJsonObject{{"const", type->key}, {"description", type->purpose}});
         const QJsonObject isOfType{{"type", "string"}, {"pattern", anyInAnyCase({type->key})}};
-        byType.append(QJsonObject{
-            {"if", QJsonObject{{"properties", QJsonObject{{"device", isOfType}}}}},
-            {"then", QJsonObject{{"properties", QJsonObject{{"params", paramsOf(*type)}}}}}});
+        byType.append(
+            QJsonObject{{"if", QJsonObject{{"properties", QJsonObject{{"device", isOfType}}}}},
+                        {"then", QJsonObject{{"properties", keysOf(*type)}}}});
     }
     types.append(textLike(anyInAnyCase(catalogue.keys())));
     QJsonObject network = orPlaceholder({{"enum", spellings({"true", "false"})}});
@@ -222,6 +248,9 @@ QJsonObject device(const Catalogue& catalogue)
         {{"device", QJsonObject{{"description", "The type of the device."}, {"anyOf", types}}},
          {"params", QJsonObject{{"description", "Parameters by name; the others have defaults."},
                                 {"type", QJsonArray{"object", "null"}}}},
+         {"outputs",
+          QJsonObject{{"description", "Outputs that it gets: a name and a definition."}}},
+         {"inputs", QJsonObject{{"description", "Inputs that it gets: a name and a definition."}}},
          {"network", network}});
     schema.insert("type", "object");
     schema.insert("required", QJsonArray{"device"});

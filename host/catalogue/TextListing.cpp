@@ -77,6 +77,14 @@ QStringList example(const TypeWords& type)
     return lines.isEmpty() ? lines : QStringList{QString(), "A panel that runs"} + lines;
 }
 
+/// What the panel's author may define under that key.
+QStringList ports(const TypeWords& type, const QString& key, const QString& definition)
+{
+    return type.takesPorts
+               ? QStringList{QString(), "Under \"" + key + "\""} + wrapped(definition, "  ")
+               : QStringList();
+}
+
 QString textOf(const TypeWords& type)
 {
     QStringList lines = wrapped(type.key + ": " + type.purpose, QString());
@@ -88,6 +96,8 @@ QString textOf(const TypeWords& type)
     lines += relations(type);
     lines += linesOf("Outputs", type.outputs);
     lines += linesOf("Inputs", type.inputs);
+    lines += ports(type, "outputs", type.outputDefinition);
+    lines += ports(type, "inputs", type.inputDefinition);
     return (lines + example(type)).join('\n');
 }
 

@@ -98,6 +98,9 @@ struct TypeWords
     bool hasLateMethods = false; ///< More outputs and inputs are known after its start only.
     /// It sends nothing that follows at once from what it is given: it measures, waits or asks.
     bool breaksCycles = false;
+    bool takesPorts = false;  ///< A panel's author names outputs and inputs of its devices.
+    QString outputDefinition; ///< What stands behind the name of such an output; may be empty.
+    QString inputDefinition;
     bool startsNothing = false; ///< Its initialise() only checks its parameters.
     QVector<ParamWords> params; ///< In the order of declaration.
     QVector<MethodWords> outputs;

@@ -45,6 +45,7 @@ private:
     void readKind(const YamlNode& value, ParamWords& param);
     void readNumber(const YamlNode& value, std::optional<double>& number);
     void readMethods(const YamlNode& node, const QString& what, QVector<MethodWords>& methods);
+    void readPorts(const YamlNode& node);
     void readCurves(const YamlNode& node);
     void readRelations(const YamlNode& node);
     std::optional<Relation> relationIn(const YamlNode& node);
@@ -102,6 +103,8 @@ void EntryReader::readTypeKey(const QString& key, const YamlEntry& entry)
         m_type.breaksCycles = value.text == "true";
     } else if (key == "startsNothing") {
         m_type.startsNothing = value.text == "true";
+    } else if (key == "ports") {
+        readPorts(value);
     } else if (key == "curves") {
         readCurves(value);
     } else {
@@ -203,6 +206,23 @@ void EntryReader::readMethods(const YamlNode& node, const QString& what,
         } else {
             method->meaning = tidy(*entry.value);
         }
+    }
+}
+
+void EntryReader::readPorts(const YamlNode& node)
+{
+    for (const YamlEntry& entry : entriesOf(node)) {
+        if (entry.key->text == "outputs") {
+            m_type.outputDefinition = tidy(*entry.value);
+        } else if (entry.key->text == "inputs") {
+            m_type.inputDefinition = tidy(*entry.value);
+        } else {
+            problem(entry.key->place, QString("unknown key %1").arg(inQuotes(entry.key->text)));
+        }
+    }
+    if (!m_type.takesPorts) {
+        problem(node.place,
+                QString("%1 takes no outputs and inputs of its author's").arg(m_type.key));
     }
 }
 

@@ -16,6 +16,7 @@ class tst_WordsTables : public QObject
 
 private slots:
     void wordsAreAddedToTheType();
+    void definitionsOfPortsAreDescribed();
     void problemIsReportedWithItsPlace_data();
     void problemIsReportedWithItsPlace();
     void whatIsRightBesideAProblemIsRead();
@@ -42,12 +43,14 @@ private:
         type.outputs[0].signature = "output(double,QString)";
         type.inputs.resize(1);
         type.inputs[0].signature = "input()";
+        type.takesPorts = m_takesPorts;
         WordsTables(folder.path(), m_problems).addTo(type, m_problems);
         m_problems.replaceInStrings(folder.path() + '/', QString());
         return type;
     }
 
     QStringList m_problems;
+    bool m_takesPorts = false;
 };
 
 void tst_WordsTables::wordsAreAddedToTheType()
@@ -87,6 +90,22 @@ void tst_WordsTables::wordsAreAddedToTheType()
     QCOMPARE(type.outputs[0].carries(), QString("number, text"));
     QCOMPARE(type.inputs[0].carries(), QString("pulse"));
     QCOMPARE(type.example, QString("devices:\n  a: {device: gauge}\n"));
+}
+
+void tst_WordsTables::definitionsOfPortsAreDescribed()
+{
+    const QByteArray table = "gauge:\n  ports: {outputs: A register., inputs: Likewise.}\n";
+    m_takesPorts = true;
+    const TypeWords type = described(table);
+    QCOMPARE(m_problems, QStringList());
+    QCOMPARE(type.outputDefinition, QString("A register."));
+    QCOMPARE(type.inputDefinition, QString("Likewise."));
+    described("gauge: {ports: {output: x}}\n");
+    QCOMPARE(m_problems, QStringList("t.yaml:1:17: unknown key \"output\""));
+    m_takesPorts = false;
+    described(table);
+    QCOMPARE(m_problems,
+             QStringList("t.yaml:2:10: gauge takes no outputs and inputs of its author's"));
 }
 
 void tst_WordsTables::problemIsReportedWithItsPlace_data()
