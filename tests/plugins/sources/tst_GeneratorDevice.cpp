@@ -5,6 +5,7 @@
 
 #include <QtTest>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -53,6 +54,8 @@ private slots:
     void emitsTheFirstValueAtOnce();
     void followsTheWaveform();
     void equalSeedsGiveEqualRuns();
+    void noiseIsAddedToTheWave();
+    void startedAgainItBeginsAtTheStartOfTheWave();
     void unknownWaveformIsASine();
     void windowFollowsTheNumber();
     void windowIsFullFromTheStart();
@@ -92,6 +95,26 @@ void tst_GeneratorDevice::equalSeedsGiveEqualRuns()
     QTRY_VERIFY(one.values.size() >= 20 && same.values.size() >= 20 && other.values.size() >= 20);
     QCOMPARE(one.values.mid(0, 20), same.values.mid(0, 20));
     QVERIFY(one.values.mid(0, 20) != other.values.mid(0, 20));
+}
+
+void tst_GeneratorDevice::noiseIsAddedToTheWave()
+{
+    Subject subject({{"waveform", "square"}, {"noise", "0.5"}, {"length", "1000"}});
+    const DoubleVec values = subject.windows.constFirst();
+    const auto [lowest, highest] = std::minmax_element(values.cbegin(), values.cend());
+    QVERIFY(*lowest >= -1.5 && *lowest < -1.4);
+    QVERIFY(*highest <= 1.5 && *highest > 1.4);
+}
+
+void tst_GeneratorDevice::startedAgainItBeginsAtTheStartOfTheWave()
+{
+    Subject subject({{"waveform", "ramp"}, {"period", "1"}, {"interval", "250"}});
+    QTRY_VERIFY(subject.values.size() >= 2);
+    subject.device.preShutdown();
+    subject.values.clear();
+    QVERIFY(subject.device.initialise());
+    subject.device.postInitialisation();
+    QCOMPARE(subject.values, QVector<double>{-1.0});
 }
 
 void tst_GeneratorDevice::unknownWaveformIsASine()
@@ -226,6 +249,12 @@ void tst_GeneratorDevice::declaresItsParameters()
                                                "interval", "on", "off", "seed", "length"}));
     QCOMPARE(device.getParam("waveform").options(),
              (QStringList{"sine", "ramp", "square", "noise"}));
+    for (const QString& name : device.paramNames()) {
+        QVERIFY2(!device.getParam(name).description().isEmpty(), qPrintable(name));
+    }
+    QCOMPARE(device.getParam("period").unit(), "s");
+    QCOMPARE(device.getParam("interval").unit(), "ms");
+    QCOMPARE(device.getParam("amplitude").unit(), "");
     QCOMPARE(device.getParam("length").value(), "0");
     QCOMPARE(device.getParam("off").value(), "0");
     QCOMPARE(device.grabMethods({}, QMetaMethod::Signal, true),

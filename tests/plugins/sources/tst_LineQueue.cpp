@@ -44,7 +44,9 @@ private slots:
     void oldestLinesGoWhenTheyAreTooLong();
     void newestLineStaysWhateverItsLength();
     void manyLinesThroughASmallQueue();
+    void lastLineWithoutEndCountsForTheLimits();
     void clearForgetsUncounted();
+    void clearedQueueIsLikeANewOne();
 };
 
 void tst_LineQueue::linesComeInOrder()
@@ -177,6 +179,27 @@ void tst_LineQueue::clearForgetsUncounted()
     QVERIFY(!queue.hasLosses());
     feed(queue, "o\n");
     QCOMPARE(takeAll(queue), QByteArrayList{"o"});
+}
+
+void tst_LineQueue::lastLineWithoutEndCountsForTheLimits()
+{
+    LineQueue queue({1000, 2, 100000});
+    feed(queue, "one\ntwo\nthree");
+    queue.finish();
+    QCOMPARE(queue.takeDropped(), qint64(1));
+    QCOMPARE(takeAll(queue), (QByteArrayList{"two", "three"}));
+}
+
+void tst_LineQueue::clearedQueueIsLikeANewOne()
+{
+    LineQueue queue({5, 1000, 100000});
+    feed(queue, "a\nbbbbb\nlonger");
+    QCOMPARE(queue.takeFirst(), QByteArray("a"));
+    QCOMPARE(queue.takeCut(), qint64(1));
+    queue.clear();
+    feed(queue, "x\nlonger\n");
+    QCOMPARE(takeAll(queue), (QByteArrayList{"x", "longe"}));
+    QCOMPARE(queue.takeCut(), qint64(1));
 }
 
 NORVO_APPLESS_TEST(tst_LineQueue)

@@ -191,7 +191,7 @@ void tst_ProcReadings::loadAverage_data()
     QTest::newRow("garbage") << QByteArray("load 1 2 3\n") << -1.0;
     QTest::newRow("notANumber") << QByteArray("nan 1 2 3\n") << -1.0;
     QTest::newRow("infinite") << QByteArray("inf 1 2 3\n") << -1.0;
-    QTest::newRow("negative") << QByteArray("-1 1 2 3\n") << -1.0;
+    QTest::newRow("negative") << QByteArray("-0.5 1 2 3\n") << -1.0;
     QTest::newRow("beyondADouble") << QByteArray("1e999 1 2 3\n") << -1.0;
 }
 
@@ -228,6 +228,7 @@ void tst_ProcReadings::oddTrafficGivesNoValue_data()
     QTest::newRow("garbage") << QByteArray("\x01\x02 garbage: 1 2 3 4 5 6 7 8 9\n");
     QTest::newRow("cutShort") << kNetHead + "eth0: 1 2 3 4 5 6 7 8";
     QTest::newRow("cutInTheName") << kNetHead + "eth0: 1 2 3 4 5 6 7 8 9\n  et";
+    QTest::newRow("noName") << kNetHead + "1 2 3 4 5 6 7 8 9 0\n";
     QTest::newRow("letters") << kNetHead + "eth0: 1 2 3 4 5 6 7 8 nine 0 0\n";
     QTest::newRow("beyondTheLargestCounter")
         << kNetHead + "eth0: 18446744073709551616 2 3 4 5 6 7 8 9 0\n";
@@ -288,6 +289,7 @@ void tst_ProcReadings::uptime_data()
 
     QTest::newRow("recorded") << QByteArray("1645.95 3127.49\n") << qint64(1645);
     QTest::newRow("justStarted") << QByteArray("0.00 0.00\n") << qint64(0);
+    QTest::newRow("longest") << QByteArray("1e15 0\n") << qint64(1000000000000000);
     QTest::newRow("beyondAnInteger") << QByteArray("1e300 0\n") << qint64(-1);
     QTest::newRow("empty") << QByteArray() << qint64(-1);
     QTest::newRow("garbage") << QByteArray("up\n") << qint64(-1);

@@ -105,11 +105,14 @@ private slots:
     void overlongFileIsRefused();
     void alertsAgainAfterItReadWell();
     void trafficIsNotComparedAcrossAFailure();
+    void startedAgainItComparesWithNothingBefore();
     void firstComparisonComesPromptly();
     void staysSilentWhenNotRunning();
     void stopsBeforeTheShutdown();
     void takesNoReadingWhilePaused();
     void pauseDoesNotCountInTheNextLoad();
+    void endOfNoPauseTakesNoReading();
+    void endOfAPauseTakesNoReadingOfADeviceThatDoesNotRun();
     void pausedBeforeTheStartTakesTheFirstReadingOnly();
     void intervalHasAFloor();
     void intervalThatIsNoNumberIsAnError();
@@ -185,8 +188,10 @@ void tst_SystemDevice::oddFileGivesOneAlert()
 void tst_SystemDevice::overlongFileIsRefused()
 {
     ProcFolder folder;
-    folder.write("loadavg", "0.5 " + QByteArray(1024 * 1024, ' '));
     Subject subject(folder.path());
+    folder.write("loadavg", "0.5 " + QByteArray(1024 * 1024 - 4, ' '));
+    QCOMPARE(subject.takeReading().mid(2, 2), (QStringList{"load", "0.5"}));
+    folder.write("loadavg", "0.5 " + QByteArray(1024 * 1024 - 3, ' '));
     QCOMPARE(subject.takeReading().mid(2, 2), (QStringList{"load", "nan"}));
     QCOMPARE(subject.alerts,
              QStringList("Cannot read " + folder.path("loadavg") + ": longer than 1 MiB"));
@@ -220,6 +225,24 @@ void tst_SystemDevice::trafficIsNotComparedAcrossAFailure()
     folder.writeTraffic(6000, 5000);
     QCOMPARE(subject.takeReading().filter(QRegularExpression("received|sent|some|none")),
              (QStringList{"received", "some", "sent", "none"}));
+}
+
+void tst_SystemDevice::startedAgainItComparesWithNothingBefore()
+{
+    ProcFolder folder;
+    folder.remove("loadavg");
+    Subject subject(folder.path());
+    subject.takeReading();
+    subject.device.setPaused(true);
+    QVERIFY(subject.device.initialise());
+    folder.write("stat", "cpu 50 0 0 150\n");
+    folder.writeTraffic(5000, 5000);
+    subject.noted.clear();
+    subject.device.postInitialisation();
+    QCOMPARE(subject.noted, (QStringList{"memory", "75", "load", "nan", "uptime", "1 d 02:03:04"}));
+    QCOMPARE(subject.alerts.size(), 2); // One for each start.
+    folder.write("stat", "cpu 60 0 0 160\n");
+    QTRY_VERIFY(subject.noted.contains("cpu")); // It is not paused any more.
 }
 
 void tst_SystemDevice::firstComparisonComesPromptly()
@@ -285,6 +308,26 @@ void tst_SystemDevice::pauseDoesNotCountInTheNextLoad()
     QCOMPARE(noted.mid(0, 2), (QStringList{"cpu", "10"}));
 }
 
+void tst_SystemDevice::endOfNoPauseTakesNoReading()
+{
+    ProcFolder folder;
+    Subject subject(folder.path());
+    subject.device.postInitialisation();
+    subject.noted.clear();
+    subject.device.setPaused(false);
+    QCOMPARE(subject.noted, QStringList());
+}
+
+void tst_SystemDevice::endOfAPauseTakesNoReadingOfADeviceThatDoesNotRun()
+{
+    ProcFolder folder;
+    Subject subject(folder.path());
+    subject.device.setRunning(false);
+    subject.device.setPaused(true);
+    subject.device.setPaused(false);
+    QCOMPARE(subject.noted, QStringList());
+}
+
 void tst_SystemDevice::pausedBeforeTheStartTakesTheFirstReadingOnly()
 {
     ProcFolder folder;
@@ -342,6 +385,7 @@ void tst_SystemDevice::declaresItsParameter()
     QCOMPARE(device.paramNames(), QStringList("interval"));
     QCOMPARE(QString(device.getParam("interval")), "1000");
     QCOMPARE(device.getParam("interval").unit(), "ms");
+    QVERIFY(!device.getParam("interval").description().isEmpty());
     QCOMPARE(device.grabMethods({}, QMetaMethod::Signal, true),
              (QStringList{"cpu(double)", "memory(double)", "load(double)", "received(double)",
                           "sent(double)", "uptime(QString)"}));
