@@ -86,9 +86,7 @@ QString TemplateLibrary::suggestion(const QString& wanted) const
     if (m_templates.isEmpty()) {
         return "; \"templates\" and \"include\" bring them";
     }
-    const QString nearest = didYouMean(wanted, m_templates.keys());
-    return nearest.isEmpty() ? "; valid names: " + inQuotes(m_templates.keys().join("\", \""))
-                             : nearest;
+    return didYouMeanOneOf(wanted, m_templates.keys());
 }
 
 void TemplateLibrary::readTemplates(const YamlEntry& entry, const SourceFile& file,

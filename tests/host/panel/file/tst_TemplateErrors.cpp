@@ -96,6 +96,11 @@ void tst_TemplateErrors::form_data()
         "2:20: error: there is no template \"T2\"; did you mean \"t\"?");
     row("unknown template, unlike any", use("use: pump"),
         "2:20: error: there is no template \"pump\"; valid names: \"t\"");
+    row("unknown template among many",
+        "templates: {boiler_with_gauge_and_alarm: {}, pump_with_button_and_lamp: {}, valve: {}}\n"
+        "devices: {u: {use: fan}}\n",
+        "2:20: error: there is no template \"fan\"; valid names: \"boiler_with_gauge_and_alarm\", "
+        "\"pump_with_button_and_lamp\", \"valve\"");
     row("no template", "devices: {u: {use: pump}}\n",
         "1:20: error: there is no template \"pump\"; \"templates\" and \"include\" bring them");
     row("use, a list", use("use: [t]"), "2:20: error: the name of a template must be a text");
