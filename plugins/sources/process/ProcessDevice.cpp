@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -20,16 +21,19 @@ using namespace std::chrono_literals;
 constexpr norvo::LineQueue::Limits kOutputLimits{1024 * 1024, 50000, 4 * 1024 * 1024};
 constexpr norvo::LineQueue::Limits kErrorLimits{4096, 200, 256 * 1024};
 constexpr int kLoggedLinesPerSecond = 100;
+constexpr int kMaxMatchedLength = 65536;
+constexpr int kMaxErrorLength = 200;  ///< Of the last words of a program, in characters.
 constexpr int kMaxNumberLength = 400; ///< Every finite double fits, with all its digits.
 constexpr auto kGrace = 500ms;
 constexpr auto kFirstReport = 1s;
 constexpr auto kNextReports = 10s;
 
 /// In the order of Loss.
-constexpr std::array<const char*, 6> kLossTexts{
+constexpr std::array<const char*, 7> kLossTexts{
     "lines of output dropped, they came too fast", "lines of output cut at 1 MiB",
     "lines of standard error not logged",          "inputs lost, the program does not read them",
-    "inputs lost, the program is not running",     "inputs refused, they hold more than one line"};
+    "inputs lost, the program is not running",     "inputs refused, they hold more than one line",
+    "lines that match none of the named outputs"};
 
 const QString kCommand = QStringLiteral("command");
 const QString kRestart = QStringLiteral("restart");
@@ -58,6 +62,17 @@ QString withoutControls(const QString& line)
         }
     }
     return text;
+}
+
+/// How the program ended, in words; empty where that is how it should end.
+QString deathOf(int code, QProcess::ExitStatus status)
+{
+    if (status == QProcess::CrashExit) {
+        return QString("signal %1 (%2) has ended the program")
+            .arg(code)
+            .arg(QString::fromLocal8Bit(::strsignal(code)));
+    }
+    return code == 0 ? QString() : QString("the program has ended with exit status %1").arg(code);
 }
 
 } // namespace
@@ -96,7 +111,32 @@ bool ProcessDevice::initialise()
     m_arguments = command.words;
     m_restart = Restart(std::max(0, kRestarts.indexOf(getParam(kRestart))));
     m_delay = {};
+    for (NamedInput& input : m_inputs) {
+        input.lastLine.clear();
+    }
     return true;
+}
+
+QString ProcessDevice::defineOutput(int, const QString&, const PortDefinition& definition)
+{
+    norvo::LinePattern pattern;
+    QString error = unknownOption(definition, {"decimal"});
+    error = error.isEmpty() ? pattern.define(definition) : error;
+    if (error.isEmpty()) {
+        m_outputs.push_back(pattern);
+    }
+    return error;
+}
+
+QString ProcessDevice::defineInput(int, const QString&, const PortDefinition& definition)
+{
+    norvo::LineFormat format;
+    QString error = unknownOption(definition, {"decimal", "resend"});
+    error = error.isEmpty() ? format.define(definition) : error;
+    if (error.isEmpty()) {
+        m_inputs.push_back({format, {}});
+    }
+    return error;
 }
 
 void ProcessDevice::postInitialisation()
@@ -161,7 +201,12 @@ void ProcessDevice::onStarted()
     connect(m_errors, &LinePump::line, this, &ProcessDevice::onErrorLine);
     connect(m_errors, &LinePump::drained, this, &ProcessDevice::onDrained);
     m_pumpsLeft = 2;
+    m_lastError.clear();
+    resend();
     emit running(true);
+    if (isRunning()) {
+        setConnected(true);
+    }
 }
 
 void ProcessDevice::onError(QProcess::ProcessError error)
@@ -172,7 +217,8 @@ void ProcessDevice::onError(QProcess::ProcessError error)
         const QString reason = m_child->errorString().section(": ", -1); // Behind the call's name.
         dismissChild();
         restartAfter(anyFailure);
-        alert(QString("cannot start \"%1\": %2").arg(m_program, reason));
+        setConnected(false);
+        reportFault(QString("cannot start \"%1\": %2").arg(m_program, reason));
     }
 }
 
@@ -180,6 +226,7 @@ void ProcessDevice::onExited(int code, QProcess::ExitStatus status)
 {
     m_child->killAll(); // What it left behind.
     m_exitCode = status == QProcess::CrashExit ? 128 + code : code;
+    m_death = deathOf(code, status);
     m_output->finish();
     m_errors->finish();
 }
@@ -197,6 +244,12 @@ void ProcessDevice::onDrained()
     }
     if (isRunning()) {
         emit finished(m_exitCode);
+    }
+    if (isRunning()) {
+        setConnected(false);
+    }
+    if (isRunning() && !m_death.isEmpty()) {
+        reportFault(m_death + (m_lastError.isEmpty() ? "" : "; it wrote last: ") + m_lastError);
     }
 }
 
@@ -234,6 +287,29 @@ void ProcessDevice::onLine(const QByteArray& line)
     if (isNumber && isRunning()) {
         emit output(number);
     }
+    if (!m_outputs.empty() && isRunning()) {
+        sendNamedOutputs(text);
+    }
+}
+
+void ProcessDevice::sendNamedOutputs(const QString& line)
+{
+    bool isMatched = false;
+    const std::size_t count = line.size() <= kMaxMatchedLength ? m_outputs.size() : 0;
+    for (std::size_t i = 0; i < count && isRunning(); ++i) {
+        const bool heard = isHeard(int(i));
+        if (!heard && isMatched) {
+            continue; // What it would be is of no use to anybody.
+        }
+        if (const auto value = m_outputs[i].valueIn(line)) {
+            isMatched = true;
+            sendText(int(i), *value, m_outputs[i].numberOf(*value));
+        }
+    }
+    if (!isMatched) {
+        ++m_losses[UnmatchedLines];
+        reportSoon();
+    }
 }
 
 void ProcessDevice::onErrorLine(const QByteArray& line)
@@ -242,9 +318,12 @@ void ProcessDevice::onErrorLine(const QByteArray& line)
         m_logSecond.start();
         m_loggedLines = 0;
     }
+    const QString text = withoutControls(QString::fromUtf8(line));
+    if (!text.trimmed().isEmpty()) {
+        m_lastError = text.left(kMaxErrorLength);
+    }
     if (++m_loggedLines <= kLoggedLinesPerSecond) {
-        qInfo().noquote().nospace()
-            << objectName() << ": " << withoutControls(QString::fromUtf8(line));
+        qInfo().noquote().nospace() << objectName() << ": " << text;
     } else {
         ++m_losses[UnloggedLines];
         reportSoon();
@@ -253,9 +332,32 @@ void ProcessDevice::onErrorLine(const QByteArray& line)
 
 void ProcessDevice::input(QString line)
 {
-    if (!isRunning()) {
-        return;
+    if (isRunning()) {
+        write(line);
     }
+}
+
+void ProcessDevice::receive(int input, const QVariant& value)
+{
+    NamedInput& named = m_inputs[std::size_t(input)];
+    const QString line = named.format.lineFor(textOf(value));
+    if (write(line) && named.format.isResent()) {
+        named.lastLine = line;
+    }
+}
+
+/// A program that has been started again knows nothing of what the one before was told.
+void ProcessDevice::resend()
+{
+    for (const NamedInput& input : m_inputs) {
+        if (!input.lastLine.isEmpty()) {
+            write(input.lastLine);
+        }
+    }
+}
+
+bool ProcessDevice::write(const QString& line)
+{
     if (line.contains('\n') || line.contains('\r')) {
         ++m_losses[RefusedInputs];
     } else if (!m_output) {
@@ -263,9 +365,10 @@ void ProcessDevice::input(QString line)
     } else if (!m_child->send(line.toUtf8() + '\n')) {
         ++m_losses[UnreadInputs];
     } else {
-        return;
+        return true;
     }
     reportSoon();
+    return false;
 }
 
 void ProcessDevice::reportSoon()

@@ -2,16 +2,19 @@
 #pragma once
 
 #include "plugins/sources/process/ChildProcess.h"
+#include "plugins/sources/process/LineFormat.h"
+#include "plugins/sources/process/LinePattern.h"
 #include "plugins/sources/process/LinePump.h"
 #include "plugins/sources/process/RestartDelay.h"
-#include "norvo/BaseDevice.h"
 #include "norvo/DeviceTypeInfo.h"
+#include "norvo/SourceDevice.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
 
 #include <array>
 #include <memory>
+#include <vector>
 
 /// A child program whose lines of output become values.
 ///
@@ -26,7 +29,11 @@
 /// A line has 1 MiB at most, the rest is cut. 50,000 lines or 4 MiB may wait to be emitted; of more
 /// than that the oldest are dropped. What has been lost is reported in an alert from time to time.
 /// Standard error goes to the log, 100 lines a second at most, control characters as "\x1b".
-class ProcessDevice : public BaseDevice
+///
+/// Named outputs are found in each line by a LinePattern, each that matches sends; named inputs
+/// write a line each by a LineFormat. It is connected while the program runs; one that ends by a
+/// signal or with another exit status than 0 is a fault().
+class ProcessDevice : public SourceDevice
 {
     Q_OBJECT
 
@@ -55,10 +62,29 @@ public slots:
     /// and where it does not read, the text is lost, never kept for later.
     void input(QString line);
 
+protected:
+    QString defineOutput(int output, const QString& name,
+                         const PortDefinition& definition) override;
+    QString defineInput(int input, const QString& name, const PortDefinition& definition) override;
+    void receive(int input, const QVariant& value) override;
+
 private:
     enum class Restart { Never, OnFailure, Always };
     /// Late inputs came while the program did not run.
-    enum Loss { DroppedLines, CutLines, UnloggedLines, UnreadInputs, LateInputs, RefusedInputs };
+    enum Loss {
+        DroppedLines,
+        CutLines,
+        UnloggedLines,
+        UnreadInputs,
+        LateInputs,
+        RefusedInputs,
+        UnmatchedLines
+    };
+    struct NamedInput
+    {
+        norvo::LineFormat format;
+        QString lastLine; ///< That has reached a program, if it is to be sent again.
+    };
 
     void start();
     void onStarted();
@@ -67,6 +93,9 @@ private:
     void onLine(const QByteArray& line);
     void onErrorLine(const QByteArray& line);
     void onDrained();
+    void sendNamedOutputs(const QString& line);
+    bool write(const QString& line); ///< False, and counted, where that cannot be done.
+    void resend();
     void dismissChild();
     void restartAfter(int code);
     void reportSoon();
@@ -82,11 +111,15 @@ private:
     norvo::LinePump* m_errors = nullptr;
     int m_pumpsLeft = 0; ///< Of a program that has ended: those with lines left.
     int m_exitCode = 0;
+    QString m_death; ///< In words; empty after exit status 0.
     QElapsedTimer m_run;
     QElapsedTimer m_stopping;
     QElapsedTimer m_logSecond;
     int m_loggedLines = 0; ///< Within that second.
     QTimer m_reportTimer;
     bool m_reportedBefore = false;
-    std::array<qint64, 6> m_losses{}; ///< By Loss; since the last report.
+    std::array<qint64, 7> m_losses{}; ///< By Loss; since the last report.
+    std::vector<norvo::LinePattern> m_outputs;
+    std::vector<NamedInput> m_inputs;
+    QString m_lastError; ///< The last line of standard error of this run.
 };

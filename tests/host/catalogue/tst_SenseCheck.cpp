@@ -70,6 +70,21 @@ void tst_SenseCheck::badFiles_data()
         "9:47: error: " + is +
             "\"widget/row\": \"-7\" is not a whole number from 0 to 999, nor -1 for the next free "
             "place"};
+    QTest::newRow("port-definitions") << QStringList{
+        "5:18: error: output \"t\": broken regular expression: missing closing parenthesis, at "
+        "character 10",
+        "5:39: error: output \"output\": \"output\" is the name of an output or input that the "
+        "device has by itself; choose another",
+        "5:50: error: output \"h\": option \"decimal\": \",\" is neither point nor comma",
+        "6:19: error: input \"set\": unknown option \"send\"; valid names: \"as\", \"decimal\", "
+        "\"resend\"",
+        "6:50: error: input \"two words\": the name \"two words\" holds more than letters, digits, "
+        "\"_\" and \"-\"",
+        "7:36: error: a device of type \"label\" takes no outputs and inputs of its author's; "
+        "leave "
+        "the key away",
+        "10:11: error: \"bench\" has no signal \"hh\"; it has connected(bool), fault(QString), "
+        "output(QString), output(double), finished(int), running(bool)"};
     QTest::newRow("sense-relations") << QStringList{
         "2:76: error: " + is +
             "\"widget/maxValue\": 5 must be greater than \"widget/minValue\", which is 10",

@@ -198,6 +198,20 @@ void tst_Schema::panelIsJudged_data()
     row("two", button("toggled: 2"), false);
     row("option", button("mode: click"), true);
     row("no option", button("mode: press"), false);
+    const auto process = [](const QByteArray& ports) {
+        return "devices: {a: {device: process, " + ports + "}}\n";
+    };
+    row("named outputs", process("outputs: {t: 'T (.*)', u-2: {as: U, decimal: comma}}"), true);
+    row("named inputs", process("inputs: {set: {as: 'set %1', resend: true}, 3: 5}"), true);
+    row("no named inputs", process("inputs: "), true);
+    row("definition, a list", process("inputs: {set: [a]}"), false);
+    row("option, a map", process("inputs: {set: {as: {a: b}}}"), false);
+    row("name with a point", process("outputs: {a.b: x}"), false);
+    row("name from a placeholder",
+        "templates: {t: {with: {n: }, devices: {a: {device: process, "
+        "outputs: {x-$(n): y}}}}}\n",
+        true);
+    row("named outputs of a button", "devices: {a: {device: button, outputs: {x: y}}}\n", false);
     row("list for a text", button("text: [a]"), false);
     row("file of templates", "templates: {t: {devices: {a: {device: label}}}}\n", true);
     row("placeholders",

@@ -378,7 +378,8 @@ void tst_ProcessDevice::declaresItsParameters()
     QCOMPARE(device.paramNames(), (QStringList{"command", "restart"}));
     QCOMPARE(device.getParam("restart").options(), (QStringList{"never", "on-failure", "always"}));
     QCOMPARE(device.grabMethods({}, QMetaMethod::Signal, true),
-             (QStringList{"output(QString)", "output(double)", "finished(int)", "running(bool)"}));
+             (QStringList{"connected(bool)", "fault(QString)", "output(QString)", "output(double)",
+                          "finished(int)", "running(bool)"}));
     QCOMPARE(device.grabMethods({}, QMetaMethod::Slot, true), QStringList{"input(QString)"});
 }
 
