@@ -7,9 +7,9 @@ namespace norvo {
 
 class Catalogue;
 
-/// Names of files that stand in an included file are relative to its folder; this makes them
-/// relative to the panel's folder, where devices look for them. Only parameters whose words say
-/// that they are files are changed.
+/// Names of files, and of programs with a "/" in them, that stand in an included file are relative
+/// to its folder; this makes them relative to the panel's folder, where devices look for them. Only
+/// parameters whose words say that they are files or commands are changed.
 void rebaseIncludedFiles(PanelDescription& description, const Catalogue& catalogue);
 
 } // namespace norvo

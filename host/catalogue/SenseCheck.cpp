@@ -3,8 +3,10 @@
 #include "host/catalogue/SenseCheck.h"
 
 #include "host/catalogue/Catalogue.h"
+#include "host/catalogue/IncludedFiles.h"
 
 #include "norvo/BaseDevice.h"
+#include "norvo/Param.h"
 
 #include <QColor>
 #include <QDir>
@@ -38,7 +40,9 @@ QString numberError(const QString& text, const ParamWords& words)
         return {};
     }
     if (!number) {
-        return QString("%1 is not a number").arg(inQuotes(text));
+        Param param({}, "0", {}, true, {});
+        param.setValue(text);
+        return param.fault();
     }
     if (!words.isInRange(*number)) {
         return QString("%1 is out of range; it must be %2").arg(text.trimmed(), words.range());
@@ -213,6 +217,11 @@ bool SenseCheck::startsNothing(const QString& type) const
 {
     const TypeWords* const words = m_catalogue.words(type);
     return words && words->startsNothing;
+}
+
+void SenseCheck::rebaseFiles(PanelDescription& description) const
+{
+    rebaseIncludedFiles(description, m_catalogue);
 }
 
 void SenseCheck::checkSense(const DeviceSetting& setting, const BaseDevice& device,

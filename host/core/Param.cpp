@@ -5,10 +5,27 @@
 #include "host/core/Readings.h"
 #include "norvo/Truncation.h"
 
+#include <QRegularExpression>
+
 #include <utility>
 
 using norvo::readBool;
 using norvo::readDouble;
+
+namespace {
+
+/// Ends the error about a text that is nearly a number.
+QString adviceOnNumber(const QString& text)
+{
+    static const QRegularExpression withUnit(R"(^\s*[-+]?\d+(\.\d+)?\s*[^\d\s.,]+\s*$)");
+    const QString withPoint = QString(text).replace(',', '.');
+    if (withPoint != text && readDouble(withPoint)) {
+        return "; write it with a point, " + withPoint.trimmed();
+    }
+    return withUnit.match(text).hasMatch() ? "; write it without the unit" : "";
+}
+
+} // namespace
 
 Param::Param(QString name, QString defaultText, QStringList options, bool flag,
              EnabledConditions enabledConditions)
@@ -54,7 +71,7 @@ QString Param::fault() const
                                  : QString("\"%1\" is neither true nor false").arg(m_value);
     }
     if (readDouble(m_default) && !readDouble(m_value)) {
-        return QString("\"%1\" is not a number").arg(m_value);
+        return QString("\"%1\" is not a number%2").arg(m_value, adviceOnNumber(m_value));
     }
     return {};
 }

@@ -3,7 +3,6 @@
 #include "host/program/PanelProgram.h"
 
 #include "host/catalogue/Catalogue.h"
-#include "host/catalogue/IncludedFiles.h"
 #include "host/catalogue/SenseCheck.h"
 #include "host/panel/file/AtomicFile.h"
 #include "host/panel/file/Diagnostics.h"
@@ -66,13 +65,20 @@ bool loadPlugins(PluginSet& plugins, const QStringList& further)
     return !plugins.isEmpty();
 }
 
+/// Empty where no state is kept.
+QString stateFileOf(const Options& options)
+{
+    const QString beside = StateFile::besidePanel(options.panelFiles.constFirst());
+    return !options.keepsState           ? QString()
+           : options.stateFile.isEmpty() ? beside
+                                         : options.stateFile;
+}
+
 /// Prints what is wrong with the panel; returns whether there is an error.
 bool hasErrors(const PanelInput& panel, const DeviceManager& manager, const Catalogue& catalogue)
 {
     Diagnostics diagnostics(panel.name());
-    PanelDescription description = panel.read(diagnostics);
-    rebaseIncludedFiles(description, catalogue);
-    PanelPlan::make(description, manager, {}, diagnostics, {}, SenseCheck(catalogue));
+    PanelPlan::make(panel.read(diagnostics), manager, {}, diagnostics, {}, SenseCheck(catalogue));
     for (const Diagnostic& diagnostic : diagnostics.sorted()) {
         Console::print(diagnostic.toString());
     }
@@ -141,8 +147,7 @@ int PanelRun::start()
     StateFile state(m_options.stateFile.isEmpty() ? StateFile::besidePanel(m_input.name())
                                                   : m_options.stateFile,
                     isPicture() ? StateFile::Mode::ReadOnly : StateFile::Mode::ReadWrite);
-    PanelDescription description = m_input.read(diagnostics);
-    rebaseIncludedFiles(description, m_catalogue);
+    const PanelDescription description = m_input.read(diagnostics);
     if (m_keepsState && !diagnostics.hasErrors()) {
         QObject::connect(&state, &StateFile::problem, &Console::report);
         state.read();
@@ -248,8 +253,8 @@ int runProgram(const Options& options)
     case Options::Action::Check:
         return check(options.panelFiles, plugins.manager(), catalogue);
     case Options::Action::Set:
-        return setParams(options.panelFiles.constFirst(), options.changes, plugins.manager(),
-                         SenseCheck(catalogue));
+        return setParams(options.panelFiles.constFirst(), stateFileOf(options), options.changes,
+                         plugins.manager(), SenseCheck(catalogue));
     default:
         return PanelRun(options, plugins.manager(), catalogue).run();
     }

@@ -5,6 +5,7 @@
 #include "host/panel/file/AtomicFile.h"
 #include "host/panel/file/PanelEdit.h"
 #include "host/panel/file/PanelFile.h"
+#include "host/panel/file/StateFile.h"
 #include "host/panel/plan/PanelPlan.h"
 #include "host/program/Console.h"
 #include "host/yaml/Quote.h"
@@ -29,18 +30,24 @@ void report(Diagnostic::Severity severity, const QString& file, const TextError&
     Console::report(Diagnostic{severity, file, what.place, what.text}.toString());
 }
 
+/// Null where the panel has no such device.
+const DeviceSetting* find(const QString& id, const PanelDescription& panel)
+{
+    const auto found = std::find_if(panel.devices.cbegin(), panel.devices.cend(),
+                                    [&id](const DeviceSetting& one) { return one.id.text == id; });
+    return found == panel.devices.cend() ? nullptr : &*found;
+}
+
 /// What the device's type has against a change, whatever the value.
 YamlEdit::Error unknownName(const ParamChange& change, const YamlEdit& edit,
                             const PanelDescription& panel, const DeviceManager& manager)
 {
-    const auto setting =
-        std::find_if(panel.devices.cbegin(), panel.devices.cend(),
-                     [&change](const DeviceSetting& one) { return one.id.text == change.device; });
+    const DeviceSetting* const setting = find(change.device, panel);
     const bool isInFile = PanelEdit::hasDevice(edit, change.device);
-    if (setting == panel.devices.cend() && !isInFile) {
+    if (!setting && !isInFile) {
         return std::nullopt; // The edit says so.
     }
-    if (setting == panel.devices.cend()) {
+    if (!setting) {
         return TextError{{},
                          inQuotes(change.device) +
                              " uses a template; change what it gives it, or the template"};
@@ -97,11 +104,34 @@ void reportNew(const DiagnosticList& before, const DiagnosticList& now)
     }
 }
 
+/// What devices have stored replaces the values of the panel file at each start.
+void reportStored(const StateFile& state, const QVector<ParamChange>& changes,
+                  const PanelDescription& panel, const DeviceManager& manager)
+{
+    for (const ParamChange& change : changes) {
+        const auto stored = state.state().value(change.device);
+        const DeviceSetting* const setting = find(change.device, panel);
+        const std::unique_ptr<BaseDevice> device(
+            stored.isEmpty() || !setting ? nullptr : manager.createDevice(setting->type.text));
+        const QString name = device ? device->params().storedKey(change.param) : QString();
+        if (stored.contains(name) && stored.value(name) != change.value &&
+            device->getParam(name).isPersistent()) {
+            report(Diagnostic::Severity::Warning, state.fileName(),
+                   {state.places().value(change.device).value(name),
+                    QString("%1 has stored %2 for %3, which replaces the value in the panel file "
+                            "at the start; remove this line for %4 to count")
+                        .arg(inQuotes(change.device), inQuotes(stored.value(name)), inQuotes(name),
+                             inQuotes(change.value))});
+        }
+    }
+}
+
 } // namespace
 
-int setParams(const QString& file, const QVector<ParamChange>& changes,
+int setParams(const QString& file, const QString& stateFile, const QVector<ParamChange>& changes,
               const DeviceManager& manager, const TypeKnowledge& knowledge)
 {
+    StateFile state(stateFile, StateFile::Mode::ReadOnly);
     const QString path = QFileInfo(file).absoluteFilePath();
     QString reason;
     const auto text = readTextFile(path, reason);
@@ -137,6 +167,10 @@ int setParams(const QString& file, const QVector<ParamChange>& changes,
     if (edit.text() != *text && !writeFileAtomically(path, edit.text(), reason, isUnchanged)) {
         report(Diagnostic::Severity::Error, file, {{}, "nothing was written: " + reason});
         return 1;
+    }
+    if (!stateFile.isEmpty()) {
+        state.read();
+        reportStored(state, changes, now.panel, manager);
     }
     return 0;
 }

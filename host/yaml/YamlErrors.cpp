@@ -2,7 +2,11 @@
 
 #include "host/yaml/YamlErrors.h"
 
+#include "host/yaml/Quote.h"
 #include "host/yaml/YamlBuilder.h"
+#include "host/yaml/YamlScan.h"
+
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <iterator>
@@ -24,7 +28,8 @@ const Advice kAdvice[] = {
     {YAML::ErrorMsg::MAP_KEY, "no key is expected here; check the indentation"},
     {YAML::ErrorMsg::BLOCK_ENTRY, "no list entry is expected here; a list begins on a line of its "
                                   "own, and the text \"-\" needs quotes"},
-    {YAML::ErrorMsg::UNKNOWN_TOKEN, "a plain scalar cannot start with \"%1\"; put it in quotes"},
+    {YAML::ErrorMsg::UNKNOWN_TOKEN, "a text without quotes cannot start with \"%1\"; put it in "
+                                    "quotes"},
     {YAML::ErrorMsg::FLOW_END, "\"%1\" is not expected here; check that brackets match"},
     {YAML::ErrorMsg::ALIAS_NOT_FOUND, "a name is expected after \"*\"; a text that begins with "
                                       "\"*\" needs quotes"},
@@ -68,15 +73,35 @@ int tabInIndentation(const SourceText& source, int offset)
     return source.at(i) == '\t' ? i : -1;
 }
 
-TextError unclosed(char bracket, const SourceText& source, const YamlBuilder& builder,
-                   const Place& noticed)
+/// What has kept a bracket from being closed, as far as the text between the two bytes shows it.
+QString adviceOnQuotes(const SourceText& source, int begin, int end)
+{
+    static const QRegularExpression typographic("[\u201c\u201d\u201e]");
+    const auto quote = typographic.match(QString::fromUtf8(source.bytes().mid(begin, end - begin)));
+    if (source.at(end - 1) == '\'') {
+        return "; within single quotes a ' is written twice";
+    }
+    if (source.at(end - 1) == '"') {
+        return "; within double quotes a \" is written \\\"";
+    }
+    return quote.hasMatch() ? "; only \" and ' count as quotes, not " + quote.captured()
+                            : QString();
+}
+
+TextError unclosed(char bracket, const SourceText& source, const YamlBuilder& builder, int noticed)
 {
     const bool isList = bracket == '[';
     const int open = builder.openBracket(bracket);
-    return {open < 0 ? noticed : source.placeAt(open),
-            QString("broken YAML: the %1 that opens here is not closed; \"%2\" is missing before "
-                    "%3")
-                .arg(isList ? "list" : "map", isList ? "]" : "}", toString(noticed))};
+    const int begin = open < 0 ? noticed : open;
+    const QString colour = YamlScan::colourInComment(source, begin, noticed);
+    const QString reason =
+        colour.isEmpty()
+            ? QString("; \"%1\" is missing before %2%3")
+                  .arg(isList ? "]" : "}", toString(source.placeAt(noticed)),
+                       adviceOnQuotes(source, source.lineStart(noticed), noticed))
+            : QString(", because \" #\" begins a comment; put %1 in quotes").arg(inQuotes(colour));
+    return {source.placeAt(begin), QString("broken YAML: the %1 that opens here is not closed%2")
+                                       .arg(isList ? "list" : "map", reason)};
 }
 
 } // namespace
@@ -96,7 +121,7 @@ TextError toError(const YAML::Exception& exception, const SourceText& source,
         return {source.placeAt(tab), kTabInIndentation};
     }
     if (exception.msg == END_OF_SEQ_FLOW || exception.msg == END_OF_MAP_FLOW) {
-        return unclosed(exception.msg == END_OF_SEQ_FLOW ? '[' : '{', source, builder, place);
+        return unclosed(exception.msg == END_OF_SEQ_FLOW ? '[' : '{', source, builder, offset);
     }
     if (exception.msg == END_OF_MAP || exception.msg == END_OF_SEQ) {
         return {place, broken

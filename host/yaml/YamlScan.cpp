@@ -2,6 +2,8 @@
 
 #include "host/yaml/YamlScan.h"
 
+#include <QRegularExpression>
+
 namespace norvo {
 
 bool YamlScan::isFlowMark(char c)
@@ -64,6 +66,13 @@ YamlScan::Quoted YamlScan::quotedAt(const SourceText& source, int offset)
     }
     quoted.end = i;
     return quoted;
+}
+
+QString YamlScan::colourInComment(const SourceText& source, int begin, int end)
+{
+    static const QRegularExpression colour(
+        "[ \t](#(?:[0-9A-Fa-f]{3}){1,2}|#[0-9A-Fa-f]{8})(?![\\w#])");
+    return colour.match(QString::fromUtf8(source.bytes().mid(begin, end - begin))).captured(1);
 }
 
 } // namespace norvo

@@ -29,6 +29,9 @@ struct Quoted
 /// The quoted string that begins here.
 Quoted quotedAt(const SourceText& source, int offset);
 
+/// A colour such as "#ff0000" between the two bytes that YAML takes for a comment; empty: none.
+QString colourInComment(const SourceText& source, int begin, int end);
+
 } // namespace YamlScan
 
 } // namespace norvo

@@ -26,9 +26,12 @@ public:
     {
         const YamlNode& value = *entry.value;
         if (value.kind == YamlNode::Kind::Text || value.kind == YamlNode::Kind::List) {
+            const QString example = isId(value.text) ? value.text : QString("TYPE");
             m_context.refuse(entry.place,
-                             QString("the device %1 must be a map, such as {device: %2}")
-                                 .arg(quotedId(), isId(value.text) ? value.text : QString("TYPE")));
+                             QString("the device %1 must be a map%2")
+                                 .arg(quotedId(), value.text.startsWith("device:")
+                                                      ? "; a space is missing after \"device:\""
+                                                      : ", such as {device: " + example + '}'));
         } else {
             readSettings(value);
         }
@@ -67,7 +70,8 @@ private:
         } else {
             m_context.refuseKey(*entry.key, " of the device " + quotedId(),
                                 {"device", "params", "outputs", "inputs", "network"},
-                                "a device has device, params, outputs, inputs and network");
+                                "a device has device, params, outputs, inputs and network, and its "
+                                "parameters stand in params");
         }
     }
 
@@ -169,7 +173,9 @@ private:
         const QString name = prefix + key;
         if (entry.value->kind == YamlNode::Kind::List) {
             return m_context.refuse(entry.place,
-                                    QString("the parameter %1 must be a text or a map, not a list")
+                                    QString("the parameter %1 must be a text or a map, not a list; "
+                                            "what stands between several values in one text is "
+                                            "said by --describe")
                                         .arg(inQuotes(name)));
         }
         if (entry.value->kind == YamlNode::Kind::Map) {
@@ -185,6 +191,16 @@ private:
                                         .arg(inQuotes(name), toString(*earlier)));
         }
         m_seen.insert(name.toLower(), keyPlace);
+        const QString absence = entry.value->kind == YamlNode::Kind::Absent
+                                    ? m_context.reasonOfAbsence(entry)
+                                    : QString();
+        const QString noValue = inQuotes(name) + " has no value" + absence;
+        if (!absence.isEmpty() && key.at(0).isDigit()) { // No name of a parameter.
+            return m_context.refuse(keyPlace, noValue);
+        }
+        if (!absence.isEmpty()) {
+            m_context.warn(keyPlace, noValue);
+        }
         addParam(name, entry);
     }
 
@@ -192,9 +208,12 @@ private:
     {
         const bool isAbsent = entry.value->kind == YamlNode::Kind::Absent;
         const Place valuePlace = isAbsent ? entry.place : entry.value->place;
-        m_device.params.append(
-            ParamSetting{{name, m_context.at(entry.key->place)},
-                         {m_context.text(*entry.value), m_context.at(valuePlace)}});
+        ParamSetting param{{name, m_context.at(entry.key->place)},
+                           {m_context.text(*entry.value), m_context.at(valuePlace)}};
+        if (m_context.use()) {
+            param.file = m_context.use()->fileOf(entry.value->text);
+        }
+        m_device.params.append(param);
     }
 
     const ReadContext& m_context;

@@ -66,6 +66,11 @@ QString afterSlash(const QString& name)
     return name.mid(name.lastIndexOf('/') + 1);
 }
 
+QString suggestion(const QString& name)
+{
+    return name.isEmpty() ? QString() : QString("; did you mean \"%1\"?").arg(name);
+}
+
 } // namespace
 
 QString nearestName(const QString& wanted, const QStringList& known)
@@ -81,14 +86,21 @@ QString nearestName(const QString& wanted, const QStringList& known)
 
 QString didYouMean(const QString& wanted, const QStringList& known)
 {
-    const QString name = nearestName(wanted, known);
-    return name.isEmpty() ? QString() : QString("; did you mean \"%1\"?").arg(name);
+    return suggestion(nearestName(wanted, known));
 }
 
 QString didYouMeanOneOf(const QString& wanted, const QStringList& known)
 {
     const QString nearest = didYouMean(wanted, known);
     return nearest.isEmpty() && !known.isEmpty() ? "; valid names: " + inQuotes(known) : nearest;
+}
+
+QString didYouMeanDevice(const QString& wanted, const QStringList& ids)
+{
+    const auto ofUse = std::find_if(ids.cbegin(), ids.cend(), [&wanted](const QString& id) {
+        return id.startsWith(wanted + '-');
+    });
+    return suggestion(ofUse == ids.cend() ? nearestName(wanted, ids) : *ofUse);
 }
 
 } // namespace norvo

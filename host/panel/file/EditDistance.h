@@ -16,5 +16,7 @@ QString nearestName(const QString& wanted, const QStringList& known);
 QString didYouMean(const QString& wanted, const QStringList& known);
 /// The same; where no name is near, all of them: `; valid names: "a", "b"`.
 QString didYouMeanOneOf(const QString& wanted, const QStringList& known);
+/// The same for ids of devices, of which a use's first device, "p1-start", is nearest to "p1".
+QString didYouMeanDevice(const QString& wanted, const QStringList& ids);
 
 } // namespace norvo

@@ -21,6 +21,7 @@ struct ParamSetting
     PlacedText name;         ///< Nested maps are joined: "widget/row".
     PlacedText value;        ///< Verbatim.
     bool isOptional = false; ///< No error where the device does not have it.
+    QString file = {};       ///< That the value, if a file, is relative to; empty: the panel's own.
 };
 
 /// An output or an input that the panel's author names.

@@ -12,6 +12,7 @@
 
 #include <QHash>
 
+#include <algorithm>
 #include <variant>
 
 namespace norvo {
@@ -65,11 +66,22 @@ private:
             } else if (key == "connections") {
                 readConnections(entry, context);
             } else if (key != "templates" && key != "include") {
-                context.refuseKey(*entry.key, "",
-                                  {"title", "devices", "connections", "templates", "include"},
-                                  "a panel has title, devices, connections, templates and include");
+                refuseKey(entry, context);
             }
         }
+    }
+
+    static void refuseKey(const YamlEntry& entry, const ReadContext& context)
+    {
+        const auto& settings = entry.value->entries;
+        const bool isDevice =
+            std::any_of(settings.cbegin(), settings.cend(), [](const YamlEntry& one) {
+                return one.key && (one.key->text == "device" || one.key->text == "use");
+            });
+        context.refuseKey(
+            *entry.key, "", {"title", "devices", "connections", "templates", "include"},
+            isDevice ? "a device stands below \"devices:\" and is indented"
+                     : "a panel has title, devices, connections, templates and include");
     }
 
     void readTitle(const YamlEntry& entry, const ReadContext& context)
@@ -83,9 +95,10 @@ private:
 
     void readDevices(const YamlEntry& entry, const ReadContext& context)
     {
-        for (const YamlEntry& device :
-             context.entriesOf(entry, YamlNode::Kind::Map,
-                               "devices must be a map: the id of each device, and what it is")) {
+        for (const YamlEntry& device : context.entriesOf(
+                 entry, YamlNode::Kind::Map,
+                 "devices must be a map: the id of each device, and what it is, as in "
+                 "\"start: {device: button}\"")) {
             if (m_description.devices.size() == kMaxDevices) {
                 return context.refuse(device.key->place, "more than 20,000 devices");
             }
@@ -129,9 +142,8 @@ private:
             context.refuse(id.place, "the id of a device is empty");
         } else if (!isId(id.text)) {
             context.refuse(
-                id.place,
-                QString("the device id %1 holds more than letters, digits, \"_\" and \"-\"")
-                    .arg(inQuotes(id.text)));
+                id.place, QString("the device id %1 may hold letters, digits, \"_\" and \"-\" only")
+                              .arg(inQuotes(id.text)));
         }
         return id;
     }
@@ -211,8 +223,8 @@ private:
     {
         for (const YamlEntry& connection :
              context.entriesOf(entry, YamlNode::Kind::List,
-                               QString("connections must be a list of texts such as %1")
-                                   .arg(kConnectionExample))) {
+                               "connections must be a list, with a line such as "
+                               "\"- source.signal -> target.slot\" for each")) {
             if (m_description.connections.size() == kMaxConnections) {
                 return context.refuse(connection.place, "more than 25,000 connections");
             }

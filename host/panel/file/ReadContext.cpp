@@ -4,6 +4,7 @@
 
 #include "host/panel/file/EditDistance.h"
 #include "host/panel/file/TemplateUse.h"
+#include "host/yaml/YamlScan.h"
 
 #include <utility>
 
@@ -78,10 +79,30 @@ void ReadContext::refuseKey(const YamlNode& key, const QString& where, const QSt
                             const QString& all) const
 {
     m_diagnostics.error(at(key.place), [&] {
-        const QString nearest = didYouMean(key.text, known);
+        const QString name = key.text.section(':', 0, 0);
+        const bool lacksSpace = name != key.text && known.contains(name);
+        const QString nearest = lacksSpace ? QString("; a space is missing after \"%1:\"").arg(name)
+                                           : didYouMean(key.text, known);
         return QString("unknown key %1%2%3")
             .arg(inQuotes(key.text), where, nearest.isEmpty() ? "; " + all : nearest);
     });
+}
+
+QString ReadContext::reasonOfAbsence(const YamlEntry& entry) const
+{
+    const QString& key = entry.key->text;
+    const QString rest = QString::fromUtf8(
+        m_source.bytes().mid(entry.keyMark, m_source.lineEnd(entry.keyMark) - entry.keyMark));
+    const bool isBare = rest.startsWith(key) && !rest.mid(key.size()).trimmed().startsWith(':');
+    if (isBare && !key.isEmpty() && key.at(0).isDigit()) {
+        return "; a comma separates entries here, so write a number with a point, and put a text "
+               "that holds a comma in quotes";
+    }
+    const QString colour =
+        YamlScan::colourInComment(m_source, entry.keyMark, m_source.lineEnd(entry.keyMark));
+    return colour.isEmpty() ? QString()
+                            : QString(", because \" #\" begins a comment; put %1 in quotes")
+                                  .arg(inQuotes(colour));
 }
 
 void ReadContext::warn(const Place& place, const QString& text) const

@@ -47,6 +47,9 @@ public:
                    const QString& all) const;
     void warn(const Place& place, const QString& text) const;
 
+    /// What ends a message on a key without a value, where that looks like a mistake; else empty.
+    QString reasonOfAbsence(const YamlEntry& entry) const;
+
 private:
     const SourceText& m_source;
     std::shared_ptr<const PlaceOrigin> m_origin;

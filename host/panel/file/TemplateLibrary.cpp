@@ -155,8 +155,8 @@ void TemplateLibrary::readPlaceholders(const YamlEntry& with, const ReadContext&
         const QString& name = entry.key->text;
         if (!isId(name)) {
             context.refuse(entry.key->place,
-                           QString("the placeholder %1 holds more than letters, digits, \"_\" "
-                                   "and \"-\"")
+                           QString("the placeholder %1 may hold letters, digits, \"_\" "
+                                   "and \"-\" only")
                                .arg(inQuotes(name)));
         }
         Template::Placeholder placeholder;
@@ -195,12 +195,12 @@ void TemplateLibrary::checkText(const YamlNode& node, const ReadContext& context
         if (known != made.placeholders.end()) {
             known->isUsed = true;
         } else {
-            const QString hint = "; \"$$(\" stands for the text \"$(\"";
             const bool isOpen = piece.kind == TextPiece::Kind::Unclosed;
+            const QString error = isOpen ? QString("\")\" is missing after \"$(\"")
+                                         : made.unknownPlaceholder(piece.text);
             context.refuse(context.placeOf(node, piece.begin),
-                           (isOpen ? QString("\")\" is missing after \"$(\"")
-                                   : made.unknownPlaceholder(piece.text)) +
-                               hint);
+                           error + (error.endsWith('?') ? " " : "; ") +
+                               "\"$$(\" stands for the text \"$(\"");
         }
     }
 }

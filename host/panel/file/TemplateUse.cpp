@@ -92,7 +92,8 @@ void TemplateUse::readValues(const YamlEntry& with)
         }
         const TemplateUse* const around = outer();
         m_values.insert(name, {m_outer.text(*entry.value),
-                               around ? around->prefixOf(entry.value->text) : QString()});
+                               around ? around->prefixOf(entry.value->text) : QString(),
+                               around ? around->fileOf(entry.value->text) : QString()});
     }
 }
 
@@ -108,7 +109,8 @@ void TemplateUse::addDefaults()
                            QString("the use %1 lacks a value for %2; add \"with: {%3: ...}\"")
                                .arg(inQuotes(m_id.text), inQuotes(one.key()), one.key()));
         }
-        m_values.insert(one.key(), {one->byDefault.value_or(QString()), m_origin->prefix});
+        m_values.insert(one.key(),
+                        {one->byDefault.value_or(QString()), m_origin->prefix, m_origin->file});
     }
 }
 
@@ -175,6 +177,12 @@ QString TemplateUse::prefixOf(const QString& text) const
     const QString found = name.isEmpty() ? m_origin->prefix : m_values.value(name).prefix;
     m_budget.characters -= found.size();
     return m_budget.isSpent() ? QString() : found;
+}
+
+QString TemplateUse::fileOf(const QString& text) const
+{
+    const QString name = firstPlaceholder(text);
+    return name.isEmpty() ? m_origin->file : m_values.value(name).file;
 }
 
 void TemplateUse::move(DeviceSetting& device) const

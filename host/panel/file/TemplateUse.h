@@ -43,6 +43,9 @@ public:
     /// What is put before the name of a device that is written so: where a placeholder begins it,
     /// that of the place where the placeholder's value is written. Counts as filled in.
     QString prefixOf(const QString& text) const;
+    /// The file that holds the beginning of a text: where a placeholder begins it, that in which
+    /// the placeholder's value is written. Empty for the panel's own.
+    QString fileOf(const QString& text) const;
     QString ownPrefix() const { return prefixOf({}); } ///< Of the devices of the use.
     void move(DeviceSetting& device) const; ///< Also as the uses around this one ask for.
 
@@ -51,6 +54,7 @@ private:
     {
         QString text;
         QString prefix; ///< Of the names of devices where it was written.
+        QString file;   ///< In which it was written; empty: the panel's own.
     };
 
     void readValues(const YamlEntry& with);

@@ -21,6 +21,8 @@ public:
     /// Whether the type's initialise() only checks its parameters, so that a check may call it.
     /// What it reports is then an error of the check.
     virtual bool startsNothing(const QString& /*type*/) const { return false; }
+    /// Makes names of files that stand in an included file relative to the panel's folder.
+    virtual void rebaseFiles(PanelDescription& /*description*/) const {}
     /// Reports values in the file with which the device cannot do what its author means. The device
     /// has its parameters; files are looked for in the working folder.
     virtual void checkSense(const DeviceSetting& /*setting*/, const BaseDevice& /*device*/,

@@ -335,7 +335,7 @@ private:
         if (!node) {
             m_diagnostics.error(end.device.place, [&] {
                 return "there is no device " + inQuotes(end.device.text) +
-                       didYouMean(end.device.text, m_suggestedIds);
+                       didYouMeanDevice(end.device.text, m_suggestedIds);
             });
         }
         return node;
@@ -370,7 +370,9 @@ PanelPlan PanelPlan::make(const PanelDescription& description, const DeviceManag
                           const SavedState& saved, Diagnostics& diagnostics,
                           const std::vector<Node*>& running, const TypeKnowledge& knowledge)
 {
-    return Planner(description, manager, knowledge, diagnostics).plan(saved, running);
+    PanelDescription rebased = description;
+    knowledge.rebaseFiles(rebased);
+    return Planner(rebased, manager, knowledge, diagnostics).plan(saved, running);
 }
 
 Placement PanelPlan::layOut()

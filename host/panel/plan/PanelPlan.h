@@ -44,6 +44,8 @@ struct PanelPlan
     /// starts nothing, the device is initialised here and stays so; that it fails is an error of
     /// this device. A node of `running` that has an equal setting is taken over instead.
     ///
+    /// What included files name is found from the panel's folder, whoever reads the panel.
+    ///
     /// Saved values reach only the parameters that a device keeps by itself; all others are left
     /// aside with a warning.
     static PanelPlan make(const PanelDescription& description, const DeviceManager& manager,

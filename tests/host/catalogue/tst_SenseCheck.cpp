@@ -25,6 +25,7 @@ private slots:
     void badFiles();
     void onlyADeviceThatCannotWorkIsAnError();
     void typeWithoutWordsIsNotJudged();
+    void planFindsTheFilesOfAnIncludedFile();
 
 private:
     QStringList check(const PanelDescription& description, Diagnostics& diagnostics) const;
@@ -153,6 +154,31 @@ void tst_SenseCheck::typeWithoutWordsIsNotJudged()
     const QStringList lines = check(description, diagnostics);
     QCOMPARE(lines.size(), 1);
     QVERIFY2(lines[0].startsWith("p:3:15: error: unknown device type"), qPrintable(lines[0]));
+}
+
+/// By all that plan a panel: a check, a start, a change of a value.
+void tst_SenseCheck::planFindsTheFilesOfAnIncludedFile()
+{
+    const QTemporaryDir folder;
+    QVERIFY(QDir(folder.path()).mkdir("lib"));
+    const auto write = [&folder](const QString& name, const QByteArray& text) {
+        QFile file(folder.filePath("lib/" + name));
+        return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
+    };
+    QVERIFY(write("bell.wav", "sound"));
+    QVERIFY(write("t.yaml", "templates:\n"
+                            "  t:\n"
+                            "    devices:\n"
+                            "      a: {device: output_with_progress, params: {alarmFile: "
+                            "bell.wav}}\n"));
+    Diagnostics diagnostics("p");
+    const auto description = PanelFile::parse("include: [lib/t.yaml]\ndevices: {p: {use: t}}\n",
+                                              folder.filePath("panel.yaml"), diagnostics);
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(folder.path()));
+    const QStringList lines = check(description, diagnostics);
+    QVERIFY(QDir::setCurrent(before));
+    QCOMPARE(lines, QStringList());
 }
 
 NORVO_TEST(tst_SenseCheck)

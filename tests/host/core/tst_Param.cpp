@@ -203,9 +203,14 @@ private slots:
         QTest::newRow("empty is no number") << "10"
                                             << ""
                                             << "\"\" is not a number";
-        QTest::newRow("decimal comma is no number") << "0.5"
-                                                    << "0,5"
-                                                    << "\"0,5\" is not a number";
+        QTest::newRow("decimal comma is no number")
+            << "0.5"
+            << "0,5"
+            << "\"0,5\" is not a number; write it with a point, 0.5";
+        QTest::newRow("number with a unit is no number")
+            << "10"
+            << "2.5 ms"
+            << "\"2.5 ms\" is not a number; write it without the unit";
         QTest::newRow("true is no number") << "1"
                                            << "true"
                                            << "\"true\" is not a number";

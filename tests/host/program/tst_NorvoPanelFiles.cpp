@@ -15,6 +15,10 @@ private slots:
     void filesOfAPanelAreRelativeToItsFolder_data();
     void filesOfAPanelAreRelativeToItsFolder();
     void filesOfAnIncludedFileAreRelativeToItsFolder();
+    void fileOfAUseIsRelativeToTheFileThatGivesIt_data();
+    void fileOfAUseIsRelativeToTheFileThatGivesIt();
+    void programOfAnIncludedFileIsRelativeToItsFolder_data();
+    void programOfAnIncludedFileIsRelativeToItsFolder();
     void programOfAPanelRunsInItsFolder();
     void argumentsAreRelativeToTheFolderOfTheStart();
     void stateIsKeptBesideThePanel();
@@ -117,6 +121,79 @@ void tst_NorvoPanelFiles::filesOfAnIncludedFileAreRelativeToItsFolder()
         QCOMPARE(QImage(picture).pixelColor(200, 150), QColor("#00ff00"));
         QVERIFY(QFile::remove(picture));
     }
+}
+
+void tst_NorvoPanelFiles::fileOfAUseIsRelativeToTheFileThatGivesIt_data()
+{
+    QTest::addColumn<QByteArray>("templates"); // of the file that holds the picture, too
+    QTest::addColumn<QByteArray>("panel");     // of the other folder
+    const QByteArray lamp = "templates:\n"
+                            "  lamp:\n"
+                            "    with: {f: green.png}\n"
+                            "    devices:\n"
+                            "      p: {device: picture, params: {widget/filename: $(f)}}\n";
+    QTest::newRow("default") << lamp << QByteArray("{use: lamp}");
+    QTest::newRow("given by the panel")
+        << lamp << QByteArray("{use: lamp, with: {f: ../bench/green.png}}");
+    QTest::newRow("folder given by the panel") << QByteArray(lamp).replace("$(f)", "$(f)/green.png")
+                                               << QByteArray("{use: lamp, with: {f: ../bench}}");
+    QTest::newRow("placeholder within the name") << QByteArray(lamp).replace("$(f)", "./$(f)")
+                                                 << QByteArray("{use: lamp, with: {f: green.png}}");
+    const QByteArray outer = "  outer: {with: {g: green.png}, devices: {o: {use: lamp, with: "
+                             "{f: $(g)}}}}\n";
+    QTest::newRow("given by a template") << lamp + outer << QByteArray("{use: outer}");
+    QTest::newRow("passed on by a template")
+        << lamp + outer << QByteArray("{use: outer, with: {g: ../bench/green.png}}");
+}
+
+void tst_NorvoPanelFiles::fileOfAUseIsRelativeToTheFileThatGivesIt()
+{
+    QFETCH(QByteArray, templates);
+    QFETCH(QByteArray, panel);
+    const Start start(templates);
+    for (const QString& include : {QString("../bench/"), start.filePath("bench/")}) {
+        QVERIFY(QDir(start.path()).mkpath("third/deep"));
+        for (const QByteArray name : {"second/panel.yaml", "third/deep/panel.yaml"}) {
+            const QByteArray up = name.startsWith("third") ? "../" : "";
+            const QByteArray file = QByteArray(panel).replace("../bench", up + "../bench");
+            const bool isRelative = include.startsWith("..");
+            start.write(name, "include: [" + (isRelative ? up : QByteArray()) + include.toUtf8() +
+                                  "panel.yaml]\ndevices:\n  a: " + file + "\n");
+            PanelProcess check({"--check", name});
+            Start::run(check, start.path(), 0);
+            QCOMPARE(check.outputLines(), QStringList(name + ": no errors"));
+        }
+    }
+}
+
+void tst_NorvoPanelFiles::programOfAnIncludedFileIsRelativeToItsFolder_data()
+{
+    QTest::addColumn<QByteArray>("command"); // in the folder "my bench"
+    QTest::newRow("beside the file") << QByteArray("./say.sh it");
+    QTest::newRow("in quotes") << QByteArray("\"'./say.sh' it\"");
+    QTest::newRow("with a slash") << QByteArray("\" \\\"bin/say it.sh\\\" it\"");
+    QTest::newRow("parent folder") << QByteArray("../my\\ bench/say.sh it");
+}
+
+void tst_NorvoPanelFiles::programOfAnIncludedFileIsRelativeToItsFolder()
+{
+    QFETCH(QByteArray, command);
+    const Start start("include: ['../my bench/t.yaml']\ndevices: {a: {use: t}}\n");
+    QVERIFY(QDir(start.path()).mkpath("my bench/bin"));
+    for (const QString& name : {QString("my bench/say.sh"), QString("my bench/bin/say it.sh")}) {
+        start.write(name, "#!/bin/sh\necho $1 > seen\n");
+        QVERIFY(QFile::setPermissions(start.filePath(name),
+                                      QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    }
+    start.write("my bench/t.yaml",
+                "templates:\n  t:\n    devices:\n      p:\n        device: process\n"
+                "        params:\n          command: " +
+                    command + "\n");
+    PanelProcess program(
+        {"--screenshot", "o.png", "--after", "500", "--no-state", "bench/panel.yaml"});
+    Start::run(program, start.path(), 0);
+    QCOMPARE(program.errorLines(), QStringList());
+    QVERIFY(QFile::exists(start.filePath("bench/seen"))); // Programs run in the panel's folder.
 }
 
 void tst_NorvoPanelFiles::programOfAPanelRunsInItsFolder()

@@ -47,6 +47,9 @@ private slots:
     void errorIsClear_data();
     void errorIsClear();
     void valueThatTheCheckRefusesIsWrittenWithAWarning();
+    void storedValueThatReplacesTheNewOneIsReported();
+    void storedValueThatCountsForNothingIsNotReported_data();
+    void storedValueThatCountsForNothingIsNotReported();
     void valueThatIsThereAlreadyLeavesTheFileAlone();
     void permissionsStay();
     void linkStaysAndItsTargetIsWritten();
@@ -136,6 +139,51 @@ void tst_NorvoPanelSet::valueThatTheCheckRefusesIsWrittenWithAWarning()
     QVERIFY(folder.content("panel.yaml").contains("{widget/row: first}}"));
 }
 
+void tst_NorvoPanelSet::storedValueThatReplacesTheNewOneIsReported()
+{
+    const QByteArray stored("start:\n  toggled: true\n");
+    for (const bool isNamed : {false, true}) {
+        const PanelFolder folder(kPanel);
+        const QString state = folder.filePath(isNamed ? "mine.yaml" : "panel.state.yaml");
+        folder.fill(QFileInfo(state).fileName(), stored);
+        PanelProcess program(QStringList{"--set", "start.Toggled=false", folder.panel()} +
+                             (isNamed ? QStringList{"--state", state} : QStringList()));
+        QCOMPARE(program.runToEnd(), 0);
+        QCOMPARE(program.errorLines(),
+                 QStringList(state + ":2:3: warning: \"start\" has stored \"true\" for "
+                                     "\"toggled\", which replaces the value in the panel file at "
+                                     "the start; remove this line for \"false\" to count"));
+        QVERIFY(folder.content("panel.yaml").contains("oggled: false"));
+        QCOMPARE(folder.content(QFileInfo(state).fileName()), stored);
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 2); // No lock is left.
+    }
+}
+
+void tst_NorvoPanelSet::storedValueThatCountsForNothingIsNotReported_data()
+{
+    QTest::addColumn<QByteArray>("state");
+    QTest::addColumn<QStringList>("options");
+    QTest::newRow("the same") << QByteArray("start: {toggled: 'false'}\n") << QStringList();
+    QTest::newRow("another device") << QByteArray("stop: {toggled: 'true'}\n") << QStringList();
+    QTest::newRow("parameter that the device does not store")
+        << QByteArray("start: {mode: click}\n") << QStringList{"--set", "start.mode=toggle"};
+    QTest::newRow("no state wanted")
+        << QByteArray("start: {toggled: 'true'}\n") << QStringList("--no-state");
+    QTest::newRow("broken state file") << QByteArray("start: {toggled: 'true'\n") << QStringList();
+}
+
+void tst_NorvoPanelSet::storedValueThatCountsForNothingIsNotReported()
+{
+    QFETCH(QByteArray, state);
+    QFETCH(QStringList, options);
+    const PanelFolder folder(kPanel);
+    folder.fill("panel.state.yaml", state);
+    PanelProcess program(options + QStringList{"--set", "start.toggled=false", folder.panel()});
+    QCOMPARE(program.runToEnd(), 0);
+    QCOMPARE(program.errorLines(), QStringList());
+    QCOMPARE(folder.content("panel.state.yaml"), state);
+}
+
 void tst_NorvoPanelSet::valueThatIsThereAlreadyLeavesTheFileAlone()
 {
     const PanelFolder folder(kPanel);
@@ -185,7 +233,7 @@ void tst_NorvoPanelSet::fileThatWasChangedMeanwhileStays()
     DeviceManager manager;
     manager.registerDeviceType<MeanwhileDevice>("meanwhile");
     const QString here = QDir::currentPath();
-    const int status = norvo::setParams(folder.panel(), {{"a", "text", "1"}}, manager, {});
+    const int status = norvo::setParams(folder.panel(), {}, {{"a", "text", "1"}}, manager, {});
     QDir::setCurrent(here);
     QCOMPARE(status, 1);
     QCOMPARE(folder.content("panel.yaml"), QByteArray("# saved by an editor\n"));

@@ -76,7 +76,7 @@ const QVector<FileErrors> kErrors{
      {"1:16: error: broken YAML: the next key of the map that begins in line "
       "1, column 1 is expected here; check the indentation and the quotes"}},
     {"reserved-character",
-     {"1:8: error: broken YAML: a plain scalar cannot start with \"@\"; put it in quotes"}},
+     {"1:8: error: broken YAML: a text without quotes cannot start with \"@\"; put it in quotes"}},
     {"unknown-escape",
      {"1:17: error: broken YAML: unknown escape sequence; a "
       "backslash in double quotes is written twice"}},
@@ -118,11 +118,15 @@ const QVector<FileErrors> kErrors{
       "include"}},
     {"unknown-key-of-device",
      {"4:5: error: unknown key \"parms\" of the device \"cpu\"; did you mean \"params\"?",
-      "5:5: error: unknown key \"interval\" of the device \"cpu\"; a device has device, "
-      "params, outputs, inputs and network"}},
+      "5:5: error: unknown key \"interval\" of the device \"cpu\"; a device has device, params, "
+      "outputs, inputs and network, and its parameters stand in params"}},
     {"title-list", {"1:8: error: the title must be a text"}},
-    {"devices-list", {"2:3: error: devices must be a map: the id of each device, and what it is"}},
-    {"devices-text", {"1:10: error: devices must be a map: the id of each device, and what it is"}},
+    {"devices-list",
+     {"2:3: error: devices must be a map: the id of each device, and what it is, as in \"start: "
+      "{device: button}\""}},
+    {"devices-text",
+     {"1:10: error: devices must be a map: the id of each device, and what it is, as in \"start: "
+      "{device: button}\""}},
     {"device-text",
      {"2:8: error: the device \"cpu\" must be a map, such as {device: system}",
       "3:9: error: the device \"text\" must be a map, such as {device: TYPE}"}},
@@ -135,27 +139,29 @@ const QVector<FileErrors> kErrors{
       "4:18: error: the type of the device \"text\" is empty; write \"device: TYPE\""}},
     {"type-no-text", {"3:13: error: the type of a device must be a text"}},
     {"bad-ids",
-     {"2:3: error: the device id \"a.b\" holds more than letters, digits, \"_\" and \"-\"",
-      "3:3: error: the device id \"a b\" holds more than letters, digits, \"_\" and \"-\"",
+     {"2:3: error: the device id \"a.b\" may hold letters, digits, \"_\" and \"-\" only",
+      "3:3: error: the device id \"a b\" may hold letters, digits, \"_\" and \"-\" only",
       "4:3: error: the id of a device is empty"}},
     {"params-list",
      {"4:13: error: params must be a map: the name of each parameter, and its value"}},
     {"params-text",
      {"4:13: error: params must be a map: the name of each parameter, and its value"}},
     {"param-list",
-     {"5:17: error: the parameter \"interval\" must be a text or a map, not a list",
-      "6:21: error: the parameter \"widget/row\" must be a text or a map, not a list"}},
+     {"5:17: error: the parameter \"interval\" must be a text or a map, not a list; what stands "
+      "between several values in one text is said by --describe",
+      "6:21: error: the parameter \"widget/row\" must be a text or a map, not a list; what stands "
+      "between several values in one text is said by --describe"}},
     {"param-without-name", {"4:14: error: the name of a parameter is empty"}},
     {"network-no-bool",
      {"2:31: error: network must be true or false, not \"yes\"",
       "3:22: error: network must be true or false, not \"\"",
       "4:31: error: network must be true or false"}},
     {"connections-map",
-     {"2:3: error: connections must be a list of texts such as "
-      "\"source.signal -> target.slot\""}},
+     {"2:3: error: connections must be a list, with a line such as \"- source.signal -> "
+      "target.slot\" for each"}},
     {"connections-text",
-     {"1:14: error: connections must be a list of texts such as "
-      "\"source.signal -> target.slot\""}},
+     {"1:14: error: connections must be a list, with a line such as \"- source.signal -> "
+      "target.slot\" for each"}},
     {"arrow-no-text",
      {"2:5: error: a connection is a text such as \"source.signal -> target.slot\"",
       "3:5: error: a connection is a text such as \"source.signal -> target.slot\""}},
@@ -187,12 +193,13 @@ const QVector<FileErrors> kErrors{
      {"2:5: error: the id of a device is missing before \".x\"",
       "2:11: error: \"b.\" names no slot; write \"b.slot\""}},
     {"much-of-everything",
-     {"14:32: error: the parameter \"widget/column\" must be a text or a map, not a list",
+     {"14:32: error: the parameter \"widget/column\" must be a text or a map, not a list; what "
+      "stands between several values in one text is said by --describe",
       "20:3: error: the connection is empty; write one such as \"source.signal -> target.slot\"",
       "21:5: error: a connection is a text such as \"source.signal -> target.slot\""}},
     {"many-errors",
      {"1:1: error: unknown key \"titel\"; did you mean \"title\"?",
-      "3:3: error: the device id \"a b\" holds more than letters, digits, \"_\" and \"-\"",
+      "3:3: error: the device id \"a b\" may hold letters, digits, \"_\" and \"-\" only",
       "3:32: error: params must be a map: the name of each parameter, and its value",
       "4:3: error: the device \"text\" has no type; add \"device: TYPE\"",
       "5:14: error: network must be true or false, not \"maybe\"",
@@ -274,7 +281,8 @@ private slots:
         QCOMPARE(lines,
                  (QStringList{"p:2:30: error: network must be true or false, not \"1\"",
                               "p:2:45: error: the parameter \"v\" must be a text or a map, "
-                              "not a list",
+                              "not a list; what stands between several values in one text is "
+                              "said by --describe",
                               "p:2:56: error: the key \"w\" is given twice; it is already in "
                               "line 2, column 50"}));
     }

@@ -77,7 +77,7 @@ void tst_TemplateErrors::form_data()
         "1:23: error: with must be a map: the name of each placeholder, and the text that stands "
         "for it where a use gives none");
     row("name of a placeholder", "templates: {a: {with: {b c: 1}}}\n",
-        "1:24: error: the placeholder \"b c\" holds more than letters, digits, \"_\" and \"-\"\n"
+        "1:24: error: the placeholder \"b c\" may hold letters, digits, \"_\" and \"-\" only\n"
         "1:24: warning: the template \"a\" does not use its placeholder \"b c\"");
     row("default, a list", "templates: {a: {with: {b: [1]}, devices: {x$(b): {device: y}}}}\n",
         "1:27: error: the default of the placeholder \"b\" must be a text");
@@ -85,7 +85,7 @@ void tst_TemplateErrors::form_data()
         "templates:\n  t:\n    with: {name: }\n    devices:\n"
         "      a: {device: x, params: {p: '$(name) 12 $(nmae)', $(q): 1}}\n    connections:\n"
         "      - a.b -> $(names\n",
-        "5:46: error: the template \"t\" has no placeholder \"nmae\"; did you mean \"name\"?; "
+        "5:46: error: the template \"t\" has no placeholder \"nmae\"; did you mean \"name\"? "
         "\"$$(\" stands for the text \"$(\"\n"
         "5:56: error: the template \"t\" has no placeholder \"q\"; \"with\" in the template "
         "declares them; \"$$(\" stands for the text \"$(\"\n"
@@ -125,9 +125,9 @@ void tst_TemplateErrors::form_data()
         "2:62: error: column must be a whole number from 0 to 999\n"
         "2:73: error: the area must be a text");
     row("id of a use", kTemplate + "devices: {u v: {use: t, with: {name: a}}}\n",
-        "1:52: error: the device id \"u v-a\" holds more than letters, digits, \"_\" and \"-\" "
+        "1:52: error: the device id \"u v-a\" may hold letters, digits, \"_\" and \"-\" only "
         "[in use u v (line 2)]\n"
-        "2:11: error: the device id \"u v\" holds more than letters, digits, \"_\" and \"-\"");
+        "2:11: error: the device id \"u v\" may hold letters, digits, \"_\" and \"-\" only");
 }
 
 void tst_TemplateErrors::form()
