@@ -25,6 +25,7 @@ private slots:
     void entryIsRemovedWithItsLines();
     void whatAnAliasUsesIsRefused_data();
     void whatAnAliasUsesIsRefused();
+    void firstDeviceIsInsertedWhereNothingIs();
     void refusedEditChangesNothing();
     void textThatCannotBeReadIsNotEdited();
 };
@@ -59,6 +60,8 @@ void tst_YamlEdit::entryIsInsertedInTheStyleOfItsSiblings_data()
     row("absent map below, as a block", "a:\n    m:\n       x: 1\nb:\n    m:\n", "b>m",
         "a:\n    m:\n       x: 1\nb:\n    m:\n       k: v\n");
     row("absent map in brackets", "a: {m: , n: 1}\n", "a>m", "a: {m: {k: v} , n: 1}\n");
+    row("absent map in brackets of the root", "{m: , n: 1}\n", "m", "{m: {k: v} , n: 1}\n");
+    row("question mark without value", "? m\n", "m", "? m\n: {k: v}\n");
     row("map in a list", "- a: 1\n- b: 2\n", "0", "- a: 1\n  k: v\n- b: 2\n");
     row("anchored map that nobody uses", "m: &x\n  a: 1\n", "m", "m: &x\n  a: 1\n  k: v\n");
     row("question marks", "? a\n: 1\n", "", "? a\n: 1\nk: v\n");
@@ -165,6 +168,11 @@ void tst_YamlEdit::entryIsRemovedWithItsLines_data()
     row("question mark", "? a\n: 1\n? b\n: 2\n", "a", "? b\n: 2\n");
     row("absent item", "- a\n-\n- c\n", "1", "- a\n- c\n");
     row("alias", "a: &x 1\nb: *x\nc: 3\n", "b", "a: &x 1\nc: 3\n");
+    row("alias in braces", "{a: &x 1, b: *x}\n", "b", "{a: &x 1}\n");
+    row("alias in brackets", "[&x 1, *x]\n", "1", "[&x 1]\n");
+    row("alias at the end", "a: &x 1\nb: *x", "b", "a: &x 1");
+    row("only one of all", "a: 1\n", "a", "{}\n");
+    row("block that keeps a line of spaces", "a: |+\n  x\n \nb: 2\n", "a", "b: 2\n");
     row("anchor together with its use", "a:\n  - &x 1\n  - *x\nb: 2\n", "a", "b: 2\n");
 }
 
@@ -206,6 +214,14 @@ void tst_YamlEdit::whatAnAliasUsesIsRefused()
     QVERIFY(error);
     QVERIFY2(error->text.startsWith(wayOut), qPrintable(error->text));
     QCOMPARE(edit.text(), text);
+}
+
+void tst_YamlEdit::firstDeviceIsInsertedWhereNothingIs()
+{
+    YamlEdit edit("devices:\nconnections: []\n");
+    const auto device = YamlTree::map({{"device", YamlTree::text("label")}});
+    const auto error = edit.insert({"devices"}, "a", device);
+    QCOMPARE(outcome(edit, error), QByteArray("devices:\n  a: {device: label}\nconnections: []\n"));
 }
 
 void tst_YamlEdit::refusedEditChangesNothing()

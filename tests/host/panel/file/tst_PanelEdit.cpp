@@ -51,6 +51,26 @@ void tst_PanelEdit::parameterIsFoundOrSpelledAsItsSiblings_data()
     row("new beside joined", "  a:\n    device: x\n    params:\n      widget/row: 1 # r\n",
         "widget/column",
         "  a:\n    device: x\n    params:\n      widget/row: 1 # r\n      widget/column: 7\n");
+    row("new beside joined where others nest",
+        "  a: {device: x, params: {widget/row: 1}}\n"
+        "  b: {device: x, params: {widget: {row: 1}}}\n",
+        "widget/column",
+        "  a: {device: x, params: {widget/row: 1, widget/column: 7}}\n"
+        "  b: {device: x, params: {widget: {row: 1}}}\n");
+    row("joined as most others",
+        "  a: {device: x, params: {t: 1}}\n  b: {device: x, params: {widget: {row: 1}}}\n"
+        "  c: {device: x, params: {widget/row: 1}}\n  d: {device: x, params: {widget/row: 1}}\n",
+        "widget/row",
+        "  a: {device: x, params: {t: 1, widget/row: 7}}\n"
+        "  b: {device: x, params: {widget: {row: 1}}}\n"
+        "  c: {device: x, params: {widget/row: 1}}\n  d: {device: x, params: {widget/row: 1}}\n");
+    row("joined where as many others nest",
+        "  a: {device: x, params: {t: 1}}\n  b: {device: x, params: {widget: {row: 1}}}\n"
+        "  c: {device: x, params: {Widget/row: 1}}\n",
+        "widget/row",
+        "  a: {device: x, params: {t: 1, widget/row: 7}}\n"
+        "  b: {device: x, params: {widget: {row: 1}}}\n"
+        "  c: {device: x, params: {Widget/row: 1}}\n");
     row("nested as in another device",
         "  a: {device: x, params: {text: Go}}\n  b: {device: x, params: {widget: {row: 1}}}\n",
         "widget/row",

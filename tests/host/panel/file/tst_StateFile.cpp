@@ -23,6 +23,7 @@ private slots:
     void deviceMayBeNamedAsAKeyOfAPanel();
     void linkIsFollowed();
     void placesAreThoseOfTheKeys();
+    void readAgainItHoldsTheNewFileOnly();
 };
 
 void tst_StateFile::stateFileIsBesideThePanel_data()
@@ -203,6 +204,21 @@ void tst_StateFile::placesAreThoseOfTheKeys()
     QCOMPARE(shown("other", "b"), QString("4:17"));
     state.set("button", "later", "1");
     QCOMPARE(shown("button", "later"), QString("0:0"));
+}
+
+void tst_StateFile::readAgainItHoldsTheNewFileOnly()
+{
+    fill("a: {x: 1, y: 2}\nb: {z: 3}\n");
+    StateFile state(file(), StateFile::Mode::ReadOnly);
+    state.read();
+    fill("a: {y: 4}\n");
+    state.read();
+    QCOMPARE(state.state(), (norvo::PanelState{{"a", {{"y", "4"}}}}));
+    QCOMPARE(state.places().keys(), QStringList("a"));
+    QCOMPARE(state.places().value("a").keys(), (QStringList{"", "y"}));
+    QVERIFY(QFile::remove(file()));
+    state.read();
+    QVERIFY(state.state().isEmpty() && state.places().isEmpty());
 }
 
 NORVO_GUILESS_TEST(tst_StateFile)

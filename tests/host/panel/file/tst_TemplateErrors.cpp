@@ -124,6 +124,11 @@ void tst_TemplateErrors::form_data()
         "2:50: error: row must be a whole number from 0 to 999\n"
         "2:62: error: column must be a whole number from 0 to 999\n"
         "2:73: error: the area must be a text");
+    row("arrow in a value",
+        "templates: {t: {with: {n: }, connections: [a.b -> $(n)]}}\n"
+        "devices: {u: {use: t, with: {n: x.y -> z.w}}}\n",
+        "1:51: error: a connection holds one \"->\"; write one connection for each "
+        "[in use u (line 2)]");
     row("id of a use", kTemplate + "devices: {u v: {use: t, with: {name: a}}}\n",
         "1:52: error: the device id \"u v-a\" may hold letters, digits, \"_\" and \"-\" only "
         "[in use u v (line 2)]\n"

@@ -62,6 +62,7 @@ private slots:
     void middleOfALongCycleIsLeftOut();
     void valuesThatMultiplyBeyondBounds_data();
     void valuesThatMultiplyBeyondBounds();
+    void asManyCallsAsMayBeAreNoError();
     void deepDoublingsTakeNoTime();
     void manyLongCyclesTakeNoTime();
     void thousandsOfDevicesTakeNoTime_data();
@@ -91,6 +92,8 @@ void tst_CycleFinder::connectionsThatCloseCycles_data()
                                            << QStringList{"2: a -> b -> a", "4: a -> b -> c -> a"};
     QTest::newRow("bothOfTwo") << QStringList{"ab", "cd", "ba", "dc"}
                                << QStringList{"3: a -> b -> a", "4: c -> d -> c"};
+    QTest::newRow("whatLeadsIntoACycleIsNotNamed")
+        << QStringList{"ab", "bc", "cd", "dc"} << QStringList{"4: c -> d -> c"};
     QTest::newRow("aTailOfACycleIsNone")
         << QStringList{"ba", "ab", "bc", "db"} << QStringList{"2: b -> a -> b"};
 }
@@ -235,6 +238,19 @@ void tst_CycleFinder::valuesThatMultiplyBeyondBounds()
 {
     QFETCH(QStringList, arrows);
     QTEST(CycleFinder(relays("abcdefghijklmnopqrstuvwxyz", arrows)).multiplier(), "expected");
+}
+
+void tst_CycleFinder::asManyCallsAsMayBeAreNoError()
+{
+    QStringList arrows;
+    for (int i = 0; i < 99; ++i) {
+        arrows += "bc";
+    }
+    for (int i = 0; i < 1000; ++i) {
+        arrows += "ab"; // And the 99 calls behind it.
+    }
+    QCOMPARE(CycleFinder(relays("abc", arrows)).multiplier(), -1);
+    QCOMPARE(CycleFinder(relays("abc", arrows + QStringList("ac"))).multiplier(), 0);
 }
 
 void tst_CycleFinder::deepDoublingsTakeNoTime()

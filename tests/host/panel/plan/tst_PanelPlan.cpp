@@ -212,6 +212,11 @@ void tst_PanelPlan::valueThatMultipliesIsAnError()
         QStringList("panel.yaml:14:1: error: one value from \"d13\" would make more than 100000 "
                     "calls, because several paths of connections lead to the same devices; "
                     "remove some of them"));
+    const QStringList firstOnly =
+        check(describe::panel(devices.mid(0, 17), arrows.mid(0, 32)), m_manager).filter("error");
+    QCOMPARE(firstOnly.size(), 1);
+    QVERIFY2(firstOnly[0].startsWith("panel.yaml:1:1: error: one value from \"d0\""),
+             qPrintable(firstOnly[0]));
 }
 
 void tst_PanelPlan::gridBeyondAllBoundsIsAnError()

@@ -58,6 +58,22 @@ public slots:
     void show(double) {}
 };
 
+/// Lists an input that it does not have.
+class BoastingDevice : public BaseDevice
+{
+    Q_OBJECT
+
+public:
+    QStringList grabMethods(const QString&, QMetaMethod::MethodType type, bool) const override
+    {
+        return type == QMetaMethod::Slot ? QStringList{"input(int)", "input(double)"}
+                                         : QStringList();
+    }
+
+public slots:
+    void input(double) {}
+};
+
 class tst_Wiring : public QObject
 {
     Q_OBJECT
@@ -70,6 +86,7 @@ private slots:
     void longListsAreCut();
     void listThatJustFitsIsNotCut();
     void receiverThatConvertsIsAskedForTheSignalsArguments();
+    void listedMethodThatDoesNotExistIsLeftOut();
     void connects();
     void queuedConnectionsStoreArrays();
     void queuedConnectionsRefuseWhatCannotBeStored();
@@ -245,6 +262,17 @@ void tst_Wiring::receiverThatConvertsIsAskedForTheSignalsArguments()
     QCOMPARE(describe::lines(diagnostics), QStringList());
     QVERIFY(wire);
     QCOMPARE(wire->slot, "show(double)");
+}
+
+void tst_Wiring::listedMethodThatDoesNotExistIsLeftOut()
+{
+    BoastingDevice boasting;
+    Diagnostics diagnostics("panel.yaml");
+    const auto wire =
+        resolveConnection(describe::arrow("a.pressed -> c.input"), m_a, boasting, diagnostics);
+    QVERIFY(!wire);
+    QCOMPARE(describe::lines(diagnostics).first().section(';', 0, 0),
+             QString("panel.yaml:1:1: error: a.pressed() does not fit c.input(double)"));
 }
 
 void tst_Wiring::connects()

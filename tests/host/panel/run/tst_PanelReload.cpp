@@ -217,7 +217,8 @@ void tst_PanelReload::changedDevicesAreReplaced()
     auto renamed = before;
     renamed.id.text = "b";
     for (const auto& after :
-         {describe::device("a", "counted", {{"text", "y"}}), describe::device("a", "counted"),
+         {describe::device("a", "counted", {{"TEXT", "x"}}),
+          describe::device("a", "counted", {{"text", "y"}}), describe::device("a", "counted"),
           describe::device("a", "late", {{"text", "x"}}), open, renamed}) {
         TestPanel panel(m_manager, describe::panel({before}));
         panel.start(&m_page);
