@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "plugins/extras/HoldDevice.h"
+#include "plugins/extras/HoldWidget.h"
+#include "norvo/DeviceManager.h"
+#include "norvo/DevicePluginInterface.h"
+
+#include <QObject>
+
+/// The root object of the plug-in whose devices are for hands at a machine.
+class NorvoExtrasPluginInterface : public QObject, public DevicePluginInterface
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID DevicePluginInterface_iid)
+    Q_INTERFACES(DevicePluginInterface)
+
+public:
+    void registerDeviceType(DeviceManager& manager) override
+    {
+        manager.registerDeviceType<HoldDevice>("hold");
+    }
+};
+
+// Devices know no widget; only this page knows both.
+
+BaseWidget* HoldDevice::createWidget()
+{
+    return new HoldWidget(this, nullptr);
+}
+
+#include "NorvoExtrasPluginInterface.moc"
