@@ -73,6 +73,8 @@ void OutputBarLumeno::readParameters()
     m_name = getParam(LumenoBarDevice::kName).value();
     m_scale = {getParam(LumenoBarDevice::kMinValue), getParam(LumenoBarDevice::kMaxValue),
                getParam(LumenoBarDevice::kDigitsStep), getParam(LumenoBarDevice::kDashesStep)};
+    m_textHeight = QFontMetrics(m_textFont).height();
+    m_valueHeight = QFontMetrics(m_valueFont).height();
     m_laidOutHeight = -1;
 }
 
@@ -165,8 +167,7 @@ void OutputBarLumeno::drawScale(QPainter& painter) const
 
 void OutputBarLumeno::drawBar(QPainter& painter) const
 {
-    const QRectF bar = geometry::bar(m_history.latestValue(), m_axis, m_barWidth,
-                                     QFontMetrics(m_valueFont).height());
+    const QRectF bar = geometry::bar(m_history.latestValue(), m_axis, m_barWidth, m_valueHeight);
     painter.fillRect(bar.normalized(), m_accentColor);
 }
 
@@ -182,9 +183,7 @@ void OutputBarLumeno::drawValue(QPainter& painter) const
 
     painter.setPen(m_textColor);
     painter.setFont(m_textFont);
-    painter.drawStaticText(
-        geometry::unitsPosition(width, metrics.height(), QFontMetrics(m_textFont).height()),
-        m_units);
+    painter.drawStaticText(geometry::unitsPosition(width, m_valueHeight, m_textHeight), m_units);
 }
 
 void OutputBarLumeno::drawTrace(QPainter& painter)
@@ -205,6 +204,7 @@ void OutputBarLumeno::paintEvent(QPaintEvent*)
     }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.setClipRect(rect()); // Changes nothing, but lets Qt draw thin lines without spans.
     painter.translate(width() * 0.5, 0.0);
     drawScale(painter);
     if (!m_history.isEmpty()) {

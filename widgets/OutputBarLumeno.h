@@ -65,6 +65,8 @@ private:
     QString m_name;
     QFont m_textFont;
     QFont m_valueFont;
+    int m_textHeight = 0; ///< Pixels, of a line.
+    int m_valueHeight = 0;
     QStaticText m_units;
     QTimer* m_refreshTimer = nullptr;
     QColor m_accentColor;

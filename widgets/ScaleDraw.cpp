@@ -93,6 +93,7 @@ void ScaleDraw::calcRanges()
 void ScaleDraw::layOutNumbers()
 {
     m_numbers.clear();
+    m_numbersBox = QRect();
     const int decimals = norvo::truncatedToInt(m_precision);
     const double step = std::max(m_digitsStep, m_range / norvo::kMaxMarks);
     const double ascent = QFontMetricsF(m_font).ascent();
@@ -101,8 +102,9 @@ void ScaleDraw::layOutNumbers()
     for (int j = 0; j < m_digitCount; ++j, value += step) {
         if (numbers.admit(toPixel(digitX(j)))) {
             const QString text = TextHelper::doubleToStr(value, decimals);
-            const QPointF start = textPosition(j, m_metrics.horizontalAdvance(text));
-            m_numbers.push_back({start - QPointF(0.0, ascent), norvo::staticLine(text, m_font)});
+            const QPoint baseline = textPosition(j, m_metrics.horizontalAdvance(text));
+            m_numbers.push_back({baseline - QPointF(0.0, ascent), norvo::staticLine(text, m_font)});
+            m_numbersBox |= m_metrics.boundingRect(text).translated(baseline);
         }
     }
 }

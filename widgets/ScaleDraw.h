@@ -35,12 +35,13 @@ public:
     void drawDashes(QPainter& painter) const;
     void drawText(QPainter& painter) const;
 
-    int dashCount() const { return m_dashCount; }    ///< 0: no short ticks.
-    int digitCount() const { return m_digitCount; }  ///< 0: no long ticks.
-    QRect greenZone() const;                         ///< Empty where there is none.
-    QLine dash(int i) const;                         ///< The ith short tick.
-    QLine digitDash(int j) const;                    ///< The jth long tick.
-    QPoint textPosition(int j, int textWidth) const; ///< Left end of the jth number's baseline.
+    int dashCount() const { return m_dashCount; }     ///< 0: no short ticks.
+    int digitCount() const { return m_digitCount; }   ///< 0: no long ticks.
+    QRect greenZone() const;                          ///< Empty where there is none.
+    QLine dash(int i) const;                          ///< The ith short tick.
+    QLine digitDash(int j) const;                     ///< The jth long tick.
+    QPoint textPosition(int j, int textWidth) const;  ///< Left end of the jth number's baseline.
+    QRect numbersBox() const { return m_numbersBox; } ///< Around all of them; empty for none.
 
 private:
     QLine tick(double x, double heightShare) const;
@@ -65,4 +66,5 @@ private:
     double m_pixelLength = 0.0;
     double m_range = 0.0;
     std::vector<std::pair<QPointF, QStaticText>> m_numbers; ///< With their top left corners.
+    QRect m_numbersBox;
 };

@@ -13,6 +13,16 @@ QRect panel(const QSize& widget)
     return {kMargin, kMargin, widget.width() - 2 * kMargin, widget.height() - 2 * kMargin};
 }
 
+QRect panelRowsBetweenCorners(const QSize& widget)
+{
+    return panel(widget).adjusted(0, kCornerRadius, 0, -kCornerRadius);
+}
+
+QRect panelColumnsBetweenCorners(const QSize& widget)
+{
+    return panel(widget).adjusted(kCornerRadius, 0, -kCornerRadius, 0);
+}
+
 QRect scaleRegion(const QSize& widget, double scaleHeight)
 {
     const QRect inside = panel(widget);

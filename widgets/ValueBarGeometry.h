@@ -12,6 +12,9 @@ constexpr int kMargin = 5;
 constexpr int kCornerRadius = 10;
 
 QRect panel(const QSize& widget); ///< The light rounded panel; empty for a widget too small.
+/// The panel without the rows of its rounded corners; empty for one too low.
+QRect panelRowsBetweenCorners(const QSize& widget);
+QRect panelColumnsBetweenCorners(const QSize& widget); ///< Likewise.
 /// The scale's region at the bottom of the panel; `scaleHeight` is its share of the panel.
 QRect scaleRegion(const QSize& widget, double scaleHeight);
 /// The pointer onto a scale from `start` to `end`, pointing down; `arrowHeight` is its share of

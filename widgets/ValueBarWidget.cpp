@@ -6,6 +6,7 @@
 #include "widgets/ValueBarGeometry.h"
 
 #include <QBitmap>
+#include <QImage>
 #include <QPainter>
 
 #include <cmath>
@@ -19,6 +20,11 @@ namespace {
 double clampedShare(double share)
 {
     return share > 0.0 ? qMin(share, 1.0) : 0.0;
+}
+
+QPixmap opaque(const QPixmap& picture)
+{
+    return QPixmap::fromImage(picture.toImage().convertToFormat(QImage::Format_RGB32));
 }
 
 /// How many device pixels the painter gives to each pixel of the widget; 0 where that is no whole
@@ -58,7 +64,7 @@ void ValueBarWidget::build(OutputBarDevice& bar)
 void ValueBarWidget::deinitialise()
 {
     m_scale.reset();
-    m_panel = QPixmap();
+    m_panel.clear();
     setInitialised(false);
 }
 
@@ -66,14 +72,14 @@ void ValueBarWidget::SetThreshold(double low, double high)
 {
     if (m_scale) {
         m_scale->setGreenZone(low, high);
-        m_panel = QPixmap();
+        m_panel.clear();
     }
 }
 
 void ValueBarWidget::customHeight(double scaleHeight, double)
 {
     m_scaleHeight = clampedShare(scaleHeight);
-    m_panel = QPixmap();
+    m_panel.clear();
 }
 
 void ValueBarWidget::input(double value)
@@ -96,7 +102,7 @@ void ValueBarWidget::updateMask()
                             geometry::kCornerRadius);
     painter.end();
     m_mask = QRegion(picture.createMaskFromColor(QColor(Qt::white).rgb(), Qt::MaskOutColor));
-    m_panel = QPixmap();
+    m_panel.clear();
 }
 
 void ValueBarWidget::updateScale(QPainter& painter)
@@ -120,30 +126,57 @@ void ValueBarWidget::drawPanel(QPainter& painter)
     m_scale->drawDashes(painter);
 }
 
-void ValueBarWidget::drawPanelPixmap(QPainter& painter, int pixelScale)
+void ValueBarWidget::makePanelPixmaps(int pixelScale)
 {
-    if (m_panel.isNull() || m_panel.devicePixelRatioF() != pixelScale) {
-        m_panel = QPixmap(size() * pixelScale);
-        m_panel.setDevicePixelRatio(pixelScale);
-        m_panel.fill(Qt::transparent);
-        QPainter panelPainter(&m_panel);
-        drawPanel(panelPainter);
+    QPixmap whole(size() * pixelScale);
+    whole.setDevicePixelRatio(pixelScale);
+    whole.fill(Qt::transparent);
+    QPainter painter(&whole);
+    drawPanel(painter);
+    painter.end();
+    const auto part = [&](const QRect& area) {
+        return whole.copy(QRect(area.topLeft() * pixelScale, area.size() * pixelScale));
+    };
+    m_panel.clear();
+    const QRect between = geometry::panelRowsBetweenCorners(size());
+    if (between.isEmpty()) {
+        m_panel.push_back({QPoint(), whole});
+        return;
     }
-    painter.drawPixmap(0, 0, m_panel);
-    painter.setClipRegion(m_mask);
+    const int bottom = between.y() + between.height();
+    m_panel.push_back({QPoint(), part({0, 0, width(), between.y()})});
+    m_panel.push_back({between.topLeft(), opaque(part(between))});
+    m_panel.push_back({QPoint(0, bottom), part({0, bottom, width(), height() - bottom})});
 }
 
-void ValueBarWidget::drawPointer(QPainter& painter)
+void ValueBarWidget::drawPanelPixmaps(QPainter& painter, int pixelScale)
+{
+    if (m_panel.empty() || m_panel.front().second.devicePixelRatioF() != pixelScale) {
+        makePanelPixmaps(pixelScale);
+    }
+    for (const auto& [topLeft, pixmap] : m_panel) {
+        painter.drawPixmap(topLeft, pixmap);
+    }
+}
+
+QPolygon ValueBarWidget::pointer() const
 {
     double start = 0.0;
     double end = 0.0;
     m_scale->getValuePxRange(start, end);
-    if (!std::isfinite(m_normalised)) {
-        return;
+    return std::isfinite(m_normalised)
+               ? geometry::pointer(size(), m_arrowHeight, start, end, m_normalised)
+               : QPolygon();
+}
+
+void ValueBarWidget::clipToPanel(QPainter& painter, const QRect& drawn) const
+{
+    const QRect columns = geometry::panelColumnsBetweenCorners(size());
+    if (drawn.left() >= columns.left() && drawn.right() <= columns.right()) {
+        painter.setClipRect(columns); // Costs less than the mask.
+    } else {
+        painter.setClipRegion(m_mask);
     }
-    painter.setPen(Looks::kPointerEdge);
-    painter.setBrush(Looks::kPointer);
-    painter.drawPolygon(geometry::pointer(size(), m_arrowHeight, start, end, m_normalised));
 }
 
 void ValueBarWidget::paintEvent(QPaintEvent*)
@@ -162,12 +195,18 @@ void ValueBarWidget::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     const int pixelScale = wholePixelScale(painter);
     if (pixelScale > 0) {
-        drawPanelPixmap(painter, pixelScale);
+        drawPanelPixmaps(painter, pixelScale);
     } else {
         drawPanel(painter);
     }
+    const QPolygon pointer = this->pointer(); // Of the scale as it was laid out just now.
+    if (pixelScale > 0) {
+        clipToPanel(painter, pointer.boundingRect().adjusted(-2, 0, 2, 0) | m_scale->numbersBox());
+    }
     m_scale->drawText(painter);
-    drawPointer(painter);
+    painter.setPen(Looks::kPointerEdge);
+    painter.setBrush(Looks::kPointer);
+    painter.drawPolygon(pointer);
 }
 
 void ValueBarWidget::resizeEvent(QResizeEvent*)

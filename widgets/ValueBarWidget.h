@@ -6,16 +6,20 @@
 #include "widgets/ScaleDraw.h"
 
 #include <QPixmap>
+#include <QPolygon>
 #include <QRegion>
 
 #include <memory>
+#include <utility>
+#include <vector>
 
 /// A horizontal gauge: a light panel with a scale at its bottom and a pointer above it.
 ///
-/// Panel and ticks are drawn into a pixmap, which is shown until the size or the scale changes;
+/// Panel and ticks are drawn into pixmaps, which are shown until the size or the scale changes;
 /// what blends with the widget's background is within one colour level of being drawn on it
-/// directly. The numbers are drawn directly, as letters lose their sub-pixel rendering in a pixmap.
-/// A pointer beyond the scale is clipped by the panel; one at no number or at an infinity is not
+/// directly. Most of the panel covers its background and is copied, which costs a third of blending
+/// it. The numbers are drawn directly, as letters lose their sub-pixel rendering in a pixmap. A
+/// pointer beyond the scale is clipped by the panel; one at no number or at an infinity is not
 /// drawn.
 class ValueBarWidget : public DeviceView<OutputBarDevice>
 {
@@ -42,8 +46,11 @@ protected:
 
 private:
     void drawPanel(QPainter& painter);
-    void drawPanelPixmap(QPainter& painter, int pixelScale);
-    void drawPointer(QPainter& painter);
+    void drawPanelPixmaps(QPainter& painter, int pixelScale);
+    void makePanelPixmaps(int pixelScale);
+    QPolygon pointer() const; ///< Empty at no number.
+    /// Clips to the panel as far as what is drawn after it may reach over it, `drawn` at most.
+    void clipToPanel(QPainter& painter, const QRect& drawn) const;
 
     double m_scaleHeight = 0.0;
     double m_arrowHeight = 0.0;
@@ -51,7 +58,9 @@ private:
     double m_minValue = 0.0;
     double m_maxValue = 0.0;
     std::unique_ptr<ScaleDraw> m_scale;
-    QRegion m_mask;  ///< The panel's pixels.
-    QPixmap m_panel; ///< Panel and ticks. Null: to be drawn.
+    QRegion m_mask; ///< The panel's pixels.
+    /// Panel and ticks, from top to bottom: the rows of the upper corners, those between the
+    /// corners without their transparent margins, and those of the lower ones. None: to be drawn.
+    std::vector<std::pair<QPoint, QPixmap>> m_panel;
     bool m_maskDirty = false;
 };
