@@ -33,7 +33,6 @@ private slots:
     void typesOfAStrangerAreDescribedToo();
     void allFormsSayTheSame();
     void devicesPageIsWhatTheProgramPrints();
-    void everyNameOfTheExamplesIsOnThePage();
     void everyTypeHasAPicture_data() { everyType(); }
     void everyTypeHasAPicture();
     void smallestPanelRuns_data() { everyType(); }
@@ -164,39 +163,6 @@ void tst_TypeListing::devicesPageIsWhatTheProgramPrints()
     QVERIFY(page.open(QIODevice::ReadOnly));
     QVERIFY2(printed({"--describe-all", "--format", "markdown"}) == page.readAll(),
              "docs/devices.md is not current; ./docs/make-devices writes it");
-}
-
-void tst_TypeListing::everyNameOfTheExamplesIsOnThePage()
-{
-    QFile file(NORVO_SOURCE_DIR "/docs/devices.md");
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QString page = QString::fromUtf8(file.readAll());
-    QDirIterator panels(NORVO_SOURCE_DIR "/examples", {"panel.yaml"}, QDir::Files,
-                        QDirIterator::Subdirectories);
-    QStringList missing;
-    const auto look = [&page, &missing](const QString& text) {
-        missing += page.contains(text) ? QStringList() : QStringList(text);
-    };
-    while (panels.hasNext()) {
-        Diagnostics diagnostics("panel.yaml");
-        const PanelDescription panel = PanelFile::read(panels.next(), diagnostics);
-        QMap<QString, QString> types;
-        for (const DeviceSetting& device : panel.devices) {
-            types.insert(device.id.text, device.type.text);
-            look("## " + device.type.text + '\n');
-            for (const ParamSetting& param : device.params) {
-                look("| `" + param.name.text + "` |");
-            }
-        }
-        for (const ConnectionSetting& connection : panel.connections) {
-            for (const Endpoint& end : {connection.from, connection.to}) {
-                if (types.value(end.device.text) != "qml_widget") { // Its document has its own.
-                    look("| `" + end.method.text.section('(', 0, 0) + '(');
-                }
-            }
-        }
-    }
-    QCOMPARE(missing, QStringList());
 }
 
 void tst_TypeListing::everyTypeHasAPicture()
