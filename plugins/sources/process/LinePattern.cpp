@@ -23,7 +23,6 @@ QString LinePattern::define(const PortDefinition& definition)
             .arg(m_expression.errorString())
             .arg(qMax(0, m_expression.patternErrorOffset() - kLimit.size()) + 1);
     }
-    m_expression.optimize();
     return readOption(definition, "decimal", "point", "comma", m_hasComma);
 }
 
