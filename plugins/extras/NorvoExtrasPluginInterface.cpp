@@ -2,6 +2,8 @@
 
 #include "plugins/extras/HoldDevice.h"
 #include "plugins/extras/HoldWidget.h"
+#include "plugins/extras/StopDevice.h"
+#include "plugins/extras/StopWidget.h"
 #include "norvo/DeviceManager.h"
 #include "norvo/DevicePluginInterface.h"
 
@@ -18,6 +20,7 @@ public:
     void registerDeviceType(DeviceManager& manager) override
     {
         manager.registerDeviceType<HoldDevice>("hold");
+        manager.registerDeviceType<StopDevice>("stop");
     }
 };
 
@@ -26,6 +29,11 @@ public:
 BaseWidget* HoldDevice::createWidget()
 {
     return new HoldWidget(this, nullptr);
+}
+
+BaseWidget* StopDevice::createWidget()
+{
+    return new StopWidget(this, nullptr);
 }
 
 #include "NorvoExtrasPluginInterface.moc"

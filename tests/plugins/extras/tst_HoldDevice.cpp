@@ -8,6 +8,8 @@
 
 #include <QThread>
 
+#include <memory>
+
 class tst_HoldDevice : public QObject
 {
     Q_OBJECT

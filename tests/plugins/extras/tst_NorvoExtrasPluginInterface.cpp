@@ -41,7 +41,7 @@ void tst_NorvoExtrasPluginInterface::metadataNamesTheInterface()
 
 void tst_NorvoExtrasPluginInterface::registersItsTypes()
 {
-    QCOMPARE(m_manager.cataloguePaths(), QStringList({"GUI/hold"}));
+    QCOMPARE(m_manager.cataloguePaths(), QStringList({"GUI/hold", "GUI/stop"}));
 }
 
 void tst_NorvoExtrasPluginInterface::eachTypeMakesItsWidget_data()
@@ -49,6 +49,7 @@ void tst_NorvoExtrasPluginInterface::eachTypeMakesItsWidget_data()
     QTest::addColumn<QByteArray>("device");
     QTest::addColumn<QByteArray>("widget");
     QTest::newRow("hold") << QByteArray("HoldDevice") << QByteArray("HoldWidget");
+    QTest::newRow("stop") << QByteArray("StopDevice") << QByteArray("StopWidget");
 }
 
 void tst_NorvoExtrasPluginInterface::eachTypeMakesItsWidget()
