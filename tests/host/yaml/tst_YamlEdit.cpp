@@ -25,6 +25,9 @@ private slots:
     void entryIsRemovedWithItsLines();
     void whatAnAliasUsesIsRefused_data();
     void whatAnAliasUsesIsRefused();
+    void itemMayBeAMapOrHoldCommas();
+    void mapOfTheRootIsInsertedAsABlock();
+    void editsFollowOneAnother();
     void firstDeviceIsInsertedWhereNothingIs();
     void refusedEditChangesNothing();
     void textThatCannotBeReadIsNotEdited();
@@ -67,6 +70,15 @@ void tst_YamlEdit::entryIsInsertedInTheStyleOfItsSiblings_data()
     row("question marks", "? a\n: 1\n", "", "? a\n: 1\nk: v\n");
     row("empty text", "", "", "k: v\n");
     row("comments alone", "# nothing", "", "# nothing\nk: v\n");
+    row("comments and a line end", "# nothing\n", "", "# nothing\nk: v\n");
+    row("comment behind the bracket's first entry", "m: {a: 1 # one\n  }\n", "m",
+        "m: {a: 1, k: v # one\n  }\n");
+    row("absent map, as the last one before it",
+        "a:\n  m: {x: 1}\nb:\n  m:\n     x: 1\nc:\n  m:\nd:\n  m: {x: 1}\n", "c>m",
+        "a:\n  m: {x: 1}\nb:\n  m:\n     x: 1\nc:\n  m:\n     k: v\nd:\n  m: {x: 1}\n");
+    row("absent map, as the first one behind it",
+        "a:\n  m:\nb:\n  m: {x: 1}\nc:\n  m:\n     x: 1\n", "a>m",
+        "a:\n  m: {k: v}\nb:\n  m: {x: 1}\nc:\n  m:\n     x: 1\n");
 }
 
 void tst_YamlEdit::entryIsInsertedInTheStyleOfItsSiblings()
@@ -126,6 +138,7 @@ void tst_YamlEdit::itemIsAddedToAList_data()
     row("brackets", "c: [a, b]\n", -1, "c: [a, b, x.y -> z]\n");
     row("empty brackets", "c: []\n", -1, "c: [x.y -> z]\n");
     row("absent", "c:\nd: 1\n", -1, "c:\n  - x.y -> z\nd: 1\n");
+    row("absent, beside a compact list", "b:\n- 1\nc:\n", -1, "b:\n- 1\nc:\n- x.y -> z\n");
     row("no last line end", "c:\n  - a", -1, "c:\n  - a\n  - x.y -> z");
 }
 
@@ -161,6 +174,10 @@ void tst_YamlEdit::entryIsRemovedWithItsLines_data()
         "c: {\n  b: 2 # two\n}\n");
     row("last line in brackets", "c: {\n  a: 1, # one\n  b: 2 # two\n}\n", "c>b",
         "c: {\n  a: 1, # one\n   # two\n}\n");
+    row("one of two on a line in brackets", "c: {\n  a: 1, b: 2,\n  d: 3\n}\n", "c>a",
+        "c: {\n  b: 2,\n  d: 3\n}\n");
+    row("the other one", "c: {\n  a: 1, b: 2,\n  d: 3\n}\n", "c>b", "c: {\n  a: 1, \n  d: 3\n}\n");
+    row("comma without a space", "c: {a: 1,b: 2}\n", "c>a", "c: {b: 2}\n");
     row("item", "c:\n  - a # A\n  - b\n", "c>0", "c:\n  - b\n");
     row("first of a map in a list", "- a: 1\n  b: 2\n", "0>a", "- b: 2\n");
     row("first of a map in a list before a comment", "- a: 1\n  # B\n  b: 2\n", "0>a",
@@ -214,6 +231,31 @@ void tst_YamlEdit::whatAnAliasUsesIsRefused()
     QVERIFY(error);
     QVERIFY2(error->text.startsWith(wayOut), qPrintable(error->text));
     QCOMPARE(edit.text(), text);
+}
+
+void tst_YamlEdit::itemMayBeAMapOrHoldCommas()
+{
+    YamlEdit edit("c:\n  - a\n");
+    QVERIFY(!edit.add({"c"}, YamlTree::text("x, y")));
+    QVERIFY(!edit.add({"c"}, YamlTree::map({{"k", YamlTree::text("v")}})));
+    QCOMPARE(edit.text(), QByteArray("c:\n  - a\n  - x, y\n  - {k: v}\n"));
+}
+
+void tst_YamlEdit::mapOfTheRootIsInsertedAsABlock()
+{
+    YamlEdit edit("title: x\n");
+    QVERIFY(!edit.insert({}, "m", YamlTree::map({{"k", YamlTree::text("v")}})));
+    QCOMPARE(edit.text(), QByteArray("title: x\nm:\n  k: v\n"));
+}
+
+void tst_YamlEdit::editsFollowOneAnother()
+{
+    YamlEdit edit("");
+    QVERIFY(!edit.insert({}, "a", YamlTree::text("1")));
+    QVERIFY(!edit.insert({}, "b", YamlTree::text("2")));
+    QVERIFY(!edit.setText({"a"}, "3"));
+    QVERIFY(!edit.remove({"b"}));
+    QCOMPARE(edit.text(), QByteArray("a: 3\n"));
 }
 
 void tst_YamlEdit::firstDeviceIsInsertedWhereNothingIs()

@@ -89,6 +89,9 @@ void tst_YamlEditTexts::textTakesTheStyleOfTheOldOne_data()
     row("question mark without value", "? a\n? b\n", "a", "x", "? a\n: x\n? b\n");
     row("item of a compact list", "a:\n- 1\n- k: 2\n  l: 3\n", "a>1>l", "x",
         "a:\n- 1\n- k: 2\n  l: x\n");
+    row("first of two absent items", "-\n-\n- c\n", "0", "x", "- x\n-\n- c\n");
+    row("second of two absent items", "-\n-\n- c\n", "1", "x", "-\n- x\n- c\n");
+    row("absent item behind a text", "- a\n-\n-\n", "2", "x", "- a\n-\n- x\n");
     row("absent item", "-\n- b\n", "0", "x", "- x\n- b\n");
 }
 

@@ -3,6 +3,7 @@
 #include "host/yaml/YamlErrors.h"
 
 #include "host/yaml/YamlBuilder.h"
+#include "host/yaml/YamlTree.h"
 #include "TestMain.h"
 
 #include <QtTest>
@@ -29,6 +30,39 @@ private slots:
                      QString("broken YAML: no anchor of this name is defined above; a text that "
                              "begins with \"*\" needs quotes"));
         }
+    }
+
+    void errorOfTheParserHasAPlaceAndAdvice_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QString>("expected");
+        const QString escape("unknown escape sequence; a backslash in double quotes is written "
+                             "twice");
+        QTest::newRow("unknown escape") << QByteArray("a: \"b\\qc\"\n") << "1:6 " + escape;
+        QTest::newRow("no hexadecimal digit") << QByteArray("a: \"b\\xzz\"\n") << "1:6 " + escape;
+        QTest::newRow("half of a pair") << QByteArray("a: \"\\ud800\"\n") << "1:5 " + escape;
+        QTest::newRow("behind an item")
+            << QByteArray("a:\n  - 'b' 'c'\n")
+            << "2:9 the next \"- \" of the list that begins in line 2, column 3 is expected here; "
+               "check the indentation and the quotes";
+        QTest::newRow("behind a map") << QByteArray("a:\n  b: c\n  - d\n")
+                                      << "3:3 the next key of the map that begins in line 2, "
+                                         "column 3 is expected here; check "
+                                         "the indentation and the quotes";
+        QTest::newRow("character of two bytes")
+            << QByteArray("\xc3\xa4: @x\n")
+            << "1:4 a text without quotes cannot start with \"@\"; put it in quotes";
+    }
+    void errorOfTheParserHasAPlaceAndAdvice()
+    {
+        QFETCH(QByteArray, text);
+        const auto tree = norvo::YamlTree::read(norvo::SourceText(text));
+        const auto* const error = std::get_if<norvo::TextError>(&tree);
+        QVERIFY(error);
+        QString line = error->text;
+        line.remove("broken YAML: ");
+        QTEST(QString("%1:%2 %3").arg(error->place.line).arg(error->place.column).arg(line),
+              "expected");
     }
 
     void unknownTextIsPassedOn()

@@ -106,6 +106,16 @@ private slots:
         QCOMPARE(lines(diagnostics).size(), 5);
     }
 
+    void sameTextInTwoFilesIsReportedForBoth()
+    {
+        Diagnostics diagnostics("p");
+        for (const char* file : {"a", "b", "a"}) {
+            diagnostics.warningIn(file, {1, 1}, "x");
+        }
+        QCOMPARE(diagnostics.sorted().size(), 2);
+        QCOMPARE(diagnostics.summary(), QString("2 warnings"));
+    }
+
     void moreThanALotAreOnlyCounted()
     {
         Diagnostics diagnostics("a");

@@ -81,6 +81,11 @@ void tst_PanelEdit::parameterIsFoundOrSpelledAsItsSiblings_data()
         "widget/row",
         "  a: {device: x, params: {text: Go, widget/row: 7}}\n"
         "  b: {device: x, params: {widget/row: 1}}\n");
+    row("nested as the only other one with params",
+        "  a: {device: x}\n  b: {device: x}\n  c: {device: x, params: {widget: {row: 1}}}\n",
+        "widget/row",
+        "  a: {device: x, params: {widget: {row: 7}}}\n  b: {device: x}\n"
+        "  c: {device: x, params: {widget: {row: 1}}}\n");
     row("nested as most others",
         "  a:\n    device: x\n    params:\n      text: Go\n"
         "  b: {device: x, params: {widget: {row: 1}}}\n",

@@ -257,6 +257,15 @@ private slots:
         }
     }
 
+    void idMayHoldLettersAndMarksOfAnyLanguage()
+    {
+        for (const char* id : {"W\xc3\xa4rme", "\xe0\xa4\x95\xe0\xa4\xbf", "\xe6\xb8\xa9-1_a"}) {
+            Diagnostics diagnostics("p");
+            PanelFile::parse("devices: {" + QByteArray(id) + ": {device: x}}\n", "p", diagnostics);
+            QVERIFY2(diagnostics.isEmpty(), id);
+        }
+    }
+
     void theNameIsTheOneThatTheUserGave()
     {
         const QString file = "./tests/../tests/panels/bad/title-list.yaml";

@@ -23,6 +23,7 @@ private slots:
     void deviceMayBeNamedAsAKeyOfAPanel();
     void linkIsFollowed();
     void placesAreThoseOfTheKeys();
+    void savedChangeIsNotWrittenAgain();
     void readAgainItHoldsTheNewFileOnly();
 };
 
@@ -204,6 +205,18 @@ void tst_StateFile::placesAreThoseOfTheKeys()
     QCOMPARE(shown("other", "b"), QString("4:17"));
     state.set("button", "later", "1");
     QCOMPARE(shown("button", "later"), QString("0:0"));
+}
+
+void tst_StateFile::savedChangeIsNotWrittenAgain()
+{
+    StateFile state(file());
+    state.set("a", "x", "1");
+    state.save();
+    QVERIFY(QFile::remove(file()));
+    state.save();
+    state.set("a", "x", "1"); // No change.
+    state.save();
+    QVERIFY(!QFile::exists(file()));
 }
 
 void tst_StateFile::readAgainItHoldsTheNewFileOnly()

@@ -124,6 +124,8 @@ void tst_TemplateErrors::form_data()
         "2:50: error: row must be a whole number from 0 to 999\n"
         "2:62: error: column must be a whole number from 0 to 999\n"
         "2:73: error: the area must be a text");
+    row("row beyond the last", use("use: t, with: {name: a}, at: {row: 1000, column: 999}"),
+        "2:50: error: row must be a whole number from 0 to 999");
     row("arrow in a value",
         "templates: {t: {with: {n: }, connections: [a.b -> $(n)]}}\n"
         "devices: {u: {use: t, with: {n: x.y -> z.w}}}\n",

@@ -57,6 +57,19 @@ public:
     static DeviceTypeInfo typeInfo() { return {}; }
 };
 
+/// Starts at the second attempt.
+class LateComerDevice : public NotedDevice
+{
+    Q_OBJECT
+
+public:
+    static int attempts;
+
+    bool initialise() override { return ++attempts > 1; }
+};
+
+int LateComerDevice::attempts = 0;
+
 /// Notes what it is told to show, and where.
 class NotedSurface : public norvo::PanelSurface
 {
@@ -92,6 +105,7 @@ private slots:
     {
         m_manager.registerDeviceType<NotedDevice>("noted");
         m_manager.registerDeviceType<KnownTalkerDevice>("talker");
+        m_manager.registerDeviceType<LateComerDevice>("late comer");
     }
     void init() { takeSteps(); }
     void surfaceIsGivenUpBeforeWidgetsAreDeletedAndClearedThen();
@@ -101,6 +115,7 @@ private slots:
     void eachConnectionIsMadeOnceWhateverTheNewOrder();
     void panelRunsOnWithoutItsSurface();
     void failedDeviceGetsATileInItsCells();
+    void failedDeviceIsTriedAgainWithTheNextPlan();
     void cycleOfValuesThatCannotBeStoredIsRefused();
     void valuesThatCannotBeStoredPassOutsideOfACycle();
 
@@ -221,6 +236,18 @@ void tst_PanelChange::failedDeviceGetsATileInItsCells()
     apply(panel, describe::panel({noted("a"), describe::device("b", "no such")}));
     QCOMPARE(takeSteps().filter("surface says"),
              QStringList("surface says of b at 1: unknown device type \"no such\""));
+}
+
+void tst_PanelChange::failedDeviceIsTriedAgainWithTheNextPlan()
+{
+    NotedSurface surface;
+    norvo::Panel panel(surface);
+    const auto description = describe::panel({describe::device("a", "late comer")});
+    QCOMPARE(apply(panel, description).size(), 1);
+    QCOMPARE(takeSteps().filter("surface says").size(), 1);
+    QCOMPARE(apply(panel, description), QStringList());
+    QCOMPARE(takeSteps(), (QStringList{"surface areas ", "surface places a at 0,0",
+                                       "a widget initialise", "a begins"}));
 }
 
 void tst_PanelChange::cycleOfValuesThatCannotBeStoredIsRefused()
