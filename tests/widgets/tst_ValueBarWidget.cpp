@@ -6,7 +6,9 @@
 
 #include "devices/LumenoBarDevice.h"
 #include "TestMain.h"
+#include "widgets/ValueBarGeometry.h"
 
+#include <QPainter>
 #include <QtTest>
 
 #include <limits>
@@ -26,6 +28,8 @@ private slots:
     void valueBeyondTheScaleMovesThePointerBeyondItsEnds_data();
     void valueBeyondTheScaleMovesThePointerBeyondItsEnds();
     void pointerIsClippedByTheMask();
+    void looksAsDrawnWithoutPixmaps_data();
+    void looksAsDrawnWithoutPixmaps();
     void valueThatIsNoNumberHasNoPointer_data();
     void valueThatIsNoNumberHasNoPointer();
 };
@@ -188,6 +192,41 @@ void tst_ValueBarWidget::pointerIsClippedByTheMask()
     QCOMPARE(bar.pixel(6, 30), QColor(Qt::black));
     QCOMPARE(bar.pixel(12, 30), QColor(Qt::black));
     QCOMPARE(bar.pixel(17, 30), kPanel);
+}
+
+void tst_ValueBarWidget::looksAsDrawnWithoutPixmaps_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<double>("value");
+    for (const QSize& size : {QSize(400, 120), QSize(61, 60), QSize(300, 31), QSize(200, 24)}) {
+        for (const double value : {-0.25, -0.2, -0.15, 0.0, 0.37, 1.0, 1.15, 1.2, 1.3, qQNaN()}) {
+            QTest::addRow("%g at %d x %d", value, size.width(), size.height()) << size << value;
+        }
+    }
+}
+
+/// At the rounded corners, too, and where the numbers reach them.
+void tst_ValueBarWidget::looksAsDrawnWithoutPixmaps()
+{
+    QFETCH(QSize, size);
+    QFETCH(double, value);
+    Bar bar({{"widget/precision", "6"}}, size);
+    bar.device.input(value);
+    bar.picture(); // Made for the first time, the picture after it shown from pixmaps.
+    const QImage shown = bar.picture();
+    QImage expected(shown.size(), shown.format());
+    expected.fill(kBehind);
+    QPainter painter(&expected);
+    bar.bar().updateScale(painter); // Leaves its clip.
+    if (!qIsNaN(value)) {
+        const double step = (size.width() - 10) / 14.0;
+        painter.setPen(QPen(kPointerEdge, 2));
+        painter.setBrush(Qt::black);
+        painter.drawPolygon(
+            norvo::valuebar::pointer(size, 0.45, 5 + 2 * step, size.width() - 5 - 2 * step, value));
+    }
+    painter.end();
+    QVERIFY(largestDifference(shown, expected) <= 1);
 }
 
 void tst_ValueBarWidget::valueThatIsNoNumberHasNoPointer_data()
