@@ -32,6 +32,9 @@ void tst_LinePattern::firstGroupIsTheValue_data()
     QTest::newRow("group that takes no part") << "on|off(.*)"
                                               << "on"
                                               << "on";
+    QTest::newRow("second group alone") << "(a+)|x(b+)"
+                                        << "xb"
+                                        << "xb";
     QTest::newRow("empty group") << "a(.*)"
                                  << "a"
                                  << "";
