@@ -14,6 +14,9 @@ class tst_CommandLine : public QObject
 private slots:
     void panelAloneIsRun();
     void everyOptionArrives();
+    void formAndTypeOfAListingArrive();
+    void smallestAndLargestPictureAreTaken();
+    void helpAndVersionAreGivenWhateverElseIsAsked();
     void changesOfParametersArrive_data();
     void changesOfParametersArrive();
     void optionsOfQtArePassedOn_data();
@@ -59,7 +62,49 @@ void tst_CommandLine::everyOptionArrives()
     QCOMPARE(options.pluginFolders, (QStringList{"a", "b"}));
     QCOMPARE(options.stateFile, QString("s.yaml"));
     QVERIFY(options.fullscreen);
+    QVERIFY(!options.verbose);
+    QVERIFY(parse({"p.yaml", "--verbose"}, error).verbose);
     QVERIFY(!parse({"p.yaml", "--no-state"}, error).keepsState);
+    QCOMPARE(error, QString());
+}
+
+void tst_CommandLine::formAndTypeOfAListingArrive()
+{
+    QString error;
+    const Options all = parse({"--describe-all", "--plugins", "a"}, error);
+    QCOMPARE(int(all.format), int(norvo::Listing::Format::Text));
+    QCOMPARE(all.describedType, QString());
+    QCOMPARE(all.pluginFolders, QStringList("a"));
+    const QMap<QString, norvo::Listing::Format> formats{
+        {"text", norvo::Listing::Format::Text},
+        {"markdown", norvo::Listing::Format::Markdown},
+        {"json", norvo::Listing::Format::Json}};
+    for (auto format = formats.cbegin(); format != formats.cend(); ++format) {
+        const Options one = parse({"--describe", "button", "--format", format.key()}, error);
+        QCOMPARE(int(one.format), int(format.value()));
+        QCOMPARE(one.describedType, QString("button"));
+    }
+    QCOMPARE(error, QString());
+}
+
+void tst_CommandLine::smallestAndLargestPictureAreTaken()
+{
+    QString error;
+    for (const char* size : {"100x100", "8192x8192", "100x8192"}) {
+        const Options options = parse({"--screenshot", "o", "--size", size, "p.yaml"}, error);
+        QCOMPARE(
+            QString("%1x%2").arg(options.pictureSize.width()).arg(options.pictureSize.height()),
+            QString(size));
+    }
+    QCOMPARE(error, QString());
+}
+
+void tst_CommandLine::helpAndVersionAreGivenWhateverElseIsAsked()
+{
+    QString error;
+    QCOMPARE(int(parse({"--check", "-h"}, error).action), int(Options::Action::Help));
+    QCOMPARE(int(parse({"--types", "p.yaml", "-v"}, error).action), int(Options::Action::Version));
+    QCOMPARE(int(parse({"-v", "-h"}, error).action), int(Options::Action::Help));
     QCOMPARE(error, QString());
 }
 
@@ -97,6 +142,11 @@ void tst_CommandLine::optionsOfQtArePassedOn_data()
                                 << QStringList{"-platform", "xcb"};
     QTest::newRow("equals sign") << QStringList{"--style=fusion"}
                                  << QStringList{"-style", "fusion"};
+    for (const char* option : {"platformpluginpath", "platformtheme", "plugin", "qwindowgeometry",
+                               "geometry", "stylesheet"}) {
+        const QStringList arguments{QString("-") + option, "x"};
+        QTest::newRow(option) << arguments << arguments;
+    }
     QTest::newRow("several") << QStringList{"-reverse", "-display", ":1", "-style", "fusion"}
                              << QStringList{"-display", ":1", "-style", "fusion", "-reverse"};
 }
