@@ -2,6 +2,8 @@
 
 #include "plugins/extras/HoldDevice.h"
 #include "plugins/extras/HoldWidget.h"
+#include "plugins/extras/ImageDevice.h"
+#include "plugins/extras/ImageWidget.h"
 #include "plugins/extras/StopDevice.h"
 #include "plugins/extras/StopWidget.h"
 #include "norvo/DeviceManager.h"
@@ -21,6 +23,7 @@ public:
     {
         manager.registerDeviceType<HoldDevice>("hold");
         manager.registerDeviceType<StopDevice>("stop");
+        manager.registerDeviceType<ImageDevice>("image");
     }
 };
 
@@ -29,6 +32,11 @@ public:
 BaseWidget* HoldDevice::createWidget()
 {
     return new HoldWidget(this, nullptr);
+}
+
+BaseWidget* ImageDevice::createWidget()
+{
+    return new ImageWidget(this, nullptr);
 }
 
 BaseWidget* StopDevice::createWidget()

@@ -41,7 +41,7 @@ void tst_NorvoExtrasPluginInterface::metadataNamesTheInterface()
 
 void tst_NorvoExtrasPluginInterface::registersItsTypes()
 {
-    QCOMPARE(m_manager.cataloguePaths(), QStringList({"GUI/hold", "GUI/stop"}));
+    QCOMPARE(m_manager.cataloguePaths(), QStringList({"GUI/hold", "GUI/stop", "GUI/image"}));
 }
 
 void tst_NorvoExtrasPluginInterface::eachTypeMakesItsWidget_data()
@@ -50,6 +50,7 @@ void tst_NorvoExtrasPluginInterface::eachTypeMakesItsWidget_data()
     QTest::addColumn<QByteArray>("widget");
     QTest::newRow("hold") << QByteArray("HoldDevice") << QByteArray("HoldWidget");
     QTest::newRow("stop") << QByteArray("StopDevice") << QByteArray("StopWidget");
+    QTest::newRow("image") << QByteArray("ImageDevice") << QByteArray("ImageWidget");
 }
 
 void tst_NorvoExtrasPluginInterface::eachTypeMakesItsWidget()
