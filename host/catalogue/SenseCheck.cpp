@@ -29,7 +29,7 @@ std::optional<double> numberIn(const QString& text)
 {
     bool isNumber = false;
     const double number = text.trimmed().toDouble(&isNumber);
-    return isNumber ? std::optional<double>(number) : std::nullopt;
+    return isNumber && !std::isnan(number) ? std::optional<double>(number) : std::nullopt;
 }
 
 /// What is wrong with a number, or nothing.
@@ -42,7 +42,8 @@ QString numberError(const QString& text, const ParamWords& words)
     if (!number) {
         Param param({}, "0", {}, true, {});
         param.setValue(text);
-        return param.fault();
+        const QString fault = param.fault(); // None of "nan", which converts.
+        return fault.isEmpty() ? inQuotes(text) + " is not a number" : fault;
     }
     if (!words.isInRange(*number)) {
         return QString("%1 is out of range; it must be %2").arg(text.trimmed(), words.range());

@@ -113,8 +113,9 @@ void tst_SenseRules::otherValuesAreReported_data()
     row("spaces around a number are not quoted", "label", "widget/fontSize: ' 501 '",
         "501 is out of range; it must be 1 to 500");
     row("fraction", "label", "widget/fontSize: 1.5", "1.5 is not a whole number");
-    row("not a number, within bounds", "label", "widget/fontSize: nan",
-        "nan is out of range; it must be 1 to 500");
+    row("not a number, within bounds", "label", "widget/fontSize: nan", "\"nan\" is not a number");
+    row("not a number, without bounds", "output_bar", "widget/minValue: nan",
+        "\"nan\" is not a number");
     row("another word", "output_with_progress", "minValue: none", "\"none\" is not a number");
     for (const char* part : {"hhh", "HHH", "mmm", "sss", "zz", "zzzz", "tt", "ddddd", "MMMMM", "y",
                              "yyy", "yyyyy", "PP", "x"}) {
