@@ -3,6 +3,7 @@
 #include "KeyboardUse.h"
 #include "TestMain.h"
 
+#include <QSignalSpy>
 #include <QtTest>
 
 class tst_ScreenKeyboardKeys : public QObject
@@ -12,6 +13,7 @@ class tst_ScreenKeyboardKeys : public QObject
 private slots:
     void shiftIsForOneLetter();
     void capsStays();
+    void heldKeyRepeatsOnlyWhatItEdits();
     void shiftTurnsCapsBack();
     void capsLeavesPunctuation();
     void digitsAndSpaceAreTyped();
@@ -43,6 +45,28 @@ void tst_ScreenKeyboardKeys::capsStays()
         tap(dialog, "keyCaps");
         tapCharacters(dialog, "s");
         QCOMPARE(display(dialog).text(), QString("PUMPs"));
+    });
+}
+
+void tst_ScreenKeyboardKeys::heldKeyRepeatsOnlyWhatItEdits()
+{
+    enter("abcdef", [](QWidget& dialog) {
+        const auto hold = [&dialog](const QString& name) {
+            QPushButton& held = key(dialog, name);
+            held.setAutoRepeatDelay(1);
+            held.setAutoRepeatInterval(1);
+            QTest::mousePress(&held, Qt::LeftButton);
+        };
+        hold("keyBackspace");
+        QTRY_COMPARE(display(dialog).text(), QString());
+        QTest::mouseRelease(&key(dialog, "keyBackspace"), Qt::LeftButton);
+        for (const char* name : {"keyCaps", "keyShift"}) {
+            const QSignalSpy changes(&key(dialog, name), &QPushButton::toggled);
+            hold(name);
+            QTest::qWait(50);
+            QTest::mouseRelease(&key(dialog, name), Qt::LeftButton);
+            QCOMPARE(changes.count(), 1);
+        }
     });
 }
 

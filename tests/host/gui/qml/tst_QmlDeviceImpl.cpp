@@ -6,6 +6,7 @@
 #include "TestMain.h"
 
 #include <QQuickWindow>
+#include <QSignalSpy>
 #include <QtTest>
 
 #include <memory>
@@ -26,6 +27,7 @@ private slots:
     void methodsChangeOnlyWithTheList();
     void deinitGivesTheItemUp();
     void handlerMayReplaceItsOwnDocument();
+    void replacedDocumentIsHeardNoMore();
     void worksForAnOwnerThatIsNoDevice();
     void thousandTimesCreatedAndDestroyed();
     void thousandDocumentsInOneLoader();
@@ -168,6 +170,27 @@ void tst_QmlDeviceImpl::handlerMayReplaceItsOwnDocument()
     QVERIFY(owner.provider("other"));
     QCOMPARE(log.take(), QStringList());
     QTRY_VERIFY(!item);
+}
+
+void tst_QmlDeviceImpl::replacedDocumentIsHeardNoMore()
+{
+    const QString body = "signal before()\nsignal output(int v)\nproperty bool isDone\n"
+                         "function input(v) { before(); output(v); isDone = true }";
+    QmlOwner owner;
+    QCOMPARE(owner.loadBody(body), QString());
+    const QPointer<QQuickItem> item = owner.impl.getItem();
+    connect(owner.provider("before"), SIGNAL(before()), &owner, SIGNAL(methodsChanged()));
+    const auto replacement = connect(&owner, &BaseDevice::methodsChanged, &owner,
+                                     [&owner, &body] { owner.loadBody(body); });
+    QSignalSpy sent(owner.provider("output"), SIGNAL(output(int)));
+    QVERIFY(QMetaObject::invokeMethod(owner.receiver("input"), "input", Q_ARG(double, 1)));
+    QVERIFY(item->property("isDone").toBool());
+    QVERIFY(owner.impl.getItem() != item);
+    QCOMPARE(sent.count(), 0);
+    disconnect(replacement); // The wires stay, and the new document is heard.
+    QVERIFY(QMetaObject::invokeMethod(owner.receiver("input"), "input", Q_ARG(double, 2)));
+    QCOMPARE(sent.count(), 1);
+    QCOMPARE(sent.at(0).at(0).toInt(), 2);
 }
 
 void tst_QmlDeviceImpl::worksForAnOwnerThatIsNoDevice()
