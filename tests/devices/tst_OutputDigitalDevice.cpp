@@ -31,9 +31,12 @@ private slots:
     void namedTextAloneCanBeConnected();
     void inputWhileNotRunningIsDropped();
 
+    void captionOfSpacesIsNotReplaced();
+
     void timeoutRepeatsUntilDeinitialise();
     void valuesHoldTheTimeoutBack();
     void droppedValuesDoNotHoldTheTimeoutBack();
+    void timeoutOfOneMillisecondAlerts();
     void timeoutBelowOneIsNone_data();
     void timeoutBelowOneIsNone();
     void initialiseAgainReplacesTheTimer();
@@ -205,6 +208,16 @@ void tst_OutputDigitalDevice::inputWhileNotRunningIsDropped()
     QCOMPARE(recorder.take(), QStringList());
 }
 
+void tst_OutputDigitalDevice::captionOfSpacesIsNotReplaced()
+{
+    OutputDigitalDevice device;
+    device.setObjectName("readout");
+    device.setParam("name", " ");
+    QVERIFY(device.initialise());
+    QCOMPARE(device.getParam("name").value(), QString(" "));
+    QCOMPARE(device.description(), QString(" "));
+}
+
 void tst_OutputDigitalDevice::timeoutRepeatsUntilDeinitialise()
 {
     Running running("10");
@@ -245,6 +258,11 @@ void tst_OutputDigitalDevice::droppedValuesDoNotHoldTheTimeoutBack()
     feed.start(5);
     QSignalSpy alerts(&running.device, &OutputDigitalDevice::timeoutAlert);
     QTRY_VERIFY(alerts.size() >= 2);
+}
+
+void tst_OutputDigitalDevice::timeoutOfOneMillisecondAlerts()
+{
+    QVERIFY(letAlertsPass(2, "1"));
 }
 
 void tst_OutputDigitalDevice::timeoutBelowOneIsNone_data()
