@@ -288,44 +288,65 @@ WordsTables::WordsTables(const QString& folder, QStringList& problems)
 {
     const QDir dir(folder);
     for (const QString& name : dir.entryList({"*.yaml"}, QDir::Files, QDir::Name)) {
-        readFile(dir.filePath(name), problems);
+        splitFile(dir.filePath(name), problems);
     }
 }
 
-void WordsTables::readFile(const QString& fileName, QStringList& problems)
+void WordsTables::splitFile(const QString& fileName, QStringList& problems)
 {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) {
         problems.append(fileName + ": " + file.errorString());
         return;
     }
-    const auto read = YamlTree::read(SourceText(file.readAll()));
+    Entry entry{fileName, {}};
+    for (int line = 0; !file.atEnd(); ++line) {
+        const QByteArray text = file.readLine();
+        if (QByteArray(" #\n\r").contains(text.at(0))) {
+            entry.text += text;
+            continue;
+        }
+        add(entry);
+        entry.text = QByteArray(line, '\n') + text;
+    }
+    add(entry);
+}
+
+void WordsTables::add(const Entry& entry)
+{
+    const QByteArray firstLine = entry.text.trimmed().split('\n').first();
+    QString key = QString::fromUtf8(firstLine.left(firstLine.indexOf(':')).trimmed());
+    key.remove(QRegularExpression("^['\"]|['\"]$"));
+    if (key == kEveryType) {
+        m_general = entry;
+    } else if (firstLine.contains(':')) {
+        m_entries.insert(key, entry);
+    }
+}
+
+/// What stands behind the key; an empty text where that is nothing, or cannot be read.
+YamlNodePtr WordsTables::read(const Entry& entry, QStringList& problems)
+{
+    const auto read = YamlTree::read(SourceText(entry.text));
     if (const auto* const error = std::get_if<TextError>(&read)) {
         problems.append(QString("%1:%2:%3: %4")
-                            .arg(fileName)
+                            .arg(entry.file)
                             .arg(error->place.line)
                             .arg(error->place.column)
                             .arg(error->text));
-        return;
+        return YamlTree::text({});
     }
-    for (const YamlEntry& entry : entriesOf(*std::get<YamlNodePtr>(read))) {
-        if (entry.key->text == kEveryType) {
-            m_general = {fileName, entry.value};
-        } else {
-            m_entries.insert(entry.key->text, {fileName, entry.value});
-        }
-    }
+    const auto& entries = entriesOf(*std::get<YamlNodePtr>(read));
+    return entries.empty() ? YamlTree::text({}) : entries.front().value;
 }
 
 void WordsTables::addTo(TypeWords& type, QStringList& problems) const
 {
     const auto entry = m_entries.constFind(type.key);
     if (entry != m_entries.constEnd()) {
-        EntryReader(entry->file, type, problems).read(*entry->node);
+        EntryReader(entry->file, type, problems).read(*read(*entry, problems));
     }
-    if (m_general.node) {
-        EntryReader(m_general.file, type, problems).readGeneral(*m_general.node);
-    }
+    EntryReader(m_general.file, type, problems).readGeneral(*read(m_general, problems));
 }
 
 } // namespace norvo

@@ -13,29 +13,33 @@ namespace norvo {
 /// The words that the plug-ins bring along for their types: one YAML file for each plug-in, a map
 /// from type key to purpose, parameters, outputs, inputs, relations and example. What the entry "*"
 /// says of parameters holds for every type that has them.
+///
+/// Panels use few of the many types: an entry begins with its key at the first column of a line,
+/// and is read once its type is asked for.
 class WordsTables
 {
 public:
-    /// Reads all files of the folder. What is wrong with one is a line in `problems`, and what
-    /// cannot be read is left out.
+    /// Looks through all files of the folder. One that cannot be opened is a line in `problems`.
     WordsTables(const QString& folder, QStringList& problems);
 
     QStringList types() const { return m_entries.keys(); } ///< But "*".
-    /// Adds the words of the type's entry to what is known of it. A parameter, an output or an
-    /// input that it does not have is a line in `problems`.
+    /// Adds the words of the type's entry to what is known of it. What is wrong with the entry is a
+    /// line in `problems`, as is a parameter, an output or an input that the type does not have.
     void addTo(TypeWords& type, QStringList& problems) const;
 
 private:
     struct Entry
     {
         QString file;
-        YamlNodePtr node;
+        QByteArray text; ///< After as many line ends as stand before it in the file.
     };
 
-    void readFile(const QString& fileName, QStringList& problems);
+    void splitFile(const QString& fileName, QStringList& problems);
+    void add(const Entry& entry);
+    static YamlNodePtr read(const Entry& entry, QStringList& problems);
 
     QMap<QString, Entry> m_entries; ///< By type key.
-    Entry m_general;                ///< Of "*"; without a node where there is none.
+    Entry m_general;                ///< Of "*"; without text where there is none.
 };
 
 } // namespace norvo

@@ -128,6 +128,12 @@ void tst_WordsTables::problemIsReportedWithItsPlace_data()
                           << "t.yaml:1:30: unknown kind \"nummer\"";
     QTest::newRow("minimum") << QByteArray("gauge: {params: {low: {min: one}}}\n")
                              << "t.yaml:1:29: \"one\" is not a number";
+    QTest::newRow("text that is no YAML")
+        << QByteArray("lamp: {}\n\n# A comment.\ngauge: {purpose: [x}\n")
+        << "t.yaml:4:20: broken YAML: \"}\" is not expected here; check that brackets "
+           "match";
+    QTest::newRow("behind other types") << QByteArray("lamp:\n  purpos: x\n'gauge':\n  purpos: x\n")
+                                        << "t.yaml:4:3: unknown key \"purpos\"";
     QTest::newRow("key of a type")
         << QByteArray("gauge: {purpos: x}\n") << "t.yaml:1:9: unknown key \"purpos\"";
     QTest::newRow("key of a parameter") << QByteArray("gauge: {params: {low: {units: x}}}\n")
