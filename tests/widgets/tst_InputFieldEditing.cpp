@@ -19,6 +19,7 @@ private slots:
     void spinBoxIsSteppedByArrowWheelAndKey();
     void sameTextIsPassedOnOnce_data();
     void sameTextIsPassedOnOnce();
+    void entryThatTheWiringReplacedIsPassedOnAgain();
     void editsAreDroppedWhileTheDeviceDoesNotRun();
 };
 
@@ -125,6 +126,25 @@ void tst_InputFieldEditing::sameTextIsPassedOnOnce()
     QCOMPARE(field.fromWidget->take(), QStringList());
     field.invokeOnEdit("");
     QCOMPARE(field.fromWidget->take(), QStringList("output(\"\")"));
+}
+
+/// A receiver that puts another text in place of the typed one, such as a limit.
+void tst_InputFieldEditing::entryThatTheWiringReplacedIsPassedOnAgain()
+{
+    Field field("string");
+    connect(&field.device, qOverload<QString>(&InputDevice::output), this,
+            [&field](const QString& text) {
+                if (text == "9") {
+                    field.device.input(QString("5"));
+                }
+            });
+    QTest::keyClicks(field.line(), "9");
+    QCOMPARE(field.line()->text(), QString("5"));
+    field.fromWidget->take();
+    field.line()->selectAll();
+    QTest::keyClicks(field.line(), "9");
+    QVERIFY(field.fromWidget->take().contains("output(\"9\")"));
+    QCOMPARE(field.line()->text(), QString("5"));
 }
 
 void tst_InputFieldEditing::editsAreDroppedWhileTheDeviceDoesNotRun()

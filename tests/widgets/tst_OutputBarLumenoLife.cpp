@@ -48,6 +48,7 @@ private slots:
     void refreshesEachSecondUntilDeinitialise();
     void afterDeinitialiseInputsStillDraw();
     void secondInitialiseMakesAnotherTimer();
+    void secondInitialiseDrawsTheNewScale();
     void valuesDrawLaterAndOnce();
     void everyChangeTakesTheTextColourAndAsksForNoPaint();
 };
@@ -174,6 +175,19 @@ void tst_OutputBarLumenoLife::secondInitialiseMakesAnotherTimer()
     widget.deinitialise();
     QVERIFY(timers[0]->isActive());
     QVERIFY(!timers[1]->isActive());
+}
+
+void tst_OutputBarLumenoLife::secondInitialiseDrawsTheNewScale()
+{
+    LumenoGauge gauge;
+    const QImage before = gauge.picture();
+    gauge.device.setParam("widget/maxValue", "4");
+    gauge.device.setParam("widget/digitsStep", "1");
+    gauge.widget->initialise();
+    LumenoGauge other({{"widget/maxValue", "4"}, {"widget/digitsStep", "1"}});
+    const QImage expected = other.picture();
+    QVERIFY(expected != before);
+    QCOMPARE(gauge.picture(), expected);
 }
 
 void tst_OutputBarLumenoLife::valuesDrawLaterAndOnce()

@@ -194,6 +194,9 @@ void tst_TextWidget::scrollEnableTakesEffectWithTheNextLine()
     QCOMPARE(bar->value(), bar->maximum());
     stand.device.input(1);
     QCOMPARE(bar->value(), bar->minimum());
+    bar->setValue(bar->maximum());
+    stand.device.input(QString("<b>marked</b>"));
+    QCOMPARE(bar->value(), bar->minimum());
     textWidget(stand).scrollEnable(true);
     QCOMPARE(bar->value(), bar->minimum());
     stand.device.input(1);
