@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QTouchEvent>
 
 HeldKey::HeldKey(const QString& text, QWidget* parent) : QPushButton(text, parent)
@@ -40,8 +41,9 @@ bool HeldKey::event(QEvent* event)
     default:
         break;
     }
+    const QPointer<HeldKey> self(this);
     const bool isHandled = QPushButton::event(event);
-    if (takesAway(*event)) {
+    if (self && takesAway(*event)) {
         letGo();
     }
     return isHandled;
