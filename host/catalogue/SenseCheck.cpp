@@ -68,10 +68,10 @@ QString colourError(const QString& text)
 QString timeFormatError(const QString& text)
 {
     static const QRegularExpression verbatim("'[^']*'");
-    static const QRegularExpression run("([A-Za-z])\\1*");
+    static const QRegularExpression sameLetters("([A-Za-z])\\1*");
     static const QRegularExpression known(
         "^(h{1,2}|H{1,2}|m{1,2}|s{1,2}|z|zzz|AP?|ap?|P|p|t|d{1,4}|M{1,4}|yy|yyyy)$");
-    auto runs = run.globalMatch(QString(text).remove(verbatim));
+    auto runs = sameLetters.globalMatch(QString(text).remove(verbatim));
     const bool hasAny = runs.hasNext();
     while (runs.hasNext()) {
         const QString part = runs.next().captured();

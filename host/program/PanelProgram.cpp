@@ -4,11 +4,11 @@
 
 #include "host/catalogue/Catalogue.h"
 #include "host/catalogue/SenseCheck.h"
-#include "host/panel/file/AtomicFile.h"
 #include "host/panel/file/Diagnostics.h"
-#include "host/panel/file/StateFile.h"
 #include "host/panel/plan/PanelPlan.h"
 #include "host/panel/run/Panel.h"
+#include "host/panel/state/AtomicFile.h"
+#include "host/panel/state/StateFile.h"
 #include "host/program/Console.h"
 #include "host/program/Display.h"
 #include "host/program/PanelInput.h"
@@ -40,7 +40,7 @@ QString titleOf(const PanelDescription& description)
                                             : description.title.text;
 }
 
-void report(const Diagnostics& diagnostics)
+void reportAll(const Diagnostics& diagnostics)
 {
     for (const Diagnostic& diagnostic : diagnostics.sorted()) {
         Console::report(diagnostic.toString());
@@ -158,7 +158,7 @@ int PanelRun::start()
     if (m_signals.isStopRequested()) {
         return 0;
     }
-    report(diagnostics);
+    reportAll(diagnostics);
     return diagnostics.preventsStart() ? showErrors(diagnostics)
                                        : runPanel(std::move(plan), titleOf(description), state);
 }
@@ -183,7 +183,7 @@ int PanelRun::runPanel(PanelPlan plan, const QString& title, StateFile& state)
     Diagnostics diagnostics(m_input.name());
     panel.apply(std::move(plan), diagnostics);
     if (!m_signals.isStopRequested()) {
-        report(diagnostics);
+        reportAll(diagnostics);
     }
     const int status = show(window);
     panel.stop();

@@ -2,11 +2,11 @@
 
 #include "host/program/SetParams.h"
 
-#include "host/panel/file/AtomicFile.h"
 #include "host/panel/file/PanelEdit.h"
 #include "host/panel/file/PanelFile.h"
-#include "host/panel/file/StateFile.h"
 #include "host/panel/plan/PanelPlan.h"
+#include "host/panel/state/AtomicFile.h"
+#include "host/panel/state/StateFile.h"
 #include "host/program/Console.h"
 #include "host/yaml/Quote.h"
 

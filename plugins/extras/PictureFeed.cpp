@@ -128,14 +128,14 @@ QString PictureFeed::decodeFile()
     if (info.exists() && !info.isFile()) {
         return name + "it is not a regular file";
     }
-    QFile file(m_fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return name + file.errorString();
+    QFile stored(m_fileName);
+    if (!stored.open(QIODevice::ReadOnly)) {
+        return name + stored.errorString();
     }
-    if (file.size() > kMaxBytes) {
+    if (stored.size() > kMaxBytes) {
         return name + "the file is larger than 300 MB";
     }
-    const QString reason = decodeData(file.readAll());
+    const QString reason = decodeData(stored.readAll());
     return reason.isEmpty() ? reason : name + reason;
 }
 

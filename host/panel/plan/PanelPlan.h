@@ -2,11 +2,11 @@
 #pragma once
 
 #include "host/panel/file/PanelDescription.h"
-#include "host/panel/file/StateFile.h"
 #include "host/panel/file/TypeKnowledge.h"
 #include "host/panel/plan/Node.h"
 #include "host/panel/plan/Placement.h"
 #include "host/panel/plan/PlannedWire.h"
+#include "host/panel/state/StateFile.h"
 
 #include <memory>
 #include <vector>

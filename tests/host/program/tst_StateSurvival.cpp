@@ -3,7 +3,7 @@
 #include "PanelProcess.h"
 
 #include "Effort.h"
-#include "host/panel/file/StateFile.h"
+#include "host/panel/state/StateFile.h"
 #include "tests/fixtures/probes/CounterRecord.h"
 #include "TestMain.h"
 

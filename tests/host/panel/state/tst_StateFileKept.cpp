@@ -2,7 +2,7 @@
 
 #include "StateFileTest.h"
 #include "TestMain.h"
-#include "host/panel/file/AtomicFile.h"
+#include "host/panel/state/AtomicFile.h"
 #include "host/yaml/SourceText.h"
 
 #include <sys/stat.h>

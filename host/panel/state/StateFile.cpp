@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/panel/file/StateFile.h"
+#include "host/panel/state/StateFile.h"
 
-#include "host/panel/file/AtomicFile.h"
 #include "host/panel/file/Diagnostics.h"
+#include "host/panel/state/AtomicFile.h"
 #include "host/yaml/SourceText.h"
 #include "host/yaml/YamlText.h"
 #include "host/yaml/YamlTree.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "host/panel/file/StateFile.h"
+#include "host/panel/state/StateFile.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/panel/file/AtomicFile.h"
+#include "host/panel/state/AtomicFile.h"
 
 #include "TestMain.h"
 
