@@ -229,9 +229,9 @@ void SenseCheck::checkSense(const DeviceSetting& setting, const BaseDevice& devi
                             Diagnostics& diagnostics) const
 {
     if (const TypeWords* const words = m_catalogue.words(setting.type.text, &device)) {
-        const DeviceCheck check(setting, device, *words, diagnostics);
-        check.checkValues();
-        check.checkRelations();
+        const DeviceCheck deviceCheck(setting, device, *words, diagnostics);
+        deviceCheck.checkValues();
+        deviceCheck.checkRelations();
     }
 }
 
