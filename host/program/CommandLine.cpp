@@ -143,7 +143,7 @@ QVector<ParamChange> paramChanges(const QStringList& values, QString& error)
 
 QStringList panelFilesOf(const QCommandLineParser& parser, QString& error)
 {
-    const QStringList files = parser.positionalArguments();
+    QStringList files = parser.positionalArguments();
     if (files.isEmpty()) {
         error = "no panel file was named";
     } else if (files.size() > 1 && !parser.isSet(kCheck)) {

@@ -43,7 +43,7 @@ PanelDescription PanelInput::read(Diagnostics& diagnostics) const
     if (m_isStandardInput) {
         return PanelFile::parse(readStandardInput(), m_name, diagnostics);
     }
-    const PanelDescription description = PanelFile::read(m_name, diagnostics);
+    PanelDescription description = PanelFile::read(m_name, diagnostics);
     QDir::setCurrent(QFileInfo(m_name).absolutePath());
     return description;
 }

@@ -115,7 +115,7 @@ void HeldKey::mouseReleaseEvent(QMouseEvent* event)
 void HeldKey::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() != Qt::Key_Space) {
-        QWidget::keyPressEvent(event);
+        event->ignore();
     } else if (!event->isAutoRepeat()) {
         take(Hand::SpaceBar);
     }
@@ -124,7 +124,7 @@ void HeldKey::keyPressEvent(QKeyEvent* event)
 void HeldKey::keyReleaseEvent(QKeyEvent* event)
 {
     if (event->key() != Qt::Key_Space) {
-        QWidget::keyReleaseEvent(event);
+        event->ignore();
     } else if (m_hand == Hand::SpaceBar && !event->isAutoRepeat()) {
         letGo();
     }
