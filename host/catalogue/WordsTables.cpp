@@ -16,7 +16,7 @@ namespace norvo {
 
 namespace {
 
-const QString kEveryType = QStringLiteral("*");
+constexpr char kEveryType[] = "*";
 
 /// One type's entry of a table, and the type that it describes.
 class EntryReader
@@ -315,12 +315,15 @@ void WordsTables::splitFile(const QString& fileName, QStringList& problems)
 void WordsTables::add(const Entry& entry)
 {
     const QByteArray firstLine = entry.text.trimmed().split('\n').first();
-    QString key = QString::fromUtf8(firstLine.left(firstLine.indexOf(':')).trimmed());
-    key.remove(QRegularExpression("^['\"]|['\"]$"));
+    const int colon = firstLine.startsWith('#') ? -1 : firstLine.indexOf(':');
+    QByteArray key = firstLine.left(colon).trimmed();
+    if (key.startsWith('"') || key.startsWith('\'')) {
+        key = key.mid(1, key.size() - 2);
+    }
     if (key == kEveryType) {
         m_general = entry;
-    } else if (firstLine.contains(':')) {
-        m_entries.insert(key, entry);
+    } else if (colon >= 0) {
+        m_entries.insert(QString::fromUtf8(key), entry);
     }
 }
 

@@ -20,6 +20,7 @@ private slots:
     void problemIsReportedWithItsPlace_data();
     void problemIsReportedWithItsPlace();
     void whatIsRightBesideAProblemIsRead();
+    void commentBeforeTheFirstTypeIsNoType();
     void generalWordsGiveWayToThoseOfTheType();
     void tableOfAnotherShapeIsLeftAside_data();
     void tableOfAnotherShapeIsLeftAside();
@@ -152,6 +153,18 @@ void tst_WordsTables::whatIsRightBesideAProblemIsRead()
     const TypeWords type = described("gauge: {purpos: x, params: {low: {meaning: Low end.}}}\n");
     QCOMPARE(m_problems.size(), 1);
     QCOMPARE(type.params[0].meaning, QString("Low end."));
+}
+
+void tst_WordsTables::commentBeforeTheFirstTypeIsNoType()
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("t.yaml"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("# Of a type: its words.\n\n'gauge': {}\nlamp:\n  purpose: x\n");
+    file.close();
+    QStringList problems;
+    QCOMPARE(WordsTables(folder.path(), problems).types(), QStringList({"gauge", "lamp"}));
+    QCOMPARE(problems, QStringList());
 }
 
 void tst_WordsTables::generalWordsGiveWayToThoseOfTheType()
