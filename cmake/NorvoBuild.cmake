@@ -49,11 +49,17 @@ add_library(norvo_headers OBJECT ${CMAKE_CURRENT_LIST_DIR}/headers.cpp)
 target_link_libraries(norvo_headers PRIVATE Qt5::Widgets)
 target_precompile_headers(norvo_headers PRIVATE <QtWidgets>)
 
-# norvo_add_plugin(NAME SOURCES... [LIBRARIES ...])
-# A plug-in in the plug-in folder that exports Qt's two plug-in entries and nothing else.
+# All plug-ins of the plug-in folder.
+add_custom_target(norvo_plugins)
+
+# norvo_add_plugin(NAME SOURCES... [LIBRARIES ...] [OUTPUT_DIRECTORY folder])
+# A plug-in that exports Qt's two plug-in entries and nothing else. In the plug-in folder, unless
+# another is named: that one is not installed either.
 function(norvo_add_plugin name)
     cmake_parse_arguments(ARG "" "OUTPUT_DIRECTORY" "SOURCES;LIBRARIES" ${ARGN})
+    set(is_ours FALSE)
     if(NOT ARG_OUTPUT_DIRECTORY)
+        set(is_ours TRUE)
         set(ARG_OUTPUT_DIRECTORY ${NORVO_PLUGIN_DIRECTORY})
     endif()
     file(RELATIVE_PATH libraries ${ARG_OUTPUT_DIRECTORY} ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
@@ -65,6 +71,10 @@ function(norvo_add_plugin name)
         LIBRARY_OUTPUT_DIRECTORY ${ARG_OUTPUT_DIRECTORY}
         LINK_DEPENDS ${exports}
         INSTALL_RPATH "$ORIGIN/../..;$ORIGIN/${libraries}")
+    if(is_ours)
+        add_dependencies(norvo_plugins ${name})
+        install(TARGETS ${name} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/norvo/plugins)
+    endif()
 endfunction()
 
 # norvo_add_room(NAME SOURCES ... LIBRARIES ... [WIDGETS])

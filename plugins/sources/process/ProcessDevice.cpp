@@ -25,11 +25,9 @@ constexpr int kMaxMatchedLength = 65536;
 constexpr int kMaxErrorLength = 200;  ///< Of the last words of a program, in characters.
 constexpr int kMaxNumberLength = 400; ///< Every finite double fits, with all its digits.
 constexpr auto kGrace = 500ms;
-constexpr auto kFirstReport = 1s;
-constexpr auto kNextReports = 10s;
 
 /// In the order of Loss.
-constexpr std::array<const char*, 7> kLossTexts{
+const QStringList kLossTexts{
     "lines of output dropped, they came too fast", "lines of output cut at 1 MiB",
     "lines of standard error not logged",          "inputs lost, the program does not read them",
     "inputs lost, the program is not running",     "inputs refused, they hold more than one line",
@@ -77,7 +75,7 @@ QString deathOf(int code, QProcess::ExitStatus status)
 
 } // namespace
 
-ProcessDevice::ProcessDevice()
+ProcessDevice::ProcessDevice() : m_losses(kLossTexts, [this](const QString& text) { alert(text); })
 {
     addParam(kCommand, QString());
     getParam(kCommand).setDescription("The program and its arguments; quotes keep spaces together");
@@ -86,8 +84,7 @@ ProcessDevice::ProcessDevice()
 
     m_restartTimer.setSingleShot(true);
     connect(&m_restartTimer, &QTimer::timeout, this, &ProcessDevice::start);
-    m_reportTimer.setSingleShot(true);
-    connect(&m_reportTimer, &QTimer::timeout, this, &ProcessDevice::reportLosses);
+    m_losses.setCollector([this] { collectLosses(); });
 }
 
 ProcessDevice::~ProcessDevice() = default;
@@ -110,7 +107,7 @@ bool ProcessDevice::initialise()
     }
     m_arguments = command.words;
     m_restart = Restart(std::max(0, kRestarts.indexOf(getParam(kRestart))));
-    m_delay = {};
+    m_delay = norvo::RetryDelay();
     for (NamedInput& input : m_inputs) {
         input.lastLine.clear();
     }
@@ -149,7 +146,7 @@ void ProcessDevice::postInitialisation()
 void ProcessDevice::preShutdown()
 {
     m_restartTimer.stop();
-    m_reportTimer.stop();
+    m_losses.stop();
     if (m_output) {
         m_output->disconnect(this);
         m_errors->disconnect(this);
@@ -236,7 +233,7 @@ void ProcessDevice::onDrained()
     if (--m_pumpsLeft > 0) {
         return;
     }
-    reportLosses();
+    m_losses.reportNow();
     dismissChild();
     restartAfter(m_exitCode);
     if (isRunning()) {
@@ -274,7 +271,7 @@ void ProcessDevice::restartAfter(int code)
 void ProcessDevice::onLine(const QByteArray& line)
 {
     if (m_output->queue().hasLosses()) {
-        reportSoon();
+        m_losses.reportSoon();
     }
     if (!isRunning()) {
         return;
@@ -307,8 +304,7 @@ void ProcessDevice::sendNamedOutputs(const QString& line)
         }
     }
     if (!isMatched) {
-        ++m_losses[UnmatchedLines];
-        reportSoon();
+        m_losses.add(UnmatchedLines);
     }
 }
 
@@ -325,8 +321,7 @@ void ProcessDevice::onErrorLine(const QByteArray& line)
     if (++m_loggedLines <= kLoggedLinesPerSecond) {
         qInfo().noquote().nospace() << objectName() << ": " << text;
     } else {
-        ++m_losses[UnloggedLines];
-        reportSoon();
+        m_losses.add(UnloggedLines);
     }
 }
 
@@ -359,36 +354,22 @@ void ProcessDevice::resend()
 bool ProcessDevice::write(const QString& line)
 {
     if (line.contains('\n') || line.contains('\r')) {
-        ++m_losses[RefusedInputs];
+        m_losses.add(RefusedInputs);
     } else if (!m_output) {
-        ++m_losses[LateInputs];
+        m_losses.add(LateInputs);
     } else if (!m_child->send(line.toUtf8() + '\n')) {
-        ++m_losses[UnreadInputs];
+        m_losses.add(UnreadInputs);
     } else {
         return true;
     }
-    reportSoon();
     return false;
 }
 
-void ProcessDevice::reportSoon()
-{
-    if (!m_reportTimer.isActive()) {
-        m_reportTimer.start(m_reportedBefore ? kNextReports : kFirstReport);
-    }
-}
-
-void ProcessDevice::reportLosses()
+void ProcessDevice::collectLosses()
 {
     if (m_output) {
-        m_losses[DroppedLines] += m_output->queue().takeDropped();
-        m_losses[CutLines] += m_output->queue().takeCut();
-        m_losses[UnloggedLines] += m_errors->queue().takeDropped();
-    }
-    for (std::size_t loss = 0; loss < m_losses.size(); ++loss) {
-        if (const qint64 count = std::exchange(m_losses[loss], 0)) {
-            m_reportedBefore = true;
-            alert(QString("%1: %2").arg(kLossTexts[loss]).arg(count));
-        }
+        m_losses.add(DroppedLines, m_output->queue().takeDropped());
+        m_losses.add(CutLines, m_output->queue().takeCut());
+        m_losses.add(UnloggedLines, m_errors->queue().takeDropped());
     }
 }

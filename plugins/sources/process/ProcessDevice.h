@@ -2,17 +2,17 @@
 #pragma once
 
 #include "plugins/sources/process/ChildProcess.h"
-#include "plugins/sources/process/LineFormat.h"
-#include "plugins/sources/process/LinePattern.h"
+#include "plugins/common/LineFormat.h"
+#include "plugins/common/LinePattern.h"
+#include "plugins/common/LossReport.h"
 #include "plugins/sources/process/LinePump.h"
-#include "plugins/sources/process/RestartDelay.h"
+#include "plugins/common/RetryDelay.h"
 #include "norvo/DeviceTypeInfo.h"
 #include "norvo/SourceDevice.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
 
-#include <array>
 #include <memory>
 #include <vector>
 
@@ -98,13 +98,12 @@ private:
     void resend();
     void dismissChild();
     void restartAfter(int code);
-    void reportSoon();
-    void reportLosses();
+    void collectLosses();
 
     QString m_program; ///< The path of its file.
     QStringList m_arguments;
     Restart m_restart = Restart::Never;
-    norvo::RestartDelay m_delay;
+    norvo::RetryDelay m_delay;
     QTimer m_restartTimer;
     std::unique_ptr<norvo::ChildProcess> m_child;
     norvo::LinePump* m_output = nullptr; ///< Of the child, as is the next; null: not running.
@@ -115,10 +114,8 @@ private:
     QElapsedTimer m_run;
     QElapsedTimer m_stopping;
     QElapsedTimer m_logSecond;
-    int m_loggedLines = 0; ///< Within that second.
-    QTimer m_reportTimer;
-    bool m_reportedBefore = false;
-    std::array<qint64, 7> m_losses{}; ///< By Loss; since the last report.
+    int m_loggedLines = 0;      ///< Within that second.
+    norvo::LossReport m_losses; ///< By Loss.
     std::vector<norvo::LinePattern> m_outputs;
     std::vector<NamedInput> m_inputs;
     QString m_lastError; ///< The last line of standard error of this run.

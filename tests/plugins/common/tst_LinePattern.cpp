@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "plugins/sources/process/LinePattern.h"
+#include "plugins/common/LinePattern.h"
 #include "TestMain.h"
 
 #include <QtTest>

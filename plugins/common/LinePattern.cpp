@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LGPL-3.0-or-later
 
-#include "plugins/sources/process/LinePattern.h"
+#include "plugins/common/LinePattern.h"
 
-#include "plugins/sources/process/LineFormat.h"
+#include "plugins/common/LineFormat.h"
 
 namespace norvo {
 

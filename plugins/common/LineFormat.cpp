@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-3.0-or-later
 
-#include "plugins/sources/process/LineFormat.h"
+#include "plugins/common/LineFormat.h"
 
 namespace norvo {
 
