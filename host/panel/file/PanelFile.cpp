@@ -19,9 +19,10 @@ namespace norvo {
 
 namespace {
 
-// Each costs a check some 20 microseconds and 7 kB, and the largest is to take a second at most.
-constexpr int kMaxDevices = 20000;
-constexpr int kMaxConnections = 25000;
+// Each costs a check some 20 microseconds and 7 kB, and the largest panel is to take a second at
+// most.
+constexpr int kMaxDevices = 10000;
+constexpr int kMaxConnections = 15000;
 constexpr int kMaxNestedUses = 32; // Of templates in templates.
 
 /// Finds a panel in a YAML tree. Goes on after each error, to report them all.
@@ -100,7 +101,7 @@ private:
                  "devices must be a map: the id of each device, and what it is, as in "
                  "\"start: {device: button}\"")) {
             if (m_description.devices.size() == kMaxDevices) {
-                return context.refuse(device.key->place, "more than 20,000 devices");
+                return context.refuse(device.key->place, "more than 10,000 devices");
             }
             if (m_budget.isSpent()) {
                 return;
@@ -226,7 +227,7 @@ private:
                                "connections must be a list, with a line such as "
                                "\"- source.signal -> target.slot\" for each")) {
             if (m_description.connections.size() == kMaxConnections) {
-                return context.refuse(connection.place, "more than 25,000 connections");
+                return context.refuse(connection.place, "more than 15,000 connections");
             }
             if (m_budget.isSpent()) {
                 return;

@@ -197,16 +197,16 @@ void tst_PanelFileLimits::valueLimit()
 
 void tst_PanelFileLimits::deviceLimit()
 {
-    QCOMPARE(errorsOf(ofDevices(20000)), QString());
-    QCOMPARE(errorsOf(ofDevices(40000)), QString("20002:3: error: more than 20,000 devices"));
+    QCOMPARE(errorsOf(ofDevices(10000)), QString());
+    QCOMPARE(errorsOf(ofDevices(20000)), QString("10002:3: error: more than 10,000 devices"));
 }
 
 void tst_PanelFileLimits::connectionLimit()
 {
     const QByteArray connection = "- a.x -> b.y\n";
-    QCOMPARE(errorsOf("connections:\n" + connection.repeated(25000)), QString());
-    QCOMPARE(errorsOf("connections:\n" + connection.repeated(50000)),
-             QString("25002:3: error: more than 25,000 connections"));
+    QCOMPARE(errorsOf("connections:\n" + connection.repeated(15000)), QString());
+    QCOMPARE(errorsOf("connections:\n" + connection.repeated(30000)),
+             QString("15002:3: error: more than 15,000 connections"));
 }
 
 void tst_PanelFileLimits::keysAreNoValues()

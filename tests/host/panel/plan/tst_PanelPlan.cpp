@@ -255,7 +255,7 @@ void tst_PanelPlan::anyPanelIsPlannedInNoTime_data()
         return texts;
     };
     QTest::newRow("everyDeviceBackToTheFirst") << describe::panel(
-        devices(20000), arrows(19999, "d%1.output -> d%2.input(QString)") +
+        devices(10000), arrows(9999, "d%1.output -> d%2.input(QString)") +
                             arrows(19999, "d%2.output -> d00000.input(QString)"));
     QTest::newRow("tallWidgets") << describe::panel(devices(24000, {{"widget/rowspan", "1000"}}));
     QTest::newRow("allOnOneCell") << describe::panel(devices(24000, {{"widget/row", "0"},
@@ -266,7 +266,7 @@ void tst_PanelPlan::anyPanelIsPlannedInNoTime_data()
         << describe::panel(devices(30000), arrows(30000, "x%1.output -> y%2.input"));
     QTest::newRow("unknownParameters") << describe::panel(devices(30000, {{"widget/rwo", "1"}}));
     QTest::newRow("unknownSignals")
-        << describe::panel(devices(20000), arrows(19999, "d%1.outptu -> d%2.input(QString)"));
+        << describe::panel(devices(10000), arrows(9999, "d%1.outptu -> d%2.input(QString)"));
 }
 
 void tst_PanelPlan::anyPanelIsPlannedInNoTime()
