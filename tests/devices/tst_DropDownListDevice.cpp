@@ -45,6 +45,7 @@ private slots:
 
     void indexThatComesBackIsDropped();
     void itemThatComesBackIsDropped();
+    void choiceIsHeldByTheTimeItLeaves();
     void indexAndItemDoNotHinderEachOther();
     void outlivesItsStop();
 };
@@ -293,6 +294,19 @@ void tst_DropDownListDevice::itemThatComesBackIsDropped()
     QCOMPARE(*device.getItem(), QString("a"));
     device.input(QString("b"));
     QCOMPARE(recorder.take(), QStringList("output(\"b\")"));
+}
+
+void tst_DropDownListDevice::choiceIsHeldByTheTimeItLeaves()
+{
+    DropDownListDevice device;
+    QStringList held;
+    connect(&device, QOverload<int>::of(&DropDownListDevice::output), this,
+            [&] { held << QString::number(*device.getIndex()); });
+    connect(&device, QOverload<QString>::of(&DropDownListDevice::output), this,
+            [&] { held << *device.getItem(); });
+    device.input(2);
+    device.input(QString("value2"));
+    QCOMPARE(held, QStringList({"2", "value2"}));
 }
 
 void tst_DropDownListDevice::indexAndItemDoNotHinderEachOther()

@@ -91,6 +91,7 @@ void tst_IndicatorDevice::inputWhileNotRunningIsDropped()
     device.setRunning(true);
     device.setRunning(false);
     device.input(true);
+    device.input(false);
     QCOMPARE(recorder.take(), QStringList());
 }
 

@@ -17,6 +17,7 @@ private slots:
     void declaresItsParameters();
     void declaresItsSignalsAndSlots();
     void startsWithoutAValue();
+    void valueOutlivesANewStart();
     void initialiseReadsTheParameters();
     void initialiseAnswersWhetherTheParametersAreOk();
     void decimalsAreCutTowardZero_data();
@@ -48,6 +49,17 @@ void tst_InputDevice::startsWithoutAValue()
     InputDevice device;
     QCOMPARE(device.getCurrentString(), QString());
     QCOMPARE(device.getCurrentNumber(), 0.0);
+}
+
+void tst_InputDevice::valueOutlivesANewStart()
+{
+    InputDevice device;
+    QVERIFY(device.initialise());
+    device.input(2.5);
+    device.deinitialise();
+    QVERIFY(device.initialise());
+    QCOMPARE(device.getCurrentString(), QString("2.5"));
+    QCOMPARE(device.getCurrentNumber(), 2.5);
 }
 
 void tst_InputDevice::initialiseReadsTheParameters()

@@ -28,6 +28,7 @@ private slots:
     void textWithoutSenderGoesOutTextFirst();
     void numberWithSenderIsEmittedNamedToo();
     void textWithSenderIsEmittedNamedTextFirst();
+    void senderWithoutANameIsASender();
     void namedTextAloneCanBeConnected();
     void inputWhileNotRunningIsDropped();
 
@@ -186,6 +187,17 @@ void tst_OutputDigitalDevice::textWithSenderIsEmittedNamedTextFirst()
     QCOMPARE(recorder.take(),
              QStringList({"output(\"two\")", "output(0)", "output(\"two\", \"upstream\")",
                           "output(0, \"upstream\")"}));
+}
+
+void tst_OutputDigitalDevice::senderWithoutANameIsASender()
+{
+    Running upstream("0", "");
+    Running running;
+    connect(&upstream.device, SIGNAL(output(double)), &running.device, SLOT(input(double)));
+    Recorder recorder(&running.device);
+    upstream.device.input(2.5);
+    QCOMPARE(recorder.take(), QStringList({"output(2.5)", "output(\"2.5\")", "output(2.5, \"\")",
+                                           "output(\"2.5\", \"\")"}));
 }
 
 void tst_OutputDigitalDevice::namedTextAloneCanBeConnected()

@@ -15,6 +15,7 @@ class tst_OutputGraphDeviceSettings : public QObject
 
 private slots:
     void settingsGoOutUnderTheSendersName();
+    void sameSettingAgainGoesOutAgain();
     void settingsOfADirectCallAreDropped();
     void resendFollowsTheNamesInTheirOrder();
     void resendKeepsTheLatestOfEach();
@@ -36,6 +37,22 @@ void tst_OutputGraphDeviceSettings::settingsGoOutUnderTheSendersName()
     QCOMPARE(recorder.take(),
              QStringList({"outputFill(\"pump\", true)", "outputColor(\"pump\", \"red\")",
                           "outputName(\"pump\", \"Pump\")", "outputFill(\"pump\", false)"}));
+}
+
+void tst_OutputGraphDeviceSettings::sameSettingAgainGoesOutAgain()
+{
+    RunningGraph running;
+    GraphSettingsDevice relay;
+    running.feedFrom(relay, "pump");
+    Recorder recorder(&running.device);
+    for (int i = 0; i < 2; ++i) {
+        emit relay.setFilled(true);
+        emit relay.setColor("red");
+        emit relay.setName("Pump");
+        QCOMPARE(recorder.take(),
+                 QStringList({"outputFill(\"pump\", true)", "outputColor(\"pump\", \"red\")",
+                              "outputName(\"pump\", \"Pump\")"}));
+    }
 }
 
 void tst_OutputGraphDeviceSettings::settingsOfADirectCallAreDropped()

@@ -160,6 +160,7 @@ void tst_QmlGuiDevice::parameterSourceEnablesTheCode()
     };
     QVERIFY(!isEnabled("sourceData"));
     QVERIFY(isEnabled("sourceCode"));
+    device.setParam("sourceData", "of no account.qml");
     QVERIFY(device.initialise());
     QCOMPARE(device.description(), QString("Script from parameter"));
 }
@@ -184,6 +185,7 @@ void tst_QmlGuiDevice::errorOfTheDocumentIsReported()
 {
     QmlGuiDevice device;
     setCode(device, "import QtQuick 2.0\nItem { width: }\n");
+    device.setParam("sourceData", "of no account.qml");
     QSignalSpy errors(&device, &BaseDevice::errorOccurred);
     QSignalSpy changes(&device, &BaseDevice::methodsChanged);
     QVERIFY(!device.initialise());
