@@ -21,9 +21,7 @@ using namespace std::chrono_literals;
 constexpr norvo::LineQueue::Limits kOutputLimits{1024 * 1024, 50000, 4 * 1024 * 1024};
 constexpr norvo::LineQueue::Limits kErrorLimits{4096, 200, 256 * 1024};
 constexpr int kLoggedLinesPerSecond = 100;
-constexpr int kMaxMatchedLength = 65536;
-constexpr int kMaxErrorLength = 200;  ///< Of the last words of a program, in characters.
-constexpr int kMaxNumberLength = 400; ///< Every finite double fits, with all its digits.
+constexpr int kMaxErrorLength = 200; ///< Of the last words of a program, in characters.
 constexpr auto kGrace = 500ms;
 
 /// In the order of Loss.
@@ -75,7 +73,9 @@ QString deathOf(int code, QProcess::ExitStatus status)
 
 } // namespace
 
-ProcessDevice::ProcessDevice() : m_losses(kLossTexts, [this](const QString& text) { alert(text); })
+ProcessDevice::ProcessDevice()
+    : LineDevice({"decimal", "resend"}),
+      m_losses(kLossTexts, [this](const QString& text) { alert(text); })
 {
     addParam(kCommand, QString());
     getParam(kCommand).setDescription("The program and its arguments; quotes keep spaces together");
@@ -108,32 +108,7 @@ bool ProcessDevice::initialise()
     m_arguments = command.words;
     m_restart = Restart(std::max(0, kRestarts.indexOf(getParam(kRestart))));
     m_delay = norvo::RetryDelay();
-    for (NamedInput& input : m_inputs) {
-        input.lastLine.clear();
-    }
-    return true;
-}
-
-QString ProcessDevice::defineOutput(int, const QString&, const PortDefinition& definition)
-{
-    norvo::LinePattern pattern;
-    QString error = unknownOption(definition, {"decimal"});
-    error = error.isEmpty() ? pattern.define(definition) : error;
-    if (error.isEmpty()) {
-        m_outputs.push_back(pattern);
-    }
-    return error;
-}
-
-QString ProcessDevice::defineInput(int, const QString&, const PortDefinition& definition)
-{
-    norvo::LineFormat format;
-    QString error = unknownOption(definition, {"decimal", "resend"});
-    error = error.isEmpty() ? format.define(definition) : error;
-    if (error.isEmpty()) {
-        m_inputs.push_back({format, {}});
-    }
-    return error;
+    return LineDevice::initialise();
 }
 
 void ProcessDevice::postInitialisation()
@@ -199,7 +174,7 @@ void ProcessDevice::onStarted()
     connect(m_errors, &LinePump::drained, this, &ProcessDevice::onDrained);
     m_pumpsLeft = 2;
     m_lastError.clear();
-    resend();
+    resend(); // A program that has been started again knows nothing of what the last one was told.
     emit running(true);
     if (isRunning()) {
         setConnected(true);
@@ -273,38 +248,8 @@ void ProcessDevice::onLine(const QByteArray& line)
     if (m_output->queue().hasLosses()) {
         m_losses.reportSoon();
     }
-    if (!isRunning()) {
-        return;
-    }
-    const QString text = QString::fromUtf8(line);
-    bool isNumber = false;
-    const double number =
-        text.size() <= kMaxNumberLength ? text.trimmed().toDouble(&isNumber) : 0.0;
-    emit output(text);
-    if (isNumber && isRunning()) {
-        emit output(number);
-    }
-    if (!m_outputs.empty() && isRunning()) {
-        sendNamedOutputs(text);
-    }
-}
-
-void ProcessDevice::sendNamedOutputs(const QString& line)
-{
-    bool isMatched = false;
-    const std::size_t count = line.size() <= kMaxMatchedLength ? m_outputs.size() : 0;
-    for (std::size_t i = 0; i < count && isRunning(); ++i) {
-        const bool heard = isHeard(int(i));
-        if (!heard && isMatched) {
-            continue; // What it would be is of no use to anybody.
-        }
-        if (const auto value = m_outputs[i].valueIn(line)) {
-            isMatched = true;
-            sendText(int(i), *value, m_outputs[i].numberOf(*value));
-        }
-    }
-    if (!isMatched) {
-        m_losses.add(UnmatchedLines);
+    if (isRunning()) {
+        sendLine(QString::fromUtf8(line));
     }
 }
 
@@ -322,32 +267,6 @@ void ProcessDevice::onErrorLine(const QByteArray& line)
         qInfo().noquote().nospace() << objectName() << ": " << text;
     } else {
         m_losses.add(UnloggedLines);
-    }
-}
-
-void ProcessDevice::input(QString line)
-{
-    if (isRunning()) {
-        write(line);
-    }
-}
-
-void ProcessDevice::receive(int input, const QVariant& value)
-{
-    NamedInput& named = m_inputs[std::size_t(input)];
-    const QString line = named.format.lineFor(textOf(value));
-    if (write(line) && named.format.isResent()) {
-        named.lastLine = line;
-    }
-}
-
-/// A program that has been started again knows nothing of what the one before was told.
-void ProcessDevice::resend()
-{
-    for (const NamedInput& input : m_inputs) {
-        if (!input.lastLine.isEmpty()) {
-            write(input.lastLine);
-        }
     }
 }
 

@@ -2,19 +2,16 @@
 #pragma once
 
 #include "plugins/sources/process/ChildProcess.h"
-#include "plugins/common/LineFormat.h"
-#include "plugins/common/LinePattern.h"
+#include "plugins/common/LineDevice.h"
 #include "plugins/common/LossReport.h"
 #include "plugins/sources/process/LinePump.h"
 #include "plugins/common/RetryDelay.h"
 #include "norvo/DeviceTypeInfo.h"
-#include "norvo/SourceDevice.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
 
 #include <memory>
-#include <vector>
 
 /// A child program whose lines of output become values.
 ///
@@ -33,7 +30,7 @@
 /// Named outputs are found in each line by a LinePattern, each that matches sends; named inputs
 /// write a line each by a LineFormat. It is connected while the program runs; one that ends by a
 /// signal or with another exit status than 0 is a fault().
-class ProcessDevice : public SourceDevice
+class ProcessDevice : public LineDevice
 {
     Q_OBJECT
 
@@ -50,23 +47,16 @@ public:
     void deinitialise() override;
 
 signals:
-    void output(QString line);  ///< Each line of standard output, without its end.
-    void output(double number); ///< After the text, where that reads as a number.
     /// The exit status, or 128 and the number of the signal that killed it; after running(false).
     void finished(int code);
     void running(bool on);
 
-public slots:
+protected:
     /// Writes the text and a line feed to the program's standard input. A text that holds a line
     /// end is refused: the program would take it for two commands. While the program does not run,
     /// and where it does not read, the text is lost, never kept for later.
-    void input(QString line);
-
-protected:
-    QString defineOutput(int output, const QString& name,
-                         const PortDefinition& definition) override;
-    QString defineInput(int input, const QString& name, const PortDefinition& definition) override;
-    void receive(int input, const QVariant& value) override;
+    bool write(const QString& line) override;
+    void countUnmatchedLine() override { m_losses.add(UnmatchedLines); }
 
 private:
     enum class Restart { Never, OnFailure, Always };
@@ -80,11 +70,6 @@ private:
         RefusedInputs,
         UnmatchedLines
     };
-    struct NamedInput
-    {
-        norvo::LineFormat format;
-        QString lastLine; ///< That has reached a program, if it is to be sent again.
-    };
 
     void start();
     void onStarted();
@@ -93,9 +78,6 @@ private:
     void onLine(const QByteArray& line);
     void onErrorLine(const QByteArray& line);
     void onDrained();
-    void sendNamedOutputs(const QString& line);
-    bool write(const QString& line); ///< False, and counted, where that cannot be done.
-    void resend();
     void dismissChild();
     void restartAfter(int code);
     void collectLosses();
@@ -116,7 +98,5 @@ private:
     QElapsedTimer m_logSecond;
     int m_loggedLines = 0;      ///< Within that second.
     norvo::LossReport m_losses; ///< By Loss.
-    std::vector<norvo::LinePattern> m_outputs;
-    std::vector<NamedInput> m_inputs;
-    QString m_lastError; ///< The last line of standard error of this run.
+    QString m_lastError;        ///< The last line of standard error of this run.
 };
