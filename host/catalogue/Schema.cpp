@@ -244,6 +244,10 @@ QJsonObject device(const Catalogue& catalogue)
     QJsonObject network = orPlaceholder({{"enum", spellings({"true", "false"})}});
     network.insert("description",
                    "Whether a QML document that this device shows may reach the network.");
+    QJsonObject keep = orPlaceholder({{"enum", spellings({"true", "false", "silent", "send"})}});
+    keep.insert("description",
+                "Whether the value that an operator gave is put back at the next start: silently, "
+                "which is also what true says, or so that the device sends it; false: not at all.");
     QJsonObject schema = mapOf(
         {{"device", QJsonObject{{"description", "The type of the device."}, {"anyOf", types}}},
          {"params", QJsonObject{{"description", "Parameters by name; the others have defaults."},
@@ -251,7 +255,8 @@ QJsonObject device(const Catalogue& catalogue)
          {"outputs",
           QJsonObject{{"description", "Outputs that it gets: a name and a definition."}}},
          {"inputs", QJsonObject{{"description", "Inputs that it gets: a name and a definition."}}},
-         {"network", network}});
+         {"network", network},
+         {"keep", keep}});
     schema.insert("type", "object");
     schema.insert("required", QJsonArray{"device"});
     schema.insert("allOf", byType);

@@ -220,6 +220,12 @@ bool SenseCheck::startsNothing(const QString& type) const
     return words && words->startsNothing;
 }
 
+std::optional<KeptMethods> SenseCheck::keptMethods(const QString& type) const
+{
+    const TypeWords* const words = m_catalogue.words(type);
+    return words ? words->kept : std::nullopt;
+}
+
 void SenseCheck::rebaseFiles(PanelDescription& description) const
 {
     rebaseIncludedFiles(description, m_catalogue);

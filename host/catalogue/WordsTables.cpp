@@ -39,6 +39,7 @@ private:
             QString("%1:%2:%3: %4").arg(m_file).arg(place.line).arg(place.column).arg(text));
     }
     void readTypeKey(const QString& key, const YamlEntry& entry);
+    void readKept(const YamlNode& methods);
     void readParams(const YamlNode& params);
     void readParam(const YamlNode& node, ParamWords& param);
     bool readParamKey(const QString& key, const YamlNode& value, ParamWords& param);
@@ -103,6 +104,8 @@ void EntryReader::readTypeKey(const QString& key, const YamlEntry& entry)
         m_type.breaksCycles = value.text == "true";
     } else if (key == "startsNothing") {
         m_type.startsNothing = value.text == "true";
+    } else if (key == "keeps") {
+        readKept(value);
     } else if (key == "ports") {
         readPorts(value);
     } else if (key == "curves") {
@@ -110,6 +113,24 @@ void EntryReader::readTypeKey(const QString& key, const YamlEntry& entry)
     } else {
         problem(entry.key->place, QString("unknown key %1").arg(inQuotes(key)));
     }
+}
+
+void EntryReader::readKept(const YamlNode& methods)
+{
+    KeptMethods kept;
+    for (const YamlEntry& entry : entriesOf(methods)) {
+        const QString& key = entry.key->text;
+        if (key == "output") {
+            kept.output = entry.value->text;
+        } else if (key == "input") {
+            kept.input = entry.value->text;
+        } else if (key == "widget") {
+            kept.widgetInput = entry.value->text;
+        } else {
+            problem(entry.key->place, QString("unknown key %1").arg(inQuotes(key)));
+        }
+    }
+    m_type.kept = kept;
 }
 
 void EntryReader::readParams(const YamlNode& params)

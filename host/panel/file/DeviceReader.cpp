@@ -67,11 +67,14 @@ private:
             readPorts(entry, key);
         } else if (key == "network") {
             readNetwork(entry);
+        } else if (key == "keep") {
+            readKeep(entry);
         } else {
-            m_context.refuseKey(*entry.key, " of the device " + quotedId(),
-                                {"device", "params", "outputs", "inputs", "network"},
-                                "a device has device, params, outputs, inputs and network, and its "
-                                "parameters stand in params");
+            m_context.refuseKey(
+                *entry.key, " of the device " + quotedId(),
+                {"device", "params", "outputs", "inputs", "network", "keep"},
+                "a device has device, params, outputs, inputs, network and keep, and its "
+                "parameters stand in params");
         }
     }
 
@@ -100,6 +103,23 @@ private:
                                  (value.isText() ? ", not " + inQuotes(text) : QString()));
         }
         m_device.network = text == "true";
+    }
+
+    void readKeep(const YamlEntry& entry)
+    {
+        static const QMap<QString, Keep> texts{{"false", Keep::No},
+                                               {"true", Keep::Silently},
+                                               {"silent", Keep::Silently},
+                                               {"send", Keep::Sending}};
+        const YamlNode& value = *entry.value;
+        const QString text = m_context.text(value);
+        if (!value.isText() || !texts.contains(text)) {
+            m_context.refuse(entry.place,
+                             "keep must be true, false, silent or send" +
+                                 (value.isText() ? ", not " + inQuotes(text) : QString()));
+        }
+        m_device.keep = texts.value(text, Keep::Unsaid);
+        m_device.keepPlace = m_context.at(entry.key->place);
     }
 
     void readParams(const YamlEntry& entry)

@@ -33,6 +33,10 @@ struct PortSetting
     QMap<QString, QString> options; ///< What else the map holds.
 };
 
+/// Whether the value that an operator gave to a device is put back at the next start, and whether
+/// the device sends it then.
+enum class Keep { Unsaid, No, Silently, Sending };
+
 struct DeviceSetting
 {
     PlacedText id;
@@ -40,6 +44,8 @@ struct DeviceSetting
     QVector<ParamSetting> params;
     QVector<PortSetting> ports; ///< In the order of the file.
     bool network = false;       ///< The key "network: true" stands at this device.
+    Keep keep = Keep::Unsaid;
+    Place keepPlace = {}; ///< Where that is said.
 };
 
 struct Endpoint

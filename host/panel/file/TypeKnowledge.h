@@ -3,9 +3,20 @@
 
 #include "host/panel/file/PanelDescription.h"
 
+#include <optional>
+
 class BaseDevice;
 
 namespace norvo {
+
+/// By which methods the value that an operator gives to a device is kept: full signatures, each of
+/// one argument of the same type: double, int, bool or QString.
+struct KeptMethods
+{
+    QString output;      ///< A signal of the device that tells it.
+    QString input;       ///< A slot of the device that takes it.
+    QString widgetInput; ///< A slot of its widget that takes it.
+};
 
 /// What is known of device types beyond what the types declare themselves. This one knows nothing.
 class TypeKnowledge
@@ -21,6 +32,8 @@ public:
     /// Whether the type's initialise() only checks its parameters, so that a check may call it.
     /// What it reports is then an error of the check.
     virtual bool startsNothing(const QString& /*type*/) const { return false; }
+    /// None where devices of the type keep no value.
+    virtual std::optional<KeptMethods> keptMethods(const QString& /*type*/) const { return {}; }
     /// Makes names of files that stand in an included file relative to the panel's folder.
     virtual void rebaseFiles(PanelDescription& /*description*/) const {}
     /// Reports values in the file with which the device cannot do what its author means. The device

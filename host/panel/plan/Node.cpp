@@ -88,7 +88,7 @@ bool Node::isMadeFrom(const DeviceSetting& setting) const
                a.definition.text == b.definition.text && a.options == b.options;
     };
     return setting.id.text == m_setting.id.text && setting.type.text == m_setting.type.text &&
-           setting.network == m_setting.network &&
+           setting.network == m_setting.network && setting.keep == m_setting.keep &&
            std::equal(setting.params.cbegin(), setting.params.cend(), m_setting.params.cbegin(),
                       m_setting.params.cend(), isSameParam) &&
            std::equal(setting.ports.cbegin(), setting.ports.cend(), m_setting.ports.cbegin(),
@@ -160,6 +160,22 @@ void Node::postInitialise()
     if (m_state == State::Shown) {
         m_state = State::Running;
         m_device->postInitialisation();
+    }
+}
+
+void Node::keepValue(const KeptMethods& methods, bool isSent)
+{
+    m_keptValue = std::make_unique<KeptValue>(*m_device, methods, isSent);
+    connect(m_keptValue.get(), &KeptValue::given, this, [this](const QString& value) {
+        emit parameterWritten(id(), KeptValue::kValue, value);
+        emit parameterWritten(id(), KeptValue::kSettings, m_keptValue->settings());
+    });
+}
+
+void Node::startKeeping()
+{
+    if (m_keptValue && m_state == State::Running) {
+        m_keptValue->start(m_widget);
     }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/panel/file/PanelDescription.h"
+#include "host/panel/plan/KeptValue.h"
 
 #include <QObject>
 #include <QPointer>
@@ -56,6 +57,11 @@ public:
     void initialiseWidget();    ///< Again, too: its connections then come behind those of others.
     void postInitialise();
 
+    /// Has the value that an operator gives to the device kept. To be called before it is saved to.
+    void keepValue(const KeptMethods& methods, bool isSent);
+    KeptValue* keptValue() const { return m_keptValue.get(); } ///< Null: none is kept.
+    void startKeeping(); ///< Puts a saved value back; when all devices run.
+
     void clearRunning();
     void preShutdown();
     void deinitialiseWidget();
@@ -63,7 +69,8 @@ public:
     void deleteWidget();
 
 signals:
-    /// The device has changed a parameter that it keeps, while it was running.
+    /// The device has changed a parameter that it keeps, or an operator its value, while it was
+    /// running.
     void parameterWritten(QString device, QString param, QString value);
 
 private:
@@ -72,6 +79,7 @@ private:
 
     const DeviceSetting m_setting;
     const std::unique_ptr<BaseDevice> m_device;
+    std::unique_ptr<KeptValue> m_keptValue;
     QPointer<BaseWidget> m_widget; ///< The surface may die first.
     State m_state = State::Created;
     QStringList m_errors;

@@ -78,10 +78,25 @@ private:
             setParams(setting, *node->device());
             m_knowledge.checkSense(setting, *node->device(), m_diagnostics);
             m_ports.add(setting, *node->device());
+            addKeeping(*node);
         } else if (!type.text.isEmpty()) {
             m_diagnostics.error(type.place, [&] { return unknownType(type.text, m_manager); });
         }
         return node;
+    }
+
+    void addKeeping(Node& node)
+    {
+        const DeviceSetting& setting = node.setting();
+        const auto methods = m_knowledge.keptMethods(setting.type.text);
+        if (methods && setting.keep != Keep::No) {
+            node.keepValue(*methods, setting.keep == Keep::Sending);
+        } else if (!methods && setting.keep != Keep::Unsaid) {
+            m_diagnostics.warning(setting.keepPlace, [&] {
+                return QString("%1 takes no value from an operator that could be kept")
+                    .arg(setting.type.text);
+            });
+        }
     }
 
     void setParams(const DeviceSetting& setting, BaseDevice& device)
@@ -136,6 +151,10 @@ private:
                 continue;
             }
             for (auto param = device->cbegin(); param != device->cend(); ++param) {
+                if (node->keptValue() &&
+                    (param.key() == KeptValue::kValue || param.key() == KeptValue::kSettings)) {
+                    continue; // Below, together.
+                }
                 if (!node->device()->getParam(param.key()).isPersistent()) {
                     leaveAside(device.key(), param.key(),
                                QString("%1 does not store a parameter %2 by itself; its "
@@ -145,7 +164,21 @@ private:
                     node->device()->setParam(param.key(), param.value());
                 }
             }
+            if (!applyKeptValue(*node, *device)) {
+                leaveAside(device.key(), KeptValue::kValue,
+                           QString("the kept value %1 does not read; it is")
+                               .arg(inQuotes(device->value(KeptValue::kValue))));
+            }
         }
+    }
+
+    /// False where a value that was kept is none.
+    static bool applyKeptValue(Node& node, const QMap<QString, QString>& saved)
+    {
+        KeptValue* const kept = node.keptValue();
+        return !kept || !saved.contains(KeptValue::kValue) ||
+               saved.value(KeptValue::kSettings) != kept->settings() ||
+               kept->setSaved(saved.value(KeptValue::kValue));
     }
 
     void initialiseNodes()

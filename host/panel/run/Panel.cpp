@@ -21,6 +21,9 @@ struct Panel::LiveWire
     PlannedWire plan;
     QMetaObject::Connection direct;
     std::unique_ptr<QueuedWire> queued; ///< Where it closes a cycle.
+    /// Around the delivery of a value to a device that keeps what an operator gives to it.
+    QMetaObject::Connection before;
+    QMetaObject::Connection after;
 };
 
 namespace {
@@ -84,6 +87,9 @@ void Panel::apply(PanelPlan plan, Diagnostics& diagnostics)
     for (const auto& node : m_nodes) {
         node->postInitialise();
     }
+    for (const auto& node : m_nodes) {
+        node->startKeeping();
+    }
 }
 
 void Panel::endAllBut(const PanelPlan& plan)
@@ -141,7 +147,9 @@ void Panel::cutAllBut(const QVector<PlannedWire>& wires, const QSet<Node*>& stay
         (isUnchanged(wire.plan) ? kept : cut).push_back(std::move(wire));
     }
     while (!cut.empty()) {
-        QObject::disconnect(cut.back().direct);
+        for (const auto& connection : {cut.back().before, cut.back().direct, cut.back().after}) {
+            QObject::disconnect(connection);
+        }
         cut.pop_back();
     }
     m_wires = std::move(kept);
@@ -211,11 +219,19 @@ void Panel::connectWire(const PlannedWire& plan, Node& from, Node& to)
     if (!wire.provider || !wire.receiver) {
         return;
     }
-    LiveWire live{plan, {}, nullptr};
+    LiveWire live{plan, {}, nullptr, {}, {}};
+    KeptValue* const kept = to.keptValue();
+    const auto type = plan.isQueued ? Qt::QueuedConnection : Qt::AutoConnection;
+    if (kept) {
+        live.before = norvo::connectWire({wire.provider, wire.signal, kept, "beginWire()"}, type);
+    }
     if (plan.isQueued) {
         live.queued = std::make_unique<QueuedWire>(wire);
     } else {
         live.direct = norvo::connectWire(wire, Qt::AutoConnection);
+    }
+    if (kept) {
+        live.after = norvo::connectWire({wire.provider, wire.signal, kept, "endWire()"}, type);
     }
     m_wires.push_back(std::move(live));
     const QString incoming = plan.from + "." + wire.signal;

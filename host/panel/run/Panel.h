@@ -45,7 +45,8 @@ public:
     void stop(); ///< Applies the empty plan. Leaves the surface empty.
 
 signals:
-    /// A device has changed one of the parameters that it keeps, while it was running.
+    /// A device has changed one of the parameters that it keeps, or an operator its value, while it
+    /// was running.
     void parameterWritten(QString device, QString param, QString value);
 
 private:

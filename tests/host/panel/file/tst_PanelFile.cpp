@@ -19,6 +19,7 @@ class tst_PanelFile : public QObject
 
 private slots:
     void everyKeyHasItsPlace();
+    void whatIsKeptIsSaidInFourWords();
     void partsOfAConnectionHaveTheirPlaces_data();
     void partsOfAConnectionHaveTheirPlaces();
     void columnsCountCharacters();
@@ -27,6 +28,28 @@ private slots:
     void sameKeyInAnotherMapIsNoRepetition();
     void idsMayHoldLettersOfAllKinds();
 };
+
+void tst_PanelFile::whatIsKeptIsSaidInFourWords()
+{
+    Diagnostics diagnostics("panel.yaml");
+    const auto panel = PanelFile::parse("devices:\n"
+                                        "  a: {device: x}\n"
+                                        "  b: {device: x, keep: false}\n"
+                                        "  c: {device: x, keep: true}\n"
+                                        "  d: {device: x, keep: silent}\n"
+                                        "  e: {device: x, keep: send}\n",
+                                        "panel.yaml", diagnostics);
+    QVERIFY(diagnostics.isEmpty());
+    using norvo::Keep;
+    QVector<Keep> kept;
+    for (const auto& device : panel.devices) {
+        kept.append(device.keep);
+    }
+    QCOMPARE(kept, (QVector<Keep>{Keep::Unsaid, Keep::No, Keep::Silently, Keep::Silently,
+                                  Keep::Sending}));
+    QCOMPARE(panel.devices[4].keepPlace.line, 6);
+    QCOMPARE(panel.devices[4].keepPlace.column, 18);
+}
 
 void tst_PanelFile::everyKeyHasItsPlace()
 {

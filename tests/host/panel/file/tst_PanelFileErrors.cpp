@@ -119,7 +119,7 @@ const QVector<FileErrors> kErrors{
     {"unknown-key-of-device",
      {"4:5: error: unknown key \"parms\" of the device \"cpu\"; did you mean \"params\"?",
       "5:5: error: unknown key \"interval\" of the device \"cpu\"; a device has device, params, "
-      "outputs, inputs and network, and its parameters stand in params"}},
+      "outputs, inputs, network and keep, and its parameters stand in params"}},
     {"title-list", {"1:8: error: the title must be a text"}},
     {"devices-list",
      {"2:3: error: devices must be a map: the id of each device, and what it is, as in \"start: "
@@ -156,6 +156,10 @@ const QVector<FileErrors> kErrors{
      {"2:31: error: network must be true or false, not \"yes\"",
       "3:22: error: network must be true or false, not \"\"",
       "4:31: error: network must be true or false"}},
+    {"keep-no-word",
+     {"2:29: error: keep must be true, false, silent or send, not \"yes\"",
+      "3:19: error: keep must be true, false, silent or send, not \"\"",
+      "4:29: error: keep must be true, false, silent or send"}},
     {"connections-map",
      {"2:3: error: connections must be a list, with a line such as \"- source.signal -> "
       "target.slot\" for each"}},

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "host/panel/file/TypeKnowledge.h"
+
+#include <QObject>
+#include <QVariant>
+
+class BaseDevice;
+class BaseWidget;
+
+namespace norvo {
+
+/// Keeps what an operator has given to a device from one run to the next.
+///
+/// What a wire has given to it is not kept: it comes again. A wire is told from a hand by what
+/// happens between beginWire() and endWire().
+class KeptValue : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Under these names it stands in the state of a device.
+    static const QString kValue;
+    static const QString kSettings;
+
+    /// `isSent`: what is put back leaves the device as if it had come by a wire.
+    KeptValue(BaseDevice& device, KeptMethods methods, bool isSent);
+
+    /// Identifies the settings that a value belongs to: all parameters of the device but its place.
+    /// A value that was given under others may mean something else.
+    QString settings() const;
+    /// Takes what an earlier run has saved. False where it is no such value.
+    bool setSaved(const QString& text);
+    /// Puts the saved value back, once, and from then on reports what is given.
+    void start(BaseWidget* widget);
+
+signals:
+    void given(QString text);
+
+public slots:
+    void beginWire() { ++m_wires; }
+    void endWire() { --m_wires; }
+
+private slots:
+    void note(double value);
+    void note(bool value);
+    void note(int value);
+    void note(QString value);
+
+private:
+    void putBack(QObject& receiver, const QString& method) const;
+
+    BaseDevice& m_device;
+    const KeptMethods m_methods;
+    const bool m_isSent;
+    QVariant m_saved;
+    bool m_isStarted = false;
+    int m_wires = 0; ///< That give it a value just now.
+};
+
+} // namespace norvo
