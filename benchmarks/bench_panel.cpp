@@ -4,7 +4,6 @@
 
 #include "host/catalogue/Catalogue.h"
 #include "host/catalogue/Listing.h"
-#include "host/catalogue/Catalogue.h"
 #include "host/catalogue/SenseCheck.h"
 #include "host/panel/run/Panel.h"
 #include "host/panel/plan/PanelPlan.h"
@@ -165,6 +164,53 @@ BENCHMARK(startThousandLabels)
     ->UseManualTime()
     ->Iterations(1)
     ->Repetitions(5)
+    ->Unit(benchmark::kMillisecond);
+
+/// From the text of a panel file to running devices: a program with named outputs and inputs, each
+/// of them connected.
+static void startNamedPorts(benchmark::State& state)
+{
+    const DeviceManager& manager = deviceTypes();
+    QString outputs;
+    QString inputs;
+    QString arrows;
+    for (int i = 0; i < state.range(0) / 2; ++i) {
+        outputs += QString("      out%1: 'value%1 ([-0-9.]+)'\n").arg(i);
+        inputs += QString("      in%1: 'set%1 %2'\n").arg(QString::number(i), "%1");
+        arrows += QString("  - child.out%1 -> log.input(QString)\n  - source.output(double) -> "
+                          "child.in%1\n")
+                      .arg(i);
+    }
+    const QString ports =
+        outputs.isEmpty() ? "" : "    outputs:\n" + outputs + "    inputs:\n" + inputs;
+    const QString text =
+        "devices:\n  source: {device: generator, params: {interval: 1000}}\n"
+        "  log: {device: multiline}\n  child:\n    device: process\n    params: {command: cat}\n" +
+        ports + (arrows.isEmpty() ? "" : "connections:\n" + arrows);
+    const Catalogue catalogue(manager);
+    PanelWindow window("Benchmark");
+    for (auto _ : state) {
+        Diagnostics diagnostics("panel.yaml");
+        const double before = processorSeconds();
+        const PanelDescription description =
+            PanelFile::parse(text.toUtf8(), "panel.yaml", diagnostics);
+        Panel panel(addPages(window));
+        panel.apply(
+            PanelPlan::make(description, manager, {}, diagnostics, {}, SenseCheck(catalogue)),
+            diagnostics);
+        state.SetIterationTime(processorSeconds() - before);
+        panel.stop();
+        delete window.page()->layout();
+        if (!diagnostics.isEmpty()) {
+            state.SkipWithError(qPrintable(diagnostics.sorted().value(0).toString()));
+        }
+    }
+}
+BENCHMARK(startNamedPorts)
+    ->Arg(0)
+    ->Arg(1000)
+    ->UseManualTime()
+    ->Iterations(10)
     ->Unit(benchmark::kMillisecond);
 
 /// Processor time over wall time while values arrive, in percent of one processor.
