@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <vector>
 
@@ -75,12 +76,16 @@ QString cycleOf(const Path& path, size_t begin, const PanelDescription& descript
     return ids.join(" -> ");
 }
 
+/// Whether a device sends at once what follows from what it is given.
+using PassesOn = std::function<bool(int device)>;
+
 /// One walk along all of the edges.
 class Walk
 {
 public:
-    Walk(const PanelDescription& description, const Edges& edges)
+    Walk(const PanelDescription& description, const Edges& edges, const PassesOn& passesOn)
         : m_description(description),
+          m_passesOn(passesOn),
           m_edges(description.devices.size()),
           m_calls(description.devices.size(), kNotSeen),
           m_places(description.devices.size())
@@ -127,7 +132,8 @@ private:
         if (m_calls[edge.to] == kOnThePath) {
             m_cycles.insert(edge.connection, cycleOf(m_path, m_places[edge.to], m_description));
         } else {
-            step.calls = std::min(step.calls + 1 + m_calls[edge.to], CycleFinder::kMaxCalls + 1);
+            const int behind = m_passesOn(edge.to) ? m_calls[edge.to] : 0;
+            step.calls = std::min(step.calls + 1 + behind, CycleFinder::kMaxCalls + 1);
         }
         ++step.edge;
     }
@@ -142,6 +148,7 @@ private:
     }
 
     const PanelDescription& m_description;
+    const PassesOn& m_passesOn;
     std::vector<Edges> m_edges;   ///< By the device that they begin at.
     std::vector<int> m_calls;     ///< Of one value from each device, or one of the two marks.
     std::vector<size_t> m_places; ///< Of the devices on the path.
@@ -155,16 +162,18 @@ private:
 CycleFinder::CycleFinder(const PanelDescription& description, const BreaksCycles& breaksCycles)
 {
     const Edges all = edgesOf(description);
-    const auto passesOn = [&](int device) {
+    const PassesOn passesOn = [&](int device) {
         return !breaksCycles || !breaksCycles(description.devices[device].type.text);
     };
     m_cycles =
         Walk(description,
-             those(all, [&](const Edge& edge) { return passesOn(edge.from) && passesOn(edge.to); }))
+             those(all, [&](const Edge& edge) { return passesOn(edge.from) && passesOn(edge.to); }),
+             passesOn)
             .cycles();
-    const Walk rest(description, those(all, [this](const Edge& edge) {
-                        return !m_cycles.contains(edge.connection);
-                    }));
+    const Walk rest(
+        description,
+        those(all, [this](const Edge& edge) { return !m_cycles.contains(edge.connection); }),
+        passesOn);
     for (auto cycle = rest.cycles().cbegin(); cycle != rest.cycles().cend(); ++cycle) {
         m_cycles.insert(cycle.key(), QString());
     }

@@ -63,6 +63,7 @@ private slots:
     void valuesThatMultiplyBeyondBounds_data();
     void valuesThatMultiplyBeyondBounds();
     void asManyCallsAsMayBeAreNoError();
+    void callsEndAtADeviceThatSendsLater();
     void deepDoublingsTakeNoTime();
     void manyLongCyclesTakeNoTime();
     void thousandsOfDevicesTakeNoTime_data();
@@ -251,6 +252,19 @@ void tst_CycleFinder::asManyCallsAsMayBeAreNoError()
     }
     QCOMPARE(CycleFinder(relays("abc", arrows)).multiplier(), -1);
     QCOMPARE(CycleFinder(relays("abc", arrows + QStringList("ac"))).multiplier(), 0);
+}
+
+void tst_CycleFinder::callsEndAtADeviceThatSendsLater()
+{
+    QStringList arrows;
+    for (int i = 0; i < 400; ++i) {
+        arrows += QStringList{"ab", "bc"};
+    }
+    norvo::PanelDescription description = relays("abc", arrows);
+    QCOMPARE(CycleFinder(description).multiplier(), 0);
+    description.devices[1].type.text = "program";
+    const auto isProgram = [](const QString& type) { return type == "program"; };
+    QCOMPARE(CycleFinder(description, isProgram).multiplier(), -1);
 }
 
 void tst_CycleFinder::deepDoublingsTakeNoTime()
