@@ -57,9 +57,7 @@ void DigitalWithProgress::build(OutputWithProgress& readout)
     setLayout(Qt::Horizontal);
     timeout();
     mousePressEvent(nullptr);
-    m_outOfRange = false;
     m_alarmRunning = true; // though quiet: the first value ends it
-    m_timedOut = true;
 }
 
 void DigitalWithProgress::createBar()

@@ -26,6 +26,7 @@ private slots:
 
     void widthHoldsTheLongestNumber_data();
     void widthHoldsTheLongestNumber();
+    void widthFollowsTheFontEachTimeItIsShown();
     void blinkTurnsTheCaptionDarkThenRed();
     void captionOfAnInactiveReadoutStaysDisabled_data();
     void captionOfAnInactiveReadoutStaysDisabled();
@@ -113,7 +114,10 @@ void tst_DigitalWidget::verticalPlacesTheValueAtTheTop()
 {
     DigitalReadout readout;
     QLabel* const value = readout.value();
+    QLabel* const caption = readout.caption();
+    const QString captionsPlace = placeOf(caption, *readout.widget->getLayout());
     readout.digital().setLayout(Qt::Vertical);
+    QCOMPARE(placeOf(caption, *readout.widget->getLayout()), captionsPlace);
     QCOMPARE(placeOf(value, *readout.widget->getLayout()),
              QString("row 0, column 0, 1 x 1, alignment 0x20"));
 }
@@ -249,6 +253,20 @@ void tst_DigitalWidget::afterDeinitialiseValuesAreStillShown()
     readout.device.input(42.0);
     QCOMPARE(readout.value()->text(), QString("42"));
     QCOMPARE(readout.value()->styleSheet(), ReadoutLooks::kGreen);
+}
+
+void tst_DigitalWidget::widthFollowsTheFontEachTimeItIsShown()
+{
+    DigitalReadout readout;
+    readout.widget->show();
+    const int before = readout.value()->minimumWidth();
+    readout.widget->hide();
+    QFont larger = readout.value()->font();
+    larger.setPointSize(2 * larger.pointSize());
+    readout.value()->setFont(larger);
+    readout.widget->show();
+    QVERIFY(readout.value()->minimumWidth() > before);
+    QCOMPARE(readout.value()->minimumWidth(), QFontMetrics(larger).horizontalAdvance("333."));
 }
 
 NORVO_TEST(tst_DigitalWidget)

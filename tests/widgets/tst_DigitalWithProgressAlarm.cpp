@@ -39,9 +39,11 @@ class tst_DigitalWithProgressAlarm : public QObject
 private slots:
     void firstValueEndsTheNominalAlarm();
     void firstValueOutOfRangeEndsItAndStartsARealOne();
+    void initialisedAgainItIsQuietAndGreyAsAtFirst();
     void timeoutBeforeTheFirstValueIsQuiet();
     void outOfRangeBlinksTheCaption();
     void blinkPeriodIsThreeTenths();
+    void blinkGoesOnInThePhaseOfTheLastAlarm();
     void secondValueOutOfRangeIsNoNewAlarm();
     void backInRangeEndsTheAlarm();
     void timeoutStartsTheAlarmOnce();
@@ -253,6 +255,36 @@ void tst_DigitalWithProgressAlarm::stopAlarmLeavesItRunning()
     QCOMPARE(readout.recorder.take(), QStringList());
     readout.digital().startAlarm();
     QCOMPARE(readout.recorder.take(), kOn);
+}
+
+void tst_DigitalWithProgressAlarm::initialisedAgainItIsQuietAndGreyAsAtFirst()
+{
+    Alarmed readout;
+    readout.device.input(50.0);
+    readout.device.input(101.0);
+    readout.widget->initialise();
+    readout.recorder.take();
+    QTest::qWait(400); // longer than a blink
+    const QList<QLabel*> labels = readout.widget->findChildren<QLabel*>();
+    for (const QLabel* label : labels) {
+        QVERIFY(label->styleSheet() != ReadoutLooks::kRedCaption);
+    }
+    readout.device.input(50.0);
+    QCOMPARE(readout.recorder.take().first(), kOff.first());
+    readout.device.input(50.0);
+    QCOMPARE(readout.recorder.take(), QStringList());
+}
+
+void tst_DigitalWithProgressAlarm::blinkGoesOnInThePhaseOfTheLastAlarm()
+{
+    Alarmed readout;
+    readout.device.input(101.0);
+    readout.digital().blinkTimerExpired();
+    QCOMPARE(readout.captionLook(), ReadoutLooks::kDarkCaption);
+    readout.device.input(50.0);
+    readout.device.input(101.0);
+    readout.digital().blinkTimerExpired();
+    QCOMPARE(readout.captionLook(), ReadoutLooks::kRedCaption);
 }
 
 NORVO_TEST(tst_DigitalWithProgressAlarm)

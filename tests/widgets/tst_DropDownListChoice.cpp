@@ -58,6 +58,7 @@ private slots:
     void itemNotInTheListChangesNothing();
     void operatorsChoiceAfterOneFromTheWiring();
     void operatorBackToTheHeldIndexSendsTheTextOnly();
+    void textThatLeavesIsTheOneShown();
 };
 
 void tst_DropDownListChoice::mouseChoosesFromTheOpenList()
@@ -169,6 +170,18 @@ void tst_DropDownListChoice::operatorBackToTheHeldIndexSendsTheTextOnly()
     QTest::keyClick(wired.list, Qt::Key_Up);
     QCOMPARE(wired.list->currentText(), QString("b"));
     QCOMPARE(wired.recorder->take(), QStringList("currentTextChanged(\"b\")"));
+}
+
+void tst_DropDownListChoice::textThatLeavesIsTheOneShown()
+{
+    WiredList wired;
+    QMetaObject::invokeMethod(wired.widget.get(), "onIndexChanged", Q_ARG(int, 2));
+    QCOMPARE(wired.recorder->take(),
+             QStringList({"output(2)", "output(2)", "currentTextChanged(\"c\")"}));
+    connect(&wired.device, QOverload<int>::of(&DropDownListDevice::output), &wired.device,
+            [&] { wired.device.input(QString("a")); }); // a receiver that corrects the choice
+    wired.list->setCurrentIndex(1);
+    QCOMPARE(wired.recorder->take().last(), QString("currentTextChanged(\"a\")"));
 }
 
 NORVO_TEST(tst_DropDownListChoice)

@@ -96,6 +96,7 @@ private slots:
     void denseTraceFollowsItsPoints();
     void silenceEmptiesTheTrace();
     void pointsAtNoNumberAreLeftOut();
+    void denseTraceLeavesPointsAtNoNumberOut();
 };
 
 void tst_GaugeHistory::sameTimeReplaces()
@@ -266,6 +267,27 @@ void tst_GaugeHistory::pointsAtNoNumberAreLeftOut()
     QCOMPARE(line.size(), 2);
     QCOMPARE(line[0].y(), 90.0);
     QCOMPARE(line[1].y(), -1e6);
+}
+
+void tst_GaugeHistory::denseTraceLeavesPointsAtNoNumberOut()
+{
+    GaugeHistory history;
+    for (int i = 0; i < 10000; ++i) {
+        const double value = i % 250 == 0     ? std::numeric_limits<double>::quiet_NaN()
+                             : i % 250 == 77  ? 9.0
+                             : i % 250 == 177 ? 1.0
+                                              : 5.0;
+        history.insert(kNow - 10.0 + i * 0.001, value);
+    }
+    const QPolygonF line = history.trace(kNow, kAxis);
+    const auto count = [&](double value) {
+        return std::count_if(line.begin(), line.end(),
+                             [&](const QPointF& point) { return point.y() == kAxis.y(value); });
+    };
+    QCOMPARE(int(count(9.0)), 40); // the largest and the smallest of each pixel
+    QCOMPARE(int(count(1.0)), 40);
+    QVERIFY(std::none_of(line.begin(), line.end(),
+                         [](const QPointF& point) { return std::isnan(point.y()); }));
 }
 
 NORVO_TEST(tst_GaugeHistory)

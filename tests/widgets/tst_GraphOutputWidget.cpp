@@ -33,6 +33,7 @@ private slots:
     void foreignOrMissingDeviceMakesAnEmptyGraphInSilence();
     void deviceFeedsItsWidget();
     void settingsBeforeTheWidgetReachItAfterwards();
+    void initialisedAgainItGoesByItsNewParameters();
     void nameOfARelayChangesItsCurveOnly();
 };
 
@@ -251,6 +252,32 @@ void tst_GraphOutputWidget::nameOfARelayChangesItsCurveOnly()
     emit a.setName("Pump");
     QCOMPARE(stand.legend(), QStringList({"B", "Pump"}));
     QVERIFY(pointsOf(stand.curve(1)).endsWith(", 2)"));
+}
+
+void tst_GraphOutputWidget::initialisedAgainItGoesByItsNewParameters()
+{
+    TimeGraph stand({{"widget/timePeriod", "10"}, {"widget/timeout", "1"}});
+    const TimeGraph::Params changed{{"name", "other"},           {"widget/timePeriod", "1000"},
+                                    {"widget/timeout", "5"},     {"widget/autoscale", "false"},
+                                    {"widget/minValue", "-3"},   {"widget/maxValue", "7"},
+                                    {"widget/minThreshold", "2"}};
+    for (auto param = changed.cbegin(); param != changed.cend(); ++param) {
+        stand.device.setParam(param.key(), param.value());
+    }
+    stand.widget->deinitialise();
+    stand.widget->initialise();
+    QCOMPARE(stand.caption()->text(), QString("other"));
+    QCOMPARE(stand.plot()->xAxis->range().size(), 1000.0);
+    QCOMPARE(stand.plot()->yAxis->range().lower, -3.0);
+    QCOMPARE(stand.plot()->yAxis->range().upper, 7.0);
+    const double now = secondsNow();
+    stand.input(1, "A", now - 60);
+    stand.input(2, "A", now - 56);
+    stand.input(3, "A", now - 50);
+    QCOMPARE(stand.plot()->graphCount(), 2); // four seconds are no pause any more, six are
+    QCOMPARE(stand.curve(0)->data()->size(), 2);
+    auto* const line = qobject_cast<QCPItemStraightLine*>(stand.plot()->item(0));
+    QCOMPARE(line->point1->value(), 2.0);
 }
 
 NORVO_TEST(tst_GraphOutputWidget)

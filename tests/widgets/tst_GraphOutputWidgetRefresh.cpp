@@ -39,6 +39,7 @@ private slots:
     void windowEndsNow();
     void intervalIsThePeriodInMilliseconds_data();
     void intervalIsThePeriodInMilliseconds();
+    void intervalIsThatOfTheFirstInitialise();
     void autoscaleFollowsTheDataWithEachTick();
     void autoscaleSeesCurvesThatAreNotVisible();
     void withoutAutoscaleTheValueAxisStandsStill();
@@ -222,6 +223,16 @@ void tst_GraphOutputWidgetRefresh::minimisedGraphIsNotDrawnAndRightWhenRestored(
     QTRY_VERIFY(drawn.size() > 0);
     QVERIFY(showsACurve(stand.widget->grab()));
     QCOMPARE(drawn.size(), 1);
+}
+
+void tst_GraphOutputWidgetRefresh::intervalIsThatOfTheFirstInitialise()
+{
+    TimeGraph stand({{"widget/timePeriod", "34"}});
+    stand.device.setParam("widget/timePeriod", "50");
+    stand.widget->initialise();
+    TickingTimers timers;
+    QTRY_VERIFY(!timers.intervals.isEmpty());
+    QCOMPARE(timers.intervals, QSet<int>{34});
 }
 
 NORVO_TEST(tst_GraphOutputWidgetRefresh)

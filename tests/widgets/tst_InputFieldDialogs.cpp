@@ -16,6 +16,7 @@ private slots:
     void doubleIsFilledByTheKeypad();
     void intIsFilledByTheKeypad();
     void stringIsFilledByTheKeyboard();
+    void stringIsEmptiedByTheKeyboard();
     void keypadWritesEightDigitsBack();
     void longIntIsWrittenBackWithEightDigits();
     void cancelledDialogChangesNothing_data();
@@ -149,6 +150,10 @@ void tst_InputFieldDialogs::cancelledDialogChangesNothing()
     QFETCH(QString, type);
     InputStand stand(withDialogs({{"type", type}}));
     stand.device.input(0.5);
+    QTest::keyClick(stand.only<QLineEdit>(), Qt::Key_End);
+    QTest::keyClicks(stand.only<QLineEdit>(), "1");
+    QTest::keyClick(stand.only<QLineEdit>(), Qt::Key_Backspace);
+    const bool canUndo = stand.only<QLineEdit>()->isUndoAvailable();
     Recorder recorder(stand.widget.get(), BaseWidget::staticMetaObject);
     QCOMPARE(press(stand,
                    [](QWidget& dialog) {
@@ -157,6 +162,9 @@ void tst_InputFieldDialogs::cancelledDialogChangesNothing()
                    }),
              1);
     QTEST(stand.only<QLineEdit>()->text(), "text");
+    if (type != "spin") { // whose text is written again when it is read
+        QCOMPARE(stand.only<QLineEdit>()->isUndoAvailable(), canUndo);
+    }
     QCOMPARE(recorder.take(), QStringList());
 }
 
@@ -254,6 +262,20 @@ void tst_InputFieldDialogs::fieldMayChangeItsTypeUnderItsDialog()
     });
     QCOMPARE(opened, 1);
     QCOMPARE(recorder.count(), 0); // the editor that was asked for is there no more
+}
+
+void tst_InputFieldDialogs::stringIsEmptiedByTheKeyboard()
+{
+    const InputStand stand(withDialogs({{"type", "string"}}));
+    stand.only<QLineEdit>()->setText("q");
+    const auto clearAll = [](QWidget& dialog) {
+        dialog.findChild<QLineEdit*>()->clear();
+        tap(dialog, "ok");
+    };
+    Recorder recorder(stand.widget.get(), BaseWidget::staticMetaObject);
+    QCOMPARE(press(stand, clearAll), 1);
+    QCOMPARE(stand.only<QLineEdit>()->text(), QString());
+    QCOMPARE(recorder.take(), QStringList("output(\"\")"));
 }
 
 NORVO_TEST(tst_InputFieldDialogs)

@@ -24,6 +24,7 @@ private slots:
     void styleSheetIsGivenVerbatim_data();
     void styleSheetIsGivenVerbatim();
     void minMaxAndIncrementActOnASpinBoxOnly();
+    void reversedRangeEndsAtItsMaximum();
     void decimalPointIsAPointInEveryCountry();
 };
 
@@ -215,6 +216,15 @@ void tst_InputFieldWidget::decimalPointIsAPointInEveryCountry()
     QLocale::setDefault(before);
     QCOMPARE(spinText, QString("0.50"));
     QCOMPARE(lineText, QString("0.25"));
+}
+
+void tst_InputFieldWidget::reversedRangeEndsAtItsMaximum()
+{
+    const InputStand spin;
+    const auto* const spinBox = spin.only<QDoubleSpinBox>();
+    static_cast<InputFieldWidget*>(spin.widget.get())->setMinMax(9, 4);
+    QCOMPARE(spinBox->minimum(), 4.0);
+    QCOMPARE(spinBox->maximum(), 4.0);
 }
 
 NORVO_TEST(tst_InputFieldWidget)

@@ -225,6 +225,7 @@ void tst_LabelWidget::textFromAWireNeverMakesTheWindowLargerThanTheScreen()
         QVERIFY(size.height() > 200 || size.width() > 400); // it grows, but to that only
         QCOMPARE(size.boundedTo(screen), size);
     }
+    QVERIFY(alone.only<QLabel>()->heightForWidth(1) <= screen.height());
 }
 
 NORVO_TEST(tst_LabelWidget)

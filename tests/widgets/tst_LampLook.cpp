@@ -32,6 +32,7 @@ private slots:
     void colourSheetsAreVerbatim();
     void unknownColourKeepsThePlainLook_data();
     void unknownColourKeepsThePlainLook();
+    void unknownColourAfterAKnownOneIsPlainToo();
     void plateIsPaintedInItsColour_data();
     void plateIsPaintedInItsColour();
     void setFontSizeChangesOnlyTheFont();
@@ -157,6 +158,15 @@ void tst_LampLook::setFontSizeChangesOnlyTheFont()
     QCOMPARE(lamp->font().weight(), 50);
     QVERIFY(!lamp->font().italic());
     QCOMPARE(lamp->styleSheet(), sheet("#2e4e18", "gray"));
+}
+
+void tst_LampLook::unknownColourAfterAKnownOneIsPlainToo()
+{
+    Stand<IndicatorDevice> stand({{"widget/color", "red"}});
+    stand.device.setParam("widget/color", "blue");
+    stand.widget->initialise();
+    stand.device.input(true);
+    QCOMPARE(stand.only<QLabel>()->styleSheet(), QString());
 }
 
 NORVO_TEST(tst_LampLook)

@@ -45,6 +45,8 @@ private slots:
     void numbersStandAtEachStep();
     void shortDashesLeaveTheNumbersOut();
     void fractionalStepsLeaveTheNumbersOut();
+    void stepsAreCountedFromTheScalesStart();
+    void dashNearANumberIsLeftOut();
     void dashesReachFurtherLeftThanRight();
     void digitBoxStandsRightOfTheBar();
     void backslashNPartsTheCaption_data();
@@ -232,6 +234,25 @@ void tst_LumenoGeometry::marksThatSharePixelsAreBounded()
     QVERIFY(numbers.size() <= 8 * 111);
     QVERIFY(dashes.size() <= 8 * 111);
     QVERIFY(numbers.size() >= (min < 1e17 ? 110 : 1));
+}
+
+void tst_LumenoGeometry::dashNearANumberIsLeftOut()
+{
+    const auto dashes = [](double step) {
+        const Scale scale{0.0, 1.0, 0.5, step};
+        return shortDashes(scale, axisOf(scale), 12).size();
+    };
+    QCOMPARE(dashes(0.5 + 0.5 * 0.009), 0); // within 0.01 steps of the number at 0.5
+    QCOMPARE(dashes(0.5 + 0.5 * 0.011), 1);
+    QCOMPARE(dashes(0.5 - 0.5 * 0.004), 0); // and at 1: 0.008
+    QCOMPARE(dashes(0.5 - 0.5 * 0.011), 2);
+}
+
+void tst_LumenoGeometry::stepsAreCountedFromTheScalesStart()
+{
+    const Scale scale{0.25, 2.25, 1.0, 0.25};
+    QCOMPARE(valuesOf(digits(scale, axisOf(scale))), (QVector<double>{0.25, 1.25, 2.25}));
+    QCOMPARE(shortDashes(scale, axisOf(scale), 12).size(), 6); // one and two are no numbers of it
 }
 
 NORVO_APPLESS_TEST(tst_LumenoGeometry)

@@ -19,6 +19,7 @@ private slots:
     void defaultScaleHasLongDashesAtDigitsAndShortOnesBetween();
     void oneInputHasValueAndBarButNoTrace_data();
     void oneInputHasValueAndBarButNoTrace();
+    void twoInputsHaveATrace();
     void barStopsBelowTheValuesText();
     void emptyCaptionStretchesTheScaleBy15Percent();
     void paletteChangeColoursTheScaleButNotTheAccent();
@@ -199,6 +200,21 @@ void tst_OutputBarLumeno::fontSizeBelowOneDrawsNothing()
     empty.fill(Qt::white);
     QCOMPARE(gauge.picture(), empty);
     QCOMPARE(gauge.widget->minimumWidth(), 70);
+}
+
+void tst_OutputBarLumeno::twoInputsHaveATrace()
+{
+    LumenoGauge gauge;
+    const auto traced = [&] {
+        // The newest point lies at the bar's left edge, six pixels left of the centre.
+        return countAccent(
+            gauge.picture().copy(gauge.centre() - 7, int(gauge.y(1.0)), 1, int(gauge.margin())));
+    };
+    gauge.device.input(0.0);
+    QCOMPARE(traced(), 0);
+    QTest::qSleep(2); // the next value comes at another time
+    gauge.device.input(1.0);
+    QVERIFY(traced() > 10);
 }
 
 NORVO_TEST(tst_OutputBarLumeno)

@@ -18,6 +18,7 @@ private slots:
     void captionStandsAtTheBottom();
     void captionTypedWithBackslashNHasTwoLines();
     void realLineFeedDoesNotSplitTheCaption();
+    void marksInItsTextsAreShownVerbatim();
     void wrongSettingsStillDrawTheValue_data();
     void wrongSettingsStillDrawTheValue();
 };
@@ -140,6 +141,21 @@ void tst_OutputBarLumenoTexts::wrongSettingsStillDrawTheValue()
     const double width = advance(font, "0.5");
     const QRectF box(-1.0 - 0.5 * width, 0.0, width + 2.0, LumenoGauge::valueHeight() - 3);
     QVERIFY(shows(gauge, box, font, Qt::red, "0.5"));
+}
+
+void tst_OutputBarLumenoTexts::marksInItsTextsAreShownVerbatim()
+{
+    LumenoGauge gauge({{"widget/units", "<b>V</b>"}, {"widget/name", "<i>a</i>"}}, {240, 300});
+    gauge.device.input(0.5);
+    const QFont font = LumenoGauge::textFont();
+    const double value = advance(LumenoGauge::textFont(22, true), "0.5");
+    const double height = LumenoGauge::textHeight();
+    const QRectF units(0.5 * value + 1.0, 0.93 * LumenoGauge::valueHeight() - height,
+                       advance(font, "<b>V</b>") + 20.0, height);
+    QVERIFY(shows(gauge, units, font, Qt::blue, "<b>V</b>"));
+    const double width = advance(font, "<i>a</i>");
+    QVERIFY(shows(gauge, {-0.5 * width, gauge.height() - height, width, height}, font, Qt::blue,
+                  "<i>a</i>"));
 }
 
 NORVO_TEST(tst_OutputBarLumenoTexts)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "widgets/Looks.h"
 #include "widgets/ScaleDraw.h"
 #include "TestMain.h"
 
@@ -38,6 +39,7 @@ private slots:
     void greenZoneIsInclusiveAndCutTowardZero();
     void settingTheRangeResetsTheGreenZone();
     void textIsCentredUnderItsTick();
+    void numbersAreBoldArialOf14Points();
     void rangeOfZeroHasOneNumberAtTheStartAndNoGreenZone();
     void scaleThatCannotBeDrawnHasNoTicks_data();
     void scaleThatCannotBeDrawnHasNoTicks();
@@ -261,6 +263,15 @@ void tst_ScaleDraw::drawingHugeValuesEnds()
     scale.setRange(0.0, 1e-300, 1e-301, 1e-301, kNoNumber);
     scale.draw(painter);
     QVERIFY(scale.digitCount() > 0);
+}
+
+void tst_ScaleDraw::numbersAreBoldArialOf14Points()
+{
+    const QFont font = norvo::Looks::scaleFont();
+    QCOMPARE(font.family(), QString("Arial"));
+    QCOMPARE(font.pointSize(), 14);
+    QCOMPARE(font.weight(), 75);
+    QVERIFY(!font.italic());
 }
 
 NORVO_TEST(tst_ScaleDraw)
