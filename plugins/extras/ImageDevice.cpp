@@ -37,7 +37,7 @@ bool ImageDevice::initialise()
 
 void ImageDevice::postInitialisation()
 {
-    emit shown(false);
+    noteStale(); // a picture from before the start
     m_feed.follow(getParam(kFile).value());
 }
 

@@ -19,7 +19,8 @@ public:
     ImageDevice();
 
     const PictureFeed& feed() const { return m_feed; }
-    bool isStale() const { return m_isStale; } ///< No new picture for the time of "stale".
+    /// No new picture for the time of "stale", or since the start.
+    bool isStale() const { return m_isStale; }
 
     bool initialise() override;
     void postInitialisation() override; ///< Begins to follow the file.

@@ -117,7 +117,7 @@ void StopKey::paintEvent(QPaintEvent* /*event*/)
     painter.setFont(font());
     painter.drawText(words, Qt::AlignCenter | Qt::TextWordWrap, isDown() ? text() : m_caption);
     if (m_tick.isActive()) {
-        const int done = inner.width() * std::min(m_heldMs, m_releaseMs) / m_releaseMs;
+        const int done = inner.width() * m_heldMs / m_releaseMs;
         painter.fillRect(inner.left(), inner.bottom() - kBarHeight, done, kBarHeight, kYellow);
     }
 }

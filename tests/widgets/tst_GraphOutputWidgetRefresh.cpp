@@ -1,34 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "GraphParts.h"
+#include "TickingTimers.h"
 #include "TestMain.h"
 
-#include <QSet>
 #include <QTabWidget>
-#include <QTimer>
 #include <QtTest>
-
-namespace {
-
-/// The intervals of all timers that time out while this lives.
-class TickingTimers : public QObject
-{
-public:
-    TickingTimers() { qApp->installEventFilter(this); }
-
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (const auto* timer = qobject_cast<QTimer*>(watched);
-            timer && event->type() == QEvent::Timer) {
-            intervals.insert(timer->interval());
-        }
-        return false;
-    }
-
-    QSet<int> intervals;
-};
-
-} // namespace
 
 /// The window that scrolls with the present, and when it is drawn.
 class tst_GraphOutputWidgetRefresh : public QObject

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "plugins/extras/HeldKey.h"
+#include "EventCounter.h"
 #include "ModalDialog.h"
 #include "Recorder.h"
 #include "Touch.h"
@@ -21,14 +22,20 @@ private slots:
     void otherMouseButtonDoesNotPress();
     void secondPressOfADoubleClickHolds();
     void spaceBarHoldsAndItsRepeatIsIgnored();
+    void otherKeysAreLeftToTheWindow();
+    void spaceBarThatWasTakenAwayDoesNotPressByItsRepeat();
     void fingerHolds();
     void twoFingersHoldTwoKeys();
+    void handThatCameFirstHoldsAlone();
     void secondFingerOnTheKeyDoesNotHoldIt();
+    void secondFingerThatLiftsOrSlidesLeavesTheFirst();
 
     void handThatSlidesOffAndBackIsOff();
     void fingerThatSlidesOffAndBackIsOff();
     void whatMakesTheHandUnsureTakesItAway_data();
     void whatMakesTheHandUnsureTakesItAway();
+    void whatMakesAFingerUnsureTakesItAway_data() { whatMakesTheHandUnsureTakesItAway_data(); }
+    void whatMakesAFingerUnsureTakesItAway();
     void modalDialogTakesTheHandAway();
     void anotherPageTakesTheHandAway();
     void focusOfAnotherControlTakesAFingerAway();
@@ -207,6 +214,21 @@ void tst_HeldKey::whatMakesTheHandUnsureTakesItAway()
     QCOMPARE(left.take(), kOff);
 }
 
+/// A finger brings no focus that could be lost.
+void tst_HeldKey::whatMakesAFingerUnsureTakesItAway()
+{
+    QFETCH(Deed, deed);
+    TwoKeys<HeldKey> window;
+    window.right->setFocus();
+    auto fingers = QTest::touchEvent(&window, touchScreen(), false);
+    Recorder left(window.left, QPushButton::staticMetaObject);
+    fingers.press(0, {20, 20}, window.left).commit();
+    QCOMPARE(left.take(), kOn);
+    deed(window);
+    const bool onlyTheFocusGoes = QTest::currentDataTag() == QByteArray("focus goes");
+    QCOMPARE(left.take(), onlyTheFocusGoes ? kNothing : kOff);
+}
+
 void tst_HeldKey::modalDialogTakesTheHandAway()
 {
     TwoKeys<HeldKey> window;
@@ -317,6 +339,81 @@ void tst_HeldKey::isLargeEnoughForAGlove()
     const HeldKey key("");
     QVERIFY(key.sizeHint().width() >= 60 && key.sizeHint().height() >= 60);
     QVERIFY(key.minimumSizeHint().width() >= 60 && key.minimumSizeHint().height() >= 60);
+}
+
+void tst_HeldKey::secondFingerThatLiftsOrSlidesLeavesTheFirst()
+{
+    TwoKeys<HeldKey> window;
+    auto fingers = QTest::touchEvent(&window, touchScreen(), false);
+    Recorder left(window.left, QPushButton::staticMetaObject);
+    fingers.press(3, {20, 20}, window.left).commit();
+    fingers.stationary(3).press(4, {90, 20}, window.left).commit();
+    fingers.stationary(3).move(4, {180, 20}, window.left).commit();
+    fingers.stationary(3).release(4, {180, 20}, window.left).commit();
+    QCOMPARE(left.take(), kOn);
+    fingers.release(3, {20, 20}, window.left).commit();
+    QCOMPARE(left.take(), kOff);
+    fingers.press(5, {20, 20}, window.left).commit(); // another finger the next time
+    fingers.release(5, {20, 20}, window.left).commit();
+    QCOMPARE(left.take(), kOn + kOff);
+}
+
+void tst_HeldKey::handThatCameFirstHoldsAlone()
+{
+    TwoKeys<HeldKey> window;
+    window.left->setFocus();
+    auto fingers = QTest::touchEvent(&window, touchScreen(), false);
+    Recorder left(window.left, QPushButton::staticMetaObject);
+    const auto slide = [&] {
+        QMouseEvent off(QEvent::MouseMove, {151, 20}, Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(window.left, &off);
+    };
+    fingers.press(0, {20, 20}, window.left).commit();
+    QTest::mousePress(window.left, Qt::LeftButton);
+    slide();
+    QTest::mouseRelease(window.left, Qt::LeftButton);
+    QTest::keyClick(window.left, Qt::Key_Space);
+    QCOMPARE(left.take(), kOn);
+    fingers.release(0, {20, 20}, window.left).commit();
+    QCOMPARE(left.take(), kOff);
+    QTest::mousePress(window.left, Qt::LeftButton);
+    QTest::keyClick(window.left, Qt::Key_Space);
+    QCOMPARE(left.take(), kOn);
+    QTest::mouseRelease(window.left, Qt::LeftButton);
+    QCOMPARE(left.take(), kOff);
+    QTest::keyPress(window.left, Qt::Key_Space);
+    QTest::mouseClick(window.left, Qt::LeftButton);
+    slide();
+    QCOMPARE(left.take(), kOn);
+    QTest::keyRelease(window.left, Qt::Key_Space);
+    QCOMPARE(left.take(), kOff);
+}
+
+void tst_HeldKey::spaceBarThatWasTakenAwayDoesNotPressByItsRepeat()
+{
+    TwoKeys<HeldKey> window;
+    Recorder left(window.left, QPushButton::staticMetaObject);
+    window.left->setFocus();
+    QTest::keyPress(window.left, Qt::Key_Space);
+    window.right->setFocus();
+    window.left->setFocus();
+    QCOMPARE(left.take(), kOn + kOff);
+    QKeyEvent down(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, " ", true);
+    QApplication::sendEvent(window.left, &down);
+    QCOMPARE(left.take(), kNothing);
+}
+
+void tst_HeldKey::otherKeysAreLeftToTheWindow()
+{
+    TwoKeys<HeldKey> window;
+    EventCounter events(&window);
+    window.left->setFocus();
+    QTest::keyClick(window.left, Qt::Key_F5);
+    QTest::keyClick(window.left, Qt::Key_Return);
+    QCOMPARE(events.take(QEvent::KeyPress), 2);
+    QCOMPARE(events.take(QEvent::KeyRelease), 2);
+    QTest::keyClick(window.left, Qt::Key_Space);
+    QCOMPARE(events.take(QEvent::KeyPress) + events.take(QEvent::KeyRelease), 0);
 }
 
 NORVO_TEST(tst_HeldKey)

@@ -41,6 +41,7 @@ void tst_HoldWidget::keyFillsTheWidget()
     stand.widget->show();
     QCOMPARE(stand.only<HeldKey>()->size(), QSize(300, 200));
     QCOMPARE(stand.widget->focusProxy(), stand.only<HeldKey>());
+    QCOMPARE(stand.widget->sizePolicy(), stand.only<HeldKey>()->sizePolicy());
 }
 
 void tst_HoldWidget::handIsWhatTheDeviceSends()

@@ -3,6 +3,7 @@
 #include "plugins/extras/StopDevice.h"
 #include "Declarations.h"
 #include "Recorder.h"
+#include "TickingTimers.h"
 #include "TestMain.h"
 
 #include <memory>
@@ -23,8 +24,13 @@ private slots:
     void yesIsSentUntilItIsAcknowledged_data();
     void yesIsSentUntilItIsAcknowledged();
     void noIsRepeatedOnlyWhereAnAnswerIsWired();
+    void laterWiresDoNotHideThatAnAnswerIsWired();
+    void stopOfThePanelEndsTheRepeat();
+    void repeatHasALeastInterval();
     void onlyTheEqualStateConfirms();
+    void freeKeyKeepsItsConfirmation();
     void newStateIsUnconfirmed();
+    void newStartIsUnconfirmed();
     void machineThatRunsAgainIsToldAgain();
     void unlatchIsWrittenAndSent();
     void deviceThatDoesNotRunTakesNothing();
@@ -229,6 +235,12 @@ void tst_StopDevice::deviceThatDoesNotRunTakesNothing()
     device->acknowledged();
     QCOMPARE(recorder.take(), QStringList());
     QVERIFY(!device->isStopped());
+    const auto latched = running(true);
+    latched->setRunning(false);
+    Recorder ofLatched(latched.get());
+    latched->unlatch();
+    QCOMPARE(ofLatched.take(), QStringList());
+    QVERIFY(latched->isStopped());
 }
 
 void tst_StopDevice::lastIsYesWhereAReceiverStops()
@@ -270,6 +282,59 @@ void tst_StopDevice::receiverMayDeleteTheDevice()
         device->unlatch();
     }
     QVERIFY(!device);
+}
+
+void tst_StopDevice::repeatHasALeastInterval()
+{
+    const auto device = running(true, "0");
+    TickingTimers timers;
+    device->postInitialisation();
+    QTRY_VERIFY(!timers.intervals.isEmpty());
+    QCOMPARE(timers.intervals, QSet<int>{50});
+}
+
+void tst_StopDevice::stopOfThePanelEndsTheRepeat()
+{
+    const auto device = running(true, "50");
+    device->postInitialisation();
+    device->preShutdown();
+    Recorder recorder(device.get());
+    QTest::qWait(200);
+    QCOMPARE(recorder.take(), QStringList());
+}
+
+void tst_StopDevice::laterWiresDoNotHideThatAnAnswerIsWired()
+{
+    const auto device = running(true);
+    wireAnswer(*device);
+    QString signature;
+    QVERIFY(device->getReceiver("stop()", signature));
+    QVERIFY(device->isUnconfirmed());
+}
+
+void tst_StopDevice::freeKeyKeepsItsConfirmation()
+{
+    const auto device = running();
+    wireAnswer(*device);
+    device->acknowledged(false);
+    Recorder recorder(device.get());
+    device->acknowledged(true); // a machine that stands while it may run
+    QCOMPARE(recorder.take(), QStringList());
+    QVERIFY(!device->isUnconfirmed());
+}
+
+void tst_StopDevice::newStartIsUnconfirmed()
+{
+    const auto device = running(true, "50");
+    wireAnswer(*device);
+    device->acknowledged(true);
+    device->preShutdown();
+    device->setRunning(device->initialise());
+    QVERIFY(device->isUnconfirmed());
+    Recorder recorder(device.get());
+    device->postInitialisation();
+    QTRY_VERIFY(recorder.count() >= 3);
+    QCOMPARE(QSet<QString>::fromList(recorder.take()), QSet<QString>{"stopped(true)"});
 }
 
 NORVO_TEST(tst_StopDevice)

@@ -19,13 +19,19 @@ private slots:
     void pressLatches();
     void inputIsShown();
     void latchedKeyIsReleasedByHolding();
+    void stopUnderTheHandThatReleasedStays();
+    void releaseTakesHalfASecondAtLeast();
     void pressThatLatchesDoesNotRelease();
     void handThatLetsGoOrSlidesOffDoesNotRelease_data();
     void handThatLetsGoOrSlidesOffDoesNotRelease();
     void panelThatStandsStillDoesNotRelease();
     void progressIsShown();
+    void eachHoldBeginsAtTheStart();
     void saysInWordsWhetherItIsConfirmed();
     void looksLatchedAtTheStart();
+    void keyShowsItsFocusAndHasThatOfTheWidget();
+    void latchedKeySaysHowItIsReleased();
+    void captionIsShownVerbatim();
     void wordsAreLegible();
     void sizeIsLargeAndDoesNotChangeWithTheState();
     void keyOutlivesItsDevice();
@@ -34,6 +40,17 @@ private:
     static Stand<StopDevice>::Params params(const char* stopped = "false")
     {
         return {{"repeat", "100000"}, {"release", "500"}, {"stopped", stopped}};
+    }
+
+    /// The bar's length in pixels, of a key of 300 x 200.
+    static int barLength(StopKey* key)
+    {
+        const QImage image = key->grab().toImage();
+        int x = 22;
+        while (x < 278 && image.pixelColor(x, 173) == QColor("#ffd500")) {
+            ++x;
+        }
+        return x - 22;
     }
 };
 
@@ -205,7 +222,10 @@ void tst_StopWidget::sizeIsLargeAndDoesNotChangeWithTheState()
     Stand<StopDevice> stand(params());
     auto* const key = stand.only<StopKey>();
     const QSize size = key->sizeHint();
-    QVERIFY(size.height() >= 60 && size.width() >= 60);
+    QVERIFY(size.height() >= 120 && size.width() >= 120);
+    QVERIFY(size.width() > key->fontMetrics().size(0, "STOPPED,\nnot confirmed").width());
+    const Stand<StopDevice> small({{"text", ""}, {"widget/fontSize", "4"}});
+    QCOMPARE(small.only<StopKey>()->sizeHint(), QSize(120, 120));
     stand.device.stop();
     QCOMPARE(key->sizeHint(), size);
     QCOMPARE(key->minimumSizeHint(), size);
@@ -221,6 +241,88 @@ void tst_StopWidget::keyOutlivesItsDevice()
     device.reset();
     QTest::mouseClick(widget->findChild<StopKey*>(), Qt::LeftButton);
     QVERIFY(!widget->findChild<StopKey*>()->isDown());
+}
+
+void tst_StopWidget::eachHoldBeginsAtTheStart()
+{
+    Stand<StopDevice> stand({{"release", "60000"}, {"stopped", "true"}, {"repeat", "100000"}});
+    stand.widget->resize(300, 200);
+    stand.widget->show();
+    auto* const key = stand.only<StopKey>();
+    QTest::mousePress(key, Qt::LeftButton);
+    QTRY_VERIFY_WITH_TIMEOUT(barLength(key) >= 3, 20000);
+    QTest::mouseRelease(key, Qt::LeftButton);
+    QTest::mousePress(key, Qt::LeftButton);
+    QCOMPARE(barLength(key), 0);
+}
+
+void tst_StopWidget::releaseTakesHalfASecondAtLeast()
+{
+    Stand<StopDevice> stand({{"release", "0"}, {"stopped", "true"}, {"repeat", "100000"}});
+    stand.widget->resize(300, 200);
+    stand.widget->show();
+    auto* const key = stand.only<StopKey>();
+    QElapsedTimer clock;
+    clock.start();
+    QTest::mousePress(key, Qt::LeftButton);
+    QTRY_VERIFY(!stand.device.isStopped());
+    QVERIFY2(clock.elapsed() >= 480, qPrintable(QString::number(clock.elapsed())));
+}
+
+void tst_StopWidget::stopUnderTheHandThatReleasedStays()
+{
+    Stand<StopDevice> stand(params("true"));
+    stand.widget->show();
+    QTest::mousePress(stand.only<StopKey>(), Qt::LeftButton);
+    QTRY_VERIFY(!stand.device.isStopped());
+    stand.device.stop();
+    QTest::qWait(200);
+    QVERIFY(stand.device.isStopped());
+}
+
+void tst_StopWidget::captionIsShownVerbatim()
+{
+    const Stand<StopDevice> stand({{"text", "R&D"}});
+    QCOMPARE(stand.only<StopKey>()->text(), QString("R&&D"));
+    QVERIFY(stand.only<StopKey>()->shortcut().isEmpty());
+}
+
+void tst_StopWidget::latchedKeySaysHowItIsReleased()
+{
+    Stand<StopDevice> stand(params());
+    stand.widget->resize(300, 200);
+    auto* const key = stand.only<StopKey>();
+    const auto hasWhiteAboveTheBar = [&] {
+        const QImage image = key->grab().toImage();
+        bool hasWhite = false;
+        for (int x = 40; x < 260; ++x) {
+            for (int y = 140; y < 166; ++y) {
+                hasWhite = hasWhite || image.pixelColor(x, y).lightness() > 180;
+            }
+        }
+        return hasWhite;
+    };
+    QVERIFY(!hasWhiteAboveTheBar());
+    stand.device.stop();
+    QVERIFY(hasWhiteAboveTheBar());
+}
+
+void tst_StopWidget::keyShowsItsFocusAndHasThatOfTheWidget()
+{
+    Stand<StopDevice> stand({{"widget/fontSize", "23"}});
+    stand.widget->resize(300, 200);
+    stand.widget->show();
+    stand.widget->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(stand.widget.get()));
+    auto* const key = stand.only<StopKey>();
+    QCOMPARE(stand.widget->focusProxy(), key);
+    QCOMPARE(stand.widget->sizePolicy(), key->sizePolicy());
+    QCOMPARE(key->font().pointSize(), 23);
+    QVERIFY(key->font().bold());
+    stand.widget->setFocus();
+    const QImage focused = key->grab().toImage();
+    key->clearFocus();
+    QVERIFY(key->grab().toImage() != focused);
 }
 
 NORVO_TEST(tst_StopWidget)
