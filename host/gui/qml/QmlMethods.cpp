@@ -48,16 +48,14 @@ QmlMethods ownMethods(const QObject& item, bool signalsWanted)
     const QMetaObject& meta = *item.metaObject();
     const QMetaObject* const compiled = compiledClass(item);
     const QSet<int> changes = changeSignals(meta, compiled->propertyCount());
-    QSet<QByteArray> known;
     QmlMethods methods;
     for (int i = compiled->methodCount(); i < meta.methodCount(); ++i) {
         const QMetaMethod method = meta.method(i);
         const QByteArray signature = method.methodSignature();
         const bool isSignal = method.methodType() == QMetaMethod::Signal;
-        if (isSignal != signalsWanted || changes.contains(i) || known.contains(signature)) {
+        if (isSignal != signalsWanted || changes.contains(i)) {
             continue;
         }
-        known.insert(signature);
         // What a document declares again hides what the one that it is built on had.
         const QmlMethod plain = plainMethod(meta.method(meta.indexOfMethod(signature)));
         if (!plain.types.contains(QMetaType::UnknownType)) {

@@ -62,8 +62,10 @@ private slots:
     void spyRecordsValuesOfEveryType();
     void receiversAreCounted();
     void slotMayDeleteItsObject();
+    void slotWithinASlotMayDeleteTheirObject();
     void receiverMayDeleteTheSender();
     void manyPortsInOneObject();
+    void portsBeyondTheLimitAreRefused();
     void hundredThousandAreCreatedAndDeleted();
 };
 
@@ -318,6 +320,21 @@ void tst_DynamicPorts::slotMayDeleteItsObject()
     QCOMPARE(seen, text + ".");
 }
 
+void tst_DynamicPorts::slotWithinASlotMayDeleteTheirObject()
+{
+    auto* const ports = new DynamicPorts;
+    const QString text = "a text that is long enough for the heap";
+    QString seen;
+    ports->addSlot("outer", [ports, text, &seen] {
+        QMetaObject::invokeMethod(ports, "inner");
+        seen = text; // what this slot holds must still be there
+    });
+    ports->addSlot("inner", [ports] { delete ports; });
+    ports->build();
+    QVERIFY(QMetaObject::invokeMethod(ports, "outer"));
+    QCOMPARE(seen, text);
+}
+
 void tst_DynamicPorts::receiverMayDeleteTheSender()
 {
     auto* const ports = new DynamicPorts;
@@ -356,6 +373,18 @@ void tst_DynamicPorts::manyPortsInOneObject()
         ports.send(i, 2.0);
     }
     QCOMPARE(sum, 999000.0);
+}
+
+void tst_DynamicPorts::portsBeyondTheLimitAreRefused()
+{
+    DynamicPorts ports;
+    for (int i = 0; i < 30000; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        QCOMPARE(ports.addSignal<>("x" + number), i);
+        QVERIFY(ports.addSlot("y" + number, [] {}));
+    }
+    QCOMPARE(ports.addSignal<>("one"), -1);
+    QVERIFY(!ports.addSlot("one", [] {}));
 }
 
 void tst_DynamicPorts::hundredThousandAreCreatedAndDeleted()

@@ -184,6 +184,8 @@ private slots:
         param.addEnabledCondition("kind", {"a", "b"});
         QCOMPARE(param.enabledConditions(),
                  Param::EnabledConditions({{"mode", {"toggle"}}, {"kind", {"a", "b"}}}));
+        param.addEnabledCondition("mode", {"pulse"});
+        QCOMPARE(param.enabledConditions().value("mode"), QStringList("pulse"));
     }
 
     void fault_data()
@@ -207,6 +209,10 @@ private slots:
             << "0.5"
             << "0,5"
             << "\"0,5\" is not a number; write it with a point, 0.5";
+        QTest::newRow("spaces around a decimal comma are none of it")
+            << "0.5"
+            << " -2,5 "
+            << "\" -2,5 \" is not a number; write it with a point, -2.5";
         QTest::newRow("number with a unit is no number")
             << "10"
             << "2.5 ms"
@@ -217,6 +223,9 @@ private slots:
         QTest::newRow("yes reads as true") << "false"
                                            << "YES"
                                            << "";
+        for (const char* no : {"False", "NO", " Off "}) {
+            QTest::newRow(no) << "true" << no << "";
+        }
         QTest::newRow("0 reads as false") << "true"
                                           << "0"
                                           << "";

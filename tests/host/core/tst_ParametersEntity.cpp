@@ -127,6 +127,14 @@ private slots:
         QCOMPARE(entity.params().value("rate").unit(), QString("Hz"));
     }
 
+    void textIsKeptVerbatim()
+    {
+        ParametersEntity entity;
+        entity.addParam("text", "");
+        entity.setParam("text", " a\tb \n");
+        QCOMPARE(entity.getParam("text").value(), QString(" a\tb \n"));
+    }
+
     void undeclaredNameIsEmptyAndKeepsNothing()
     {
         ParametersEntity entity;

@@ -80,6 +80,8 @@ void tst_PortsDevice::bareNameGivesTheFirstForm()
     QCOMPARE(signature, QString("x(double)"));
     QCOMPARE(device.getProvider("x( const QString & )", signature), ports);
     QCOMPARE(signature, QString("x(QString)"));
+    QCOMPARE(device.getProvider(" x (bool)", signature), ports);
+    QCOMPARE(signature, QString("x(bool)"));
     QCOMPARE(device.getReceiver("set", signature), ports);
     QCOMPARE(signature, QString("set(double)"));
     QCOMPARE(device.getReceiver("set()", signature), ports);
@@ -136,8 +138,12 @@ void tst_PortsDevice::faultOfADefinitionLeavesNoPort()
     QCOMPARE(device.addInput("y", QString("bad two")), QString("\"bad two\" is bad"));
     QCOMPARE(device.addOutput("x", {"good", {{"kep", "1"}}}),
              QString("unknown option \"kep\"; valid names: \"as\", \"keep\""));
+    QCOMPARE(device.addOutput("x", {"good", {{"Keep", "1"}}}),
+             QString("unknown option \"Keep\"; valid names: \"as\", \"keep\""));
     QCOMPARE(device.grabMethods("x", QMetaMethod::Signal, true), QStringList());
     QCOMPARE(device.addInput("x", QString("good")), QString());
+    QCOMPARE(device.addOutput("z", QString("good")), QString()); // with the number of the bad one
+    QVERIFY(device.outputs.contains("0 z good"));
     QCOMPARE(device.inputs, QStringList("0 x good"));
 }
 
@@ -172,8 +178,10 @@ void tst_PortsDevice::everyIdIsAName()
 void tst_PortsDevice::portsAfterTheFirstConnectionAreRefused()
 {
     PortsSubject device;
-    device.addOutput("x", {});
+    device.addOutput("w", {});
     QString signature;
+    QVERIFY(!device.getProvider("w(int)", signature)); // No connection comes of it.
+    QCOMPARE(device.addOutput("x", {}), QString());
     device.getProvider("x", signature);
     QCOMPARE(device.addOutput("y", {}), QString("the device is connected already"));
     QCOMPARE(device.addInput("y", {}), QString("the device is connected already"));

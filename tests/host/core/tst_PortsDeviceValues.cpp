@@ -107,6 +107,10 @@ void tst_PortsDeviceValues::textMayWriteItsNumberAnotherWay()
     listener.listenTo(device, "x");
     device.sendText(0, "2,5", "2.5");
     QCOMPARE(listener.notes, QStringList({"number 2.5", "text 2,5"}));
+    listener.notes.clear();
+    device.sendText(0, "on", "7"); // yes or no is read from the text itself
+    device.sendText(0, "hot", "1");
+    QCOMPARE(listener.notes, QStringList({"number 7", "text on", "yes", "number 1", "text hot"}));
 }
 
 void tst_PortsDeviceValues::yesAndNoLeaveInEveryForm()
@@ -176,6 +180,15 @@ void tst_PortsDeviceValues::onlyWhatIsConnectedIsHeard()
     listener.listenTo(device, "y");
     QVERIFY(!device.isHeard(0));
     QVERIFY(device.isHeard(1));
+    for (const QString form : {"x(double)", "x(QString)", "x(bool)"}) {
+        QString signature;
+        QObject* const provider = device.getProvider(form, signature);
+        const auto one =
+            connect(provider, ("2" + form.toUtf8()).constData(), &device, SLOT(restart()));
+        QVERIFY(device.isHeard(0));
+        disconnect(one);
+        QVERIFY(!device.isHeard(0));
+    }
 }
 
 void tst_PortsDeviceValues::senderHasTheNameOfTheDevice()
@@ -214,6 +227,14 @@ void tst_PortsDeviceValues::connectedIsSentWhereItIsNews()
         QCOMPARE(device.isConnected(), on);
     }
     QCOMPARE(spy, QList<QVariantList>({{false}, {true}, {false}}));
+    // A receiver already sees it, and may bring the next news.
+    connect(&device, &PortsSubject::connected, &device, [&device](bool on) {
+        QCOMPARE(device.isConnected(), on);
+        device.setConnected(false);
+    });
+    device.setConnected(true);
+    QVERIFY(!device.isConnected());
+    QCOMPARE(spy.size(), 5);
 }
 
 void tst_PortsDeviceValues::faultIsAnAlertToo()
@@ -226,6 +247,10 @@ void tst_PortsDeviceValues::faultIsAnAlertToo()
     device.reportFault("it is gone");
     QCOMPARE(faults, QList<QVariantList>({{"it is gone"}}));
     QCOMPARE(alerts, QList<QVariantList>({{"it is gone"}}));
+    // The alert is out before a receiver can end the device.
+    connect(&device, &PortsSubject::fault, this, [&alerts] { QCOMPARE(alerts.size(), 2); });
+    QTest::ignoreMessage(QtWarningMsg, "bench: again");
+    device.reportFault("again");
 }
 
 NORVO_TEST(tst_PortsDeviceValues)

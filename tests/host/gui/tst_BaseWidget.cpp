@@ -120,6 +120,9 @@ private slots:
         widget.sendParamChanged();
         QCOMPARE(changed.size(), device.paramNames().size());
         QCOMPARE(changed.last(), QVariantList({"widget/fontSize", "10"}));
+        widget.initialise();
+        widget.sendParamChanged();
+        QCOMPARE(changed.size(), 2 * device.paramNames().size());
     }
 
     void widgetWithoutDeviceHasAnEmptySetAndWorksOn()

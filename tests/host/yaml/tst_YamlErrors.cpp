@@ -49,6 +49,13 @@ private slots:
                                       << "3:3 the next key of the map that begins in line 2, "
                                          "column 3 is expected here; check "
                                          "the indentation and the quotes";
+        QTest::newRow("backslash before a closing quote")
+            << QByteArray("a: \"\\n \\q\"\n") << "1:8 " + escape;
+        QTest::newRow("tab in front of the error")
+            << QByteArray("a:\n  b: 1\n \t @x\n") << "3:2 tab in indentation; use spaces";
+        QTest::newRow("tab behind a text is none")
+            << QByteArray("a: 'x'\t@y\n")
+            << "1:8 a text without quotes cannot start with \"@\"; put it in quotes";
         QTest::newRow("character of two bytes")
             << QByteArray("\xc3\xa4: @x\n")
             << "1:4 a text without quotes cannot start with \"@\"; put it in quotes";
@@ -63,6 +70,21 @@ private slots:
         line.remove("broken YAML: ");
         QTEST(QString("%1:%2 %3").arg(error->place.line).arg(error->place.column).arg(line),
               "expected");
+    }
+
+    void keysAreNoValues()
+    {
+        // The root, the anchored text, the list, and two for each map in it.
+        QByteArray text("a: &x k\nb:\n");
+        text += QByteArray("  - *x : 1\n").repeated(25000);
+        text += QByteArray("  - ~: 1\n").repeated(24998);
+        const auto atTheLimit = norvo::YamlTree::read(norvo::SourceText(text + "c: 1\n"));
+        QVERIFY(std::get_if<norvo::YamlNodePtr>(&atTheLimit));
+        const auto beyond = norvo::YamlTree::read(norvo::SourceText(text + "c: 1\nd: 1\n"));
+        const auto* const error = std::get_if<norvo::TextError>(&beyond);
+        QVERIFY(error);
+        QCOMPARE(error->place.line, 50002);
+        QCOMPARE(error->text, QString("more than 100,000 values once aliases are followed"));
     }
 
     void unknownTextIsPassedOn()

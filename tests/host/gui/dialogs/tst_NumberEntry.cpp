@@ -75,6 +75,10 @@ void tst_NumberEntry::keysMakeTheText_data()
                                            << "5";
     QTest::newRow("signChosenFirstIsKept") << 5.0 << 0 << "s3"
                                            << "-3";
+    QTest::newRow("signChosenBeforeAPointIsKept") << 5.0 << 2 << "s.5"
+                                                  << "-0.5";
+    QTest::newRow("signOfTheStartIsNotKeptBeforeAPoint") << -5.0 << 2 << ".5"
+                                                         << "0.5";
     QTest::newRow("signOfTheStartIsNotKept") << -5.0 << 0 << "3"
                                              << "3";
     QTest::newRow("signTurnedToPlusIsKept") << -5.0 << 0 << "s3"
@@ -152,6 +156,8 @@ void tst_NumberEntry::textIsJudged()
 void tst_NumberEntry::startIsShownWithAllItsDigits()
 {
     QCOMPARE(NumberEntry(limits(0.123457, 0, 1, 1, 2)).startText(), QString("0.123457"));
+    QCOMPARE(NumberEntry(limits(0.12345678901234, 0, 1, 1, 2)).startText(),
+             QString("0.12345678901234"));
     QCOMPARE(NumberEntry(limits(kNaN, 0, 1, 1, 2)).startText(), QString(QChar(0x2014)));
 }
 

@@ -49,6 +49,8 @@ void tst_NumberEntrySteps::stepsStayInTheRange_data()
                                                     << "3.01";
     QTest::newRow("tinyStepIsOneUnit") << 3.0 << 0.0 << 9.0 << 1e-9 << 1 << "u"
                                        << "3.1";
+    QTest::newRow("negativeDecimalsAreNone") << 3.0 << 0.0 << 9.0 << 0.0 << -3 << "u"
+                                             << "4";
     QTest::newRow("negativeStepLosesItsSign") << 3.0 << 0.0 << 9.0 << -2.0 << 0 << "u"
                                               << "5";
     QTest::newRow("notANumberStepIsOneUnit") << 3.0 << 0.0 << 9.0 << kNaN << 0 << "u"

@@ -17,6 +17,8 @@ private slots:
     void cancelReturnsTheStart();
     void physicalKeyboardServes_data();
     void physicalKeyboardServes();
+    void digitsOfAnyScriptAreTyped();
+    void signOfTheStepIsIgnored();
     void wholeNumbersHaveNoPoint();
     void wholeNumberIsReturned();
     void wholeStartIsCutIntoAnInt_data();
@@ -126,6 +128,24 @@ void tst_NumpadDialog::physicalKeyboardServes()
         QCOMPARE(shown(dialog), QString("5.50"));
         QTest::keyClick(&dialog, Qt::Key_Delete);
         QCOMPARE(shown(dialog), QString());
+    });
+}
+
+void tst_NumpadDialog::digitsOfAnyScriptAreTyped()
+{
+    enterDouble(5, [](QWidget& dialog) {
+        QKeyEvent arabicSeven(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier,
+                              QString(QChar(0x667)));
+        QApplication::sendEvent(&dialog, &arabicSeven);
+        QCOMPARE(shown(dialog), QString("7"));
+    });
+}
+
+void tst_NumpadDialog::signOfTheStepIsIgnored()
+{
+    enterInt(3, 0, 10, -2, [](QWidget& dialog) {
+        tap(dialog, "keyUp");
+        QCOMPARE(shown(dialog), QString("5"));
     });
 }
 

@@ -3,6 +3,7 @@
 #include "NumpadUse.h"
 #include "TestMain.h"
 
+#include <QWindow>
 #include <QtTest>
 
 class tst_NumpadDialogLook : public QObject
@@ -15,6 +16,8 @@ private slots:
     void fitsTheScreen();
     void rangeAndOldValueStandBesideTheDisplay();
     void titleAndLabelAreShown();
+    void labelIsShownVerbatim();
+    void withoutAParentItStaysInFrontOfTheWindowInUse();
     void outOfRangeIsRedAndCannotBeConfirmed();
     void unreadableIsRedAndCannotBeConfirmed();
 };
@@ -83,6 +86,34 @@ void tst_NumpadDialogLook::titleAndLabelAreShown()
     });
     NumpadDialog::getDouble(nullptr, "Input value", "Heater");
     QCOMPARE(modal.count(), 1);
+}
+
+void tst_NumpadDialogLook::labelIsShownVerbatim()
+{
+    int plain = 0;
+    const auto widthOf = [&plain](QWidget& dialog) {
+        auto* const label = dialog.findChild<QLabel*>("label");
+        label->setWordWrap(false);
+        plain = label->sizeHint().width();
+    };
+    ModalDialog tagged(widthOf);
+    NumpadDialog::getDouble(nullptr, "", "<i></i>1");
+    const int withTags = plain;
+    ModalDialog bare(widthOf);
+    NumpadDialog::getDouble(nullptr, "", "1");
+    QVERIFY(withTags > 3 * plain);
+}
+
+void tst_NumpadDialogLook::withoutAParentItStaysInFrontOfTheWindowInUse()
+{
+    QWidget panel;
+    panel.show();
+    panel.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&panel));
+    enterDouble(5, [&panel](QWidget& dialog) {
+        QCOMPARE(dialog.windowHandle()->transientParent(), panel.windowHandle());
+        QCOMPARE(dialog.findChild<QLineEdit*>("display")->accessibleName(), QString("Input value"));
+    });
 }
 
 void tst_NumpadDialogLook::outOfRangeIsRedAndCannotBeConfirmed()

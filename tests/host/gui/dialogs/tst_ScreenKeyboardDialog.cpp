@@ -76,6 +76,10 @@ void tst_ScreenKeyboardDialog::hintAndReasonAreShown()
         },
         [](const QString& text) { return !text.isEmpty(); }, "Name of the pump", "A name, please");
     QCOMPARE(answer.dialogs, 1);
+    // The hint is there for one who deletes the text that stood.
+    enter(
+        "pump", [](QWidget& dialog) { QCOMPARE(display(dialog).placeholderText(), QString("h")); },
+        {}, "h");
 }
 
 void tst_ScreenKeyboardDialog::cancelReturnsTheStart_data()
@@ -113,6 +117,7 @@ void tst_ScreenKeyboardDialog::physicalKeyboardServes()
         tap(dialog, "keyLeft"); // a finger in between does not take the focus
         tap(dialog, "keyLeft");
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backspace);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); // nor does the keyboard
         QTest::keyClicks(QApplication::focusWidget(), "p");
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         QVERIFY(!dialog.isVisible());

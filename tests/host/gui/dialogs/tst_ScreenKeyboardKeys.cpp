@@ -3,6 +3,7 @@
 #include "KeyboardUse.h"
 #include "TestMain.h"
 
+#include <QScreen>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -34,6 +35,10 @@ void tst_ScreenKeyboardKeys::shiftIsForOneLetter()
         QCOMPARE(faces(dialog), QStringList({"qwertyuiop-", "asdfghjkl'/", "zxcvbnm,."}));
         tapCharacters(dialog, "ump");
         QCOMPARE(display(dialog).text(), QString("Pump"));
+        tap(dialog, "keyShift");
+        tap(dialog, "keySpace");
+        tapCharacters(dialog, "q");
+        QCOMPARE(display(dialog).text(), QString("Pump q"));
     });
 }
 
@@ -181,6 +186,7 @@ void tst_ScreenKeyboardKeys::keyIsAtLeast64PixelsEachWay()
     enter("", [&](QWidget& dialog) {
         QVERIFY(dialog.minimumSizeHint().width() <= 800);
         QVERIFY(dialog.minimumSizeHint().height() <= 480);
+        QVERIFY(dialog.width() <= dialog.screen()->availableSize().width());
         dialog.resize(dialog.minimumSizeHint());
         const auto buttons = dialog.findChildren<QPushButton*>();
         for (const QPushButton* button : buttons) {

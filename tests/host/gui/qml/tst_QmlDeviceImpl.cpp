@@ -23,11 +23,14 @@ private slots:
     void loadsFromAText();
     void textFindsFilesBelowTheWorkingDirectory();
     void unknownSourceTypeMeansTheText();
+    void urlOfAFileServesAsItsName();
     void fileIsReadEachTime();
     void methodsChangeOnlyWithTheList();
     void deinitGivesTheItemUp();
     void handlerMayReplaceItsOwnDocument();
     void replacedDocumentIsHeardNoMore();
+    void itemLeavesTheSceneAtOnce();
+    void earlierOwnerIsForgotten();
     void worksForAnOwnerThatIsNoDevice();
     void thousandTimesCreatedAndDestroyed();
     void thousandDocumentsInOneLoader();
@@ -63,6 +66,18 @@ void tst_QmlDeviceImpl::loadsFromAFileBelowTheWorkingDirectory()
     QVERIFY(owner.impl.isInitialised());
     QCOMPARE(owner.impl.getItem()->size(), QSizeF(200, 100));
     QCOMPARE(owner.loadFile(file.fileName()), QString());
+}
+
+void tst_QmlDeviceImpl::urlOfAFileServesAsItsName()
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath("face.qml"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("import QtQuick 2.0\nItem { width: 200 }\n");
+    file.close();
+    QmlOwner owner;
+    QCOMPARE(owner.loadFile(QUrl::fromLocalFile(file.fileName()).toString()), QString());
+    QCOMPARE(owner.impl.getItem()->width(), 200.0);
 }
 
 void tst_QmlDeviceImpl::loadsFromAResource()
@@ -191,6 +206,29 @@ void tst_QmlDeviceImpl::replacedDocumentIsHeardNoMore()
     QVERIFY(QMetaObject::invokeMethod(owner.receiver("input"), "input", Q_ARG(double, 2)));
     QCOMPARE(sent.count(), 1);
     QCOMPARE(sent.at(0).at(0).toInt(), 2);
+}
+
+void tst_QmlDeviceImpl::itemLeavesTheSceneAtOnce()
+{
+    QQuickItem scene;
+    QmlOwner owner;
+    QCOMPARE(owner.loadBody(""), QString());
+    owner.impl.getItem()->setParentItem(&scene);
+    owner.impl.deinit();
+    QVERIFY(scene.childItems().isEmpty());
+}
+
+void tst_QmlDeviceImpl::earlierOwnerIsForgotten()
+{
+    const QString text = "import QtQuick 2.0\nItem { signal output(real v) }\n";
+    QmlOwner first;
+    QmlOwner second;
+    QCOMPARE(first.load(text), QString());
+    bool changed = false;
+    QCOMPARE(first.impl.init(&second, "parameter", {}, text, changed), QString());
+    second.setObjectName("second");
+    first.setObjectName("first");
+    QCOMPARE(first.provider("output")->objectName(), QString("second"));
 }
 
 void tst_QmlDeviceImpl::worksForAnOwnerThatIsNoDevice()

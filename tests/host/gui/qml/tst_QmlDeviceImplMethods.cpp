@@ -13,6 +13,7 @@ class tst_QmlDeviceImplMethods : public QObject
 private slots:
     void listHoldsTheItemsOwnMethods();
     void listHoldsThoseOfTheFileBeneath();
+    void redeclaredFunctionCountsOnce();
     void nameKeepsItsOverloadsOnly();
     void bareNameGivesTheFirstDeclared();
     void signatureIsNormalised();
@@ -85,6 +86,23 @@ void tst_QmlDeviceImplMethods::nameKeepsItsOverloadsOnly()
     QCOMPARE(owner.impl.grabMethods("free", QMetaMethod::Signal, false).size(), 6);
     QCOMPARE(owner.impl.grabMethods("reset", QMetaMethod::Signal, false), QStringList());
     QCOMPARE(owner.impl.grabMethods("reset", QMetaMethod::Slot, false), QStringList("reset()"));
+}
+
+void tst_QmlDeviceImplMethods::redeclaredFunctionCountsOnce()
+{
+    QTemporaryDir folder;
+    const auto write = [&folder](const QString& name, const QByteArray& body) {
+        QFile file(folder.filePath(name));
+        file.open(QIODevice::WriteOnly);
+        file.write("import QtQuick 2.0\n" + body);
+    };
+    write("Base.qml", "Item { property int taken\nfunction input(v) { taken = 1 } }\n");
+    write("Face.qml", "Base { function input(v) { taken = 2 } }\n");
+    QmlOwner owner;
+    QCOMPARE(owner.loadFile(folder.filePath("Face.qml")), QString());
+    QCOMPARE(owner.impl.grabMethods("input", QMetaMethod::Slot, true).size(), 7);
+    QVERIFY(QMetaObject::invokeMethod(owner.receiver("input"), "input", Q_ARG(double, 1)));
+    QCOMPARE(owner.property("taken").toInt(), 2);
 }
 
 void tst_QmlDeviceImplMethods::bareNameGivesTheFirstDeclared()
@@ -186,6 +204,11 @@ void tst_QmlDeviceImplMethods::wiresStandWhileTheMethodsStayTheSame()
     QVERIFY(!owner.haveMethodsChanged);
     emit kinds.number(1);
     QCOMPARE(kinds.taken, QStringList("double 3"));
+    // A property more, and Qt counts the methods from another number on.
+    QCOMPARE(owner.loadBody("property int more\n" + body.arg(4)), QString());
+    QVERIFY(!owner.haveMethodsChanged);
+    emit kinds.number(1);
+    QCOMPARE(kinds.taken, QStringList({"double 3", "double 4"}));
 }
 
 void tst_QmlDeviceImplMethods::wiresGoWithTheItem()

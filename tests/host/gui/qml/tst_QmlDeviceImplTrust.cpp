@@ -6,7 +6,9 @@
 #include "MessageLog.h"
 #include "TestMain.h"
 
+#include <QBuffer>
 #include <QDesktopServices>
+#include <QImage>
 #include <QtTest>
 
 namespace {
@@ -28,10 +30,15 @@ class tst_QmlDeviceImplTrust : public QObject
 private slots:
     void networkIsRefused_data();
     void networkIsRefused();
+    void sameRefusalIsReportedOnce();
+    void refusedRequestEndsWithoutAnAnswer();
     void farImportIsRefused();
     void networkIsThereWhereItIsAllowed();
     void nextDocumentsRefusalsAreReportedAgain();
     void filesCanBeRead();
+    void headOfAFileAndDataOfAUrlCanBeRead();
+    void nativeCodeBesideATextIsNotLoaded_data();
+    void nativeCodeBesideATextIsNotLoaded();
     void filesAreNotWritten();
     void filesAreWrittenWhereTheNetworkIsAllowed();
     void urlIsNotOpenedElsewhere_data();
@@ -86,6 +93,37 @@ void tst_QmlDeviceImplTrust::networkIsRefused()
     QTRY_VERIFY((reported += log.take()).contains(refusal(neighbour.url("thing"))));
     QCOMPARE(reported.filter("is refused").size(), 1);
     QCOMPARE(neighbour.calls(), 0);
+}
+
+void tst_QmlDeviceImplTrust::sameRefusalIsReportedOnce()
+{
+    Neighbour neighbour;
+    QmlOwner owner;
+    QStringList reported;
+    MessageLog log;
+    QCOMPARE(owner.loadBody("property int ends\n"
+                            "function ask() { var r = new XMLHttpRequest();"
+                            " r.onreadystatechange = function() { if (r.readyState == 4) ++ends };"
+                            " r.open('GET', '" +
+                            neighbour.url("thing") +
+                            "'); r.send() }\n"
+                            "Component.onCompleted: { ask(); ask() }"),
+             QString());
+    QTRY_COMPARE(owner.property("ends").toInt(), 2);
+    QCoreApplication::processEvents();
+    QCOMPARE(log.take(), QStringList(refusal(neighbour.url("thing"))));
+}
+
+void tst_QmlDeviceImplTrust::refusedRequestEndsWithoutAnAnswer()
+{
+    Neighbour neighbour;
+    QmlOwner owner;
+    MessageLog log;
+    QCOMPARE(owner.loadBody("property var picture: Image { source: '" + neighbour.url("thing") +
+                            "' }\nproperty int status: picture.status"),
+             QString());
+    constexpr int error = 3; // Image.Error
+    QTRY_COMPARE(owner.property("status").toInt(), error);
 }
 
 void tst_QmlDeviceImplTrust::farImportIsRefused()
@@ -144,6 +182,49 @@ void tst_QmlDeviceImplTrust::filesCanBeRead()
              QString());
     QCOMPARE(owner.property("text").toString(), QString("hello"));
     QCOMPARE(log.take().filter("refused"), QStringList());
+}
+
+void tst_QmlDeviceImplTrust::headOfAFileAndDataOfAUrlCanBeRead()
+{
+    const QString url = QUrl::fromLocalFile(file("head.txt", "hello")).toString();
+    QByteArray png;
+    QBuffer buffer(&png);
+    QVERIFY(QImage(1, 1, QImage::Format_RGB32).save(&buffer, "png"));
+    QmlOwner owner;
+    MessageLog log;
+    QCOMPARE(owner.loadBody("property var picture: Image { source: 'data:image/png;base64," +
+                            png.toBase64() +
+                            "' }\nproperty int status: picture.status\n"
+                            "Component.onCompleted: { var r = new XMLHttpRequest();"
+                            " r.open('HEAD', '" +
+                            url + "'); r.send() }"),
+             QString());
+    constexpr int ready = 1; // Image.Ready
+    QTRY_COMPARE(owner.property("status").toInt(), ready);
+    QCoreApplication::processEvents();
+    QCOMPARE(log.take().filter("refused"), QStringList());
+}
+
+void tst_QmlDeviceImplTrust::nativeCodeBesideATextIsNotLoaded_data()
+{
+    QTest::addColumn<QByteArray>("qmldir");
+    QTest::newRow("plug-in") << QByteArray("plugin neverToBeLoaded\n");
+    QTest::newRow("in a later line") << QByteArray("# Parts\n  plugin neverToBeLoaded\n");
+    QTest::newRow("optional") << QByteArray("optional plugin neverToBeLoaded\n");
+}
+
+/// The working folder was not chosen for its code.
+void tst_QmlDeviceImplTrust::nativeCodeBesideATextIsNotLoaded()
+{
+    QFETCH(QByteArray, qmldir);
+    file("qmldir", qmldir);
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(m_folder.path()));
+    QmlOwner owner;
+    const QString error = owner.loadBody("");
+    QVERIFY(QDir::setCurrent(before));
+    QVERIFY(QFile::remove(m_folder.filePath("qmldir")));
+    QCOMPARE(error, QString());
 }
 
 void tst_QmlDeviceImplTrust::filesAreNotWritten()

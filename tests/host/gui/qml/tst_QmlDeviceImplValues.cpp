@@ -128,6 +128,7 @@ void tst_QmlDeviceImplValues::untypedSignalReadsAs_data()
     row("NaN", {"QVariant double nan", "double nan", "QString nan", "bool true"});
     row("true", {"QVariant bool true", "double 1", "QString true", "bool true", "int 1"});
     row("'-2.5'", {"QVariant QString -2.5", "double -2.5", "QString -2.5", "int -2"});
+    row("' 7\\t'", {"QVariant QString  7\t", "double 7", "QString  7\t", "int 7"});
     row("'false'", {"QVariant QString false", "QString false", "bool false"});
     row("'on'", {"QVariant QString on", "QString on"});
     row("[1, 2.5, '3', 'x']", {"QVariant QVariantList ", "DoubleVec 1 2.5 3 nan"});

@@ -29,7 +29,10 @@ private slots:
     void sameTemplateInTwoFilesIsAnError();
     void fileThatCannotBeReadIsAnErrorOfTheInclude_data();
     void fileThatCannotBeReadIsAnErrorOfTheInclude();
+    void eachMissingFileIsAnError();
     void fileThatIncludesItselfIsAnError();
+    void includedFilesMayReachTheLimits();
+    void fileThatIsTooMuchLeavesRoomForOthers();
     void includesAreBounded();
     void form_data();
     void form();
@@ -185,6 +188,15 @@ void tst_Includes::fileThatCannotBeReadIsAnErrorOfTheInclude()
     QCOMPARE(errors(), "panel.yaml:2:5: error: " + expected);
 }
 
+void tst_Includes::eachMissingFileIsAnError()
+{
+    write("panel.yaml", "include: [one.yaml, two.yaml]\n");
+    QCOMPARE(errors(), QString("panel.yaml:1:11: error: \"one.yaml\" cannot be included: there is "
+                               "no such file\n"
+                               "panel.yaml:1:21: error: \"two.yaml\" cannot be included: there is "
+                               "no such file"));
+}
+
 void tst_Includes::fileThatIncludesItselfIsAnError()
 {
     write("panel.yaml", "include: [a.yaml]\n");
@@ -196,6 +208,41 @@ void tst_Includes::fileThatIncludesItselfIsAnError()
     write("b.yaml", "include: [panel.yaml]\n");
     QCOMPARE(errors(), QString("b.yaml:1:11: error: this file includes itself: panel.yaml -> "
                                "a.yaml -> b.yaml -> panel.yaml"));
+    // What was read before and is done is no part of the chain.
+    write("b.yaml", "templates:\n");
+    write("c.yaml", "include: [c.yaml]\n");
+    write("panel.yaml", "include: [a.yaml, c.yaml]\n");
+    QCOMPARE(errors(), QString("c.yaml:1:11: error: this file includes itself: c.yaml -> c.yaml"));
+}
+
+void tst_Includes::includedFilesMayReachTheLimits()
+{
+    // The file, its templates, the template and its list are values, too.
+    const auto values = [](const char* name, int count) {
+        return QByteArray("templates: {") + name + ": {devices: [" +
+               QByteArray("a,").repeated(count - 4) + "]}}\n";
+    };
+    write("a.yaml", values("t", 60000));
+    write("b.yaml", values("u", 40000));
+    write("panel.yaml", "include: [a.yaml, b.yaml]\n");
+    QCOMPARE(errors(), QString());
+
+    const QByteArray half = QByteArray(2 * 1024 * 1024 - 1, '#') + '\n';
+    write("a.yaml", "templates:\n" + half.mid(11));
+    write("b.yaml", "templates:\n" + half.mid(11));
+    QCOMPARE(errors(), QString());
+    write("b.yaml", "templates:\n" + half.mid(10));
+    QCOMPARE(errors(), QString("panel.yaml:1:19: error: the included files are larger than 4 MiB"));
+}
+
+void tst_Includes::fileThatIsTooMuchLeavesRoomForOthers()
+{
+    const QByteArray large = "templates:\n#" + QByteArray(3 * 1024 * 1024, 'x') + "\n";
+    write("a.yaml", large);
+    write("b.yaml", large);
+    write("c.yaml", "templates: {t: {devices: {x: {device: y}}}}\n");
+    write("panel.yaml", "include: [a.yaml, b.yaml, c.yaml]\ndevices: {u: {use: t}}\n");
+    QCOMPARE(errors(), QString("panel.yaml:1:19: error: the included files are larger than 4 MiB"));
 }
 
 void tst_Includes::includesAreBounded()

@@ -35,6 +35,9 @@ private slots:
     void linksToOneFileAreOneFile();
     void lockEndsWithItsOwner();
     void lockFileWithContentIsNotRemoved();
+    void lockFileOfAnotherKindIsNotRemoved();
+    void lockFileThatTookThePlaceOfOursIsNotRemoved();
+    void nameOfADeviceIsBoundedToo();
     void leftoversOfAKillAreRemoved();
     void leftoversLieBesideTheFileAndNotTheLink();
     void leftoversOfAnotherPanelAreKept();
@@ -192,6 +195,43 @@ void tst_StateFileKept::lockFileWithContentIsNotRemoved()
     }
     QCOMPARE(contentOf(name), QByteArray("mine"));
     QVERIFY(content().contains("toggled"));
+}
+
+void tst_StateFileKept::lockFileOfAnotherKindIsNotRemoved()
+{
+    const QString name = file() + ".lock";
+    QCOMPARE(mkfifo(QFile::encodeName(name), 0600), 0);
+    {
+        StateFile state(file());
+        QCOMPARE(reportsOf(state), QStringList());
+    }
+    struct stat info = {};
+    QCOMPARE(lstat(QFile::encodeName(name), &info), 0);
+    QVERIFY(S_ISFIFO(info.st_mode));
+    QVERIFY(content().contains("toggled"));
+}
+
+void tst_StateFileKept::lockFileThatTookThePlaceOfOursIsNotRemoved()
+{
+    const QString name = file() + ".lock";
+    {
+        StateFile state(file());
+        state.read();
+        QVERIFY(QFile::rename(name, name + ".old"));
+        QVERIFY(QFile(name).open(QIODevice::WriteOnly));
+    }
+    QVERIFY(QFile::exists(name));
+}
+
+void tst_StateFileKept::nameOfADeviceIsBoundedToo()
+{
+    StateFile state(file());
+    QSignalSpy problems(&state, &StateFile::problem);
+    state.set(QString(1001, 'd'), "n", "");
+    state.save();
+    QCOMPARE(problems.size(), 1);
+    QVERIFY(problems[0][0].toString().contains("it has a name of more than 1000 characters"));
+    QVERIFY(!QFile::exists(file()));
 }
 
 void tst_StateFileKept::leftoversOfAKillAreRemoved()
