@@ -48,7 +48,7 @@ bool isVerbatim(const YamlNode& node, const QString& text)
 bool isPlainValue(const QString& text, bool isFlow)
 {
     const auto entry = onlyEntry(QString(isFlow ? "{k: %1}\n" : "k: %1\n").arg(text));
-    return entry && !entry->isAlias && isVerbatim(*entry->value, text) && entry->key->text == "k";
+    return entry && isVerbatim(*entry->value, text) && entry->key->text == "k";
 }
 
 bool isPlainKey(const QString& text)

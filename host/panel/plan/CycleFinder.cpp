@@ -165,11 +165,9 @@ CycleFinder::CycleFinder(const PanelDescription& description, const BreaksCycles
     const PassesOn passesOn = [&](int device) {
         return !breaksCycles || !breaksCycles(description.devices[device].type.text);
     };
-    m_cycles =
-        Walk(description,
-             those(all, [&](const Edge& edge) { return passesOn(edge.from) && passesOn(edge.to); }),
-             passesOn)
-            .cycles();
+    m_cycles = Walk(description, those(all, [&](const Edge& edge) { return passesOn(edge.from); }),
+                    passesOn)
+                   .cycles();
     const Walk rest(
         description,
         those(all, [this](const Edge& edge) { return !m_cycles.contains(edge.connection); }),

@@ -221,7 +221,6 @@ StateFile::StateFile(const QString& fileName, Mode mode, QObject* parent)
       m_path(QFileInfo(fileName).absoluteFilePath()),
       m_mode(mode)
 {
-    m_delay.setSingleShot(true);
     m_delay.setInterval(kWriteDelayMs);
     connect(&m_delay, &QTimer::timeout, this, &StateFile::save);
 }

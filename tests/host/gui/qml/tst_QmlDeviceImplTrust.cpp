@@ -36,7 +36,7 @@ private slots:
     void networkIsThereWhereItIsAllowed();
     void nextDocumentsRefusalsAreReportedAgain();
     void filesCanBeRead();
-    void headOfAFileAndDataOfAUrlCanBeRead();
+    void dataOfAUrlCanBeRead();
     void nativeCodeBesideATextIsNotLoaded_data();
     void nativeCodeBesideATextIsNotLoaded();
     void filesAreNotWritten();
@@ -184,24 +184,18 @@ void tst_QmlDeviceImplTrust::filesCanBeRead()
     QCOMPARE(log.take().filter("refused"), QStringList());
 }
 
-void tst_QmlDeviceImplTrust::headOfAFileAndDataOfAUrlCanBeRead()
+void tst_QmlDeviceImplTrust::dataOfAUrlCanBeRead()
 {
-    const QString url = QUrl::fromLocalFile(file("head.txt", "hello")).toString();
     QByteArray png;
     QBuffer buffer(&png);
     QVERIFY(QImage(1, 1, QImage::Format_RGB32).save(&buffer, "png"));
     QmlOwner owner;
     MessageLog log;
     QCOMPARE(owner.loadBody("property var picture: Image { source: 'data:image/png;base64," +
-                            png.toBase64() +
-                            "' }\nproperty int status: picture.status\n"
-                            "Component.onCompleted: { var r = new XMLHttpRequest();"
-                            " r.open('HEAD', '" +
-                            url + "'); r.send() }"),
+                            png.toBase64() + "' }\nproperty int status: picture.status"),
              QString());
     constexpr int ready = 1; // Image.Ready
     QTRY_COMPARE(owner.property("status").toInt(), ready);
-    QCoreApplication::processEvents();
     QCOMPARE(log.take().filter("refused"), QStringList());
 }
 

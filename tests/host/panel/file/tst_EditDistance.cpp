@@ -6,6 +6,7 @@
 #include <QtTest>
 
 using norvo::didYouMean;
+using norvo::didYouMeanDevice;
 using norvo::nearestName;
 
 class tst_EditDistance : public QObject
@@ -84,6 +85,13 @@ private slots:
     {
         QCOMPARE(didYouMean("labl", {"label"}), QString("; did you mean \"label\"?"));
         QCOMPARE(didYouMean("thermometer", {"label"}), QString());
+    }
+
+    void deviceOfAUseStandsForTheUse()
+    {
+        QCOMPARE(didYouMeanDevice("p1", {"p10-motor", "p1-motor", "p1-lamp"}),
+                 QString("; did you mean \"p1-motor\"?"));
+        QCOMPARE(didYouMeanDevice("pump", {"pumping-station"}), QString());
     }
 
     void longNamesCostLittle()

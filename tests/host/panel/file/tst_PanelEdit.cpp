@@ -162,6 +162,7 @@ void tst_PanelEdit::brokenPanelsAreRefused()
     YamlEdit edit(panel);
     const auto error = setParam(edit, "a", "text", "7");
     QVERIFY(error && !error->text.isEmpty());
+    QCOMPARE(error->text.startsWith("broken YAML"), edit.error().has_value());
     QCOMPARE(edit.text(), panel);
 }
 

@@ -281,6 +281,30 @@ private slots:
         QCOMPARE(PanelFile::parse("title: x", "-", diagnostics).file, QString("-"));
     }
 
+    void secondSignOrNameIsFoundWhereverItStands_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("signs side by side")
+            << QByteArray("connections: [a.x ->-> b.y]\n")
+            << "p:1:21: error: a connection holds one \"->\"; write one connection for each";
+        QTest::newRow("capitals come second")
+            << QByteArray("devices: {a: {device: x, params: {text: 1, TEXT: 2}}}\n")
+            << "p:1:44: error: the parameter \"TEXT\" is given twice; it is already in line 1, "
+               "column 35";
+        QTest::newRow("no type but spaces")
+            << QByteArray("devices: {a: {device: \" \"}}\n")
+            << "p:1:23: error: the type of the device \"a\" is empty; write \"device: TYPE\"";
+    }
+    void secondSignOrNameIsFoundWhereverItStands()
+    {
+        QFETCH(QByteArray, text);
+        Diagnostics diagnostics("p");
+        PanelFile::parse(text, "p", diagnostics);
+        QCOMPARE(diagnostics.sorted().size(), 1);
+        QTEST(diagnostics.sorted().first().toString(), "expected");
+    }
+
     void errorsOfASharedValueAreReportedOnce()
     {
         Diagnostics diagnostics("p");

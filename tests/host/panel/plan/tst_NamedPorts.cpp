@@ -186,6 +186,7 @@ void tst_NamedPorts::connectionsAreCheckedAsToAnyOther_data()
                                                    "-> l.input(double), a.temp(QString) -> "
                                                    "l.input(QString)");
     QTest::newRow("refused definition") << "a.wrong -> i.input" << QStringList();
+    QTest::newRow("refused definition of an input") << "i.output -> a.lost" << QStringList();
     QTest::newRow("refused definition, with a signature")
         << "a.wrong(bool) -> i.input" << QStringList();
 }
@@ -195,12 +196,13 @@ void tst_NamedPorts::connectionsAreCheckedAsToAnyOther()
     QFETCH(QString, connection);
     QFETCH(QStringList, errors);
 
-    const QByteArray text = "devices:\n  a:\n    device: subject\n    inputs: {set: x}\n"
+    const QByteArray text = "devices:\n  a:\n    device: subject\n    inputs: {set: x, lost: bad}\n"
                             "    outputs: {temp: y, wrong: bad}\n"
                             "  b: {device: subject, inputs: {set: y}}\n"
                             "  l: {device: label}\n  i: {device: indicator}\nconnections:\n  - ";
     const QStringList all = check(text + connection.toUtf8() + '\n');
-    const QStringList refused{"p:5:31: error: output \"wrong\": \"bad\" is bad"};
+    const QStringList refused{"p:4:28: error: input \"lost\": \"bad\" is bad",
+                              "p:5:31: error: output \"wrong\": \"bad\" is bad"};
     QCOMPARE(all.join('\n'), (refused + errors).join('\n'));
 }
 

@@ -142,8 +142,11 @@ void tst_Panel::onlyWhatADeviceStoresWhileRunningIsReported()
     QMetaObject::invokeMethod(panel.device("a"), "input", Q_ARG(QString, "heard"));
     QCOMPARE(written.size(), 2);
     QCOMPARE(written[1], QVariantList({"a", "Written", "heard"}));
+    panel.change(describe::panel({describe::device("a", "writing", {{"given", "x"}})}));
+    QMetaObject::invokeMethod(panel.device("a"), "input", Q_ARG(QString, "after a reload"));
+    QCOMPARE(written.size(), 3);
     panel.stop();
-    QCOMPARE(written.size(), 2);
+    QCOMPARE(written.size(), 3);
 }
 
 void tst_Panel::connectionThatCannotBeMadeIsAnError()

@@ -70,6 +70,7 @@ private slots:
     void init();
     void allTakeEachStepBeforeAnyTakesTheNext();
     void stopIsTheWayBack();
+    void devicesAreDeletedFromTheLastToTheFirst();
     void runningFlagStandsFromBeforeTheFirstPostInitialisationToTheStop();
     void startAndStopTwiceAreOne();
     void startsAgainAfterAStop();
@@ -139,6 +140,22 @@ void tst_PanelLife::stopIsTheWayBack()
                                        "b widget destructor", "a widget destructor", //
                                        "r destructor", "b destructor", "a destructor"}));
     QVERIFY(m_page.findChildren<QWidget*>().isEmpty());
+}
+
+void tst_PanelLife::devicesAreDeletedFromTheLastToTheFirst()
+{
+    QVector<norvo::DeviceSetting> devices;
+    QStringList expected;
+    for (char id = 'a'; id <= 'p'; ++id) {
+        devices.append(describe::device(QChar(id), "steps"));
+        expected.prepend(QChar(id) + QString(" destructor"));
+    }
+    TestPanel panel(m_manager, describe::panel(devices));
+    panel.start(&m_page);
+    takeSteps();
+    panel.stop();
+    const QStringList steps = takeSteps();
+    QCOMPARE(steps.mid(steps.size() - expected.size()), expected);
 }
 
 void tst_PanelLife::runningFlagStandsFromBeforeTheFirstPostInitialisationToTheStop()

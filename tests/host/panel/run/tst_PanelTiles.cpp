@@ -27,6 +27,21 @@ public:
     BaseWidget* createWidget() override { return nullptr; }
 };
 
+/// Has more than one reason.
+class UnwillingDevice : public BaseGuiDevice
+{
+    Q_OBJECT
+
+public:
+    UnwillingDevice() { addParam("count", "1"); }
+    bool initialise() override
+    {
+        error("first");
+        return error("second");
+    }
+    BaseWidget* createWidget() override { return new BaseWidget(this, nullptr); }
+};
+
 class tst_PanelTiles : public QObject
 {
     Q_OBJECT
@@ -35,6 +50,8 @@ private slots:
     void initTestCase();
     void failedDeviceLeavesATileAndTheRestRuns();
     void tileTellsWhichParameterDoesNotRead();
+    void tileTellsEveryReason();
+    void nothingIsConnectedToAFailedDevice();
     void failedDeviceWithoutWidgetLeavesATileToo();
     void unknownTypeLeavesATileInItsPlace();
     void deviceThatMakesNoWidgetLeavesATile();
@@ -51,6 +68,7 @@ void tst_PanelTiles::initTestCase()
     m_manager.registerDeviceType<FailingDevice>("failing");
     m_manager.registerDeviceType<RecorderDevice>("recorder");
     m_manager.registerDeviceType<TickerDevice>("ticker");
+    m_manager.registerDeviceType<UnwillingDevice>("unwilling");
 }
 
 void tst_PanelTiles::failedDeviceLeavesATileAndTheRestRuns()
@@ -93,6 +111,31 @@ void tst_PanelTiles::tileTellsWhichParameterDoesNotRead()
     QCOMPARE(m_page.findChild<ErrorTile*>("t")->findChildren<QLabel*>()[1]->text(), reason);
 }
 
+void tst_PanelTiles::tileTellsEveryReason()
+{
+    TestPanel panel(m_manager,
+                    describe::panel({describe::device("u", "unwilling", {{"count", "many"}})}));
+    QTest::ignoreMessage(QtWarningMsg, "u: first");
+    QTest::ignoreMessage(QtWarningMsg, "u: second");
+    panel.start(&m_page);
+    const QStringList reasons{"first", "second", "parameter \"count\": \"many\" is not a number"};
+    QCOMPARE(m_page.findChild<ErrorTile*>("u")->findChildren<QLabel*>()[1]->text(),
+             reasons.join('\n'));
+    QCOMPARE(describe::lines(panel.diagnostics()).first(),
+             "panel.yaml: error: device \"u\" did not start: " + reasons.join("; "));
+}
+
+void tst_PanelTiles::nothingIsConnectedToAFailedDevice()
+{
+    QTest::ignoreMessage(QtWarningMsg, "bad: told to fail");
+    TestPanel panel(m_manager, describe::panel({describe::device("a", "steps"),
+                                                describe::device("bad", "failing")},
+                                               {"a.output -> bad.input"}));
+    panel.start(&m_page);
+    QCOMPARE(panel.device("bad")->getIncomingConnections(), QStringList());
+    QCOMPARE(qApp->property("lifecycle").toStringList().filter("a wired"), QStringList());
+}
+
 void tst_PanelTiles::failedDeviceWithoutWidgetLeavesATileToo()
 {
     TestPanel panel(m_manager,
@@ -113,7 +156,8 @@ void tst_PanelTiles::unknownTypeLeavesATileInItsPlace()
     panel.start(&m_page);
     QCOMPARE(describe::lines(panel.diagnostics()),
              QStringList("panel.yaml: error: unknown device type \"no such\"; valid names: "
-                         "\"failing\", \"recorder\", \"steps\", \"ticker\", \"widgetless\""));
+                         "\"failing\", \"recorder\", \"steps\", \"ticker\", \"unwilling\", "
+                         "\"widgetless\""));
     QCOMPARE(placeOf(m_page, "x"), "3,1,1,1");
     QVERIFY(!panel.device("x"));
     QVERIFY(panel.device("r")->isRunning());

@@ -20,6 +20,7 @@ private slots:
     void otherDevicesHearAValueInTheOrderOfTheWiringAndBeforeTheOwnWidget();
     void firstOutputsReachOtherDevices();
     void cutWiresCarryNothing();
+    void repeatedConnectionIsNotedOnce();
 
 private:
     QWidget m_page;
@@ -106,6 +107,17 @@ void tst_PanelWires::cutWiresCarryNothing()
     panel.stop();
     QCOMPARE(qApp->property("heard").toStringList(),
              QStringList({"input(double) 1", "input(double) 2"}));
+}
+
+void tst_PanelWires::repeatedConnectionIsNotedOnce()
+{
+    DeviceManager manager;
+    manager.registerDeviceType<StepsDevice>("steps");
+    TestPanel panel(
+        manager, describe::panel({describe::device("a", "steps"), describe::device("b", "steps")},
+                                 {"a.output -> b.input", "a.output(double) -> b.input"}));
+    panel.start(&m_page);
+    QCOMPARE(panel.device("b")->getIncomingConnections(), QStringList("a.output(double)"));
 }
 
 NORVO_TEST(tst_PanelWires)
