@@ -4,13 +4,32 @@
 #include "host/catalogue/Listing.h"
 #include "host/program/PluginSet.h"
 #include "norvo/BaseDevice.h"
+#include "norvo/DeviceManager.h"
 #include "TestMain.h"
 
 #include <QtTest>
 
+#include <algorithm>
 #include <memory>
 
 using namespace norvo;
+
+namespace {
+
+/// Says little of itself.
+class BareDevice : public BaseDevice
+{
+public:
+    static DeviceTypeInfo typeInfo() { return {}; }
+
+    BareDevice()
+    {
+        addParam("code", "");
+        getParam("code").setUnit("multiline");
+    }
+};
+
+} // namespace
 
 /// The words of the types that come with the program, and how a type without words is described.
 class tst_Catalogue : public QObject
@@ -39,6 +58,9 @@ private slots:
     void methodsOfADocumentAreNotKnownBefore();
     void placeOnThePanelIsDescribedOnceForAll();
     void typeWithoutTableIsDescribedByItself();
+    void typeWithoutATitleIsCalledByItsKey();
+    void listingTellsWhatIsKeptAndWhereItHolds();
+    void linesOfAListingAreBounded();
 
 private:
     void everyType() const
@@ -222,6 +244,46 @@ void tst_Catalogue::typeWithoutTableIsDescribedByItself()
         QCOMPARE(words->inputs.size(), device->grabMethods({}, QMetaMethod::Slot, true).size());
         QVERIFY(words->example.isEmpty());
         QVERIFY(Listing::text({words}).contains(key));
+    }
+}
+
+void tst_Catalogue::typeWithoutATitleIsCalledByItsKey()
+{
+    DeviceManager manager;
+    manager.registerDeviceType<BareDevice>("bare");
+    const Catalogue catalogue(manager);
+    const TypeWords* const words = catalogue.words("BARE");
+    QCOMPARE(words->title, QString("bare"));
+    QVERIFY(words->params[0].kind == ParamKind::Lines); // "multiline" is no unit.
+    QCOMPARE(words->params[0].unit, QString());
+}
+
+void tst_Catalogue::listingTellsWhatIsKeptAndWhereItHolds()
+{
+    TypeWords type;
+    type.key = "k";
+    ParamWords param;
+    param.name = "p";
+    param.isKept = true;
+    param.enabledWhen = {{"mode", {"a", "b", "c"}}, {"on", {"true"}}};
+    type.params = {param};
+    QCOMPARE(Listing::conditionOf(param), QString("where mode is a, b or c and on is true"));
+    const QString json = Listing::as(Listing::Format::Json, {&type});
+    QVERIFY(json.contains("\"kept\": true"));
+}
+
+void tst_Catalogue::linesOfAListingAreBounded()
+{
+    TypeWords type;
+    type.key = "k";
+    for (const int length : {3, 4, 5, 6}) {
+        type.purpose = QString(QString(length, 'x') + ' ').repeated(60).trimmed();
+        int longest = 0;
+        for (const QString& line : Listing::as(Listing::Format::Text, {&type}).split('\n')) {
+            longest = std::max(longest, line.size());
+        }
+        QVERIFY(longest <= 96);
+        QVERIFY(longest + 1 + length > 96);
     }
 }
 

@@ -116,6 +116,7 @@ void tst_SenseRules::otherValuesAreReported_data()
     row("not a number, within bounds", "label", "widget/fontSize: nan", "\"nan\" is not a number");
     row("not a number, without bounds", "output_bar", "widget/minValue: nan",
         "\"nan\" is not a number");
+    row("the word in capitals", "output_with_progress", "minValue: NO", "\"NO\" is not a number");
     row("another word", "output_with_progress", "minValue: none", "\"none\" is not a number");
     for (const char* part : {"hhh", "HHH", "mmm", "sss", "zz", "zzzz", "tt", "ddddd", "MMMMM", "y",
                              "yyy", "yyyyy", "PP", "x"}) {

@@ -66,7 +66,7 @@ void tst_WordsTables::wordsAreAddedToTheType()
                                      "max: 2, unit: ms, error: true, also: 'no'}\n"
                                      "    high end: {kind: picture file}\n"
                                      "  relations: [low < high end, {relation: low <= high end, "
-                                     "error: true}]\n"
+                                     "error: true}, {relation: low < high end, error: false}]\n"
                                      "  outputs:\n"
                                      "    output(double,QString): Both.\n"
                                      "  inputs: {input(): A push.}\n"
@@ -84,7 +84,8 @@ void tst_WordsTables::wordsAreAddedToTheType()
     QCOMPARE(low.also, QString("no"));
     QVERIFY(low.isErrorOutside);
     QVERIFY(type.params[1].isFile());
-    QCOMPARE(type.relations.size(), 2);
+    QCOMPARE(type.relations.size(), 3);
+    QVERIFY(!type.relations[2].isError);
     QVERIFY(!type.relations[0].isError && !type.relations[0].mayBeEqual);
     QVERIFY(type.relations[1].isError && type.relations[1].mayBeEqual);
     QCOMPARE(type.outputs[0].meaning, QString("Both."));

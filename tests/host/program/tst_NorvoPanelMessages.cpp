@@ -14,6 +14,7 @@ private slots:
     void panelWithNothingToSayIsSilent();
     void debugMessagesComeWithVerboseOnly_data();
     void debugMessagesComeWithVerboseOnly();
+    void warningOfTheOpeningOfTheDisplayIsWritten();
     void repeatedWarningIsWrittenOnceAndCounted();
     void everyInformationIsWritten();
     void longMessageIsCut();
@@ -63,6 +64,14 @@ void tst_NorvoPanelMessages::debugMessagesComeWithVerboseOnly()
     QFETCH(QStringList, options);
     const QStringList lines = messagesOf("level: debug, most: 3", options);
     QTEST(lines.contains("message 3"), "isWritten");
+}
+
+void tst_NorvoPanelMessages::warningOfTheOpeningOfTheDisplayIsWritten()
+{
+    PanelProcess check({"--check", "-style", "unheard-of", NORVO_SOURCE_DIR "/README.md"});
+    check.setEnvironment("QT_STYLE_OVERRIDE", "unheard-of");
+    check.runToEnd();
+    QCOMPARE(check.errorLines().filter("unheard-of").size(), 1);
 }
 
 void tst_NorvoPanelMessages::repeatedWarningIsWrittenOnceAndCounted()

@@ -22,7 +22,11 @@ private slots:
     void pictureShowsTheErrors();
     void pictureThatCannotBeWrittenIsReported_data();
     void pictureThatCannotBeWrittenIsReported();
+    void pictureHasRoomForAPanelLargerThanTheScreen();
+    void pictureThatIsStoppedIsNotTaken();
     void startWithErrorsShowsThemAndStartsNothing();
+    void startWithErrorsLeavesTheStateAlone();
+    void errorOfADeviceLetsThePanelStart();
     void failedDeviceLeavesTheRestRunning();
     void onlyPanelsWithQmlLoadQtQuick();
 };
@@ -135,6 +139,51 @@ void tst_NorvoPanelRun::pictureThatCannotBeWrittenIsReported()
              qPrintable(panel.errorLines()[0]));
     QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
              QStringList("panel.yaml"));
+}
+
+void tst_NorvoPanelRun::pictureHasRoomForAPanelLargerThanTheScreen()
+{
+    const PanelFolder folder("devices:\n  a: {device: label, params: {Value: '" +
+                             QByteArray(200, 'm') + "'}}\n");
+    const QString picture = folder.filePath("o.png");
+    PanelProcess panel({"--screenshot", picture, "--after", "0", folder.panel()});
+    QCOMPARE(panel.runToEnd(), 0);
+    QVERIFY2(QImage(picture).width() > 1000, "the screen of the tests has 800 pixels");
+}
+
+void tst_NorvoPanelRun::pictureThatIsStoppedIsNotTaken()
+{
+    const CountingFolder folder;
+    const QString picture = folder.filePath("o.png");
+    PanelProcess panel(probes({"--screenshot", picture, "--after", "100000", folder.panel()}));
+    panel.start();
+    QTRY_VERIFY_WITH_TIMEOUT(folder.counted() > 0, PanelProcess::kPatience);
+    panel.sendSignal(SIGTERM);
+    QCOMPARE(panel.waitForEnd(), 1);
+    QCOMPARE(panel.errorLines(), QStringList("norvo-panel: stopped before the picture was taken"));
+    QVERIFY(!QFile::exists(picture));
+}
+
+void tst_NorvoPanelRun::startWithErrorsLeavesTheStateAlone()
+{
+    const PanelFolder folder("devices: [\n");
+    folder.fill("panel.state.yaml", "[broken");
+    PanelProcess panel({folder.panel()});
+    panel.start();
+    QVERIFY(panel.waitForErrorText("is not closed"));
+    panel.sendSignal(SIGTERM);
+    QCOMPARE(panel.waitForEnd(), 1);
+    QCOMPARE(panel.errorLines().size(), 1);
+    QCOMPARE(folder.content("panel.state.yaml"), QByteArray("[broken"));
+}
+
+void tst_NorvoPanelRun::errorOfADeviceLetsThePanelStart()
+{
+    const PanelFolder folder("devices:\n  a: {device: process, params: {command: no-such-one}}\n"
+                             "  b: {device: patch, params: {closeAfter: 20}}\n");
+    PanelProcess panel(probes({folder.panel()}));
+    QCOMPARE(panel.runToEnd(), 0); // The patch has run, and closed the window.
+    QVERIFY(!panel.errorLines().filter("there is no program \"no-such-one\"").isEmpty());
 }
 
 void tst_NorvoPanelRun::startWithErrorsShowsThemAndStartsNothing()

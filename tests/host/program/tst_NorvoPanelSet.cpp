@@ -8,6 +8,7 @@
 #include "norvo/BaseDevice.h"
 #include "norvo/DeviceManager.h"
 
+#include <QImage>
 #include <QtTest>
 
 namespace {
@@ -47,6 +48,9 @@ private slots:
     void errorIsClear_data();
     void errorIsClear();
     void valueThatTheCheckRefusesIsWrittenWithAWarning();
+    void firstRefusalCountsToo();
+    void warningThatHasMovedIsNothingNew();
+    void fileBesideThePanelIsFound();
     void storedValueThatReplacesTheNewOneIsReported();
     void storedValueThatCountsForNothingIsNotReported_data();
     void storedValueThatCountsForNothingIsNotReported();
@@ -137,6 +141,37 @@ void tst_NorvoPanelSet::valueThatTheCheckRefusesIsWrittenWithAWarning()
                                  ":2:44: warning: parameter \"widget/row\": \"first\" is not"),
              qPrintable(lines[0]));
     QVERIFY(folder.content("panel.yaml").contains("{widget/row: first}}"));
+}
+
+void tst_NorvoPanelSet::firstRefusalCountsToo()
+{
+    const PanelFolder folder(kPanel);
+    PanelProcess program({"--set", "strat.text=Go", "--set", "start.text=Go", folder.panel()});
+    QCOMPARE(program.runToEnd(), 1);
+    QCOMPARE(folder.content("panel.yaml"), kPanel);
+}
+
+void tst_NorvoPanelSet::warningThatHasMovedIsNothingNew()
+{
+    const PanelFolder folder("devices:\n  a:\n    device: button\n    params:\n      mode: click\n"
+                             "  b: {device: label}\nconnections:\n  - a.toggled -> b.inputWarning\n"
+                             "  - a.toggled -> b.inputWarning\n");
+    PanelProcess check({"--check", folder.panel()});
+    QCOMPARE(check.runToEnd(), 0);
+    QCOMPARE(check.outputLines().filter("is connected already, in line 8").size(), 1);
+    PanelProcess program({"--set", "a.text=Go", folder.panel()});
+    QCOMPARE(program.runToEnd(), 0);
+    QCOMPARE(program.errorLines(), QStringList());
+    QVERIFY(folder.content("panel.yaml").contains("mode: click\n      text: Go\n"));
+}
+
+void tst_NorvoPanelSet::fileBesideThePanelIsFound()
+{
+    const PanelFolder folder("devices: {a: {device: picture}}\n");
+    QVERIFY(QImage(1, 1, QImage::Format_RGB32).save(folder.filePath("pump.png")));
+    PanelProcess program({"--set", "a.widget/filename=pump.png", folder.panel()});
+    QCOMPARE(program.runToEnd(), 0);
+    QCOMPARE(program.errorLines(), QStringList());
 }
 
 void tst_NorvoPanelSet::storedValueThatReplacesTheNewOneIsReported()

@@ -33,6 +33,8 @@ private slots:
     void missingFolderIsTold();
     void otherFilesAreNoConcern();
     void pluginUnderTwoNamesLoadsOnce();
+    void linkIsTheFileThatItLeadsTo();
+    void filesLoadInTheOrderOfTheirNames();
     void folderGivenTwiceWarnsOnce();
     void typeThatComesAgainIsTold();
     void defaultFoldersAreThoseThatExist();
@@ -125,6 +127,32 @@ void tst_PluginSet::pluginUnderTwoNamesLoadsOnce()
     plugins.load(folder.path());
     QCOMPARE(plugins.manager().cataloguePaths(), paths);
     QCOMPARE(plugins.warnings(), QStringList());
+}
+
+void tst_PluginSet::linkIsTheFileThatItLeadsTo()
+{
+    const QTemporaryDir folder;
+    QVERIFY(QFile::link(libraryIn(kFixtures + "relays"), folder.filePath("liba.so")));
+    PluginSet plugins;
+    plugins.load(folder.path());
+    const QStringList paths = plugins.manager().cataloguePaths();
+    plugins.load(kFixtures + "relays");
+    QCOMPARE(plugins.manager().cataloguePaths(), paths);
+}
+
+void tst_PluginSet::filesLoadInTheOrderOfTheirNames()
+{
+    const QTemporaryDir folder;
+    for (const char* name : {"libb.so", "liba.so", "libc.so"}) {
+        QVERIFY(QFile(folder.filePath(name)).open(QIODevice::WriteOnly));
+    }
+    PluginSet plugins;
+    plugins.load(folder.path());
+    QStringList expected;
+    for (const char* name : {"liba.so", "libb.so", "libc.so"}) {
+        expected += folder.filePath(name) + ": warning: this is not a shared library";
+    }
+    QCOMPARE(plugins.warnings(), expected);
 }
 
 void tst_PluginSet::folderGivenTwiceWarnsOnce()

@@ -14,6 +14,7 @@ class tst_StandardStreams : public QObject
 private slots:
     void panelOutlivesTheReaderOfItsMessages();
     void panelStartsWithStandardErrorClosed();
+    void standardInputThatIsClosedIsEmpty();
     void stalledReaderStopsNeitherThePanelNorItsEnd();
     void lostMessagesAreCounted();
     void lastMessagesAreWrittenBeforeTheEnd();
@@ -86,6 +87,13 @@ void tst_StandardStreams::panelStartsWithStandardErrorClosed()
     panel.sendSignal(SIGTERM);
     QCOMPARE(panel.waitForEnd(), 0);
     QCOMPARE(folder.saved(), folder.counted());
+}
+
+void tst_StandardStreams::standardInputThatIsClosedIsEmpty()
+{
+    PanelProcess check({"-c", "exec " NORVO_BUILD_DIR "/bin/norvo-panel --check - <&-"}, "/bin/sh");
+    QCOMPARE(check.runToEnd(), 1);
+    QVERIFY(check.outputLines().value(0).startsWith("<stdin>:1:1: error: the file is empty"));
 }
 
 void tst_StandardStreams::stalledReaderStopsNeitherThePanelNorItsEnd()
