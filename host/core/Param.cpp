@@ -2,7 +2,7 @@
 
 #include "norvo/Param.h"
 
-#include "host/core/Readings.h"
+#include "norvo/Readings.h"
 #include "norvo/Truncation.h"
 
 #include <QRegularExpression>

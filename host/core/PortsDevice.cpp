@@ -2,16 +2,13 @@
 
 #include "norvo/PortsDevice.h"
 
-#include "host/core/Readings.h"
+#include "norvo/Readings.h"
 
 #include "norvo/DynamicPorts.h"
 #include "norvo/Ids.h"
 
 #include <QHash>
-#include <QLocale>
 #include <QPointer>
-
-#include <cmath>
 
 namespace {
 
@@ -19,14 +16,6 @@ enum Form { Number, Text, YesNo, FormCount }; ///< Of an output, in the order of
 
 const QStringList kOutputForms{"(double)", "(QString)", "(bool)"};
 const QStringList kInputForms{"(double)", "(int)", "(bool)", "(QString)", "()"};
-
-/// As a person would write it, with all digits that tell it from its neighbours.
-QString numberText(double value)
-{
-    const double size = std::abs(value);
-    const bool isPlain = size == 0 || (size >= 1e-4 && size < 1e15);
-    return QString::number(value, isPlain ? 'f' : 'g', QLocale::FloatingPointShortest);
-}
 
 } // namespace
 
@@ -216,7 +205,7 @@ void PortsDevice::sendNumber(int output, double value)
         out.send(Number, value);
     }
     if (out.wants(Text)) {
-        out.send(Text, numberText(value));
+        out.send(Text, norvo::numberText(value));
     }
     if ((value == 0 || value == 1) && out.wants(YesNo)) {
         out.send(YesNo, value == 1);
@@ -280,5 +269,6 @@ QString PortsDevice::unknownOption(const PortDefinition& definition, const QStri
 
 QString PortsDevice::textOf(const QVariant& value)
 {
-    return value.userType() == QMetaType::Double ? numberText(value.toDouble()) : value.toString();
+    return value.userType() == QMetaType::Double ? norvo::numberText(value.toDouble())
+                                                 : value.toString();
 }

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: LGPL-3.0-or-later
 
-#include "host/core/Readings.h"
+#include "norvo/Readings.h"
 
+#include <QLocale>
 #include <QStringList>
+
+#include <cmath>
 
 namespace norvo {
 
@@ -26,6 +29,13 @@ std::optional<double> readDouble(const QString& text)
     bool ok = false;
     const double number = text.trimmed().toDouble(&ok);
     return ok ? std::optional(number) : std::nullopt;
+}
+
+QString numberText(double value)
+{
+    const double size = std::abs(value);
+    const bool isPlain = size == 0 || (size >= 1e-4 && size < 1e15);
+    return QString::number(value, isPlain ? 'f' : 'g', QLocale::FloatingPointShortest);
 }
 
 } // namespace norvo

@@ -24,9 +24,9 @@ public:
     ~PortsDevice() override;
 
     /// Declares an output. The host calls this once the parameters are set, before initialise(), in
-    /// the order of the panel file. Returns what is wrong, and the device is as before, or an empty
-    /// text. A name is an id, and belongs to no other output, input, parameter, signal or slot of
-    /// the device.
+    /// the order of the panel file, and after the inputs. Returns what is wrong, and the device is
+    /// as before, or an empty text. A name is an id, and belongs to no other output, input,
+    /// parameter, signal or slot of the device.
     QString addOutput(const QString& name, const PortDefinition& definition);
     QString addInput(const QString& name, const PortDefinition& definition); ///< The same.
 

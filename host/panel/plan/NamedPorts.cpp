@@ -4,6 +4,10 @@
 
 #include "norvo/PortsDevice.h"
 
+#include <QVector>
+
+#include <algorithm>
+
 namespace norvo {
 
 void NamedPorts::add(const DeviceSetting& setting, BaseDevice& device)
@@ -15,7 +19,11 @@ void NamedPorts::add(const DeviceSetting& setting, BaseDevice& device)
                                     "author's; leave the key away")
                                 .arg(inQuotes(setting.type.text)));
     }
-    for (const PortSetting& port : setting.ports) {
+    // What an output is may depend on the inputs, wherever in the file they stand.
+    QVector<PortSetting> inputsFirst = setting.ports;
+    std::stable_partition(inputsFirst.begin(), inputsFirst.end(),
+                          [](const PortSetting& port) { return !port.isOutput; });
+    for (const PortSetting& port : qAsConst(inputsFirst)) {
         const QString& name = port.name.text;
         const PortDefinition definition(port.definition.text, port.options);
         const QString error = !ports          ? QString()

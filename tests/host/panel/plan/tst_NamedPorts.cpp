@@ -140,6 +140,11 @@ void tst_NamedPorts::definitionsAreChecked_data()
                       "    outputs: {x: b}\n")
         << QStringList("p:5:18: error: output \"x\": there is an input \"x\" already; a device has "
                        "each name once");
+    QTest::newRow("outputs after the inputs, wherever they stand")
+        << QByteArray("devices:\n  a:\n    device: subject\n    outputs: {x: b}\n"
+                      "    inputs: {x: a}\n")
+        << QStringList("p:4:18: error: output \"x\": there is an input \"x\" already; a device has "
+                       "each name once");
     QTest::newRow("type that takes none")
         << QByteArray("devices:\n  a: {device: label, outputs: {x: a, y: b}, inputs: {z: c}}\n"
                       "  b: {device: label}\nconnections:\n  - a.x -> b.input\n")
