@@ -28,6 +28,7 @@ private slots:
     void startWithErrorsLeavesTheStateAlone();
     void errorOfADeviceLetsThePanelStart();
     void failedDeviceLeavesTheRestRunning();
+    void onlyCalculationsLoadTheScriptEngine();
     void onlyPanelsWithQmlLoadQtQuick();
 };
 
@@ -211,6 +212,22 @@ void tst_NorvoPanelRun::failedDeviceLeavesTheRestRunning()
     panel.sendSignal(SIGTERM);
     QCOMPARE(panel.waitForEnd(), 0);
     QVERIFY(panel.errorLines().filter(folder.panel() + ":3:3: error: ").size() == 1);
+}
+
+void tst_NorvoPanelRun::onlyCalculationsLoadTheScriptEngine()
+{
+    const PanelFolder plain("devices: {a: {device: settle}, b: {device: timer}}\n");
+    const PanelFolder calculating(
+        "devices: {a: {device: calc, inputs: {x: \"1\"}, outputs: {y: x + 1}}}\n");
+    for (const PanelFolder* folder : {&plain, &calculating}) {
+        PanelProcess panel({"--check", folder->panel()});
+        panel.setEnvironment("LD_DEBUG", "files");
+        QCOMPARE(panel.runToEnd(), 0);
+        const QStringList loads = panel.errorLines().filter("calling init:");
+        QVERIFY(!loads.filter("libnorvologic.so").isEmpty());
+        QCOMPARE(loads.filter("libQt5Qml.so").isEmpty(), folder == &plain);
+        QVERIFY(loads.filter("libQt5Quick.so").isEmpty());
+    }
 }
 
 void tst_NorvoPanelRun::onlyPanelsWithQmlLoadQtQuick()

@@ -101,7 +101,7 @@ void tst_TypeListing::unknownTypeIsWrongUsage_data()
                           << "norvo-panel: unknown device type \"buton\"; did you mean \"button\"?";
     QTest::newRow("far") << "thermostat"
                          << "norvo-panel: unknown device type \"thermostat\"; valid names: "
-                            "button, checkbox, ";
+                            "button, calc, checkbox, ";
 }
 
 void tst_TypeListing::unknownTypeIsWrongUsage()
