@@ -7,6 +7,7 @@
 
 #include <QDebug>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QImageReader>
@@ -44,7 +45,9 @@ bool scalesWhileItReads(const QImageReader& reader)
     const QByteArray format = reader.format();
     if (format == "png") { // if of 8 bits a channel and row after row
         constexpr int interlaceMethod = 28;
-        const QByteArray header = reader.device()->peek(interlaceMethod + 1);
+        QFile file(reader.fileName()); // the reader has read beyond the header already
+        const bool isOpen = file.open(QIODevice::ReadOnly);
+        const QByteArray header = isOpen ? file.read(interlaceMethod + 1) : QByteArray();
         return depthOf(reader) == 32 && header.endsWith('\0');
     }
     return format == "jpeg" || format == "svg" || format == "svgz";

@@ -36,6 +36,7 @@ private slots:
     void notANumberIsAHyphenAndLeavesTheTemplate();
     void textReplacesTheTemplateForGood();
     void numberWithoutPlaceholderEmitsTheTextUnchanged();
+    void numberIsWrittenIntoTheTemplateOfANewStart();
     void warningIsPassedOn();
     void inputsDoNotNeedTheRunningFlag();
 };
@@ -222,6 +223,20 @@ void tst_Label::inputsDoNotNeedTheRunningFlag()
     label.input(1.0);
     label.input(QString("text"));
     QCOMPARE(recorder.take(), QStringList({quoted("1"), quoted("text")}));
+}
+
+void tst_Label::numberIsWrittenIntoTheTemplateOfANewStart()
+{
+    Label label;
+    label.setParam("Value", "no placeholder");
+    QVERIFY(label.initialise());
+    MessageLog log; // Qt's warning of the missing placeholder
+    label.input(1.0);
+    label.setParam("Value", "%1 bar");
+    QVERIFY(label.initialise());
+    Recorder recorder(&label);
+    label.input(2.0);
+    QCOMPARE(recorder.take(), QStringList(quoted("2 bar")));
 }
 
 NORVO_GUILESS_TEST(tst_Label)

@@ -14,6 +14,7 @@ class tst_DigitalWidgetValues : public QObject
 private slots:
     void bandIncludesBothEdges_data();
     void bandIncludesBothEdges();
+    void noValueIsWithinSwappedThresholds();
     void valueIsShownWithItsPrecision_data();
     void valueIsShownWithItsPrecision();
     void timeoutGreysAndAValueRevives();
@@ -94,6 +95,15 @@ void tst_DigitalWidgetValues::withoutTimeoutTheColourStays()
     clock.device.input(50.0);
     QTRY_COMPARE(clock.value()->styleSheet(), ReadoutLooks::kGray);
     QCOMPARE(readout.value()->styleSheet(), ReadoutLooks::kGreen);
+}
+
+void tst_DigitalWidgetValues::noValueIsWithinSwappedThresholds()
+{
+    DigitalReadout readout({{"widget/minThreshold", "20"}, {"widget/maxThreshold", "10"}});
+    for (const double value : {5.0, 10.0, 15.0, 20.0, 25.0}) {
+        readout.device.input(value);
+        QCOMPARE(readout.value()->styleSheet(), ReadoutLooks::kRed);
+    }
 }
 
 NORVO_TEST(tst_DigitalWidgetValues)

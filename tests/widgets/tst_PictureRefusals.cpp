@@ -22,11 +22,15 @@ QByteArray bigEndian(quint32 number)
     return bytes;
 }
 
+constexpr char kTrueColour[] = "\x08\x06\x00\x00\x00"; ///< 8 bits for each of four channels.
+constexpr char kInterlaced[] = "\x08\x06\x00\x00\x01";
+constexpr char kDeep[] = "\x10\x06\x00\x00\x00"; ///< 16 bits for each.
+
 /// A PNG file that declares its size and ends with the first bytes of the picture.
-QByteArray pngDeclaring(int width, int height)
+QByteArray pngDeclaring(int width, int height, const char* form = kTrueColour)
 {
     QByteArray header = "IHDR" + bigEndian(width) + bigEndian(height);
-    header += QByteArray("\x08\x06\x00\x00\x00", 5);
+    header += QByteArray(form, 5);
     static const auto crc = [](const QByteArray& bytes) {
         quint32 value = 0xffffffffu;
         for (const char byte : bytes) {
@@ -60,6 +64,8 @@ private slots:
     void onlyRegularFilesAreOpened();
     void hugeDeclaredSizeIsRefused_data();
     void hugeDeclaredSizeIsRefused();
+    void hugePngIsScaledOnlyWhereItIsReadRowByRow();
+    void sizeAtTheLimitIsRead();
     void hugeTargetSizeIsRefused_data();
     void hugeTargetSizeIsRefused();
 
@@ -165,6 +171,32 @@ void tst_PictureRefusals::hugeDeclaredSizeIsRefused()
     QCOMPARE(log.take(), QStringList("critical: PictureWidget: Cannot load " + path + ": " +
                                      tooLarge(size, megabytes)));
     QVERIFY(stand.widget->findChildren<QWidget*>().isEmpty());
+}
+
+void tst_PictureRefusals::hugePngIsScaledOnlyWhereItIsReadRowByRow()
+{
+    const auto errorFor = [this](const QByteArray& content) {
+        const QString path = file("huge.png", content);
+        MessageLog log;
+        const Stand<PictureDevice> stand(
+            {{"widget/filename", path}, {"widget/width", "20"}, {"widget/height", "20"}});
+        return log.take().last();
+    };
+    const QString refusal = "pixels take";
+    QVERIFY(!errorFor(pngDeclaring(20000, 20000)).contains(refusal)); // it is read, and broken
+    QVERIFY(errorFor(pngDeclaring(20000, 20000, kInterlaced)).contains(refusal));
+    QVERIFY(errorFor(pngDeclaring(20000, 20000, kDeep)).contains(refusal));
+}
+
+void tst_PictureRefusals::sizeAtTheLimitIsRead()
+{
+    MessageLog log;
+    const Stand<PictureDevice> atIt(
+        {{"widget/filename", file("at.png", pngDeclaring(10000, 7500))}}); // 300 MB
+    QVERIFY(!log.take().last().contains("pixels take"));
+    const Stand<PictureDevice> beyond(
+        {{"widget/filename", file("beyond.png", pngDeclaring(10000, 7501))}});
+    QVERIFY(log.take().last().contains("pixels take"));
 }
 
 void tst_PictureRefusals::hugeTargetSizeIsRefused_data()

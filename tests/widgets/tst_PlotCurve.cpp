@@ -19,6 +19,7 @@ private slots:
     void addsItselfToPlotAndLegend();
     void fillIsTheLibrarysPicture_data();
     void fillIsTheLibrarysPicture();
+    void fillIsTheLibrarysPictureTurnedAndReversedToo();
     void fillOfNoiseCostsLittleMoreThanItsLine();
 
 private:
@@ -115,6 +116,29 @@ void tst_PlotCurve::fillIsTheLibrarysPicture()
     QVERIFY(expected.pixelColor(int(150 * scale), int(52 * scale)) != QColor(Qt::white));
     const int difference = largestDifference(picture, expected);
     QVERIFY2(difference <= 2, qPrintable(QString::number(difference)));
+}
+
+void tst_PlotCurve::fillIsTheLibrarysPictureTurnedAndReversedToo()
+{
+    for (const bool isTurned : {false, true}) {
+        QImage pictures[2];
+        for (const bool isOurs : {false, true}) {
+            QCustomPlot plot;
+            fill(plot, isOurs ? PlotCurve::addTo(&plot) : plot.addGraph(), noise(500),
+                 QColor(0, 0, 255, 128));
+            plot.xAxis->setRangeReversed(!isTurned);
+            QImage& image = pictures[isOurs];
+            image = QImage(300, 300, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            QCPPainter painter(&image);
+            if (isTurned) {
+                painter.translate(150, 0);
+                painter.rotate(30);
+            }
+            plot.toPainter(&painter, 250, 120);
+        }
+        QVERIFY(largestDifference(pictures[0], pictures[1]) <= 2);
+    }
 }
 
 void tst_PlotCurve::fillOfNoiseCostsLittleMoreThanItsLine()

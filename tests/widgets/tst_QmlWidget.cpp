@@ -107,6 +107,7 @@ void tst_QmlWidget::itemOfTwoHundredByOneHundredGivesTheMinimumSize()
 {
     Face face(code(kFace));
     QCOMPARE(face.only<QQuickWidget>()->minimumSize(), QSize(200, 100));
+    QCOMPARE(face.only<QQuickWidget>()->geometry(), QRect(0, 0, 200, 100));
     QCOMPARE(face.widget->minimumSizeHint(), QSize(200, 100));
     face.widget->show();
     QVERIFY(face.widget->width() >= 200 && face.widget->height() >= 100);

@@ -39,6 +39,7 @@ private slots:
     void greenZoneIsInclusiveAndCutTowardZero();
     void settingTheRangeResetsTheGreenZone();
     void textIsCentredUnderItsTick();
+    void precisionIsCutTowardZero();
     void numbersAreBoldArialOf14Points();
     void rangeOfZeroHasOneNumberAtTheStartAndNoGreenZone();
     void scaleThatCannotBeDrawnHasNoTicks_data();
@@ -272,6 +273,17 @@ void tst_ScaleDraw::numbersAreBoldArialOf14Points()
     QCOMPARE(font.pointSize(), 14);
     QCOMPARE(font.weight(), 75);
     QVERIFY(!font.italic());
+}
+
+void tst_ScaleDraw::precisionIsCutTowardZero()
+{
+    const auto boxOf = [](double precision) {
+        ScaleDraw scale(0.0, 1.0, 0.5, 0.1, precision);
+        scale.setRegion({5, 54, 390, 60});
+        return scale.numbersBox();
+    };
+    QCOMPARE(boxOf(1.9), boxOf(1.0));
+    QVERIFY(boxOf(1.9) != boxOf(2.0));
 }
 
 NORVO_TEST(tst_ScaleDraw)

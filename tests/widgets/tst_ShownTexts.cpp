@@ -256,6 +256,10 @@ void tst_ShownTexts::fileOfATextIsNeverOpened()
     warning.device.input(text);
     log.device.input(text);
     QTest::qWait(50);
+    for (auto* const shown : {&label, &warning}) { // nor with the text that comes after it
+        shown->device.input(QString("<b>a</b>"));
+    }
+    QTest::qWait(50);
     QVERIFY(!fifo.wasOpened());
 }
 

@@ -18,6 +18,7 @@ private slots:
     void pointerIsABlockWithAPointDownward();
     void pointerFollowsTheValue_data();
     void pointerFollowsTheValue();
+    void pointerGoesRightAlsoBetweenSwappedEnds();
 };
 
 void tst_ValueBarGeometry::panelIsInsetByFive()
@@ -77,6 +78,11 @@ void tst_ValueBarGeometry::pointerFollowsTheValue()
     QFETCH(double, normalised);
 
     QTEST(pointer({400, 120}, 0.45, 25.0, 125.0, normalised)[3].x(), "x");
+}
+
+void tst_ValueBarGeometry::pointerGoesRightAlsoBetweenSwappedEnds()
+{
+    QCOMPARE(pointer({400, 120}, 0.45, 125.0, 25.0, 0.5)[3].x(), 175);
 }
 
 NORVO_APPLESS_TEST(tst_ValueBarGeometry)

@@ -27,6 +27,7 @@ private slots:
     void startsAtZero();
     void valueBeyondTheScaleMovesThePointerBeyondItsEnds_data();
     void valueBeyondTheScaleMovesThePointerBeyondItsEnds();
+    void reversedScaleCountsFromItsMinimum();
     void pointerIsClippedByTheMask();
     void looksAsDrawnWithoutPixmaps_data();
     void looksAsDrawnWithoutPixmaps();
@@ -247,6 +248,16 @@ void tst_ValueBarWidget::valueThatIsNoNumberHasNoPointer()
     QCOMPARE(bar.pixel(200, 20), kPanel);
     bar.device.input(0.25);
     QVERIFY(!pointerColumns(bar).isEmpty());
+}
+
+void tst_ValueBarWidget::reversedScaleCountsFromItsMinimum()
+{
+    Bar bar({{"widget/minValue", "1"}, {"widget/maxValue", "0"}});
+    bar.device.input(0.9); // a tenth below the minimum, which stands at the left end
+    const QVector<int> columns = pointerColumns(bar);
+    QCOMPARE(columns.value(0, -1), 32 - 9);
+    bar.device.input(1.5);
+    QVERIFY(qAbs(pointerColumns(bar).value(9, -1) - 200) <= 1);
 }
 
 NORVO_TEST(tst_ValueBarWidget)

@@ -22,6 +22,7 @@ private slots:
     void axesBeforeTheFirstArray();
     void curveIsInTheHighlightColour_data();
     void curveIsInTheHighlightColour();
+    void curveIsInTheColourOfTheCurrentGroup();
 
     void fiveValuesStandAtOneToFive();
     void secondArrayReplacesTheFirst_data();
@@ -234,6 +235,21 @@ void tst_VectorGraphWidget::initialiseAgainConnectsAgain()
     QCOMPARE(drawn.size(), 2);
     QCOMPARE(pointsOf(stand.curve(0)), QString("(1, 2) (2, 3)"));
     QCOMPARE(pointsOf(oldPlot->graph(0)), QString("(1, 1)"));
+}
+
+void tst_VectorGraphWidget::curveIsInTheColourOfTheCurrentGroup()
+{
+    VectorGraph stand;
+    QPalette palette;
+    palette.setColor(QPalette::Active, QPalette::Highlight, Qt::red);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, Qt::blue);
+    stand.widget->setPalette(palette);
+    stand.widget->setEnabled(false);
+    stand.widget->initialise();
+    QCOMPARE(stand.curve(0)->pen().color(), QColor(Qt::blue));
+    stand.widget->setEnabled(true);
+    stand.widget->initialise();
+    QCOMPARE(stand.curve(0)->pen().color(), QColor(Qt::red));
 }
 
 NORVO_TEST(tst_VectorGraphWidget)
