@@ -5,6 +5,8 @@
 
 #include <QtTest>
 
+#include <csignal>
+
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -20,6 +22,7 @@ private slots:
     void noShellIsInvolved();
     void hasThePanelsEnvironmentAndFolder();
     void standardSignalsAreAsUsual();
+    void signalThatThePanelIgnoresStaysIgnored();
     void inputIsALineOfStandardInput();
     void unreadInputIsCounted();
     void inputIntoAClosedEndIsCounted();
@@ -105,6 +108,15 @@ void tst_ProcessDevice::standardSignalsAreAsUsual()
     ProcessSubject child("grep -E 'SigIgn|SigBlk' /proc/self/status");
     QTRY_VERIFY(child.hasFinished());
     QCOMPARE(child.lines, (QStringList{"SigBlk:\t0000000000000000", "SigIgn:\t0000000000000000"}));
+}
+
+void tst_ProcessDevice::signalThatThePanelIgnoresStaysIgnored()
+{
+    const auto before = std::signal(SIGHUP, SIG_IGN); // As nohup does it.
+    ProcessSubject child("sh -c 'kill -HUP $$; echo alive'");
+    QTRY_VERIFY(child.hasFinished());
+    std::signal(SIGHUP, before);
+    QCOMPARE(child.lines, QStringList("alive"));
 }
 
 void tst_ProcessDevice::inputIsALineOfStandardInput()
@@ -238,6 +250,10 @@ void tst_ProcessDevice::mayCloseItsOutput()
     ProcessSubject child("sh -c 'echo a; exec >&- 2>&-; sleep 0.2; exit 4'");
     QTRY_VERIFY(child.hasFinished());
     QCOMPARE(child.notes, (QStringList{"up", "text a", "down", "finished 4"}));
+
+    // What stands behind the last line end comes as soon as no more can come.
+    ProcessSubject open("sh -c 'printf \"a\\nb\"; exec >&- 2>&-; exec sleep 1000'");
+    QTRY_COMPARE(open.notes, (QStringList{"up", "text a", "text b"}));
 }
 
 void tst_ProcessDevice::whatItLeavesBehindEndsWithIt()

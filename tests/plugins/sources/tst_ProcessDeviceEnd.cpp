@@ -36,6 +36,7 @@ private slots:
     void programMayTalkWhileItEnds();
     void programThatIgnoresTheRequestIsKilled();
     void stoppedProgramEndsToo();
+    void programMayEndWithItsInput();
     void wholeGroupEnds();
     void groupMemberThatIgnoresTheRequestIsKilled();
     void processThatLeftTheGroupEndsToo();
@@ -96,6 +97,16 @@ void tst_ProcessDeviceEnd::stoppedProgramEndsToo()
     QTRY_COMPARE(child.lines.size(), 1);
     QVERIFY(timed([&] { child.stop(); }).ownMs < 400);
     QVERIFY(!isAlive(child.lines[0]));
+}
+
+void tst_ProcessDeviceEnd::programMayEndWithItsInput()
+{
+    const QTemporaryDir folder;
+    const QString mark = folder.filePath("mark");
+    ProcessSubject child("sh -c 'trap \"\" TERM; echo ready; cat; touch " + mark + "'");
+    QTRY_COMPARE(child.lines, QStringList("ready"));
+    child.stop();
+    QVERIFY(QFile::exists(mark));
 }
 
 void tst_ProcessDeviceEnd::wholeGroupEnds()
