@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "SerialStand.h"
+#include "TestMain.h"
+
+#include <QtTest>
+
+#include <chrono>
+
+/// Ask and answer.
+class tst_SerialDeviceAsk : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void answerConnects();
+    void pollsDoNotPileUp();
+    void missingAnswersAreAFaultAndThenDisconnect();
+    void lateAndUnaskedAnswersLeaveAsFrames();
+    void writesWhileItIsMissingNeverArrive();
+    void waitsForAnAnswerThatThisThreadHasNotRead();
+};
+
+namespace {
+
+/// Waits for a question.
+bool isAsked(PseudoPort& port, const QByteArray& question = "W\n")
+{
+    QByteArray asked;
+    return QTest::qWaitFor([&] { return (asked += port.read()) == question; });
+}
+
+} // namespace
+
+void tst_SerialDeviceAsk::answerConnects()
+{
+    PseudoPort port;
+    SerialSubject subject(port.path(), {{"ask", "W"}, {"every", "50"}, {"timeout", "5000"}});
+    subject.start();
+    QVERIFY(isAsked(port));
+    QCOMPARE(subject.notes, QStringList());
+    port.write("12\n");
+    QTRY_COMPARE(subject.notes, QStringList({"connected", "text 12", "number 12"}));
+    QVERIFY(isAsked(port));
+    port.write("13\n");
+    QTRY_COMPARE(subject.notes.mid(3), QStringList({"text 13", "number 13"}));
+    QCOMPARE(subject.faults, QStringList());
+}
+
+void tst_SerialDeviceAsk::pollsDoNotPileUp()
+{
+    PseudoPort port;
+    SerialSubject subject(port.path(), {{"ask", "W"}, {"every", "1"}, {"timeout", "60000"}});
+    subject.start();
+    QVERIFY(isAsked(port));
+    QTest::qWait(300);
+    QCOMPARE(port.read(), QByteArray()); // Not before the answer.
+    port.write("1\n");
+    QVERIFY(isAsked(port));
+}
+
+void tst_SerialDeviceAsk::missingAnswersAreAFaultAndThenDisconnect()
+{
+    PseudoPort port;
+    SerialSubject subject(port.path(), {{"ask", "W"}, {"every", "100"}, {"timeout", "200"}});
+    subject.start();
+    QVERIFY(isAsked(port));
+    port.write("1\n");
+    QTRY_COMPARE(subject.notes.size(), 3);
+    QTRY_COMPARE(subject.notes.mid(3), QStringList("away"));
+    QCOMPARE(subject.faults, QStringList("no answer within 200 ms"));
+    QVERIFY(port.read().startsWith("W\nW\nW\n"));
+    port.write("2\n");
+    QTRY_COMPARE(subject.notes.mid(4), QStringList({"connected", "text 2", "number 2"}));
+}
+
+void tst_SerialDeviceAsk::lateAndUnaskedAnswersLeaveAsFrames()
+{
+    PseudoPort port;
+    SerialSubject subject(port.path(), {{"ask", "W"}, {"every", "60000"}, {"timeout", "50"}});
+    subject.start();
+    QVERIFY(isAsked(port));
+    QTRY_COMPARE(subject.faults.size(), 1);
+    port.write("late\nunasked\n");
+    QTRY_COMPARE(subject.notes, QStringList({"connected", "text late", "text unasked"}));
+    QCOMPARE(port.read(), QByteArray()); // They change nothing of when the next question is due.
+}
+
+void tst_SerialDeviceAsk::writesWhileItIsMissingNeverArrive()
+{
+    PseudoPort port;
+    SerialSubject subject(port.path(), {{"ask", "W"}, {"every", "50"}, {"timeout", "50"}});
+    subject.start();
+    subject.device.input("never 1");
+    QTRY_COMPARE(subject.notes, QStringList("away"));
+    subject.device.input("never 2");
+    QByteArray written = port.read();
+    port.write("1\n");
+    QTRY_COMPARE(subject.notes.size(), 4);
+    subject.device.input("now");
+    QTRY_VERIFY((written += port.read()).contains("now\n"));
+    QVERIFY(!written.contains("never"));
+    QTRY_COMPARE(subject.alerts.filter("inputs lost"),
+                 QStringList("inputs lost, the device is not connected: 2"));
+}
+
+void tst_SerialDeviceAsk::waitsForAnAnswerThatThisThreadHasNotRead()
+{
+    norvo::Poll poll(std::chrono::milliseconds(10), std::chrono::milliseconds(10));
+    bool hasUnread = true;
+    int asked = 0;
+    QVector<int> missed;
+    qint64 firstMissed = 0;
+    QElapsedTimer clock;
+    poll.setUnreadQuery([&] { return hasUnread; });
+    QObject::connect(&poll, &norvo::Poll::ask, [&] { ++asked; });
+    QObject::connect(&poll, &norvo::Poll::missed, [&](int inARow) {
+        firstMissed = missed.isEmpty() ? clock.elapsed() : firstMissed;
+        missed.append(inARow);
+        hasUnread = false;
+    });
+    clock.start();
+    poll.start();
+    QTRY_VERIFY(missed.size() >= 2);
+    QCOMPARE(missed.mid(0, 2), QVector<int>({1, 2}));
+    QVERIFY(firstMissed >= 60); // The answer's 10 ms, and 50 ms for what is unread.
+    QVERIFY(asked >= 2);
+    poll.stop();
+    QVERIFY(!poll.isActive());
+}
+
+NORVO_GUILESS_TEST(tst_SerialDeviceAsk)
+#include "tst_SerialDeviceAsk.moc"
