@@ -334,7 +334,8 @@ void tst_StopDevice::newStartIsUnconfirmed()
     Recorder recorder(device.get());
     device->postInitialisation();
     QTRY_VERIFY(recorder.count() >= 3);
-    QCOMPARE(QSet<QString>::fromList(recorder.take()), QSet<QString>{"stopped(true)"});
+    const QStringList events = recorder.take();
+    QCOMPARE(events.count("stopped(true)"), events.size());
 }
 
 NORVO_TEST(tst_StopDevice)
