@@ -17,6 +17,7 @@ private slots:
     void filesOfAnIncludedFileAreRelativeToItsFolder();
     void fileOfAUseIsRelativeToTheFileThatGivesIt_data();
     void fileOfAUseIsRelativeToTheFileThatGivesIt();
+    void noFileStaysNoFileInAnIncludedFile();
     void programOfAnIncludedFileIsRelativeToItsFolder_data();
     void programOfAnIncludedFileIsRelativeToItsFolder();
     void programOfAPanelRunsInItsFolder();
@@ -166,6 +167,17 @@ void tst_NorvoPanelFiles::fileOfAUseIsRelativeToTheFileThatGivesIt()
     }
 }
 
+void tst_NorvoPanelFiles::noFileStaysNoFileInAnIncludedFile()
+{
+    const Start start("include: [../parts/t.yaml]\ndevices: {a: {use: t}}\n");
+    QVERIFY(QDir(start.path()).mkpath("parts"));
+    start.write("parts/t.yaml", "templates:\n  t:\n    devices:\n"
+                                "      p: {device: picture, params: {widget/filename: ''}}\n");
+    PanelProcess program({"--check", "bench/panel.yaml"});
+    Start::run(program, start.path(), 0);
+    QCOMPARE(program.outputLines(), QStringList("bench/panel.yaml: no errors"));
+}
+
 void tst_NorvoPanelFiles::programOfAnIncludedFileIsRelativeToItsFolder_data()
 {
     QTest::addColumn<QByteArray>("command"); // in the folder "my bench"
@@ -173,6 +185,8 @@ void tst_NorvoPanelFiles::programOfAnIncludedFileIsRelativeToItsFolder_data()
     QTest::newRow("in quotes") << QByteArray("\"'./say.sh' it\"");
     QTest::newRow("with a slash") << QByteArray("\" \\\"bin/say it.sh\\\" it\"");
     QTest::newRow("parent folder") << QByteArray("../my\\ bench/say.sh it");
+    QTest::newRow("of the system") << QByteArray("\"sh -c 'echo it > seen'\"");
+    QTest::newRow("absolute") << QByteArray("\"/bin/sh -c 'echo it > seen'\"");
 }
 
 void tst_NorvoPanelFiles::programOfAnIncludedFileIsRelativeToItsFolder()

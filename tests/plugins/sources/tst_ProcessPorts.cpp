@@ -102,6 +102,7 @@ private slots:
     void newPanelBeginsWithoutTheLastValue();
     void deathIsAFault_data();
     void deathIsAFault();
+    void lastWordsAreThoseOfTheRunThatEnded();
     void regularEndIsNoFault();
     void programThatDoesNotStartIsAFault();
 };
@@ -341,6 +342,18 @@ void tst_ProcessPorts::deathIsAFault()
     QTEST(child.faults.join('|'), "fault");
     QCOMPARE(child.alerts, child.faults);
     QCOMPARE(child.notes, QStringList({"connected", "away"}));
+}
+
+void tst_ProcessPorts::lastWordsAreThoseOfTheRunThatEnded()
+{
+    const QTemporaryDir folder;
+    const QString mark = folder.filePath("mark");
+    PortsOfAProcess child(
+        QString("sh -c '[ -e %1 ] || echo broken >&2; touch %1; exit 3'").arg(mark), "always");
+    child.start();
+    QTRY_VERIFY(child.faults.size() >= 2);
+    const QString death = "the program has ended with exit status 3";
+    QCOMPARE(child.faults.mid(0, 2), QStringList({death + "; it wrote last: broken", death}));
 }
 
 void tst_ProcessPorts::regularEndIsNoFault()
