@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "MqttSubject.h"
+#include "Peer.h"
+#include "TestBroker.h"
+#include "TestMain.h"
+
+#include <QtTest>
+
+#include <thread>
+
+namespace {
+
+constexpr int kPatience = 60000; ///< ms
+constexpr int kRate = 50000;     ///< Messages a second.
+
+qint64 residentKilobytes()
+{
+    QFile file("/proc/self/statm");
+    return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toLongLong() * 4 : 0;
+}
+
+} // namespace
+
+/// More than a panel can show. NORVO_FLOOD_SECONDS in the environment makes it last longer.
+class tst_MqttFlood : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { mosquitto_lib_init(); }
+    void cleanupTestCase() { mosquitto_lib_cleanup(); }
+    void floodLeavesTheWindowFreeAndMemoryBounded();
+};
+
+void tst_MqttFlood::floodLeavesTheWindowFreeAndMemoryBounded()
+{
+    const int seconds = qMax(2, qEnvironmentVariableIntValue("NORVO_FLOOD_SECONDS"));
+    TestBroker broker({"allow_anonymous true", "max_inflight_messages 0"});
+    broker.start();
+    MqttSubject panel(broker.address());
+    QCOMPARE(panel.device.addOutput("t", QString("bench/t")), QString());
+    QCOMPARE(panel.device.addOutput("end", QString("bench/end qos1")), QString());
+    qint64 count = 0;
+    double last = -1;
+    bool isOrdered = true;
+    Listener values;
+    values.onNote = [&] {
+        const double number = values.notes.takeLast().section(' ', 1).toDouble();
+        values.notes.clear();
+        isOrdered = isOrdered && number >= last;
+        last = number;
+        ++count;
+    };
+    values.listenTo(panel.device, "t");
+    panel.listenTo("end");
+    panel.startAndConnect();
+    Peer peer(broker.port());
+    peer.waitUntilUp();
+
+    const qint64 before = residentKilobytes();
+    std::thread flood([&peer, seconds] {
+        QElapsedTimer clock;
+        clock.start();
+        for (qint64 sent = 0; sent < qint64(seconds) * kRate;) {
+            for (const qint64 due = clock.elapsed() * kRate / 1000; sent < due; ++sent) {
+                peer.publish("bench/t", QByteArray::number(sent + 2)); // Neither yes nor no.
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+    });
+    qint64 longestGap = 0;
+    qint64 largest = before;
+    int turns = 0;
+    QElapsedTimer whole;
+    QElapsedTimer gap;
+    whole.start();
+    gap.start();
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        longestGap = qMax(longestGap, gap.restart());
+        largest = qMax(largest, residentKilobytes());
+        ++turns;
+    });
+    timer.start(5);
+    QTRY_VERIFY_WITH_TIMEOUT(whole.hasExpired(seconds * 1000), kPatience);
+    flood.join();
+    timer.stop();
+    while (panel.notes.filter("end").isEmpty() && !whole.hasExpired(kPatience)) {
+        peer.publish("bench/end", "now", 1);
+        QTest::qWait(100);
+    }
+    qInfo("%lld of %d messages in %d s; longest gap %lld ms, %d turns; %lld kB more", count / 2,
+          seconds * kRate, seconds, longestGap, turns, largest - before);
+    QVERIFY(!panel.notes.filter("end").isEmpty());
+    QVERIFY(isOrdered);
+    QVERIFY(count > 1000);
+    QVERIFY(turns >= seconds); // A window that answers; how fast is for a machine that is free.
+    QVERIFY(largest - before < 200 * 1024); // The peer's own queue included.
+}
+
+NORVO_GUILESS_TEST(tst_MqttFlood)
+#include "tst_MqttFlood.moc"
