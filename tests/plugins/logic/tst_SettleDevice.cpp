@@ -102,6 +102,7 @@ private slots:
     void flushPassesOnOnce();
     void flushModeWaitsForFlush();
     void nothingLeavesAtTheStop();
+    void nextStartKnowsNothingOfTheLast();
     void nothingIsTakenUnlessRunning();
     void wrongParametersAreErrors_data();
     void wrongParametersAreErrors();
@@ -329,6 +330,17 @@ void tst_SettleDevice::nothingLeavesAtTheStop()
     subject.device.setRunning(true);
     subject.device.flush();
     QCOMPARE(subject.notes.take(), QStringList());
+}
+
+void tst_SettleDevice::nextStartKnowsNothingOfTheLast()
+{
+    Subject subject({{"mode", "flush"}, {"max", "80"}});
+    const QStringList first = subject.pass(5.0);
+    subject.pass(90.0); // Refused.
+    subject.device.setRunning(false);
+    subject.device.preShutdown();
+    subject.device.setRunning(subject.device.initialise());
+    QCOMPARE(subject.pass(5.0), first);
 }
 
 void tst_SettleDevice::nothingIsTakenUnlessRunning()
