@@ -165,10 +165,12 @@ void ServerLink::checkSilence()
 
 void ServerLink::drop(const QString& why)
 {
-    const auto run = std::chrono::milliseconds(m_isOpen ? m_run.elapsed() : 0);
+    const bool wasOpen = m_isOpen;
     release();
-    m_retry.start(m_delay.nextJittered(run));
-    emit closed(why);
+    m_retry.start(m_delay.nextJittered(std::chrono::milliseconds(wasOpen ? m_run.elapsed() : 0)));
+    // The path and what follows may hold what is nobody's business.
+    const QString address = m_settings.url.toString(QUrl::RemovePath | QUrl::RemoveQuery);
+    emit closed(wasOpen ? why : QString("cannot connect to %1: %2").arg(address, why));
 }
 
 void ServerLink::release()

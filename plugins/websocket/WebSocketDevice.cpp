@@ -3,6 +3,7 @@
 #include "plugins/websocket/WebSocketDevice.h"
 
 #include "plugins/websocket/JsonDialect.h"
+#include "plugins/websocket/RosbridgeDialect.h"
 #include "norvo/Categories.h"
 
 #include <QPointer>
@@ -15,10 +16,14 @@ namespace {
 
 using namespace std::chrono_literals;
 
+const QString kPreset = QStringLiteral("preset");
+const QStringList kPresets{"json", "rosbridge"};
+
 constexpr auto kPause = 5ms;
 constexpr auto kRequestCheck = 1s;
 constexpr qint64 kTurnNanoseconds = 2000000;
-constexpr qint64 kMaxRestMilliseconds = 1000; ///< For what came before the end of a connection.
+constexpr qint64 kServerErrorMilliseconds = 1000; ///< Between two that are reported.
+constexpr qint64 kMaxRestMilliseconds = 1000;     ///< For what came before the end of a connection.
 
 /// In the order of Loss.
 const QStringList kLossTexts{"messages dropped, they came too fast",
@@ -28,7 +33,8 @@ const QStringList kLossTexts{"messages dropped, they came too fast",
                              "writes refused, the server is not connected",
                              "writes refused, the server does not take them fast enough",
                              "writes refused, they are longer than 1 MiB",
-                             "writes refused, JSON has no such number"};
+                             "writes refused, JSON has no such number",
+                             "error messages of the server not shown"};
 
 } // namespace
 
@@ -37,6 +43,8 @@ WebSocketDevice::WebSocketDevice()
       m_isHeard([this](int output) { return isHeard(output); })
 {
     norvo::declareSettings(*this);
+    addParam(kPreset, kPresets);
+    getParam(kPreset).setDescription("The messages that the server understands");
     m_losses.setCollector([this] { collectLosses(); });
     m_turn.setSingleShot(true);
     m_turn.setTimerType(Qt::PreciseTimer);
@@ -54,7 +62,11 @@ DeviceTypeInfo WebSocketDevice::typeInfo()
 norvo::Dialect& WebSocketDevice::dialect()
 {
     if (!m_dialect) {
-        m_dialect = std::make_unique<norvo::JsonDialect>();
+        if (QString(getParam(kPreset)) == kPresets.last()) {
+            m_dialect = std::make_unique<norvo::RosbridgeDialect>();
+        } else {
+            m_dialect = std::make_unique<norvo::JsonDialect>();
+        }
     }
     return *m_dialect;
 }
@@ -81,6 +93,7 @@ bool WebSocketDevice::initialise()
     dialect();
     const QString wrong = norvo::readSettings(*this, m_settings);
     m_lastError.clear();
+    m_sinceServerError.invalidate();
     return wrong.isEmpty() || error(wrong);
 }
 
@@ -195,7 +208,7 @@ bool WebSocketDevice::take(const QByteArray& message)
         }
     }
     if (!complaint.isEmpty()) {
-        reportOnce(complaint);
+        reportServerError(complaint);
     }
     return self && isRunning();
 }
@@ -236,6 +249,17 @@ void WebSocketDevice::reportOnce(const QString& error)
     if (std::exchange(m_lastError, error) != error) {
         reportFault(error);
     }
+}
+
+/// A server may complain of each of thousands of messages.
+void WebSocketDevice::reportServerError(const QString& text)
+{
+    if (m_sinceServerError.isValid() && !m_sinceServerError.hasExpired(kServerErrorMilliseconds)) {
+        m_losses.add(ServerErrors);
+        return;
+    }
+    m_sinceServerError.start();
+    reportOnce(text);
 }
 
 void WebSocketDevice::receive(int input, const QVariant& value)

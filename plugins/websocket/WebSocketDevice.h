@@ -15,8 +15,8 @@
 
 /// Messages of a WebSocket server as outputs and inputs.
 ///
-/// Parameters: see norvo::declareSettings(), and "preset": "json". Named outputs and inputs: see
-/// norvo::JsonDialect.
+/// Parameters: see norvo::declareSettings(), and "preset": "json" or "rosbridge". Named outputs and
+/// inputs: see norvo::JsonDialect and norvo::RosbridgeDialect.
 ///
 /// Messages leave in the order in which they came. One has 1 MiB at most, a longer one ends the
 /// connection; 50,000 or 16 MiB may wait, of more the oldest are dropped. What came before the end
@@ -55,10 +55,11 @@ private:
         LateWrites,
         HastyWrites,
         OversizedWrites,
-        InfiniteWrites
+        InfiniteWrites,
+        ServerErrors
     };
 
-    norvo::Dialect& dialect();
+    norvo::Dialect& dialect(); ///< Of the preset when it is asked for first.
     void turn();
     bool takeMessages();
     bool take(const QByteArray& message);
@@ -66,6 +67,7 @@ private:
     void sendRequests();
     void announceEnd();
     void reportOnce(const QString& error);
+    void reportServerError(const QString& text);
     void collectLosses();
 
     std::unique_ptr<norvo::Dialect> m_dialect;
@@ -76,6 +78,7 @@ private:
     QString m_lastError;
     QString m_end; ///< Why the last connection has ended, until that is announced.
     QElapsedTimer m_sinceEnd;
+    QElapsedTimer m_sinceServerError; ///< Since the last one was reported.
     QTimer m_turn;
     QTimer m_second;
     bool m_hasOutputs = false;

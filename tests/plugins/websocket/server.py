@@ -32,7 +32,7 @@ async def serve(client):
 
 async def check(path, headers):
     tell("asked " + path)
-    if path == "/refused":
+    if path.startswith("/refused"):
         return (403, [], b"no\n")
     if path == "/hangs":
         await asyncio.sleep(1000)

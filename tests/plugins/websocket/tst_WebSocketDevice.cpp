@@ -15,7 +15,7 @@ class tst_WebSocketDevice : public QObject
 
 private slots:
     void initTestCase() { m_server.start(); }
-    void init() { m_server.news.clear(); }
+    void cleanup();
     void valuesOfMessagesLeaveByTheirOutputs();
     void messageInFragmentsIsOne();
     void inputsAreSentAsTheirMessages();
@@ -34,6 +34,13 @@ private slots:
 private:
     TestServer m_server;
 };
+
+/// The end of one test is no news in the next one.
+void tst_WebSocketDevice::cleanup()
+{
+    QTRY_COMPARE(m_server.news.count("closed"), m_server.news.filter("open ").size());
+    m_server.news.clear();
+}
 
 void tst_WebSocketDevice::valuesOfMessagesLeaveByTheirOutputs()
 {
