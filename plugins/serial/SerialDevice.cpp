@@ -199,7 +199,6 @@ void SerialDevice::deinitialise()
 
 void SerialDevice::onOpened()
 {
-    m_queue->restart();
     waitForPause();
     m_sinceFrame.start();
     watchSilence();

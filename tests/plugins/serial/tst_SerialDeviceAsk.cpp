@@ -18,6 +18,7 @@ private slots:
     void missingAnswersAreAFaultAndThenDisconnect();
     void lateAndUnaskedAnswersLeaveAsFrames();
     void writesWhileItIsMissingNeverArrive();
+    void onlyAnswersMissedInARowCount();
     void waitsForAnAnswerThatThisThreadHasNotRead();
 };
 
@@ -102,6 +103,22 @@ void tst_SerialDeviceAsk::writesWhileItIsMissingNeverArrive()
     QVERIFY(!written.contains("never"));
     QTRY_COMPARE(subject.alerts.filter("inputs lost"),
                  QStringList("inputs lost, the device is not connected: 2"));
+}
+
+void tst_SerialDeviceAsk::onlyAnswersMissedInARowCount()
+{
+    norvo::Poll poll(std::chrono::milliseconds(5), std::chrono::milliseconds(5));
+    int asked = 0;
+    QVector<int> missed;
+    QObject::connect(&poll, &norvo::Poll::ask, [&] {
+        if (++asked == 3) {
+            poll.noteAnswer();
+        }
+    });
+    QObject::connect(&poll, &norvo::Poll::missed, [&](int inARow) { missed.append(inARow); });
+    poll.start();
+    QTRY_VERIFY(missed.size() >= 4);
+    QCOMPARE(missed.mid(0, 4), QVector<int>({1, 2, 1, 2}));
 }
 
 void tst_SerialDeviceAsk::waitsForAnAnswerThatThisThreadHasNotRead()

@@ -72,6 +72,7 @@ private slots:
     void frameThatWasBegunIsNotContinued();
     void writesWhileItIsAwayNeverArrive();
     void whatTheLostPortHadToWriteNeverArrives();
+    void whatWaitsWhenTheDeviceFallsSilentNeverArrives();
     void portThatTakesNothingLosesWrites();
     void pairOfTerminalsThatIsKilledIsNoticed();
     void stoppedPairIsSilent();
@@ -211,18 +212,42 @@ void tst_SerialDeviceAway::whatTheLostPortHadToWriteNeverArrives()
     }
     QTest::qWait(100);
     QCOMPARE(subject.alerts, QStringList());
+    QByteArray written;
+    QObject::connect(&subject.device, &SerialDevice::fault, [&port, &written] {
+        for (int i = 0; i < 10; ++i) { // As a receiver that opens a dialog.
+            written += port.read();
+            QTest::qWait(20);
+        }
+    });
     port.hide(); // The device is lost, and the line would still take bytes.
-    QTRY_COMPARE(subject.notes, QStringList("away"));
-    QTest::qWait(50);
-    QByteArray written = port.read();
+    QTRY_VERIFY(!written.isEmpty());
     QTest::qWait(100);
     written += port.read();
     QVERIFY2(written.size() < 20000, qPrintable(QString::number(written.size())));
     port.unplug();
     port.plug();
-    QTRY_COMPARE(subject.notes.size(), 2);
+    QTRY_COMPARE(subject.notes, QStringList({"away", "connected"}));
     QTest::qWait(100);
     QCOMPARE(port.read(), QByteArray());
+}
+
+void tst_SerialDeviceAway::whatWaitsWhenTheDeviceFallsSilentNeverArrives()
+{
+    PseudoPort port;
+    SerialSubject subject(port.path(), {{"silence", "500 ms"}});
+    subject.start();
+    port.write("\n1\n");
+    QTRY_COMPARE(subject.notes.mid(0, 1), QStringList("connected"));
+    for (int i = 0; i < 100; ++i) {
+        subject.device.input(QString("%1").arg(i, 400, 10, QChar('0')));
+    }
+    QTRY_COMPARE(subject.notes.mid(3), QStringList("away"));
+    QByteArray written;
+    for (int i = 0; i < 10; ++i) {
+        written += port.read();
+        QTest::qWait(20);
+    }
+    QVERIFY2(written.size() < 20000, qPrintable(QString::number(written.size())));
 }
 
 void tst_SerialDeviceAway::portThatTakesNothingLosesWrites()
