@@ -249,7 +249,8 @@ void ProcessDevice::onLine(const QByteArray& line)
         m_losses.reportSoon();
     }
     if (isRunning()) {
-        sendLine(QString::fromUtf8(line));
+        // With its length, otherwise the text ends at a zero byte.
+        sendLine(QString::fromUtf8(line.constData(), line.size()));
     }
 }
 
@@ -259,7 +260,7 @@ void ProcessDevice::onErrorLine(const QByteArray& line)
         m_logSecond.start();
         m_loggedLines = 0;
     }
-    const QString text = withoutControls(QString::fromUtf8(line));
+    const QString text = withoutControls(QString::fromUtf8(line.constData(), line.size()));
     if (!text.trimmed().isEmpty()) {
         m_lastError = text.left(kMaxErrorLength);
     }

@@ -92,6 +92,7 @@ private slots:
     void definitionsAreChecked_data();
     void definitionsAreChecked();
     void everyOutputThatMatchesSends();
+    void lineGoesOnBehindAZeroByte();
     void commaMayBeTheDecimalPoint();
     void inputsWriteLines();
     void linesThatMatchNothingAreCounted();
@@ -184,6 +185,15 @@ void tst_ProcessPorts::everyOutputThatMatchesSends()
     QCOMPARE(child.notes,
              QStringList({"connected", "t number 21.5", "t text 21.5", "heater text on",
                           "heater yes", "heater text off", "heater no", "away"}));
+    QCOMPARE(child.alerts, QStringList());
+}
+
+void tst_ProcessPorts::lineGoesOnBehindAZeroByte()
+{
+    PortsOfAProcess child(R"(printf 'T\00021\n')");
+    child.addOutput("t", QString("T.([0-9]+)"));
+    child.start();
+    QTRY_COMPARE(child.notes, QStringList({"connected", "t number 21", "t text 21", "away"}));
     QCOMPARE(child.alerts, QStringList());
 }
 
