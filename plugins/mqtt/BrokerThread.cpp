@@ -26,7 +26,7 @@ using namespace std::chrono_literals;
 using Milliseconds = std::chrono::milliseconds;
 
 constexpr std::size_t kMaxOutbox = 1000;
-constexpr qint64 kMaxOutboxBytes = 4 * 1024 * 1024;
+constexpr qint64 kMaxOutboxBytes = 4LL * 1024 * 1024;
 constexpr int kMaxUnconfirmed = 20; ///< At a time; what comes after them waits in the outbox.
 constexpr auto kMaxOpening = 5s;
 constexpr auto kMaxDelay = 10s;

@@ -17,8 +17,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kPause = 5ms;
-constexpr qint64 kTurnNanoseconds = 2000000;
+constexpr auto kPause = 15ms; ///< The window paints what a turn has changed once.
+constexpr qint64 kTurnNanoseconds = 8000000;
 constexpr std::size_t kTakenAtOnce = 128;
 constexpr auto kFilterCheck = 1s;
 constexpr auto kAgeCheck = 100ms;
