@@ -54,7 +54,7 @@ QString JsonDialect::defineOutput(const PortDefinition& definition)
 QString JsonDialect::defineInput(const PortDefinition& definition)
 {
     JsonTemplate input;
-    const QString error = input.define(definition.text);
+    QString error = input.define(definition.text);
     if (error.isEmpty()) {
         m_inputs.push_back(input);
     }

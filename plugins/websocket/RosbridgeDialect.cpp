@@ -83,7 +83,7 @@ QString RosbridgeDialect::defineOutput(const PortDefinition& definition)
 QString RosbridgeDialect::defineInput(const PortDefinition& definition)
 {
     Port port;
-    const QString error = define(definition, true, port);
+    QString error = define(definition, true, port);
     if (error.isEmpty()) {
         m_inputs.push_back(port);
         m_types.insert(port.topic, port.type);

@@ -12,7 +12,7 @@ namespace norvo {
 
 namespace {
 
-constexpr qint64 kMaxFileSize = 1024 * 1024;
+constexpr qint64 kMaxFileSize = 1048576;
 constexpr double kMinSilence = 0.5; ///< In seconds, as the next one.
 constexpr double kMaxSilence = 3600;
 
@@ -68,7 +68,7 @@ QString readHeaders(const QString& path, ServerSettings& settings)
         QRegularExpression::CaseInsensitiveOption);
 
     QByteArray bytes;
-    const QString error = path.isEmpty() ? QString() : readFile(path, bytes);
+    QString error = path.isEmpty() ? QString() : readFile(path, bytes);
     int number = 0;
     for (const QByteArray& line : bytes.split('\n')) {
         ++number;
