@@ -2,6 +2,8 @@
 
 #include "plugins/modbus/ModbusPoint.h"
 
+#include <QtEndian>
+
 #include <cmath>
 
 namespace norvo {
@@ -183,6 +185,19 @@ QString ModbusPoint::writeError() const
 QString ModbusPoint::place() const
 {
     return QString("%1 %2").arg(kTables[int(table)]).arg(address);
+}
+
+double ModbusPoint::valueIn(const QByteArray& values, int firstAddress) const
+{
+    const int index = address - firstAddress;
+    if (isOfBits()) {
+        return quint8(values[index / 8]) >> index % 8 & 1;
+    }
+    RegisterFormat::Registers registers(size());
+    for (int i = 0; i < size(); ++i) {
+        registers[i] = qFromBigEndian<quint16>(values.constData() + 2 * (index + i));
+    }
+    return bit ? registers[0] >> *bit & 1 : format.decode(registers.constData());
 }
 
 } // namespace norvo

@@ -4,6 +4,7 @@
 #include "plugins/modbus/RegisterFormat.h"
 #include "norvo/PortDefinition.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <optional>
@@ -31,6 +32,8 @@ struct ModbusPoint
     int size() const { return isYesNo() ? 1 : format.size(); } ///< In addresses.
     int end() const { return address + size(); }               ///< Behind the last address.
     QString place() const;                                     ///< "holding 100".
+    /// What stands there in the values of an answer that begins with that of `firstAddress`.
+    double valueIn(const QByteArray& values, int firstAddress) const;
 
     Table table = Table::Holding;
     quint16 address = 0;

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "plugins/modbus/ModbusDevice.h"
+#include "norvo/DeviceManager.h"
+#include "norvo/DevicePluginInterface.h"
+
+#include <QObject>
+
+/// The root object of the plug-in that reaches Modbus servers.
+class NorvoModbusPluginInterface : public QObject, public DevicePluginInterface
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID DevicePluginInterface_iid)
+    Q_INTERFACES(DevicePluginInterface)
+
+public:
+    void registerDeviceType(DeviceManager& manager) override
+    {
+        manager.registerDeviceType<ModbusDevice>("modbus");
+    }
+};
+
+#include "NorvoModbusPluginInterface.moc"
