@@ -10,6 +10,7 @@
 #include "TestMain.h"
 
 #include <QLabel>
+#include <QTcpServer>
 #include <QtTest>
 
 using namespace norvo;
@@ -26,13 +27,16 @@ private slots:
     void haveNoErrors_data();
     void haveNoErrors();
     void plantIsSaidInSixtyLines();
+    void plantPumpsByModbus();
     void benchHeatsToItsSetPoint();
     void robotDrivesByItsKeys();
-    void galleryShowsEveryType();
+    void galleryShowsEveryTypeWithAWidget();
+    void everyTypeStandsInAnExample();
     void galleryRunsAValueThroughQmlAndBack();
 
 private:
     PanelDescription read(const QString& example, Diagnostics& diagnostics) const;
+    QStringList typesIn(const QString& example) const;
 
     PluginSet m_plugins;
 };
@@ -96,6 +100,31 @@ void tst_Examples::plantIsSaidInSixtyLines()
     QCOMPARE(counts["graph_settings"], 16);
 }
 
+/// On a port of its own, so that it can run beside itself.
+void tst_Examples::plantPumpsByModbus()
+{
+    QTcpServer anyPort;
+    QVERIFY(anyPort.listen(QHostAddress::LocalHost));
+    const QString port = QString::number(anyPort.serverPort());
+    anyPort.close();
+    Diagnostics diagnostics("panel.yaml");
+    PanelDescription plant = read("plant", diagnostics);
+    for (DeviceSetting& device : plant.devices) {
+        for (ParamSetting& param : device.params) {
+            param.value.text.replace("15020", port).replace("plant.py", "plant.py " + port);
+        }
+    }
+    PanelWindow window("Plant");
+    TestPanel panel(m_plugins.manager(), plant);
+    panel.start(window.page());
+    QSignalSpy runs(panel.device("t2-runs"), SIGNAL(output(bool)));
+    for (const bool on : {true, false}) {
+        QTRY_VERIFY_WITH_TIMEOUT(!runs.isEmpty() && runs.last()[0].toBool() != on, kPatience);
+        QMetaObject::invokeMethod(panel.device("t2-pump"), "click");
+        QTRY_VERIFY_WITH_TIMEOUT(runs.last()[0].toBool() == on, kPatience);
+    }
+}
+
 void tst_Examples::benchHeatsToItsSetPoint()
 {
     Diagnostics diagnostics("panel.yaml");
@@ -136,16 +165,35 @@ void tst_Examples::robotDrivesByItsKeys()
     QTRY_VERIFY_WITH_TIMEOUT(speed.last()[0].toDouble() < -0.1, kPatience);
 }
 
-void tst_Examples::galleryShowsEveryType()
+QStringList tst_Examples::typesIn(const QString& example) const
 {
     Diagnostics diagnostics("panel.yaml");
-    QStringList shown;
-    for (const DeviceSetting& device : read("gallery", diagnostics).devices) {
-        shown.append(device.type.text);
+    QStringList types;
+    for (const DeviceSetting& device : read(example, diagnostics).devices) {
+        types.append(device.type.text);
     }
-    const QStringList types = m_plugins.manager().factories().keys();
-    for (const QString& type : types) {
-        QVERIFY2(shown.contains(type), qPrintable(type));
+    return types;
+}
+
+void tst_Examples::galleryShowsEveryTypeWithAWidget()
+{
+    const QStringList shown = typesIn("gallery");
+    const auto infos = m_plugins.manager().typeInfos();
+    QVERIFY(infos.size() > 17);
+    for (auto info = infos.cbegin(); info != infos.cend(); ++info) {
+        QVERIFY2(info->kind == 0 || shown.contains(info.key()), qPrintable(info.key()));
+    }
+}
+
+void tst_Examples::everyTypeStandsInAnExample()
+{
+    QStringList used;
+    const QDir examples(NORVO_SOURCE_DIR "/examples");
+    for (const QString& name : examples.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        used += typesIn(name);
+    }
+    for (const QString& type : m_plugins.manager().factories().keys()) {
+        QVERIFY2(used.contains(type), qPrintable(type));
     }
 }
 
