@@ -318,13 +318,11 @@ void ModbusDevice::onBlockRefused(quint8 code)
 }
 
 /// A receiver may delete the device, end its running, or lose the line.
-void ModbusDevice::deliver(const std::vector<int>& outputs, const QByteArray& data,
-                           int firstAddress)
+void ModbusDevice::deliver(std::vector<int> outputs, const QByteArray& data, int firstAddress)
 {
     const QPointer<ModbusDevice> alive(this);
-    const std::vector<int> those = outputs;
     const int line = m_lineNumber;
-    for (const int output : those) {
+    for (const int output : outputs) {
         deliverOne(output, data, firstAddress);
         if (!alive || line != m_lineNumber) {
             return;

@@ -79,7 +79,7 @@ private:
     void onAnswered(const QByteArray& pdu);
     void onBlock(const QByteArray& pdu);
     void onBlockRefused(quint8 code);
-    void deliver(const std::vector<int>& outputs, const QByteArray& data, int firstAddress);
+    void deliver(std::vector<int> outputs, const QByteArray& data, int firstAddress);
     void deliverOne(int output, const QByteArray& data, int firstAddress);
 
     void onWritten(const QByteArray& pdu);

@@ -5,6 +5,7 @@
 #include <QtEndian>
 
 #include <cmath>
+#include <cstddef>
 
 namespace norvo {
 
@@ -195,7 +196,8 @@ double ModbusPoint::valueIn(const QByteArray& values, int firstAddress) const
     }
     RegisterFormat::Registers registers(size());
     for (int i = 0; i < size(); ++i) {
-        registers[i] = qFromBigEndian<quint16>(values.constData() + 2 * (index + i));
+        registers[i] =
+            qFromBigEndian<quint16>(values.constData() + std::ptrdiff_t(2) * (index + i));
     }
     return bit ? registers[0] >> *bit & 1 : format.decode(registers.constData());
 }

@@ -55,7 +55,7 @@ void ModbusSettings::declare(ParametersEntity& entity)
 QString ModbusSettings::read(ParametersEntity& entity)
 {
     target = entity.getParam("target").value().trimmed();
-    const QString wrong = readTarget();
+    QString wrong = readTarget();
     if (!wrong.isEmpty()) {
         return wrong;
     }
