@@ -16,8 +16,8 @@ using namespace std::chrono_literals;
 
 constexpr auto kMaxRetryDelay = 2000ms;
 constexpr auto kWatchInterval = 500ms;
-constexpr qint64 kReadBufferBytes = 64 * 1024;
-constexpr qint64 kMaxWaiting = 64 * 1024;
+constexpr qint64 kReadBufferBytes = 65536;
+constexpr qint64 kMaxWaiting = 65536;
 
 /// What QSerialPort says too little of.
 QString reasonOf(const QSerialPort& port, const QString& path)
