@@ -4,11 +4,15 @@
 #include "plugins/modbus/ModbusDevice.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QThread>
 
 #include <benchmark/benchmark.h>
+
+#include <future>
+#include <memory>
 
 namespace {
 
@@ -19,32 +23,39 @@ class Server
 {
 public:
     Server()
+        : m_thread(QThread::create([this] {
+              QTcpServer server;
+              QObject::connect(&server, &QTcpServer::newConnection, [&server] {
+                  QTcpSocket* const socket = server.nextPendingConnection();
+                  QObject::connect(socket, &QTcpSocket::readyRead, [socket] { answer(*socket); });
+              });
+              server.listen(QHostAddress::LocalHost);
+              m_port.set_value(server.serverPort());
+              QEventLoop().exec();
+          }))
     {
-        m_server.moveToThread(&m_thread);
-        QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [this] {
-            QTcpSocket* const socket = m_server.nextPendingConnection();
-            QObject::connect(socket, &QTcpSocket::readyRead, socket, [socket] {
-                while (socket->bytesAvailable() >= 12) {
-                    const QByteArray request = socket->read(12);
-                    const int bytes = 2 * quint8(request[11]);
-                    socket->write(request.left(5) + char(3 + bytes) + request.mid(6, 2) +
-                                  char(bytes) + QByteArray(bytes, '\0'));
-                }
-            });
-        });
-        m_server.listen(QHostAddress::LocalHost);
-        m_thread.start();
+        m_thread->start();
     }
     ~Server()
     {
-        m_thread.quit();
-        m_thread.wait();
+        m_thread->quit();
+        m_thread->wait();
     }
-    quint16 port() const { return m_server.serverPort(); }
+    quint16 port() { return m_port.get_future().get(); } ///< Once.
 
 private:
-    QThread m_thread;
-    QTcpServer m_server;
+    static void answer(QTcpSocket& socket)
+    {
+        while (socket.bytesAvailable() >= 12) {
+            const QByteArray request = socket.read(12);
+            const int bytes = 2 * quint8(request[11]);
+            socket.write(request.left(5) + char(3 + bytes) + request.mid(6, 2) + char(bytes) +
+                         QByteArray(bytes, '\0'));
+        }
+    }
+
+    std::promise<quint16> m_port;
+    const std::unique_ptr<QThread> m_thread;
 };
 
 class Counter : public QObject
@@ -66,6 +77,9 @@ void start(ModbusDevice& device, Counter& counter, quint16 port)
     for (int i = 0; i < kPorts; ++i) {
         const QString name = QString("x%1").arg(i);
         device.addOutput(name, QString("holding %1 int16 x0.1").arg(i));
+    }
+    for (int i = 0; i < kPorts; ++i) {
+        const QString name = QString("x%1").arg(i);
         QString signature;
         QObject* const provider = device.getProvider(name + "(double)", signature);
         QObject::connect(provider, ("2" + signature.toUtf8()).constData(), &counter,
@@ -78,7 +92,7 @@ void start(ModbusDevice& device, Counter& counter, quint16 port)
 
 void polls(benchmark::State& state)
 {
-    const Server server;
+    Server server;
     ModbusDevice device;
     Counter counter;
     start(device, counter, server.port());
