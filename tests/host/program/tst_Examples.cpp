@@ -17,6 +17,29 @@ using namespace norvo;
 
 constexpr int kPatience = 60000; ///< ms; a machine under load starts a script slowly.
 
+namespace {
+
+/// So that an example can run beside itself.
+QString freePort()
+{
+    QTcpServer any;
+    return any.listen(QHostAddress::LocalHost) ? QString::number(any.serverPort()) : QString();
+}
+
+/// In all values of parameters.
+void replace(PanelDescription& panel, const QVector<QPair<QString, QString>>& texts)
+{
+    for (DeviceSetting& device : panel.devices) {
+        for (ParamSetting& param : device.params) {
+            for (const auto& [before, after] : texts) {
+                param.value.text.replace(before, after);
+            }
+        }
+    }
+}
+
+} // namespace
+
 /// The panels that come with the program, on the plug-ins as they are built.
 class tst_Examples : public QObject
 {
@@ -28,13 +51,15 @@ private slots:
     void haveNoErrors();
     void plantIsSaidInSixtyLines();
     void plantPumpsByModbus();
+    void brokerSharesValuesOfTwoPanels();
     void benchHeatsToItsSetPoint();
     void robotDrivesByItsKeys();
     void galleryShowsEveryTypeWithAWidget();
     void galleryRunsAValueThroughQmlAndBack();
 
 private:
-    PanelDescription read(const QString& example, Diagnostics& diagnostics) const;
+    PanelDescription read(const QString& example, Diagnostics& diagnostics,
+                          const QString& file = "panel.yaml") const;
 
     PluginSet m_plugins;
 };
@@ -45,10 +70,11 @@ void tst_Examples::initTestCase()
     QVERIFY(!m_plugins.isEmpty());
 }
 
-PanelDescription tst_Examples::read(const QString& example, Diagnostics& diagnostics) const
+PanelDescription tst_Examples::read(const QString& example, Diagnostics& diagnostics,
+                                    const QString& file) const
 {
     QDir::setCurrent(NORVO_SOURCE_DIR "/examples/" + example);
-    return PanelFile::read("panel.yaml", diagnostics);
+    return PanelFile::read(file, diagnostics);
 }
 
 void tst_Examples::haveNoErrors_data()
@@ -57,7 +83,7 @@ void tst_Examples::haveNoErrors_data()
 
     const QDir examples(NORVO_SOURCE_DIR "/examples");
     const QStringList names = examples.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-    QVERIFY(names.size() >= 7);
+    QVERIFY(names.size() >= 8);
     for (const QString& name : names) {
         QTest::newRow(qPrintable(name)) << name;
     }
@@ -98,20 +124,12 @@ void tst_Examples::plantIsSaidInSixtyLines()
     QCOMPARE(counts["graph_settings"], 16);
 }
 
-/// On a port of its own, so that it can run beside itself.
 void tst_Examples::plantPumpsByModbus()
 {
-    QTcpServer anyPort;
-    QVERIFY(anyPort.listen(QHostAddress::LocalHost));
-    const QString port = QString::number(anyPort.serverPort());
-    anyPort.close();
+    const QString port = freePort();
     Diagnostics diagnostics("panel.yaml");
     PanelDescription plant = read("plant", diagnostics);
-    for (DeviceSetting& device : plant.devices) {
-        for (ParamSetting& param : device.params) {
-            param.value.text.replace("15020", port).replace("plant.py", "plant.py " + port);
-        }
-    }
+    replace(plant, {{"15020", port}, {"plant.py", "plant.py " + port}});
     PanelWindow window("Plant");
     TestPanel panel(m_plugins.manager(), plant);
     panel.start(window.page());
@@ -121,6 +139,38 @@ void tst_Examples::plantPumpsByModbus()
         QMetaObject::invokeMethod(panel.device("t2-pump"), "click");
         QTRY_VERIFY_WITH_TIMEOUT(runs.last()[0].toBool() == on, kPatience);
     }
+}
+
+void tst_Examples::brokerSharesValuesOfTwoPanels()
+{
+    const QString port = freePort();
+    QTemporaryFile settings;
+    QVERIFY(settings.open());
+    settings.write(("listener " + port + " 127.0.0.1\nallow_anonymous true\n").toUtf8());
+    settings.close();
+    Diagnostics diagnostics("panel.yaml");
+    PanelDescription inRoom = read("broker", diagnostics);
+    PanelDescription atOven = read("broker", diagnostics, "machine.yaml");
+    QVERIFY(diagnostics.isEmpty());
+    for (PanelDescription* panel : {&inRoom, &atOven}) {
+        replace(*panel, {{"18830", port}, {"mosquitto.conf", settings.fileName()}});
+    }
+    PanelWindow roomWindow("Room");
+    TestPanel room(m_plugins.manager(), inRoom);
+    room.start(roomWindow.page());
+    PanelWindow ovenWindow("Oven");
+    TestPanel oven(m_plugins.manager(), atOven);
+    oven.start(ovenWindow.page());
+
+    QSignalSpy there(room.device("machine"), SIGNAL(output(bool)));
+    QSignalSpy temperature(room.device("temperature"), SIGNAL(output(double)));
+    QSignalSpy heating(room.device("lamp"), SIGNAL(output(bool)));
+    QTRY_VERIFY_WITH_TIMEOUT(!there.isEmpty() && there.last()[0].toBool(), kPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(temperature.count() > 3, kPatience);
+    QMetaObject::invokeMethod(room.device("goal"), "input", Q_ARG(double, 69));
+    QTRY_VERIFY_WITH_TIMEOUT(!heating.isEmpty() && heating.last()[0].toBool(), kPatience);
+    oven.stop();
+    QTRY_VERIFY_WITH_TIMEOUT(!there.last()[0].toBool(), kPatience);
 }
 
 void tst_Examples::benchHeatsToItsSetPoint()
