@@ -97,7 +97,7 @@ void tst_NorvoPanelPorts::typesThatTakeThemSaySo()
             QVERIFY(!type["outputDefinition"].toString().isEmpty());
         }
     }
-    QCOMPARE(types, (QStringList{"calc", "process"}));
+    QCOMPARE(types, (QStringList{"calc", "modbus", "mqtt", "process", "serial", "websocket"}));
     for (const char* format : {"text", "markdown"}) {
         PanelProcess described({"--describe", "process", "--format", format});
         QCOMPARE(described.runToEnd(), 0);

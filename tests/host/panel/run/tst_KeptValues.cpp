@@ -125,6 +125,7 @@ private slots:
     void nothingIsKeptWhereThatIsSaid();
     void valueThatAWireGaveIsNotKept_data() { eachControl(); }
     void valueThatAWireGaveIsNotKept();
+    void valueThatGoesRoundACycleIsNotKept();
     void handsGoOnAfterAWire();
     void whatWasPutBackIsChangedByTheNextHand();
     void valueOfOtherSettingsIsNotPutBack();
@@ -237,6 +238,22 @@ void tst_KeptValues::valueThatAWireGaveIsNotKept()
     run.relay().input(1);
     QVERIFY(type == "dropdownlist" || control.look(run.face()) != before);
     QCOMPARE(state, norvo::PanelState());
+}
+
+/// Where a queued wire brings it back.
+void tst_KeptValues::valueThatGoesRoundACycleIsNotKept()
+{
+    norvo::PanelState state;
+    Run run(m_manager,
+            panelOf("slider", Keep::Unsaid,
+                    {"d.output -> relay.input(double)", "relay.output -> d.input"}),
+            state);
+    run.relay().input(1);
+    QTRY_VERIFY(run.relay().passes() > 1);
+    QCoreApplication::processEvents();
+    QCOMPARE(state, norvo::PanelState());
+    QTest::keyClick(run.face().findChild<QSlider*>(), Qt::Key_End);
+    QCOMPARE(state["d"][KeptValue::kValue], QString("100"));
 }
 
 void tst_KeptValues::handsGoOnAfterAWire()
