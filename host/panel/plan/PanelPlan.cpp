@@ -4,6 +4,7 @@
 
 #include "host/panel/file/EditDistance.h"
 #include "host/panel/plan/CycleFinder.h"
+#include "host/panel/plan/MisspeltIds.h"
 #include "host/panel/plan/NamedPorts.h"
 #include "host/panel/plan/Wiring.h"
 
@@ -44,6 +45,7 @@ public:
         initialiseNodes();
         reportOverlaps(m_plan.layOut());
         reportHugeGrid();
+        reportMisspeltIds(m_description, m_diagnostics);
         addWires();
         m_knowledge.checkCurves(m_description, m_diagnostics);
         return std::move(m_plan);
