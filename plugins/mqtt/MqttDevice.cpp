@@ -17,7 +17,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kPause = 15ms; ///< The window paints what a turn has changed once.
+constexpr auto kPause = 15ms;       ///< While more waits than a turn can take.
+constexpr auto kSteadyPause = 33ms; ///< Each turn has the window painted.
 constexpr qint64 kTurnNanoseconds = 8000000;
 constexpr std::size_t kTakenAtOnce = 128;
 constexpr auto kFilterCheck = 1s;
@@ -177,8 +178,10 @@ void MqttDevice::turn()
     QElapsedTimer clock;
     clock.start();
     std::vector<norvo::News> some;
+    bool hasTaken = false;
     do {
         some = m_broker->news().take(kTakenAtOnce);
+        hasTaken = hasTaken || !some.empty();
         for (const norvo::News& news : some) {
             take(news);
             if (!self) {
@@ -191,8 +194,10 @@ void MqttDevice::turn()
         }
     } while (!some.empty() && clock.nsecsElapsed() < kTurnNanoseconds);
     m_isInTurn = false;
-    if (!m_broker->resume()) {
+    if (!some.empty()) {
         m_pause.start(kPause);
+    } else if (hasTaken || !m_broker->resume()) {
+        m_pause.start(kSteadyPause);
     }
     collectLosses();
 }

@@ -5,6 +5,7 @@
 #include "TestBroker.h"
 #include "TestMain.h"
 
+#include <QAbstractEventDispatcher>
 #include <QtTest>
 
 #include <thread>
@@ -30,8 +31,47 @@ class tst_MqttFlood : public QObject
 private slots:
     void initTestCase() { mosquitto_lib_init(); }
     void cleanupTestCase() { mosquitto_lib_cleanup(); }
+    void steadyStreamIsTakenSomeThirtyTimesASecond();
     void floodLeavesTheWindowFreeAndMemoryBounded();
 };
+
+/// Each time the window is painted.
+void tst_MqttFlood::steadyStreamIsTakenSomeThirtyTimesASecond()
+{
+    constexpr int sent = 1500;
+    TestBroker broker({"allow_anonymous true"});
+    broker.start();
+    MqttSubject panel(broker.address());
+    QCOMPARE(panel.device.addOutput("t", QString("bench/t")), QString());
+    int pass = 0;
+    int count = 0;
+    QSet<int> passes;
+    QObject context;
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake,
+                     &context, [&pass] { ++pass; });
+    Listener values;
+    values.onNote = [&] {
+        ++count;
+        passes.insert(pass);
+    };
+    values.listenTo(panel.device, "t");
+    panel.startAndConnect();
+    Peer peer(broker.port());
+    peer.waitUntilUp();
+
+    QElapsedTimer whole;
+    whole.start();
+    std::thread stream([&peer] {
+        for (int i = 0; i < sent; ++i) {
+            peer.publish("bench/t", "x"); // Leaves as a text alone.
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+    });
+    QTRY_COMPARE_WITH_TIMEOUT(count, sent, kPatience);
+    stream.join();
+    const qint64 mostPasses = whole.elapsed() / 33 + 5;
+    QVERIFY2(passes.size() <= mostPasses, qPrintable(QString::number(passes.size())));
+}
 
 void tst_MqttFlood::floodLeavesTheWindowFreeAndMemoryBounded()
 {
