@@ -61,7 +61,7 @@ private:
     {
         const char* const bytes = m_source.bytes().constData();
         return int(std::count_if(bytes + begin, bytes + end,
-                                 [](char c) { return std::strchr("[]{},:?#", c); }));
+                                 [](char c) { return std::strchr("[]{},:?#*&!", c); }));
     }
 
     const SourceText& m_source;

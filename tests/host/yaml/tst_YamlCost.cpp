@@ -143,6 +143,10 @@ void tst_YamlCost::limitInBracketsIsReportedAtItsPlace_data()
         << filledWith("- [a]\n- \"", "[]")
         << "line 1, column 4: more than 600,000 brackets, commas and other marks in the list, map "
            "or text that begins here";
+    QTest::newRow("aliases in brackets that are not closed")
+        << filledWith("- &a x\n- [", "*a ")
+        << "line 1, column 3: more than 600,000 brackets, commas and other marks in the list, map "
+           "or text that begins here";
     QTest::newRow("comments in brackets that are not closed")
         << filledWith("[", "a #\n ")
         << "line 1, column 1: more than 600,000 brackets, commas and other marks in the list, map "
