@@ -136,7 +136,9 @@ void tst_MqttFlood::floodLeavesTheWindowFreeAndMemoryBounded()
     QVERIFY(isOrdered);
     QVERIFY(count > 1000);
     QVERIFY(turns >= seconds); // A window that answers; how fast is for a machine that is free.
+#ifndef __SANITIZE_ADDRESS__   // It keeps what has been freed for a while.
     QVERIFY(largest - before < 200 * 1024); // The peer's own queue included.
+#endif
 }
 
 NORVO_GUILESS_TEST(tst_MqttFlood)
