@@ -2,6 +2,8 @@
 
 #include "host/catalogue/Schema.h"
 
+#include "host/catalogue/LookSchema.h"
+
 #include "host/catalogue/Catalogue.h"
 #include "host/catalogue/Listing.h"
 
@@ -317,11 +319,13 @@ QString Schema::ofPanelFiles(const Catalogue& catalogue)
     include.insert("description", "Files whose templates are taken, relative to this one.");
     QJsonObject templates = mapOfAll(reference("template"));
     templates.insert("description", "Groups of devices and connections, to be used many times.");
-    QJsonObject schema = mapOf({{"title", title},
-                                {"devices", reference("devices")},
-                                {"connections", reference("connections")},
-                                {"templates", templates},
-                                {"include", include}});
+    QJsonObject keys{{"title", title},
+                     {"devices", reference("devices")},
+                     {"connections", reference("connections")},
+                     {"templates", templates},
+                     {"include", include}};
+    addLookKeys(keys);
+    QJsonObject schema = mapOf(keys);
     schema.insert("type", "object");
     schema.insert("$schema", "http://json-schema.org/draft-07/schema#");
     schema.insert("title", "Panel of norvo-panel");

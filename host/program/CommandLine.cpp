@@ -2,6 +2,7 @@
 
 #include "host/program/CommandLine.h"
 
+#include "host/panel/file/LookReader.h"
 #include "host/program/PanelInput.h"
 
 #include <QCommandLineParser>
@@ -19,6 +20,7 @@ const QCommandLineOption kPlugins("plugins", {}, "DIR");
 const QCommandLineOption kState("state", {}, "FILE");
 const QCommandLineOption kNoState("no-state");
 const QCommandLineOption kFullscreen("fullscreen");
+const QCommandLineOption kTheme("theme", {}, "THEME");
 const QCommandLineOption kCheck("check");
 const QCommandLineOption kSet("set", {}, "DEVICE.PARAM=VALUE");
 const QCommandLineOption kScreenshot("screenshot", {}, "OUT.png");
@@ -222,6 +224,17 @@ void readPictureOptions(const QCommandLineParser& parser, Options& options, QStr
     }
 }
 
+std::optional<PanelLook::Theme> themeNamed(const QString& name, QString& error)
+{
+    const auto found = themeNames().constFind(name);
+    if (found != themeNames().constEnd()) {
+        return *found;
+    }
+    error = QString("--theme needs one of %1, not \"%2\"")
+                .arg(QStringList(themeNames().keys()).join(", "), name);
+    return std::nullopt;
+}
+
 /// Qt's text, as the middle of a line.
 QString inLine(QString text)
 {
@@ -235,9 +248,9 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
 {
     QCommandLineParser parser;
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // As Qt's own are.
-    parser.addOptions({kPlugins, kState, kNoState, kFullscreen, kCheck, kSet, kScreenshot, kAfter,
-                       kSize, kTypes, kDescribe, kDescribeAll, kSchema, kFormat, kVerbose, kHelp,
-                       kVersion});
+    parser.addOptions({kPlugins, kState, kNoState, kFullscreen, kTheme, kCheck, kSet, kScreenshot,
+                       kAfter, kSize, kTypes, kDescribe, kDescribeAll, kSchema, kFormat, kVerbose,
+                       kHelp, kVersion});
     parser.addOptions(kQtOptions);
     Options options;
     if (!parser.parse(arguments)) {
@@ -254,6 +267,9 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
     options.keepsState = !parser.isSet(kNoState);
     options.fullscreen = parser.isSet(kFullscreen);
     options.verbose = parser.isSet(kVerbose);
+    if (error.isEmpty() && parser.isSet(kTheme)) {
+        options.theme = themeNamed(parser.value(kTheme), error);
+    }
     options.qtArguments = qtArguments(parser);
     if (error.isEmpty() && options.action == Options::Action::Screenshot) {
         readPictureOptions(parser, options, error);
@@ -295,6 +311,7 @@ files in a panel file are relative to its folder.
   --state FILE       keeps what devices store in FILE, not in PANEL.state.yaml beside the panel
   --no-state         keeps nothing from one run to the next
   --fullscreen       covers the whole screen; F11 changes to and fro, Escape leaves it
+  --theme THEME      light, dark or system, whatever the panel file says
   --after MS         takes the picture after so many milliseconds (500)
   --size WxH         the picture's size in pixels; else what the panel needs
   --verbose          writes debug messages, too

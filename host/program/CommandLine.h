@@ -2,12 +2,15 @@
 #pragma once
 
 #include "host/catalogue/Listing.h"
+#include "host/panel/file/PanelLook.h"
 
 #include <QByteArray>
 #include <QSize>
 #include <QString>
 #include <QStringList>
 #include <QVector>
+
+#include <optional>
 
 namespace norvo {
 
@@ -44,6 +47,7 @@ struct Options
     QString stateFile;         ///< Empty: beside the panel file.
     bool keepsState = true;
     bool fullscreen = false;
+    std::optional<PanelLook::Theme> theme; ///< None: what the panel file says.
     bool verbose = false;
     QStringList qtArguments; ///< Qt's own options, as QApplication reads them.
     QString pictureFile;

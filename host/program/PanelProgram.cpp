@@ -147,7 +147,8 @@ int PanelRun::start()
     StateFile state(m_options.stateFile.isEmpty() ? StateFile::besidePanel(m_input.name())
                                                   : m_options.stateFile,
                     isPicture() ? StateFile::Mode::ReadOnly : StateFile::Mode::ReadWrite);
-    const PanelDescription description = m_input.read(diagnostics);
+    PanelDescription description = m_input.read(diagnostics);
+    description.look.theme = m_options.theme.value_or(description.look.theme);
     if (m_keepsState && !diagnostics.hasErrors()) {
         QObject::connect(&state, &StateFile::problem, &Console::report);
         state.read();

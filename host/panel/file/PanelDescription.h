@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/panel/file/Diagnostics.h"
+#include "host/panel/file/PanelLook.h"
 
 #include <QMap>
 #include <QString>
@@ -68,6 +69,7 @@ struct PanelDescription
     PlacedText title;
     QVector<DeviceSetting> devices;         ///< In the order of the file.
     QVector<ConnectionSetting> connections; ///< In the order of the file.
+    PanelLook look = {};
 };
 
 } // namespace norvo

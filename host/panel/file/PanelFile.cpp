@@ -5,6 +5,7 @@
 #include "host/panel/file/ConnectionReader.h"
 #include "host/panel/file/DeviceReader.h"
 #include "host/panel/file/EditDistance.h"
+#include "host/panel/file/LookReader.h"
 #include "host/panel/file/TemplateLibrary.h"
 #include "host/panel/file/TemplateUse.h"
 
@@ -21,8 +22,8 @@ namespace {
 
 // Each costs a check some 20 microseconds and 7 kB, and the largest panel is to take a second at
 // most.
-constexpr int kMaxDevices = 10000;
-constexpr int kMaxConnections = 15000;
+constexpr int kMaxDevices = 5000;
+constexpr int kMaxConnections = 8000;
 constexpr int kMaxNestedUses = 32; // Of templates in templates.
 
 /// Finds a panel in a YAML tree. Goes on after each error, to report them all.
@@ -55,6 +56,7 @@ public:
 private:
     void readKeys(const YamlNode& root, const ReadContext& context)
     {
+        Place fitPlace;
         for (const YamlEntry& entry : root.entries) {
             if (!isUsable(entry)) {
                 continue;
@@ -66,10 +68,14 @@ private:
                 readDevices(entry, context);
             } else if (key == "connections") {
                 readConnections(entry, context);
+            } else if (lookKeys().contains(key)) {
+                readLook(entry, context, m_description.look);
+                fitPlace = key == "fit" ? entry.place : fitPlace;
             } else if (key != "templates" && key != "include") {
                 refuseKey(entry, context);
             }
         }
+        checkLook(m_description.look, fitPlace, context);
     }
 
     static void refuseKey(const YamlEntry& entry, const ReadContext& context)
@@ -80,9 +86,12 @@ private:
                 return one.key && (one.key->text == "device" || one.key->text == "use");
             });
         context.refuseKey(
-            *entry.key, "", {"title", "devices", "connections", "templates", "include"},
+            *entry.key, "",
+            QStringList{"title", "devices", "connections", "templates", "include"} + lookKeys(),
             isDevice ? "a device stands below \"devices:\" and is indented"
-                     : "a panel has title, devices, connections, templates and include");
+                     : "a panel has title, devices, connections, templates, include, " +
+                           lookKeys().mid(0, lookKeys().size() - 1).join(", ") + " and " +
+                           lookKeys().constLast());
     }
 
     void readTitle(const YamlEntry& entry, const ReadContext& context)
@@ -101,7 +110,7 @@ private:
                  "devices must be a map: the id of each device, and what it is, as in "
                  "\"start: {device: button}\"")) {
             if (m_description.devices.size() == kMaxDevices) {
-                return context.refuse(device.key->place, "more than 10,000 devices");
+                return context.refuse(device.key->place, "more than 5,000 devices");
             }
             if (m_budget.isSpent()) {
                 return;
@@ -227,7 +236,7 @@ private:
                                "connections must be a list, with a line such as "
                                "\"- source.signal -> target.slot\" for each")) {
             if (m_description.connections.size() == kMaxConnections) {
-                return context.refuse(connection.place, "more than 15,000 connections");
+                return context.refuse(connection.place, "more than 8,000 connections");
             }
             if (m_budget.isSpent()) {
                 return;
@@ -256,7 +265,7 @@ PanelDescription PanelFile::read(const QString& fileName, Diagnostics& diagnosti
     if (!text) {
         diagnostics.error({}, reason);
     }
-    return text ? parse(*text, fileName, diagnostics) : PanelDescription{fileName, {}, {}, {}};
+    return text ? parse(*text, fileName, diagnostics) : PanelDescription{fileName, {}, {}, {}, {}};
 }
 
 PanelDescription PanelFile::parse(const QByteArray& text, const QString& fileName,
@@ -266,7 +275,7 @@ PanelDescription PanelFile::parse(const QByteArray& text, const QString& fileNam
     const auto tree = YamlTree::read(file.source);
     if (const auto* error = std::get_if<TextError>(&tree)) {
         diagnostics.error(error->place, error->text);
-        return {fileName, {}, {}, {}};
+        return {fileName, {}, {}, {}, {}};
     }
     file.root = std::get<YamlNodePtr>(tree);
     return PanelReader(file, diagnostics).read();

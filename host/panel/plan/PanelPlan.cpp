@@ -23,7 +23,7 @@ namespace norvo {
 namespace {
 
 constexpr int kMaxSuggestedIds = 500; ///< The first of the file; a search takes time for each.
-constexpr int kMaxLateDevices = 500;  ///< With documents, each of which takes time and memory.
+constexpr int kMaxLateDevices = 300;  ///< With documents, each of which takes time and memory.
 
 /// Makes one plan.
 class Planner

@@ -14,6 +14,7 @@ class tst_CommandLine : public QObject
 private slots:
     void panelAloneIsRun();
     void everyOptionArrives();
+    void themeArrives();
     void formAndTypeOfAListingArrive();
     void smallestAndLargestPictureAreTaken();
     void helpAndVersionAreGivenWhateverElseIsAsked();
@@ -66,6 +67,16 @@ void tst_CommandLine::everyOptionArrives()
     QVERIFY(parse({"p.yaml", "--verbose"}, error).verbose);
     QVERIFY(!parse({"p.yaml", "--no-state"}, error).keepsState);
     QCOMPARE(error, QString());
+}
+
+void tst_CommandLine::themeArrives()
+{
+    QString error;
+    QVERIFY(!parse({"p.yaml"}, error).theme);
+    QVERIFY(parse({"--theme", "dark", "p.yaml"}, error).theme == norvo::PanelLook::Theme::Dark);
+    QCOMPARE(error, QString());
+    parse({"--theme", "drak", "p.yaml"}, error);
+    QCOMPARE(error, QString("--theme needs one of dark, light, system, not \"drak\""));
 }
 
 void tst_CommandLine::formAndTypeOfAListingArrive()

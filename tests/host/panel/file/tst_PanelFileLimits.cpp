@@ -197,16 +197,16 @@ void tst_PanelFileLimits::valueLimit()
 
 void tst_PanelFileLimits::deviceLimit()
 {
-    QCOMPARE(errorsOf(ofDevices(10000)), QString());
-    QCOMPARE(errorsOf(ofDevices(20000)), QString("10002:3: error: more than 10,000 devices"));
+    QCOMPARE(errorsOf(ofDevices(5000)), QString());
+    QCOMPARE(errorsOf(ofDevices(20000)), QString("5002:3: error: more than 5,000 devices"));
 }
 
 void tst_PanelFileLimits::connectionLimit()
 {
     const QByteArray connection = "- a.x -> b.y\n";
-    QCOMPARE(errorsOf("connections:\n" + connection.repeated(15000)), QString());
+    QCOMPARE(errorsOf("connections:\n" + connection.repeated(8000)), QString());
     QCOMPARE(errorsOf("connections:\n" + connection.repeated(30000)),
-             QString("15002:3: error: more than 15,000 connections"));
+             QString("8002:3: error: more than 8,000 connections"));
 }
 
 void tst_PanelFileLimits::keysAreNoValues()

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/catalogue/LookSchema.h"
+
+#include "host/panel/file/PanelLook.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace norvo {
+
+namespace {
+
+QJsonObject oneOf(const QStringList& names, const QString& description)
+{
+    return {{"enum", QJsonArray::fromStringList(names)}, {"description", description}};
+}
+
+QJsonObject textLike(const QString& pattern, const QString& description)
+{
+    return {{"type", "string"}, {"pattern", pattern}, {"description", description}};
+}
+
+/// A list of weights, or one for each tab.
+QJsonObject weights(const QString& description)
+{
+    const QJsonObject list{{"type", "array"},
+                           {"items", QJsonObject{{"type", QJsonArray{"integer", "string"}},
+                                                 {"pattern", "^\\d{1,3}$"},
+                                                 {"minimum", 0},
+                                                 {"maximum", PanelLook::kMaxWeight}}}};
+    const QJsonObject tabs{{"type", "object"}, {"additionalProperties", list}};
+    return {{"anyOf", QJsonArray{list, tabs}}, {"description", description}};
+}
+
+} // namespace
+
+void addLookKeys(QJsonObject& keys)
+{
+    keys.insert("theme", oneOf({"light", "dark", "system"}, "The colours; system by default."));
+    keys.insert("touch", oneOf({"fingers", "gloves"},
+                               "How large keys are at least: 12.7 mm for fingers, the default, or "
+                               "20 mm for gloves."));
+    keys.insert("design", textLike("^\\d{1,5}x\\d{1,5}$",
+                                   "The size in pixels that the panel was laid out for, such as "
+                                   "1024x600."));
+    keys.insert("fit", oneOf({"grow", "scale"},
+                             "What fills a larger window: the widgets, the default, or the page "
+                             "as a whole, drawn larger; it needs \"design\"."));
+    keys.insert("language", textLike("^[a-z]{2,3}([_-][A-Z][a-z]{3})?([_-][A-Z]{2})?$",
+                                     "Of the program's own texts and keyboard, such as de or "
+                                     "pt_BR; the system's by default."));
+    keys.insert("rows", weights("The share of the spare height that each row gets, for all tabs "
+                                "or for each by its name; 0: none."));
+    keys.insert("columns", weights("The share of the spare width that each column gets, for all "
+                                   "tabs or for each by its name; 0: none."));
+}
+
+} // namespace norvo

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+class QJsonObject;
+
+namespace norvo {
+
+/// Adds the keys of a panel that say how it is shown, as a JSON schema describes them.
+void addLookKeys(QJsonObject& keys);
+
+} // namespace norvo
