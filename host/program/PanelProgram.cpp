@@ -16,6 +16,7 @@
 #include "host/program/SetParams.h"
 #include "host/program/TypeListing.h"
 #include "host/program/UnixSignals.h"
+#include "host/texts/Language.h"
 #include "host/window/PanelPages.h"
 #include "host/window/PanelWindow.h"
 
@@ -149,6 +150,7 @@ int PanelRun::start()
                     isPicture() ? StateFile::Mode::ReadOnly : StateFile::Mode::ReadWrite);
     PanelDescription description = m_input.read(diagnostics);
     description.look.theme = m_options.theme.value_or(description.look.theme);
+    Language::use(*qGuiApp, description.look.language);
     if (m_keepsState && !diagnostics.hasErrors()) {
         QObject::connect(&state, &StateFile::problem, &Console::report);
         state.read();

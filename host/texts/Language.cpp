@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/texts/Language.h"
+
+#include <QGuiApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+
+// A static library's resource is left out of a program that does not ask for it.
+static void initResource()
+{
+    Q_INIT_RESOURCE(texts);
+}
+
+namespace norvo {
+
+namespace {
+
+void install(QGuiApplication& application, const QLocale& locale, const QString& name,
+             const QString& folder)
+{
+    auto* const texts = new QTranslator(&application);
+    if (texts->load(locale, name, "_", folder)) {
+        QCoreApplication::installTranslator(texts);
+    } else {
+        delete texts;
+    }
+}
+
+} // namespace
+
+void Language::use(QGuiApplication& application, const QString& name)
+{
+    initResource();
+    const QLocale locale = name.isEmpty() ? QLocale::system() : QLocale(name);
+    install(application, locale, "qtbase", QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+    install(application, locale, "norvo", ":/norvo/texts");
+    application.setProperty("norvoLanguage", locale.name());
+    if (!name.isEmpty()) {
+        QGuiApplication::setLayoutDirection(locale.textDirection());
+    }
+}
+
+} // namespace norvo

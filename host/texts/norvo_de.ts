@@ -1,0 +1,101 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>norvo::PanelWindow</name>
+    <message>
+        <source>This panel cannot start</source>
+        <translation>Diese Tafel kann nicht starten</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::EntryDialog</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Allowed: %1</source>
+        <translation>Erlaubt: %1</translation>
+    </message>
+    <message>
+        <source>Old value: %1</source>
+        <translation>Alter Wert: %1</translation>
+    </message>
+    <message>
+        <source>Backspace</source>
+        <translation>Zeichen löschen</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Alles löschen</translation>
+    </message>
+    <message>
+        <source>Step up</source>
+        <translation>Schritt aufwärts</translation>
+    </message>
+    <message>
+        <source>Step down</source>
+        <translation>Schritt abwärts</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Umschalten</translation>
+    </message>
+    <message>
+        <source>Capital letters</source>
+        <translation>Großbuchstaben</translation>
+    </message>
+    <message>
+        <source>This text is not accepted</source>
+        <translation>Dieser Text wird nicht angenommen</translation>
+    </message>
+    <message>
+        <source>Cursor left</source>
+        <translation>Zeiger nach links</translation>
+    </message>
+    <message>
+        <source>Cursor right</source>
+        <translation>Zeiger nach rechts</translation>
+    </message>
+</context>
+<context>
+    <name>NumpadDialog</name>
+    <message>
+        <source>Enter a number</source>
+        <translation>Eine Zahl eingeben</translation>
+    </message>
+    <message>
+        <source>This is not a number</source>
+        <translation>Das ist keine Zahl</translation>
+    </message>
+    <message>
+        <source>Below the lowest value allowed, %1</source>
+        <translation>Unter dem kleinsten erlaubten Wert, %1</translation>
+    </message>
+    <message>
+        <source>Above the highest value allowed, %1</source>
+        <translation>Über dem größten erlaubten Wert, %1</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 bis %2</translation>
+    </message>
+    <message>
+        <source>at least %1</source>
+        <translation>mindestens %1</translation>
+    </message>
+    <message>
+        <source>at most %1</source>
+        <translation>höchstens %1</translation>
+    </message>
+    <message>
+        <source>any number</source>
+        <translation>jede Zahl</translation>
+    </message>
+</context>
+</TS>

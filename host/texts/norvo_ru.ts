@@ -1,0 +1,101 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ru" sourcelanguage="en">
+<context>
+    <name>norvo::PanelWindow</name>
+    <message>
+        <source>This panel cannot start</source>
+        <translation>Эта панель не может быть запущена</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::EntryDialog</name>
+    <message>
+        <source>OK</source>
+        <translation>ОК</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>Allowed: %1</source>
+        <translation>Допустимо: %1</translation>
+    </message>
+    <message>
+        <source>Old value: %1</source>
+        <translation>Старое значение: %1</translation>
+    </message>
+    <message>
+        <source>Backspace</source>
+        <translation>Удалить символ</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Очистить</translation>
+    </message>
+    <message>
+        <source>Step up</source>
+        <translation>Шаг вверх</translation>
+    </message>
+    <message>
+        <source>Step down</source>
+        <translation>Шаг вниз</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Регистр</translation>
+    </message>
+    <message>
+        <source>Capital letters</source>
+        <translation>Заглавные буквы</translation>
+    </message>
+    <message>
+        <source>This text is not accepted</source>
+        <translation>Этот текст не принимается</translation>
+    </message>
+    <message>
+        <source>Cursor left</source>
+        <translation>Курсор влево</translation>
+    </message>
+    <message>
+        <source>Cursor right</source>
+        <translation>Курсор вправо</translation>
+    </message>
+</context>
+<context>
+    <name>NumpadDialog</name>
+    <message>
+        <source>Enter a number</source>
+        <translation>Введите число</translation>
+    </message>
+    <message>
+        <source>This is not a number</source>
+        <translation>Это не число</translation>
+    </message>
+    <message>
+        <source>Below the lowest value allowed, %1</source>
+        <translation>Меньше наименьшего допустимого значения, %1</translation>
+    </message>
+    <message>
+        <source>Above the highest value allowed, %1</source>
+        <translation>Больше наибольшего допустимого значения, %1</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>от %1 до %2</translation>
+    </message>
+    <message>
+        <source>at least %1</source>
+        <translation>не менее %1</translation>
+    </message>
+    <message>
+        <source>at most %1</source>
+        <translation>не более %1</translation>
+    </message>
+    <message>
+        <source>any number</source>
+        <translation>любое число</translation>
+    </message>
+</context>
+</TS>
