@@ -2,13 +2,14 @@
 
 #include "host/gui/dialogs/EntryDialog.h"
 
+#include "host/gui/dialogs/Scrim.h"
 #include "host/gui/dialogs/TouchKey.h"
 
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPointer>
-#include <QScreen>
 #include <QWindow>
 
 namespace norvo {
@@ -26,8 +27,10 @@ QFont sized(QFont font, int pixels)
 
 } // namespace
 
-EntryDialog::EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& title)
-    : QDialog(parent, flags),
+EntryDialog::EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& title,
+                         const QString& label)
+    : QDialog(parent, flags | Qt::Dialog | Qt::FramelessWindowHint),
+      m_label(new QLabel),
       m_display(new QLineEdit),
       m_reason(new QLabel),
       m_ok(new TouchKey("ok", tr("OK"))),
@@ -39,13 +42,25 @@ EntryDialog::EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& 
     setFont(sized(font(), kTextPixels));
     m_reason->setFont(font());
     m_reason->setMinimumHeight(m_reason->fontMetrics().height());
+    m_label->setObjectName("label");
+    m_label->setTextFormat(Qt::PlainText);
+    m_label->setWordWrap(true);
     m_display->setObjectName("display");
     m_display->setFont(sized(m_display->font(), kDisplayPixels));
     m_display->setMinimumHeight(kDisplayHeight);
-    m_display->setAccessibleName(title);
+    m_label->setText(label.isEmpty() ? m_field.caption() : label);
+    if (m_label->text().isEmpty()) {
+        m_label->hide();
+    }
+    m_display->setAccessibleName(m_label->text().isEmpty() ? title : m_label->text());
     m_ok->setDefault(true);
     connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_cancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+EntryDialog::~EntryDialog()
+{
+    delete m_scrim;
 }
 
 bool EntryDialog::runModal(EntryDialog* dialog, bool* ok)
@@ -73,13 +88,37 @@ void EntryDialog::showError(const QString& reason)
 
 void EntryDialog::fitIntoScreen(const QSize& preferred)
 {
-    resize(preferred.boundedTo(screen()->availableSize()));
+    setGeometry(m_field.placeBeside(preferred, minimumSizeHint()));
 }
 
 void EntryDialog::setVisible(bool visible)
 {
+    delete m_scrim;
+    QWidget* const panel = m_field.owner() ? m_field.owner()->window() : nullptr;
+    if (visible && panel) {
+        dim(panel);
+    }
     QDialog::setVisible(visible);
+    if (!visible && panel) {
+        panel->activateWindow(); // nobody else does it where there is no window manager
+    }
     m_display->end(false); // Qt has selected the text, and the first key would replace it
+}
+
+/// Without its field, on a panel that has stopped, the window is not dimmed.
+void EntryDialog::dim(QWidget* window)
+{
+    m_scrim = new Scrim(*window);
+    connect(m_field.owner(), &QObject::destroyed, m_scrim, &QObject::deleteLater);
+}
+
+void EntryDialog::paintEvent(QPaintEvent* event)
+{
+    QDialog::paintEvent(event);
+    constexpr int width = 2;
+    QPainter painter(this);
+    painter.setPen(QPen(palette().color(QPalette::Disabled, QPalette::WindowText), width));
+    painter.drawRect(QRectF(rect()).adjusted(width / 2., width / 2., -width / 2., -width / 2.));
 }
 
 void EntryDialog::showEvent(QShowEvent* event)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-3.0-or-later
 #pragma once
 
+#include "host/gui/dialogs/AskedField.h"
+
 #include <QDialog>
 
 class QLabel;
@@ -8,17 +10,21 @@ class QLineEdit;
 
 namespace norvo {
 
+class Scrim;
 class TouchKey;
 
 /// A modal dialog for a finger: a display, keys, and a reason while OK cannot be pressed.
 ///
-/// Its parts are made here; a subclass places them in its layout.
+/// A sheet without a frame, beside the field that has the focus, over its dimmed window. The parts
+/// are made here; a subclass places them in its layout.
 class EntryDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& title);
+    /// `label` stands above the display, and names it; empty: the name and unit of the field.
+    EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& title, const QString& label);
+    ~EntryDialog() override;
 
     /// Runs the dialog; true, also in `ok` where that is not null, when it was confirmed. False
     /// also if its parent took it along.
@@ -29,14 +35,22 @@ public:
 protected:
     /// Empty: what the display shows can be accepted. Otherwise it is red.
     void showError(const QString& reason);
-    /// Takes that size, or the screen's where that is smaller.
+    /// Takes that size, or less where the screen or the room beside the field is smaller.
     void fitIntoScreen(const QSize& preferred);
+    void paintEvent(QPaintEvent* event) override; ///< Draws the edge.
     void showEvent(QShowEvent* event) override;
 
+    QLabel* m_label; ///< Hidden while it is empty.
     QLineEdit* m_display;
     QLabel* m_reason;
     TouchKey* m_ok;
     TouchKey* m_cancel;
+
+private:
+    void dim(QWidget* window);
+
+    const AskedField m_field;
+    QPointer<Scrim> m_scrim;
 };
 
 } // namespace norvo

@@ -51,14 +51,12 @@ QLabel* createLabel(const QString& objectName, const QString& text)
 
 Numpad::Numpad(QWidget* parent, Qt::WindowFlags flags, const QString& title, const QString& label,
                const NumberLimits& limits)
-    : EntryDialog(parent, flags, title), m_entry(limits)
+    : EntryDialog(parent, flags, title, label), m_entry(limits)
 {
     setObjectName("NumpadDialog");
     setFocusPolicy(Qt::StrongFocus);
     auto* const layout = new QVBoxLayout(this);
-    if (!label.isEmpty()) {
-        layout->addWidget(createLabel("label", label));
-    }
+    layout->addWidget(m_label);
     layout->addLayout(createHead());
     layout->addWidget(m_reason);
     layout->addLayout(createKeys(), 1);

@@ -101,7 +101,7 @@ private:
 ScreenKeyboard::ScreenKeyboard(QWidget* parent, Qt::WindowFlags flags, const QString& title,
                                const QString& text, const QString& hint, const QString& refusal,
                                Check check)
-    : EntryDialog(parent, flags, title),
+    : EntryDialog(parent, flags, title, QString()),
       m_shift(switchKey(new TouchKey("keyShift", TouchKey::Symbol::Shift, tr("Shift")))),
       m_caps(switchKey(new TouchKey("keyCaps", TouchKey::Symbol::Caps, tr("Capital letters")))),
       m_symbols(switchKey(new TouchKey("keySymbols", "#+="))),
@@ -115,6 +115,7 @@ ScreenKeyboard::ScreenKeyboard(QWidget* parent, Qt::WindowFlags flags, const QSt
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(2 * spacing, 2 * spacing, 2 * spacing, 2 * spacing);
     layout->setSpacing(spacing);
+    layout->addWidget(m_label);
     layout->addWidget(m_display);
     layout->addWidget(m_reason);
     auto* const keys = new QGridLayout;

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: LGPL-3.0-or-later
+
+#include "host/gui/dialogs/AskedField.h"
+
+#include "norvo/BaseWidget.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QScreen>
+
+#include <initializer_list>
+#include <optional>
+
+namespace norvo {
+namespace {
+
+constexpr int kGap = 12; ///< Between the field and the dialog, in pixels.
+
+BaseWidget* deviceWidget(QWidget* field)
+{
+    QWidget* widget = field;
+    while (widget && !qobject_cast<BaseWidget*>(widget)) {
+        widget = widget->parentWidget();
+    }
+    return static_cast<BaseWidget*>(widget);
+}
+
+/// The first of these parameters that has a value.
+QString firstValue(BaseWidget& widget, std::initializer_list<const char*> names)
+{
+    for (const char* name : names) {
+        const QString value = widget.getParam(name).value().simplified();
+        if (!value.isEmpty()) {
+            return value;
+        }
+    }
+    return {};
+}
+
+/// Moved into the screen as far as the side at which it lies lets it.
+QRect moved(QRect place, const QRect& screen)
+{
+    place.moveLeft(qBound(screen.left(), place.left(), screen.right() + 1 - place.width()));
+    place.moveTop(qBound(screen.top(), place.top(), screen.bottom() + 1 - place.height()));
+    return place;
+}
+
+/// Below, above, right or left of the field; nothing where none of them has room.
+std::optional<QRect> freePlace(const QRect& field, const QSize& size, const QRect& screen)
+{
+    const QRect kept = field.adjusted(-kGap, -kGap, kGap, kGap);
+    QRect middle(QPoint(), size);
+    middle.moveCenter(field.center());
+    const QPoint corners[] = {{middle.left(), kept.bottom() + 1},
+                              {middle.left(), kept.top() - size.height()},
+                              {kept.right() + 1, middle.top()},
+                              {kept.left() - size.width(), middle.top()}};
+    for (const QPoint& corner : corners) {
+        const QRect place = moved(QRect(corner, size), screen);
+        if (screen.contains(place) && !place.intersects(kept)) {
+            return place;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+AskedField::AskedField() : m_field(QApplication::focusWidget()) {}
+
+QWidget* AskedField::owner() const
+{
+    BaseWidget* const widget = deviceWidget(m_field);
+    return widget ? widget : m_field.data();
+}
+
+QString AskedField::caption() const
+{
+    BaseWidget* const widget = deviceWidget(m_field);
+    if (!widget) {
+        return m_field ? m_field->accessibleName() : QString();
+    }
+    const QString name = firstValue(*widget, {"name", "widget/caption"});
+    const QString unit = firstValue(*widget, {"units", "widget/units"});
+    return name.isEmpty() || unit.isEmpty()
+               ? name + unit
+               : QCoreApplication::translate("EntryDialog", "%1, %2").arg(name, unit);
+}
+
+QRect AskedField::placeBeside(const QSize& preferred, const QSize& least) const
+{
+    const QScreen* const screen = m_field ? m_field->screen() : QApplication::primaryScreen();
+    const QRect room = screen->availableGeometry();
+    if (m_field) {
+        const QRect field(m_field->mapToGlobal(QPoint()), m_field->size());
+        for (const QSize& size : {preferred, least}) {
+            if (const std::optional<QRect> place = freePlace(field, size, room)) {
+                return *place;
+            }
+        }
+    }
+    QRect place(QPoint(), preferred.boundedTo(room.size()));
+    place.moveCenter(room.center());
+    return place;
+}
+
+} // namespace norvo
