@@ -19,6 +19,8 @@
 #include "host/texts/Language.h"
 #include "host/window/PanelPages.h"
 #include "host/window/PanelWindow.h"
+#include "host/window/touch/TapGuard.h"
+#include "host/window/touch/WheelGuard.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -130,6 +132,8 @@ private:
     const bool m_keepsState;     ///< Standard input has no file to keep it beside.
     const QString m_picturePath; ///< Absolute: reading the panel changes the working folder.
     const UnixSignals m_signals; ///< From before anything starts; ends a wait of the start, too.
+    const WheelGuard m_wheelGuard{*qApp};
+    const TapGuard m_tapGuard{*qApp};
 };
 
 int PanelRun::run()

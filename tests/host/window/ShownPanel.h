@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "host/panel/TestPanel.h"
+#include "host/panel/file/PanelFile.h"
+#include "host/program/PluginSet.h"
+#include "host/window/PanelWindow.h"
+
+#include "norvo/BaseWidget.h"
+
+#include <QtTest>
+
+/// The plug-ins as they are built.
+inline const DeviceManager& builtTypes()
+{
+    static const norvo::PluginSet plugins = [] {
+        norvo::PluginSet set;
+        set.load(NORVO_BUILD_DIR "/plugins");
+        return set;
+    }();
+    return plugins.manager();
+}
+
+inline norvo::PanelDescription panelOf(const QByteArray& text)
+{
+    norvo::Diagnostics diagnostics("panel.yaml");
+    const norvo::PanelDescription panel = norvo::PanelFile::parse(text, "panel.yaml", diagnostics);
+    for (const norvo::Diagnostic& diagnostic : diagnostics.sorted()) {
+        qFatal("%s", qPrintable(diagnostic.toString()));
+    }
+    return panel;
+}
+
+/// A panel of real devices in its window, on view.
+class ShownPanel
+{
+public:
+    explicit ShownPanel(const QByteArray& text, const QSize& size = {640, 400})
+        : window("Panel"), panel(builtTypes(), panelOf(text))
+    {
+        panel.start(window.page());
+        window.resize(size);
+        window.show();
+        if (!QTest::qWaitForWindowExposed(&window)) {
+            qFatal("the window does not show");
+        }
+    }
+
+    /// The only part of that kind in a device's widget; null where there is not just one.
+    template <class T>
+    T* only(const QString& id) const
+    {
+        const BaseWidget* const widget = panel.widget(id);
+        const QList<T*> found = widget ? widget->template findChildren<T*>() : QList<T*>();
+        return found.size() == 1 ? found.first() : nullptr;
+    }
+
+    norvo::PanelWindow window;
+    TestPanel panel;
+};
