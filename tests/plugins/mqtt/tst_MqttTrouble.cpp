@@ -28,6 +28,7 @@ private slots:
     void silentBrokerIsReported();
     void silenceBeforeTheConnectionIsReported();
     void slowMessageIsNoSilence();
+    void refusedSubscriptionIsReported();
     void staleOutputIsReportedAndRecovers();
     void retainedMessageDoesNotMakeFresh();
     void nothingGetsStaleWhileTheBrokerIsAway();
@@ -144,6 +145,28 @@ void tst_MqttTrouble::slowMessageIsNoSilence()
     }
     QTRY_COMPARE_WITH_TIMEOUT(panel.notes.mid(1, 1), QStringList("t text " + QString(20, 'x')),
                               kPatience);
+}
+
+/// Plays the broker: one that grants no subscription at all.
+void tst_MqttTrouble::refusedSubscriptionIsReported()
+{
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    MqttSubject panel(QString("mqtt://127.0.0.1:%1").arg(server.serverPort()));
+    panel.device.setParam("version", "v3.1.1");
+    panel.addOutput("t", QString("plant/secret"));
+    panel.start();
+    QTRY_VERIFY_WITH_TIMEOUT(server.hasPendingConnections(), kPatience);
+    const std::unique_ptr<QTcpSocket> socket(server.nextPendingConnection());
+    socket->write(QByteArray("\x20\x02\x00\x00", 4)); // It accepts the connection.
+    QByteArray received;
+    const auto subscription = [&] { return received.indexOf("plant/secret"); };
+    QTRY_VERIFY_WITH_TIMEOUT((received += socket->readAll(), subscription() >= 0), kPatience);
+    const QByteArray id = received.mid(subscription() - 4, 2); // Its length lies between.
+    socket->write(QByteArray("\x90\x03", 2) + id + '\x80');
+    QTRY_COMPARE_WITH_TIMEOUT(
+        panel.faults.value(0),
+        QString("the broker refuses to send \"plant/secret\": no reason given"), kPatience);
 }
 
 void tst_MqttTrouble::staleOutputIsReportedAndRecovers()
