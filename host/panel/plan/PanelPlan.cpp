@@ -41,7 +41,7 @@ public:
     PanelPlan plan(const SavedState& saved, const std::vector<Node*>& running)
     {
         addNodes(running);
-        applyState(saved);
+        applySavedState(saved, m_nodes, m_diagnostics);
         initialiseNodes();
         reportOverlaps(m_plan.layOut());
         reportHugeGrid();
@@ -135,52 +135,6 @@ private:
                          didYouMean(param.value(), param.options()));
             });
         }
-    }
-
-    void applyState(const SavedState& saved)
-    {
-        const auto leaveAside = [this, &saved](const QString& device, const QString& param,
-                                               const QString& what) {
-            const Place place = saved.places.value(device).value(param);
-            m_diagnostics.warningIn(saved.file, place, what + " left aside");
-        };
-        for (auto device = saved.values.cbegin(); device != saved.values.cend(); ++device) {
-            Node* const node = m_nodes.value(device.key());
-            if (!node || !node->device()) {
-                leaveAside(device.key(), {},
-                           QString("there is no device %1; its saved values are")
-                               .arg(inQuotes(device.key())));
-                continue;
-            }
-            for (auto param = device->cbegin(); param != device->cend(); ++param) {
-                if (node->keptValue() &&
-                    (param.key() == KeptValue::kValue || param.key() == KeptValue::kSettings)) {
-                    continue; // Below, together.
-                }
-                if (!node->device()->getParam(param.key()).isPersistent()) {
-                    leaveAside(device.key(), param.key(),
-                               QString("%1 does not store a parameter %2 by itself; its "
-                                       "saved value is")
-                                   .arg(inQuotes(device.key()), inQuotes(param.key())));
-                } else if (node->state() == Node::State::Created) {
-                    node->device()->setParam(param.key(), param.value());
-                }
-            }
-            if (!applyKeptValue(*node, *device)) {
-                leaveAside(device.key(), KeptValue::kValue,
-                           QString("the kept value %1 does not read; it is")
-                               .arg(inQuotes(device->value(KeptValue::kValue))));
-            }
-        }
-    }
-
-    /// False where a value that was kept is none.
-    static bool applyKeptValue(Node& node, const QMap<QString, QString>& saved)
-    {
-        KeptValue* const kept = node.keptValue();
-        return !kept || !saved.contains(KeptValue::kValue) ||
-               saved.value(KeptValue::kSettings) != kept->settings() ||
-               kept->setSaved(saved.value(KeptValue::kValue));
     }
 
     void initialiseNodes()

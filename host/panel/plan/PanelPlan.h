@@ -6,7 +6,7 @@
 #include "host/panel/plan/Node.h"
 #include "host/panel/plan/Placement.h"
 #include "host/panel/plan/PlannedWire.h"
-#include "host/panel/state/StateFile.h"
+#include "host/panel/plan/SavedState.h"
 
 #include <memory>
 #include <vector>
@@ -20,14 +20,6 @@ namespace norvo {
 QString unknownType(const QString& type, const DeviceManager& manager);
 /// The error about a parameter that the device does not have.
 QString unknownParam(const QString& type, const QString& name, const BaseDevice& device);
-
-/// What devices have stored in earlier runs, and where that was found.
-struct SavedState
-{
-    QString file; ///< Named in warnings.
-    PanelState values;
-    StatePlaces places = {}; ///< May lack any.
-};
 
 /// What a description means with the device types at hand: the check prints what making it has
 /// reported, and Panel::apply() runs it. An empty plan ends a panel.

@@ -190,13 +190,13 @@ void tst_PanelPlanStarts::documentsBeyondAllBoundsAreAnError()
     DeviceManager manager;
     manager.registerDeviceType<LateDevice>("late");
     QVector<norvo::DeviceSetting> devices;
-    for (int i = 1; i <= 502; ++i) {
+    for (int i = 1; i <= 302; ++i) {
         devices.append(describe::device(QString("d%1").arg(i), "late", {}, i));
     }
-    QCOMPARE(check(describe::panel(devices.mid(0, 500)), manager), QStringList());
+    QCOMPARE(check(describe::panel(devices.mid(0, 300)), manager), QStringList());
     const QString error =
-        "panel.yaml:501:1: error: more than 500 devices that are shown by documents";
-    QCOMPARE(check(describe::panel(devices, {"d502.output -> d1.input"}), manager).filter("error"),
+        "panel.yaml:301:1: error: more than 300 devices that are shown by documents";
+    QCOMPARE(check(describe::panel(devices, {"d302.output -> d1.input"}), manager).filter("error"),
              QStringList(error));
 }
 
