@@ -20,6 +20,7 @@ const QCommandLineOption kPlugins("plugins", {}, "DIR");
 const QCommandLineOption kState("state", {}, "FILE");
 const QCommandLineOption kNoState("no-state");
 const QCommandLineOption kFullscreen("fullscreen");
+const QCommandLineOption kKiosk("kiosk");
 const QCommandLineOption kTheme("theme", {}, "THEME");
 const QCommandLineOption kCheck("check");
 const QCommandLineOption kSet("set", {}, "DEVICE.PARAM=VALUE");
@@ -69,7 +70,7 @@ QStringList qtArguments(const QCommandLineParser& parser)
 /// Options of which no two make sense beside each other.
 const QList<QList<QCommandLineOption>> kAlternatives{
     {kState, kNoState},
-    {kSet, kCheck, kScreenshot, kFullscreen, kTypes, kDescribe, kDescribeAll, kSchema},
+    {kSet, kCheck, kScreenshot, kFullscreen, kKiosk, kTypes, kDescribe, kDescribeAll, kSchema},
 };
 
 QString contradiction(const QCommandLineParser& parser)
@@ -248,9 +249,9 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
 {
     QCommandLineParser parser;
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // As Qt's own are.
-    parser.addOptions({kPlugins, kState, kNoState, kFullscreen, kTheme, kCheck, kSet, kScreenshot,
-                       kAfter, kSize, kTypes, kDescribe, kDescribeAll, kSchema, kFormat, kVerbose,
-                       kHelp, kVersion});
+    parser.addOptions({kPlugins, kState, kNoState, kFullscreen, kKiosk, kTheme, kCheck, kSet,
+                       kScreenshot, kAfter, kSize, kTypes, kDescribe, kDescribeAll, kSchema,
+                       kFormat, kVerbose, kHelp, kVersion});
     parser.addOptions(kQtOptions);
     Options options;
     if (!parser.parse(arguments)) {
@@ -266,6 +267,7 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
     options.stateFile = parser.value(kState);
     options.keepsState = !parser.isSet(kNoState);
     options.fullscreen = parser.isSet(kFullscreen);
+    options.kiosk = parser.isSet(kKiosk);
     options.verbose = parser.isSet(kVerbose);
     if (error.isEmpty() && parser.isSet(kTheme)) {
         options.theme = themeNamed(parser.value(kTheme), error);
@@ -311,6 +313,8 @@ files in a panel file are relative to its folder.
   --state FILE       keeps what devices store in FILE, not in PANEL.state.yaml beside the panel
   --no-state         keeps nothing from one run to the next
   --fullscreen       covers the whole screen; F11 changes to and fro, Escape leaves it
+  --kiosk            covers the whole screen to the end, without a pointer: no key, menu or closing
+                     leaves it, SIGTERM does
   --theme THEME      light, dark or system, whatever the panel file says
   --after MS         takes the picture after so many milliseconds (500)
   --size WxH         the picture's size in pixels; else what the panel needs

@@ -47,6 +47,7 @@ struct Options
     QString stateFile;         ///< Empty: beside the panel file.
     bool keepsState = true;
     bool fullscreen = false;
+    bool kiosk = false;                    ///< On the whole screen, which nobody can leave.
     std::optional<PanelLook::Theme> theme; ///< None: what the panel file says.
     bool verbose = false;
     QStringList qtArguments; ///< Qt's own options, as QApplication reads them.

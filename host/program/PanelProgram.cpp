@@ -19,6 +19,7 @@
 #include "host/texts/Language.h"
 #include "host/window/PanelPages.h"
 #include "host/window/PanelWindow.h"
+#include "host/window/fit/Kiosk.h"
 #include "host/window/touch/TapGuard.h"
 #include "host/window/touch/WheelGuard.h"
 
@@ -28,6 +29,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -113,6 +115,9 @@ public:
           m_picturePath(QFileInfo(options.pictureFile).absoluteFilePath())
     {
         QObject::connect(&m_signals, &UnixSignals::stopRequested, qApp, &QCoreApplication::quit);
+        if (options.kiosk) {
+            m_kiosk.emplace(*qApp);
+        }
     }
 
     int run(); ///< Returns the exit status.
@@ -134,6 +139,7 @@ private:
     const UnixSignals m_signals; ///< From before anything starts; ends a wait of the start, too.
     const WheelGuard m_wheelGuard{*qApp};
     const TapGuard m_tapGuard{*qApp};
+    std::optional<Kiosk> m_kiosk; ///< Where one was asked for.
 };
 
 int PanelRun::run()
@@ -208,7 +214,9 @@ int PanelRun::show(PanelWindow& window)
     } else {
         window.resize(m_options.pictureSize);
     }
-    if (m_options.fullscreen) {
+    if (m_options.kiosk) {
+        window.keepScreen();
+    } else if (m_options.fullscreen) {
         window.coverScreen();
     } else {
         window.show();

@@ -106,14 +106,18 @@ void PanelWindow::fit(const QSize& limit)
 
 void PanelWindow::closeEvent(QCloseEvent* event)
 {
-    event->accept();
-    emit closed();
+    event->setAccepted(!m_isKept);
+    if (!m_isKept) {
+        emit closed();
+    }
 }
 
 void PanelWindow::keyPressEvent(QKeyEvent* event)
 {
     const bool isFull = isFullScreen();
-    if (event->key() == Qt::Key_F11) {
+    if (m_isKept) {
+        QWidget::keyPressEvent(event);
+    } else if (event->key() == Qt::Key_F11) {
         isFull ? leaveScreen() : coverScreen();
     } else if (event->key() == Qt::Key_Escape && isFull) {
         leaveScreen();
@@ -122,16 +126,29 @@ void PanelWindow::keyPressEvent(QKeyEvent* event)
     }
 }
 
-/// Without a window manager only the window itself changes its size.
 void PanelWindow::coverScreen()
 {
     m_windowGeometry = geometry();
+    m_screenChange = connect(screen(), &QScreen::geometryChanged, this, &PanelWindow::fillScreen);
+    fillScreen();
+}
+
+/// Without a window manager only the window itself changes its size, and a new size ends the state.
+void PanelWindow::fillScreen()
+{
     setGeometry(screen()->geometry());
     showFullScreen();
 }
 
+void PanelWindow::keepScreen()
+{
+    m_isKept = true;
+    coverScreen();
+}
+
 void PanelWindow::leaveScreen()
 {
+    disconnect(m_screenChange);
     showNormal();
     if (m_windowGeometry.isValid()) {
         setGeometry(m_windowGeometry);

@@ -12,7 +12,8 @@ namespace norvo {
 /// The program's window: a page for the panel, or what is wrong with it. Scroll bars come only
 /// where the page does not fit.
 ///
-/// F11 changes between the whole screen and a window, Escape leaves the whole screen.
+/// F11 changes between the whole screen and a window, Escape leaves the whole screen, unless the
+/// window is to keep it.
 class PanelWindow : public QWidget
 {
     Q_OBJECT
@@ -27,7 +28,9 @@ public:
 
     /// Gives the window the size that its page asks for, between kMinSize and `limit`.
     void fit(const QSize& limit);
-    void coverScreen(); ///< Shows the window on the whole screen.
+    /// Shows the window on the whole screen, and follows when that changes its size.
+    void coverScreen();
+    void keepScreen(); ///< Covers it to the end: no key leaves it, and closing does nothing.
 
 signals:
     void closed();
@@ -37,10 +40,13 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void fillScreen();
     void leaveScreen();
 
     QScrollArea* m_scroll;
     QRect m_windowGeometry; ///< Before the whole screen was covered.
+    QMetaObject::Connection m_screenChange;
+    bool m_isKept = false; ///< On the whole screen.
 };
 
 } // namespace norvo

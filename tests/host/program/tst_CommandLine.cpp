@@ -14,6 +14,7 @@ class tst_CommandLine : public QObject
 private slots:
     void panelAloneIsRun();
     void everyOptionArrives();
+    void kioskArrives();
     void themeArrives();
     void formAndTypeOfAListingArrive();
     void smallestAndLargestPictureAreTaken();
@@ -66,6 +67,17 @@ void tst_CommandLine::everyOptionArrives()
     QVERIFY(!options.verbose);
     QVERIFY(parse({"p.yaml", "--verbose"}, error).verbose);
     QVERIFY(!parse({"p.yaml", "--no-state"}, error).keepsState);
+    QCOMPARE(error, QString());
+}
+
+void tst_CommandLine::kioskArrives()
+{
+    QString error;
+    QVERIFY(!parse({"p.yaml"}, error).kiosk);
+    const Options options = parse({"--kiosk", "p.yaml"}, error);
+    QVERIFY(options.kiosk);
+    QVERIFY(!options.fullscreen);
+    QCOMPARE(int(options.action), int(Options::Action::Run));
     QCOMPARE(error, QString());
 }
 
@@ -268,6 +280,8 @@ void tst_CommandLine::errorIsReported_data()
                                     << "--state and --no-state do not go together";
     QTest::newRow("check and picture") << QStringList{"--check", "--screenshot", "o", "a"}
                                        << "--check and --screenshot do not go together";
+    QTest::newRow("kiosk and fullscreen") << QStringList{"--fullscreen", "--kiosk", "a"}
+                                          << "--fullscreen and --kiosk do not go together";
     QTest::newRow("picture and fullscreen") << QStringList{"--fullscreen", "--screenshot", "o", "a"}
                                             << "--screenshot and --fullscreen do not go together";
     QTest::newRow("check and types")
@@ -335,10 +349,10 @@ void tst_CommandLine::helpNamesEveryOption()
 {
     const QString help = norvo::CommandLine::helpText();
     for (const char* option :
-         {"--plugins DIR", "--state FILE", "--no-state", "--fullscreen", "--check PANEL.yaml...",
-          "--screenshot OUT.png PANEL.yaml", "--types", "--describe TYPE", "--describe-all",
-          "--format", "--after MS", "--size WxH", "--verbose", "-platform", "--help",
-          "--version"}) {
+         {"--plugins DIR", "--state FILE", "--no-state", "--fullscreen", "--kiosk",
+          "--check PANEL.yaml...", "--screenshot OUT.png PANEL.yaml", "--types", "--describe TYPE",
+          "--describe-all", "--format", "--after MS", "--size WxH", "--verbose", "-platform",
+          "--help", "--version"}) {
         QVERIFY2(help.contains(option), option);
     }
     QVERIFY(norvo::CommandLine::versionText().startsWith("norvo-panel "));

@@ -18,6 +18,7 @@ private slots:
     void displayThatCannotBeOpenedIsOneLine();
     void panelRunsOnAnXDisplay_data();
     void panelRunsOnAnXDisplay();
+    void wholeScreenIsCoveredWithoutAWindowManager_data();
     void wholeScreenIsCoveredWithoutAWindowManager();
     void platformOfTheCommandLineIsUsed();
     void displayOfTheCommandLineIsUsed();
@@ -37,10 +38,9 @@ class XServer : public QProcess
 public:
     static bool isInstalled() { return !QStandardPaths::findExecutable("Xvfb").isEmpty(); }
 
-    XServer()
+    explicit XServer(const QString& size = "1024x600")
     {
-        start("Xvfb",
-              {"-displayfd", "1", "-screen", "0", "1024x600x24", "-fbdir", m_folder.path()});
+        start("Xvfb", {"-displayfd", "1", "-screen", "0", size + "x24", "-fbdir", m_folder.path()});
     }
     ~XServer() override { stop(); }
 
@@ -156,19 +156,30 @@ void tst_NorvoPanelDisplay::panelRunsOnAnXDisplay()
     QCOMPARE(folder.saved(), folder.counted());
 }
 
+void tst_NorvoPanelDisplay::wholeScreenIsCoveredWithoutAWindowManager_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::newRow("whole screen") << "--fullscreen";
+    QTest::newRow("kiosk") << "--kiosk";
+}
+
+/// What a panel of one colour leaves at the edges is its margin.
 void tst_NorvoPanelDisplay::wholeScreenIsCoveredWithoutAWindowManager()
 {
+    QFETCH(QString, option);
     if (!XServer::isInstalled()) {
         QSKIP("there is no Xvfb");
     }
-    XServer server;
+    XServer server("1920x1080");
     const PanelFolder folder("devices:\n"
                              "  a: {device: patch, params: {colour: '#00ff00'}}\n");
-    PanelProcess panel(probes({"--fullscreen", folder.panel()}));
+    PanelProcess panel(probes({option, folder.panel()}));
     setDisplay(panel, server.display());
     panel.start();
     QTRY_COMPARE_WITH_TIMEOUT(server.pixel(100, 100), QColor("#00ff00"), PanelProcess::kPatience);
-    QTRY_COMPARE(server.pixel(1000, 575), QColor("#00ff00"));
+    for (const QPoint& corner : {QPoint(1890, 1050), QPoint(30, 1050), QPoint(1890, 30)}) {
+        QTRY_COMPARE(server.pixel(corner.x(), corner.y()), QColor("#00ff00"));
+    }
     panel.sendSignal(SIGTERM);
     QCOMPARE(panel.waitForEnd(), 0);
 }

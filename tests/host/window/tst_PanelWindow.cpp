@@ -47,6 +47,8 @@ private slots:
     void pageFillsTheWindow();
     void closingIsSignalled();
     void keysLeaveAndEnterTheWholeScreen();
+    void wholeScreenIsFollowed();
+    void nothingLeavesAKeptScreen();
     void errorsAreShownWithTheirPlaces();
     void errorPageBeginsAtItsTop();
     void longErrorsAreWrapped();
@@ -139,6 +141,38 @@ void tst_PanelWindow::keysLeaveAndEnterTheWholeScreen()
     QTest::keyClick(&window, Qt::Key_F11);
     QVERIFY(!window.isFullScreen());
     QCOMPARE(window.size(), QSize(500, 300));
+}
+
+void tst_PanelWindow::wholeScreenIsFollowed()
+{
+    PanelWindow window("Bench");
+    window.fit({640, 400});
+    window.coverScreen();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const QRect whole = window.screen()->geometry();
+    window.setGeometry(0, 0, 700, 500);
+    emit window.screen()->geometryChanged(whole); // As the platform says it.
+    QCOMPARE(window.geometry(), whole);
+    QVERIFY(window.isFullScreen());
+    QTest::keyClick(&window, Qt::Key_Escape);
+    emit window.screen()->geometryChanged(whole);
+    QTRY_COMPARE(window.size(), QSize(640, 400));
+}
+
+void tst_PanelWindow::nothingLeavesAKeptScreen()
+{
+    PanelWindow window("Bench");
+    QSignalSpy closed(&window, &PanelWindow::closed);
+    window.keepScreen();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QTest::keyClick(&window, Qt::Key_F11);
+    QTest::keyClick(&window, Qt::Key_Escape);
+    QTest::keyClick(&window, Qt::Key_F4, Qt::AltModifier);
+    QVERIFY(!window.close());
+    QVERIFY(window.isFullScreen());
+    QVERIFY(window.isVisible());
+    QCOMPARE(window.geometry(), window.screen()->geometry());
+    QCOMPARE(closed.size(), 0);
 }
 
 void tst_PanelWindow::errorsAreShownWithTheirPlaces()
