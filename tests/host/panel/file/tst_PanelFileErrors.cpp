@@ -91,8 +91,8 @@ const QVector<FileErrors> kErrors{
       "indentation and the quotes"}},
     {"merge-key", {"5:5: error: \"<<\" merges nothing here; give the alias as the value itself"}},
     {"merge-key-in-quotes",
-     {"1:1: error: unknown key \"<<\"; a panel has title, devices, connections, templates and "
-      "include"}},
+     {"1:1: error: unknown key \"<<\"; a panel has title, devices, connections, templates, "
+      "include, theme, touch, design, fit, language, rows and columns"}},
     {"key-no-text", {"2:1: error: a key must be a text"}},
     {"key-twice-top",
      {"3:1: error: the key \"title\" is given twice; it is already in line 1, column 1"}},
@@ -114,8 +114,8 @@ const QVector<FileErrors> kErrors{
       "line 5, column 7"}},
     {"unknown-key",
      {"1:1: error: unknown key \"devcies\"; did you mean \"devices\"?",
-      "2:1: error: unknown key \"layout\"; a panel has title, devices, connections, templates and "
-      "include"}},
+      "2:1: error: unknown key \"layout\"; a panel has title, devices, connections, templates, "
+      "include, theme, touch, design, fit, language, rows and columns"}},
     {"unknown-key-of-device",
      {"4:5: error: unknown key \"parms\" of the device \"cpu\"; did you mean \"params\"?",
       "5:5: error: unknown key \"interval\" of the device \"cpu\"; a device has device, params, "
