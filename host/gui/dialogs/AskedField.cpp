@@ -14,7 +14,7 @@
 namespace norvo {
 namespace {
 
-constexpr int kGap = 12; ///< Between the field and the dialog, in pixels.
+constexpr int kGap = 12; ///< Around the field, and to the screen's edge, in pixels.
 
 BaseWidget* deviceWidget(QWidget* field)
 {
@@ -37,7 +37,6 @@ QString firstValue(BaseWidget& widget, std::initializer_list<const char*> names)
     return {};
 }
 
-/// Moved into the screen as far as the side at which it lies lets it.
 QRect moved(QRect place, const QRect& screen)
 {
     place.moveLeft(qBound(screen.left(), place.left(), screen.right() + 1 - place.width()));
@@ -94,7 +93,8 @@ QRect AskedField::placeBeside(const QSize& preferred, const QSize& least) const
     if (m_field) {
         const QRect field(m_field->mapToGlobal(QPoint()), m_field->size());
         for (const QSize& size : {preferred, least}) {
-            if (const std::optional<QRect> place = freePlace(field, size, room)) {
+            if (const auto place =
+                    freePlace(field, size, room.adjusted(kGap, kGap, -kGap, -kGap))) {
                 return *place;
             }
         }

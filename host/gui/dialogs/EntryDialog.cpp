@@ -16,6 +16,7 @@ namespace norvo {
 namespace {
 
 constexpr int kTextPixels = 17;
+constexpr int kLabelPixels = 22;
 constexpr int kDisplayPixels = 32;
 constexpr int kDisplayHeight = 60;
 
@@ -43,6 +44,7 @@ EntryDialog::EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& 
     m_reason->setFont(font());
     m_reason->setMinimumHeight(m_reason->fontMetrics().height());
     m_label->setObjectName("label");
+    m_label->setFont(sized(m_label->font(), kLabelPixels));
     m_label->setTextFormat(Qt::PlainText);
     m_label->setWordWrap(true);
     m_display->setObjectName("display");

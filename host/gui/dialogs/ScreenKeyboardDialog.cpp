@@ -3,9 +3,11 @@
 #include "norvo/ScreenKeyboardDialog.h"
 
 #include "host/gui/dialogs/EntryDialog.h"
+#include "host/gui/dialogs/KeyboardLayouts.h"
 #include "host/gui/dialogs/TouchKey.h"
+#include "host/gui/dialogs/VariantKeys.h"
 
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
@@ -15,44 +17,13 @@
 namespace norvo {
 namespace {
 
-constexpr int kColumns = 11;
-
-/// What the three upper rows of a keyboard type, a character for each key. The rows of all layouts
-/// are kRowLengths long, with shift as without.
-struct KeyboardLayout
+QStringList languageNames()
 {
-    static constexpr int kRowLengths[3] = {11, 11, 9};
-
-    QString shortName; ///< For the key that switches to this layout.
-    QString name;
-    QStringList rows;
-    QStringList shiftedRows;
-};
-
-const QVector<KeyboardLayout>& languageLayouts()
-{
-    // clang-format off
-    static const QVector<KeyboardLayout> layouts{
-        {"EN", "English",
-         {"qwertyuiop-", "asdfghjkl'/", "zxcvbnm,."},
-         {"QWERTYUIOP_", "ASDFGHJKL\"@", "ZXCVBNM!?"}},
-        {QStringLiteral(u"БГ"), QStringLiteral(u"Български"),
-         {QStringLiteral(u"явертъуиопш"), QStringLiteral(u"асдфгхйклщю"), QStringLiteral(u"зьцжбнмч.")},
-         {QStringLiteral(u"ЯВЕРТЪУИОПШ"), QStringLiteral(u"АСДФГХЙКЛЩЮ"), QStringLiteral(u"ЗЬЦЖБНМЧ,")}},
-    };
-    // clang-format on
-    return layouts;
-}
-
-const KeyboardLayout& symbolLayout()
-{
-    static const KeyboardLayout layout{"abc",
-                                       "Symbols",
-                                       {"!\"#$%&'()*+", ",-./:;<=>?@", "[\\]^_{|}~"},
-                                       {QStringLiteral(u"°µΩ±×÷²³½¼¾"),
-                                        QStringLiteral(u"€£¥§©®←→↑↓•"),
-                                        QStringLiteral(u"`´¨«»¿¡–—")}};
-    return layout;
+    QStringList names;
+    for (const KeyboardLayout& layout : KeyboardLayouts::languages()) {
+        names.append(layout.shortName);
+    }
+    return names;
 }
 
 class ScreenKeyboard : public EntryDialog
@@ -66,16 +37,14 @@ public:
     QString text() const { return m_display->text(); }
 
 private:
-    struct CharacterKey
-    {
-        TouchKey* key;
-        int row;
-        int column;
-    };
-
-    void createDigitRow(QGridLayout& keys);
-    void createCharacterRows(QGridLayout& keys);
-    void createBottomRow(QGridLayout& keys);
+    QHBoxLayout* addRow();
+    void createDigitRow();
+    void createCharacterRows();
+    void createBottomRow();
+    void fitRow(int row);
+    TouchKey* createCharacterKey(int row, int column);
+    QStringList variants(int row, int column) const;
+    void chooseLanguage(int language);
     TouchKey* editingKey(const QString& name, TouchKey::Symbol symbol,
                          const QString& accessibleName, std::function<void()> edit);
     TouchKey* switchKey(TouchKey* key);
@@ -85,14 +54,20 @@ private:
     void showLayout();
     void judge();
 
-    /// The last language chosen stays for the dialogs to come.
-    static inline int s_language = 0;
+    static constexpr int kSpacing = 4;
+    static constexpr int kMargin = 2 * kSpacing;
 
-    QVector<CharacterKey> m_characterKeys;
+    /// The last language chosen stays for the dialogs to come; none is chosen at first.
+    static inline int s_chosenLanguage = -1;
+
+    int m_language = s_chosenLanguage < 0 ? KeyboardLayouts::preferred() : s_chosenLanguage;
+    QHBoxLayout* m_rows[3] = {};
+    QVector<TouchKey*> m_characterKeys[3]; ///< Of the longest layout so far; the rest are hidden.
+    VariantKeys* m_variants;
     TouchKey* m_shift;
     TouchKey* m_caps;
     TouchKey* m_symbols;
-    TouchKey* m_language;
+    TouchKey* m_nextLanguage;
     TouchKey* m_space;
     const Check m_check;
     const QString m_refusal;
@@ -102,30 +77,25 @@ ScreenKeyboard::ScreenKeyboard(QWidget* parent, Qt::WindowFlags flags, const QSt
                                const QString& text, const QString& hint, const QString& refusal,
                                Check check)
     : EntryDialog(parent, flags, title, QString()),
+      m_variants(new VariantKeys(*this)),
       m_shift(switchKey(new TouchKey("keyShift", TouchKey::Symbol::Shift, tr("Shift")))),
       m_caps(switchKey(new TouchKey("keyCaps", TouchKey::Symbol::Caps, tr("Capital letters")))),
       m_symbols(switchKey(new TouchKey("keySymbols", "#+="))),
-      m_language(new TouchKey("keyLanguage", QString())),
+      m_nextLanguage(new TouchKey("keyLanguage", QString())),
       m_space(new TouchKey("keySpace", QString())),
       m_check(std::move(check)),
       m_refusal(refusal.isEmpty() ? tr("This text is not accepted") : refusal)
 {
-    constexpr int spacing = 4;
     setObjectName("ScreenKeyboardDialog");
     auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(2 * spacing, 2 * spacing, 2 * spacing, 2 * spacing);
-    layout->setSpacing(spacing);
+    layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    layout->setSpacing(kSpacing);
     layout->addWidget(m_label);
     layout->addWidget(m_display);
     layout->addWidget(m_reason);
-    auto* const keys = new QGridLayout;
-    layout->addLayout(keys, 1);
-    createDigitRow(*keys);
-    createCharacterRows(*keys);
-    createBottomRow(*keys);
-    for (int column = 0; column < kColumns; ++column) {
-        keys->setColumnStretch(column, 1);
-    }
+    createDigitRow();
+    createCharacterRows();
+    createBottomRow();
     m_display->setText(text);
     m_display->setPlaceholderText(hint);
     m_display->setFocus();
@@ -135,54 +105,94 @@ ScreenKeyboard::ScreenKeyboard(QWidget* parent, Qt::WindowFlags flags, const QSt
     fitIntoScreen({960, 480});
 }
 
-void ScreenKeyboard::createDigitRow(QGridLayout& keys)
+QHBoxLayout* ScreenKeyboard::addRow()
 {
+    auto* const row = new QHBoxLayout;
+    static_cast<QVBoxLayout*>(layout())->addLayout(row, 1);
+    return row;
+}
+
+void ScreenKeyboard::createDigitRow()
+{
+    QHBoxLayout* const row = addRow();
     for (int column = 0; column < 10; ++column) {
         const QString digit = QString::number((column + 1) % 10);
         auto* const key = new TouchKey("key" + digit, digit);
         connect(key, &QPushButton::clicked, this, [this, digit] { type(digit); });
-        keys.addWidget(key, 0, column);
+        row->addWidget(key, 1);
     }
-    keys.addWidget(editingKey("keyBackspace", TouchKey::Symbol::Backspace, tr("Backspace"),
+    row->addWidget(editingKey("keyBackspace", TouchKey::Symbol::Backspace, tr("Backspace"),
                               [this] { m_display->backspace(); }),
-                   0, 10);
+                   1);
 }
 
-void ScreenKeyboard::createCharacterRows(QGridLayout& keys)
+void ScreenKeyboard::createCharacterRows()
 {
-    for (int row = 0; row < 3; ++row) {
-        const int firstColumn = (kColumns - KeyboardLayout::kRowLengths[row]) / 2;
-        for (int column = 0; column < KeyboardLayout::kRowLengths[row]; ++column) {
-            auto* const key = new TouchKey(QString("key%1-%2").arg(row + 1).arg(column), QString());
-            connect(key, &QPushButton::clicked, this,
-                    [this, row, column] { type(character(row, column)); });
-            keys.addWidget(key, row + 1, firstColumn + column);
-            m_characterKeys.append({key, row, column});
-        }
+    for (QHBoxLayout*& row : m_rows) {
+        row = addRow();
     }
-    keys.addWidget(m_shift, 3, 0);
-    keys.addWidget(m_caps, 3, kColumns - 1);
+    m_rows[2]->addWidget(m_shift, 1);
+    m_rows[2]->addWidget(m_caps, 1);
 }
 
-void ScreenKeyboard::createBottomRow(QGridLayout& keys)
+TouchKey* ScreenKeyboard::createCharacterKey(int row, int column)
 {
-    connect(m_language, &QPushButton::clicked, this, [this] {
-        s_language = (s_language + 1) % languageLayouts().size();
-        m_symbols->setChecked(false);
-        showLayout();
-    });
+    auto* const key = new TouchKey(QString("key%1-%2").arg(row + 1).arg(column), QString());
+    connect(key, &QPushButton::clicked, this,
+            [this, row, column] { type(character(row, column)); });
+    m_variants->watch(
+        *key, [this, row, column] { return variants(row, column); },
+        [this](const QString& variant) { type(variant); });
+    m_rows[row]->insertWidget(row == 2 ? column + 1 : column, key, 1);
+    return key;
+}
+
+/// As many keys as the layout has, not wider at the least than a screen of 800 pixels lets them.
+void ScreenKeyboard::fitRow(int row)
+{
+    constexpr int narrowScreen = 800;
+    const int length = layoutInUse().rows[row].size();
+    QVector<TouchKey*>& keys = m_characterKeys[row];
+    while (keys.size() < length) {
+        keys.append(createCharacterKey(row, keys.size()));
+    }
+    const int inRow = length + (row == 2 ? 2 : 0);
+    const int room = (narrowScreen - 2 * kMargin + kSpacing) / inRow - kSpacing;
+    for (int column = 0; column < keys.size(); ++column) {
+        keys[column]->setVisible(column < length);
+        keys[column]->setMinimumWidth(qMin(TouchKey::kSize, room));
+    }
+    m_shift->setMinimumWidth(keys.front()->minimumWidth());
+    m_caps->setMinimumWidth(keys.front()->minimumWidth());
+}
+
+void ScreenKeyboard::createBottomRow()
+{
+    connect(m_nextLanguage, &QPushButton::clicked, this,
+            [this] { chooseLanguage((m_language + 1) % KeyboardLayouts::languages().size()); });
+    m_variants->watch(
+        *m_nextLanguage, [] { return languageNames(); },
+        [this](const QString& name) { chooseLanguage(languageNames().indexOf(name)); });
     connect(m_space, &QPushButton::clicked, this, [this] { type(" "); });
-    keys.addWidget(m_symbols, 4, 0);
-    keys.addWidget(m_language, 4, 1);
-    keys.addWidget(editingKey("keyLeft", TouchKey::Symbol::Left, tr("Cursor left"),
+    QHBoxLayout* const row = addRow();
+    row->addWidget(m_symbols, 1);
+    row->addWidget(m_nextLanguage, 1);
+    row->addWidget(editingKey("keyLeft", TouchKey::Symbol::Left, tr("Cursor left"),
                               [this] { m_display->cursorBackward(false); }),
-                   4, 2);
-    keys.addWidget(m_space, 4, 3, 1, 3);
-    keys.addWidget(editingKey("keyRight", TouchKey::Symbol::Right, tr("Cursor right"),
+                   1);
+    row->addWidget(m_space, 3);
+    row->addWidget(editingKey("keyRight", TouchKey::Symbol::Right, tr("Cursor right"),
                               [this] { m_display->cursorForward(false); }),
-                   4, 6);
-    keys.addWidget(m_cancel, 4, 7, 1, 2);
-    keys.addWidget(m_ok, 4, 9, 1, 2);
+                   1);
+    row->addWidget(m_cancel, 2);
+    row->addWidget(m_ok, 2);
+}
+
+void ScreenKeyboard::chooseLanguage(int language)
+{
+    m_language = s_chosenLanguage = language;
+    m_symbols->setChecked(false);
+    showLayout();
 }
 
 TouchKey* ScreenKeyboard::editingKey(const QString& name, TouchKey::Symbol symbol,
@@ -202,7 +212,8 @@ TouchKey* ScreenKeyboard::switchKey(TouchKey* key)
 
 const KeyboardLayout& ScreenKeyboard::layoutInUse() const
 {
-    return m_symbols->isChecked() ? symbolLayout() : languageLayouts()[s_language];
+    return m_symbols->isChecked() ? KeyboardLayouts::symbols()
+                                  : KeyboardLayouts::languages()[m_language];
 }
 
 /// Capitals change letters alone, and shift turns them back.
@@ -215,6 +226,11 @@ QChar ScreenKeyboard::character(int row, int column) const
     return isShifted ? layout.shiftedRows[row][column] : plain;
 }
 
+QStringList ScreenKeyboard::variants(int row, int column) const
+{
+    return KeyboardLayouts::variants(character(row, column)).split("", Qt::SkipEmptyParts);
+}
+
 void ScreenKeyboard::type(const QString& text)
 {
     m_display->insert(text);
@@ -223,15 +239,18 @@ void ScreenKeyboard::type(const QString& text)
 
 void ScreenKeyboard::showLayout()
 {
-    for (const CharacterKey& shown : qAsConst(m_characterKeys)) {
-        shown.key->setPlainText(character(shown.row, shown.column));
+    for (int row = 0; row < 3; ++row) {
+        fitRow(row);
+        for (int column = 0; column < layoutInUse().rows[row].size(); ++column) {
+            m_characterKeys[row][column]->setPlainText(character(row, column));
+        }
     }
-    const QVector<KeyboardLayout>& languages = languageLayouts();
-    const KeyboardLayout& next = languages[(s_language + 1) % languages.size()];
-    m_language->setText(next.shortName);
-    m_language->setAccessibleName(next.name);
-    m_space->setText(languages[s_language].name);
-    m_symbols->setText(m_symbols->isChecked() ? symbolLayout().shortName : "#+=");
+    const QVector<KeyboardLayout>& languages = KeyboardLayouts::languages();
+    const KeyboardLayout& next = languages[(m_language + 1) % languages.size()];
+    m_nextLanguage->setText(next.shortName);
+    m_nextLanguage->setAccessibleName(next.name);
+    m_space->setText(languages[m_language].name);
+    m_symbols->setText(m_symbols->isChecked() ? KeyboardLayouts::symbols().shortName : "#+=");
 }
 
 void ScreenKeyboard::judge()

@@ -54,7 +54,7 @@ inline void tapCharacters(QWidget& dialog, const QString& characters)
         const QString face = character == "&" ? "&&" : character;
         const auto keys = dialog.findChildren<QPushButton*>();
         const auto found = std::find_if(keys.cbegin(), keys.cend(), [&](const QPushButton* key) {
-            return key->text() == face;
+            return key->isVisible() && key->text() == face;
         });
         QVERIFY2(found != keys.cend(), qPrintable("no key shows " + character));
         QTest::mouseClick(*found, Qt::LeftButton);
@@ -67,12 +67,26 @@ inline QStringList faces(QWidget& dialog)
     QStringList rows;
     for (int row = 1; row <= 3; ++row) {
         QString characters;
-        for (int column = 0; column < (row == 3 ? 9 : 11); ++column) {
-            characters += key(dialog, QString("key%1-%2").arg(row).arg(column)).text();
+        for (int column = 0;; ++column) {
+            const auto* const key =
+                dialog.findChild<QPushButton*>(QString("key%1-%2").arg(row).arg(column));
+            if (!key || !key->isVisible()) {
+                break;
+            }
+            characters += key->text();
         }
         rows.append(characters.replace("&&", "&"));
     }
     return rows;
+}
+
+/// Taps the language key until the keyboard has the letters of that language.
+inline void goRoundTo(QWidget& dialog, const QString& language)
+{
+    for (int i = 0; i < 10 && key(dialog, "keySpace").text() != language; ++i) {
+        tap(dialog, "keyLanguage");
+    }
+    QCOMPARE(key(dialog, "keySpace").text(), language);
 }
 
 inline bool isRed(QWidget& dialog)

@@ -191,7 +191,7 @@ void tst_EntrySheet::sheetStandsBesideTheField_data()
     QTest::newRow("lower right") << QRect(QPoint(screen.width() - 120, screen.height() - 30),
                                           field);
     QTest::newRow("left, in the middle") << QRect(QPoint(0, screen.height() / 2), field);
-    QTest::newRow("above the middle") << QRect(QPoint(300, 200), field);
+    QTest::newRow("above the middle") << QRect(QPoint(300, 150), field);
 }
 
 void tst_EntrySheet::sheetStandsBesideTheField()

@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: LGPL-3.0-or-later
+
+#include "host/gui/dialogs/VariantKeys.h"
+
+#include "host/gui/dialogs/TouchKey.h"
+
+#include <QMouseEvent>
+
+namespace norvo {
+
+VariantKeys::VariantKeys(QWidget& dialog) : QWidget(&dialog)
+{
+    setObjectName("variants");
+    hide();
+    m_hold.setSingleShot(true);
+    m_hold.setInterval(kHoldMs);
+    connect(&m_hold, &QTimer::timeout, this, &VariantKeys::open);
+}
+
+void VariantKeys::watch(TouchKey& key, const Variants& variants, const Pick& pick)
+{
+    m_offers.insert(&key, {variants, pick});
+    key.installEventFilter(this);
+}
+
+void VariantKeys::open()
+{
+    m_shown = m_offers.value(m_held).variants();
+    if (m_shown.isEmpty()) {
+        return;
+    }
+    qDeleteAll(m_row);
+    m_row.clear();
+    setGeometry(parentWidget()->rect());
+    constexpr int spacing = 4;
+    const QRect held(m_held->mapTo(parentWidget(), QPoint()), m_held->size());
+    const int step = qMin(held.width() + spacing, width() / m_shown.size());
+    const int least = held.center().x() - (m_shown.size() * step) / 2;
+    int left = qBound(0, least, qMax(0, width() - m_shown.size() * step));
+    for (const QString& variant : qAsConst(m_shown)) {
+        auto* const key = new TouchKey(QString("variant%1").arg(m_row.size()), variant);
+        key->setParent(this);
+        key->setGeometry(left, held.top() - held.height() - spacing, step - spacing, held.height());
+        connect(key, &QPushButton::clicked, this, [this, variant] { pick(variant); });
+        m_row.append(key);
+        left += step;
+    }
+    raise();
+    show();
+}
+
+void VariantKeys::pick(const QString& variant)
+{
+    hide();
+    m_offers.value(m_held).pick(variant);
+}
+
+/// The finger that held the letter is still down, or has just lifted.
+bool VariantKeys::slide(const QPoint& globalPlace, bool isLifted)
+{
+    for (int i = 0; i < m_row.size(); ++i) {
+        const bool isUnder = m_row[i]->rect().contains(m_row[i]->mapFromGlobal(globalPlace));
+        m_row[i]->setDown(isUnder && !isLifted);
+        if (isUnder && isLifted) {
+            pick(m_shown[i]);
+            break;
+        }
+    }
+    return true;
+}
+
+bool VariantKeys::eventFilter(QObject* watched, QEvent* event)
+{
+    const auto* const mouse = static_cast<QMouseEvent*>(event);
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        m_held = static_cast<TouchKey*>(watched);
+        m_hold.start();
+        return false;
+    case QEvent::MouseMove:
+        return isVisible() && slide(mouse->globalPos(), false);
+    case QEvent::MouseButtonRelease:
+        m_hold.stop();
+        if (isVisible()) {
+            m_held->setDown(false); // the letter itself is not typed
+            return slide(mouse->globalPos(), true);
+        }
+        return false;
+    default:
+        return false;
+    }
+}
+
+void VariantKeys::mousePressEvent(QMouseEvent*)
+{
+    hide();
+}
+
+} // namespace norvo
