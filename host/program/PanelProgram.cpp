@@ -22,6 +22,7 @@
 #include "host/window/fit/Kiosk.h"
 #include "host/window/touch/TapGuard.h"
 #include "host/window/touch/WheelGuard.h"
+#include "host/window/look/Look.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -161,6 +162,9 @@ int PanelRun::start()
     PanelDescription description = m_input.read(diagnostics);
     description.look.theme = m_options.theme.value_or(description.look.theme);
     Language::use(*qGuiApp, description.look.language);
+    if (!m_options.qtArguments.contains("-style")) {
+        Look::apply(*qApp, description.look);
+    }
     if (m_keepsState && !diagnostics.hasErrors()) {
         QObject::connect(&state, &StateFile::problem, &Console::report);
         state.read();

@@ -25,10 +25,14 @@ double TouchSize::pixelsPerMm(const QScreen& screen)
     return (isPossible ? physical : screen.logicalDotsPerInch()) / kMmPerInch;
 }
 
+int TouchSize::pixels(PanelLook::Touch touch, double pixelsPerMm)
+{
+    return qCeil((touch == PanelLook::Touch::Gloves ? kGloveMm : kFingerMm) * pixelsPerMm);
+}
+
 int TouchSize::pixels(PanelLook::Touch touch, const QScreen& screen)
 {
-    const double mm = touch == PanelLook::Touch::Gloves ? kGloveMm : kFingerMm;
-    return qCeil(mm * pixelsPerMm(screen));
+    return pixels(touch, pixelsPerMm(screen));
 }
 
 } // namespace norvo

@@ -14,7 +14,8 @@ namespace TouchSize {
 /// the resolution that its texts are drawn at.
 double pixelsPerMm(const QScreen& screen);
 
-int pixels(PanelLook::Touch touch, const QScreen& screen); ///< Rounded up.
+int pixels(PanelLook::Touch touch, double pixelsPerMm); ///< Rounded up.
+int pixels(PanelLook::Touch touch, const QScreen& screen);
 
 } // namespace TouchSize
 

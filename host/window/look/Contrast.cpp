@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/window/look/Contrast.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QLabel>
+#include <QMetaEnum>
+#include <QRegularExpression>
+
+#include <cmath>
+
+namespace norvo {
+
+namespace {
+
+double luminance(const QColor& color)
+{
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
+}
+
+/// What a style sheet sets for a property, however the rule is written; empty where nothing.
+QRegularExpression property(const QString& name)
+{
+    return QRegularExpression("(?:^|[;{\\s])" + name + "\\s*:\\s*([^;}]+)");
+}
+
+QString valueOf(const QRegularExpression& property, const QString& styleSheet)
+{
+    return property.match(styleSheet).captured(1).trimmed();
+}
+
+const QRegularExpression kGround = property("background(?:-color)?");
+const QRegularExpression kText = property("color");
+
+/// Invalid where the style sheet names no plain colour. Qt does not tell what it made of one.
+QColor groundOf(const QString& styleSheet)
+{
+    const QString value = valueOf(kGround, styleSheet);
+    if (!value.startsWith("palette(") || !value.endsWith(')')) {
+        return value.isEmpty() ? QColor() : QColor(value);
+    }
+    const QString role = value.mid(8).chopped(1).remove('-').trimmed();
+    const QMetaEnum roles = QMetaEnum::fromType<QPalette::ColorRole>();
+    for (int i = 0; i < roles.keyCount(); ++i) {
+        if (role.compare(QLatin1String(roles.key(i)), Qt::CaseInsensitive) == 0) {
+            return QApplication::palette().color(QPalette::ColorRole(roles.value(i)));
+        }
+    }
+    return {};
+}
+
+/// The panel's own text where it reads, otherwise white or black.
+QColor readableOn(const QColor& ground)
+{
+    const QColor usual = QApplication::palette().color(QPalette::WindowText);
+    if (contrast(usual, ground) >= kReadable) {
+        return usual;
+    }
+    return contrast(Qt::white, ground) > contrast(Qt::black, ground) ? Qt::white : Qt::black;
+}
+
+/// The palette is the label's own: what its parents have is hidden by its style sheet.
+void makeReadable(QLabel& label)
+{
+    const QColor ground = groundOf(label.styleSheet());
+    if (!ground.isValid() || !valueOf(kText, label.styleSheet()).isEmpty()) {
+        return;
+    }
+    QPalette palette = label.palette();
+    palette.setColor(QPalette::WindowText, readableOn(ground));
+    if (palette != label.palette()) {
+        label.setPalette(palette);
+    }
+}
+
+} // namespace
+
+double contrast(const QColor& a, const QColor& b)
+{
+    const double high = qMax(luminance(a), luminance(b));
+    const double low = qMin(luminance(a), luminance(b));
+    return (high + 0.05) / (low + 0.05);
+}
+
+void ContrastGuard::watch(QLabel& label)
+{
+    makeReadable(label);
+    label.installEventFilter(this);
+}
+
+bool ContrastGuard::eventFilter(QObject* watched, QEvent* event)
+{
+    auto* const label = qobject_cast<QLabel*>(watched);
+    if (label && event->type() == QEvent::StyleChange) {
+        makeReadable(*label);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace norvo
