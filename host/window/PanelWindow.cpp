@@ -83,6 +83,7 @@ PanelWindow::PanelWindow(const QString& title) : m_scroll(new QScrollArea)
     setWindowTitle(title);
     m_scroll->setFrameShape(QFrame::NoFrame);
     m_scroll->setWidgetResizable(true);
+    m_scroll->setMinimumSize(1, 1); // However large its scroll bars are.
     m_scroll->setWidget(new QWidget);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -172,7 +172,7 @@ void ControlPainter::slider(QPainter& painter, const QStyleOptionSlider& option,
                                 : QRectF(center.x() - thickness / 2, groove.top() + end, thickness,
                                          groove.height() - 2 * end);
     pill(painter, line, m_theme.edge);
-    // From the end with the least value, which QSlider calls the upside-down one.
+    // The least value is on the left or on top, unless upside down.
     QRectF filled = line;
     if (isLevel) {
         option.upsideDown ? filled.setLeft(center.x()) : filled.setRight(center.x());

@@ -2,7 +2,8 @@
 
 #include "host/window/look/PanelStyle.h"
 
-#include <QComboBox>
+#include <QAbstractSpinBox>
+#include <QCheckBox>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
@@ -36,6 +37,9 @@ void PanelStyle::polish(QWidget* widget)
         m_guard.watch(*label);
     } else if (qobject_cast<QSlider*>(widget)) {
         widget->installEventFilter(this);
+    } else if (qobject_cast<QCheckBox*>(widget) || qobject_cast<QAbstractSpinBox*>(widget)) {
+        // One with a style sheet does not ask for the size of its contents.
+        widget->setMinimumSize(widget->minimumSize().expandedTo({m_target, m_target}));
     } else if (widget->inherits("QCustomPlot")) {
         widget->setPalette(m_theme.plotPalette());
     }
