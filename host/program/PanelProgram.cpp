@@ -126,7 +126,7 @@ public:
 private:
     int start();
     int showErrors(const Diagnostics& diagnostics);
-    int runPanel(PanelPlan plan, const QString& title, StateFile& state);
+    int runPanel(PanelPlan plan, const PanelDescription& description, StateFile& state);
     int show(PanelWindow& window);
     int takePicture(PanelWindow& window) const;
     bool isPicture() const { return m_options.action == Options::Action::Screenshot; }
@@ -177,7 +177,7 @@ int PanelRun::start()
     }
     reportAll(diagnostics);
     return diagnostics.preventsStart() ? showErrors(diagnostics)
-                                       : runPanel(std::move(plan), titleOf(description), state);
+                                       : runPanel(std::move(plan), description, state);
 }
 
 int PanelRun::showErrors(const Diagnostics& diagnostics)
@@ -188,11 +188,14 @@ int PanelRun::showErrors(const Diagnostics& diagnostics)
     return 1;
 }
 
-int PanelRun::runPanel(PanelPlan plan, const QString& title, StateFile& state)
+int PanelRun::runPanel(PanelPlan plan, const PanelDescription& description, StateFile& state)
 {
-    PanelWindow window(title);
+    PanelWindow window(titleOf(description));
     auto* const pages = new PanelPages;
-    (new QVBoxLayout(window.page()))->addWidget(pages);
+    pages->setLook(description.look);
+    auto* const layout = new QVBoxLayout(window.page());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(pages);
     Panel panel(*pages);
     if (m_keepsState) {
         QObject::connect(&panel, &Panel::parameterWritten, &state, &StateFile::set);

@@ -4,8 +4,8 @@
 
 #include "host/panel/plan/Placement.h"
 #include "host/window/ErrorTile.h"
+#include "host/window/layout/PageGrid.h"
 
-#include <QGridLayout>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -19,7 +19,12 @@ PanelPages::PanelPages(QWidget* parent) : PanelSurface(parent)
     layout->setContentsMargins(0, 0, 0, 0);
 }
 
-QGridLayout* PanelPages::grid(const QString& area) const
+void PanelPages::setLook(const PanelLook& look)
+{
+    m_look = look;
+}
+
+PageGrid* PanelPages::grid(const QString& area) const
 {
     return m_areas.isEmpty() ? m_grids.value(0, nullptr)
                              : m_grids.value(m_areas.indexOf(area), nullptr);
@@ -30,7 +35,7 @@ void PanelPages::setAreas(const QStringList& areas)
     const auto* const tabsBefore = qobject_cast<QTabWidget*>(m_content);
     const QString shown = tabsBefore ? m_areas.value(tabsBefore->currentIndex()) : QString();
     // Widgets that stay wait outside of the pages; tiles go with them.
-    for (QGridLayout* grid : qAsConst(m_grids)) {
+    for (PageGrid* grid : qAsConst(m_grids)) {
         while (const std::unique_ptr<QLayoutItem> item{grid->takeAt(0)}) {
             if (!qobject_cast<ErrorTile*>(item->widget())) {
                 item->widget()->setParent(this);
@@ -47,27 +52,33 @@ void PanelPages::setAreas(const QStringList& areas)
 
 void PanelPages::build()
 {
-    const auto addGrid = [this](QWidget* page) {
-        m_grids.append(new QGridLayout(page));
-        return page;
-    };
     if (m_areas.isEmpty()) {
-        m_content = addGrid(new QWidget);
+        m_content = makePage({});
     } else {
         auto* const tabs = new QTabWidget;
-        for (QString label : qAsConst(m_areas)) {
-            tabs->addTab(addGrid(new QWidget), label.replace("&", "&&"));
+        for (const QString& area : qAsConst(m_areas)) {
+            tabs->addTab(makePage(area), QString(area).replace("&", "&&"));
         }
         m_content = tabs;
     }
     layout()->addWidget(m_content);
 }
 
+QWidget* PanelPages::makePage(const QString& area)
+{
+    const auto weights = [&area](const PanelLook::Weights& byArea) {
+        return byArea.value(area, byArea.value({}));
+    };
+    auto* const page = new QWidget;
+    m_grids.append(new PageGrid(page, weights(m_look.rows), weights(m_look.columns)));
+    return page;
+}
+
 void PanelPages::place(QWidget* widget, const Cells& cells)
 {
-    QGridLayout* const layout = grid(cells.area);
-    Q_ASSERT(layout);
-    layout->addWidget(widget, cells.row, cells.column, cells.rowspan, cells.colspan);
+    PageGrid* const page = grid(cells.area);
+    Q_ASSERT(page);
+    page->place(widget, cells.row, cells.column, cells.rowspan, cells.colspan);
 }
 
 void PanelPages::placeError(const QString& id, const QString& text, const Cells& cells)

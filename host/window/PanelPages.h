@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "host/panel/file/PanelLook.h"
 #include "host/panel/run/PanelSurface.h"
 
 #include <QStringList>
 
-class QGridLayout;
-
 namespace norvo {
+
+class PageGrid;
 
 /// Where a panel's widgets stand: one grid, or tabs with a grid each.
 class PanelPages : public PanelSurface
@@ -17,8 +18,10 @@ class PanelPages : public PanelSurface
 public:
     explicit PanelPages(QWidget* parent = nullptr);
 
+    void setLook(const PanelLook& look); ///< From the next setAreas() on.
+
     /// Null for an unknown area; the one grid where there are no tabs.
-    QGridLayout* grid(const QString& area) const;
+    PageGrid* grid(const QString& area) const;
 
     void setAreas(const QStringList& areas) override; ///< The tab that is seen stays, if it can.
     void place(QWidget* widget, const Cells& cells) override;
@@ -28,10 +31,12 @@ public:
 
 private:
     void build();
+    QWidget* makePage(const QString& area);
 
+    PanelLook m_look;
     QStringList m_areas;
     QWidget* m_content = nullptr; ///< The one page, or the tabs.
-    QList<QGridLayout*> m_grids;
+    QList<PageGrid*> m_grids;
 };
 
 } // namespace norvo

@@ -27,7 +27,7 @@ struct PanelLook
     QSize design;     ///< In pixels, for which the page was laid out; empty: none was named.
     QString language; ///< Such as "de" or "pt_BR"; empty: the system's.
     Weights rows;     ///< None for a tab: rows grow where something in them wants height.
-    Weights columns;  ///< None for a tab: columns share the width as their widgets ask for it.
+    Weights columns;  ///< None for a tab: of one width, as far as nothing is cut.
 };
 
 } // namespace norvo

@@ -41,6 +41,7 @@ public:
         if (!page->layout()) {
             new QVBoxLayout(page);
         }
+        pages->setLook(m_description.look);
         page->layout()->addWidget(pages);
         change(m_description);
     }

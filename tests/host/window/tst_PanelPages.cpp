@@ -4,6 +4,7 @@
 
 #include "host/window/ErrorTile.h"
 #include "host/panel/plan/Placement.h"
+#include "host/window/layout/PageGrid.h"
 #include "TestMain.h"
 
 #include <QGridLayout>

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/window/layout/PageGrid.h"
+
+#include "host/window/layout/PanelCell.h"
+
+#include <QWidget>
+
+#include <algorithm>
+
+namespace norvo {
+
+namespace {
+
+constexpr int kMargin = 14;
+constexpr int kSpacing = 10;
+
+struct Span
+{
+    int row = 0;
+    int column = 0;
+    int rows = 0;
+    int columns = 0;
+};
+
+Span spanOf(const QGridLayout& grid, int index)
+{
+    Span span;
+    grid.getItemPosition(index, &span.row, &span.column, &span.rows, &span.columns);
+    return span;
+}
+
+bool isAnySet(const QVector<int>& stretches, int first, int count)
+{
+    const auto begin = stretches.cbegin() + first;
+    return std::any_of(begin, begin + count, [](int stretch) { return stretch > 0; });
+}
+
+} // namespace
+
+PageGrid::PageGrid(QWidget* page, const QVector<int>& rowWeights, const QVector<int>& columnWeights)
+    : QGridLayout(page), m_rowWeights(rowWeights), m_columnWeights(columnWeights)
+{
+    setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    setSpacing(kSpacing);
+}
+
+void PageGrid::place(QWidget* widget, int row, int column, int rowspan, int colspan)
+{
+    addChildWidget(widget);
+    addItem(new PanelCell(widget), row, column, rowspan, colspan);
+}
+
+QVector<const PanelCell*> PageGrid::cells() const
+{
+    QVector<const PanelCell*> cells;
+    for (int i = 0; i < count(); ++i) {
+        cells.append(static_cast<const PanelCell*>(itemAt(i)));
+    }
+    return cells;
+}
+
+QSize PageGrid::sizeHint() const
+{
+    const_cast<PageGrid*>(this)->arrange();
+    return QGridLayout::sizeHint();
+}
+
+QSize PageGrid::minimumSize() const
+{
+    const_cast<PageGrid*>(this)->arrange();
+    return QGridLayout::minimumSize();
+}
+
+bool PageGrid::hasHeightForWidth() const
+{
+    const_cast<PageGrid*>(this)->arrange();
+    return QGridLayout::hasHeightForWidth();
+}
+
+void PageGrid::setGeometry(const QRect& area)
+{
+    arrange();
+    QGridLayout::setGeometry(area);
+}
+
+void PageGrid::invalidate()
+{
+    m_isArranged = false;
+    QGridLayout::invalidate();
+}
+
+void PageGrid::arrange()
+{
+    if (m_isArranged) {
+        return;
+    }
+    for (int i = 0; i < count(); ++i) {
+        static_cast<PanelCell*>(itemAt(i))->examine();
+    }
+    const QVector<int> rows = rowStretches();
+    for (int row = 0; row < rows.size(); ++row) {
+        if (rowStretch(row) != rows[row]) {
+            setRowStretch(row, rows[row]);
+        }
+    }
+    const QVector<int> columns = columnStretches();
+    for (int column = 0; column < columns.size(); ++column) {
+        if (columnStretch(column) != columns[column]) {
+            setColumnStretch(column, columns[column]);
+        }
+    }
+    m_isArranged = true;
+}
+
+/// One more than there are rows: what is left goes to the last where no row wants it.
+QVector<int> PageGrid::rowStretches() const
+{
+    int used = 0;
+    for (int i = 0; i < count(); ++i) {
+        const Span span = spanOf(*this, i);
+        used = qMax(used, span.row + span.rows);
+    }
+    QVector<int> stretches(qMax(used + 1, rowCount()), 0);
+    if (!m_rowWeights.isEmpty()) {
+        std::copy_n(m_rowWeights.cbegin(), qMin(used, m_rowWeights.size()), stretches.begin());
+    }
+    // What stands in one row decides before what stands in several.
+    for (const bool isSpanning : {false, true}) {
+        for (int i = 0; i < count() && m_rowWeights.isEmpty(); ++i) {
+            const Span span = spanOf(*this, i);
+            const WidgetParts& parts = static_cast<const PanelCell*>(itemAt(i))->parts();
+            if (parts.wantsHeight && (span.rows > 1) == isSpanning &&
+                (!isSpanning || !isAnySet(stretches, span.row, span.rows))) {
+                for (int row = span.row; row < span.row + span.rows; ++row) {
+                    stretches[row] = qMax(stretches[row], qMax(1, parts.leastHeight / span.rows));
+                }
+            }
+        }
+    }
+    if (!isAnySet(stretches, 0, used)) {
+        stretches[used] = 1;
+    }
+    return stretches;
+}
+
+QVector<int> PageGrid::columnStretches() const
+{
+    QVector<int> stretches(columnCount(), 0);
+    if (!m_columnWeights.isEmpty()) {
+        std::copy_n(m_columnWeights.cbegin(), qMin(columnCount(), m_columnWeights.size()),
+                    stretches.begin());
+        return stretches;
+    }
+    for (int i = 0; i < count(); ++i) {
+        const Span span = spanOf(*this, i);
+        std::fill_n(stretches.begin() + span.column, span.columns, 1);
+    }
+    return stretches;
+}
+
+} // namespace norvo

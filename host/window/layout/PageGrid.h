@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QGridLayout>
+#include <QVector>
+
+namespace norvo {
+
+class PanelCell;
+
+/// The grid of a page. Rows grow where something in them wants height, else the height that is
+/// left stays below; columns are of one width as far as nothing is cut.
+class PageGrid : public QGridLayout
+{
+    Q_OBJECT
+
+public:
+    /// Weights: shares of what is left, from the first row or column; empty: as said above.
+    PageGrid(QWidget* page, const QVector<int>& rowWeights, const QVector<int>& columnWeights);
+
+    void place(QWidget* widget, int row, int column, int rowspan, int colspan);
+    QVector<const PanelCell*> cells() const;
+
+    QSize sizeHint() const override;
+    QSize minimumSize() const override;
+    bool hasHeightForWidth() const override;
+    void setGeometry(const QRect& area) override;
+    void invalidate() override;
+
+private:
+    void arrange();
+    QVector<int> rowStretches() const;
+    QVector<int> columnStretches() const;
+
+    const QVector<int> m_rowWeights;
+    const QVector<int> m_columnWeights;
+    bool m_isArranged = false;
+};
+
+} // namespace norvo

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/window/layout/PanelCell.h"
+
+#include <QGridLayout>
+#include <QVector>
+#include <QWidget>
+
+namespace norvo {
+
+namespace {
+
+constexpr QMargins kPadding(12, 8, 12, 8); ///< Within a card.
+
+struct Column
+{
+    bool grows = false;   ///< Something in it, or across it, is the better the wider it is.
+    bool isFixed = false; ///< Something that stands in it alone is not.
+};
+
+/// Gives the width that is left to what is the better for it: a unit stays at its value.
+void keepTogether(QGridLayout& grid)
+{
+    QVector<Column> columns(grid.columnCount());
+    for (int i = 0; i < grid.count(); ++i) {
+        int row = 0;
+        int first = 0;
+        int rows = 0;
+        int count = 0;
+        grid.getItemPosition(i, &row, &first, &rows, &count);
+        const bool grows = grid.itemAt(i)->expandingDirections() & Qt::Horizontal;
+        for (int column = first; column < first + count; ++column) {
+            columns[column].grows |= grows;
+            columns[column].isFixed |= !grows && count == 1;
+        }
+    }
+    for (int i = 0; i < columns.size(); ++i) {
+        grid.setColumnStretch(i, columns[i].grows && !columns[i].isFixed ? 1 : 0);
+    }
+}
+
+} // namespace
+
+void PanelCell::examine()
+{
+    const int count = widget()->children().size();
+    if (count != m_childCount) {
+        m_childCount = count;
+        m_parts = WidgetParts::of(*widget());
+        if (auto* const grid = qobject_cast<QGridLayout*>(widget()->layout())) {
+            keepTogether(*grid);
+        }
+    }
+}
+
+QMargins PanelCell::padding() const
+{
+    return m_parts.standsOnCard ? kPadding : QMargins();
+}
+
+/// A need that grows on the screen is met with a quarter more, so that it is not soon to grow
+/// again.
+int PanelCell::keep(int& kept, int need) const
+{
+    const bool isFirst = kept < 0;
+    if (isFirst && !wid->isVisible()) {
+        return need;
+    }
+    if (need > kept) {
+        kept = isFirst ? need : need + need / 4;
+    }
+    return kept;
+}
+
+QSize PanelCell::keep(QSize& kept, const QSize& need) const
+{
+    const int width = keep(kept.rwidth(), need.width());
+    return {width, keep(kept.rheight(), need.height())};
+}
+
+QSize PanelCell::sizeHint() const
+{
+    const QSize need = QWidgetItemV2::sizeHint().expandedTo({0, m_parts.leastHeight});
+    return keep(m_hint, need.grownBy(padding()));
+}
+
+QSize PanelCell::minimumSize() const
+{
+    const QSize need = QWidgetItemV2::minimumSize().expandedTo({0, m_parts.leastHeight});
+    return keep(m_minimum, need.grownBy(padding()));
+}
+
+QSize PanelCell::maximumSize() const
+{
+    return {QLAYOUTSIZE_MAX, QLAYOUTSIZE_MAX};
+}
+
+Qt::Orientations PanelCell::expandingDirections() const
+{
+    return {};
+}
+
+int PanelCell::heightForWidth(int width) const
+{
+    const QMargins around = padding();
+    const int need = QWidgetItemV2::heightForWidth(width - around.left() - around.right());
+    auto kept = m_heights.find(width);
+    if (kept == m_heights.end()) {
+        kept = m_heights.insert(width, -1);
+    }
+    return keep(*kept, qMax(need, m_parts.leastHeight) + around.top() + around.bottom());
+}
+
+void PanelCell::setGeometry(const QRect& area)
+{
+    if (area.width() != m_area.width()) {
+        m_heights.clear();
+    }
+    m_area = area;
+    QRect inner = area;
+    if (!m_parts.wantsHeight) {
+        const int height = hasHeightForWidth() ? heightForWidth(area.width()) : sizeHint().height();
+        inner.setHeight(qMin(area.height(), height));
+        inner.moveTop(area.top() + (area.height() - inner.height()) / 2);
+    }
+    QWidgetItemV2::setGeometry(inner.marginsRemoved(padding()));
+}
+
+} // namespace norvo
