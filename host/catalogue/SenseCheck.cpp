@@ -226,6 +226,12 @@ std::optional<KeptMethods> SenseCheck::keptMethods(const QString& type) const
     return words ? words->kept : std::nullopt;
 }
 
+std::optional<ShownSignal> SenseCheck::shownSignal(const QString& type) const
+{
+    const TypeWords* const words = m_catalogue.words(type);
+    return words ? words->shown : std::nullopt;
+}
+
 void SenseCheck::rebaseFiles(PanelDescription& description) const
 {
     rebaseIncludedFiles(description, m_catalogue);

@@ -106,6 +106,8 @@ void EntryReader::readTypeKey(const QString& key, const YamlEntry& entry)
         m_type.startsNothing = value.text == "true";
     } else if (key == "keeps") {
         readKept(value);
+    } else if (key == "shows" || key == "showsState") {
+        m_type.shown = ShownSignal{value.text, key == "showsState"};
     } else if (key == "ports") {
         readPorts(value);
     } else if (key == "curves") {

@@ -20,6 +20,7 @@
 #include "host/window/PanelPages.h"
 #include "host/window/PanelWindow.h"
 #include "host/window/fit/Kiosk.h"
+#include "host/window/marks/StateMarks.h"
 #include "host/window/touch/TapGuard.h"
 #include "host/window/touch/WheelGuard.h"
 #include "host/window/look/Look.h"
@@ -109,7 +110,7 @@ public:
     PanelRun(const Options& options, const DeviceManager& manager, const Catalogue& catalogue)
         : m_options(options),
           m_manager(manager),
-          m_catalogue(catalogue),
+          m_knowledge(catalogue),
           m_input(options.panelFiles.constFirst()),
           m_keepsState(options.keepsState &&
                        !(m_input.isStandardInput() && options.stateFile.isEmpty())),
@@ -133,7 +134,7 @@ private:
 
     const Options& m_options;
     const DeviceManager& m_manager;
-    const Catalogue& m_catalogue;
+    const SenseCheck m_knowledge;
     const PanelInput m_input;
     const bool m_keepsState;     ///< Standard input has no file to keep it beside.
     const QString m_picturePath; ///< Absolute: reading the panel changes the working folder.
@@ -171,7 +172,7 @@ int PanelRun::start()
     }
     PanelPlan plan =
         PanelPlan::make(description, m_manager, {state.fileName(), state.state(), state.places()},
-                        diagnostics, {}, SenseCheck(m_catalogue));
+                        diagnostics, {}, m_knowledge);
     if (m_signals.isStopRequested()) {
         return 0;
     }
@@ -201,7 +202,10 @@ int PanelRun::runPanel(PanelPlan plan, const PanelDescription& description, Stat
         QObject::connect(&panel, &Panel::parameterWritten, &state, &StateFile::set);
     }
     Diagnostics diagnostics(m_input.name());
+    StateMarks marks(m_knowledge);
+    marks.listen(plan);
     panel.apply(std::move(plan), diagnostics);
+    marks.show(panel);
     if (!m_signals.isStopRequested()) {
         reportAll(diagnostics);
     }

@@ -64,6 +64,21 @@
     </message>
 </context>
 <context>
+    <name>norvo::StateMark</name>
+    <message>
+        <source>no value yet</source>
+        <translation>noch kein Wert</translation>
+    </message>
+    <message>
+        <source>on</source>
+        <translation>ein</translation>
+    </message>
+    <message>
+        <source>off</source>
+        <translation>aus</translation>
+    </message>
+</context>
+<context>
     <name>NumpadDialog</name>
     <message>
         <source>Enter a number</source>

@@ -64,6 +64,21 @@
     </message>
 </context>
 <context>
+    <name>norvo::StateMark</name>
+    <message>
+        <source>no value yet</source>
+        <translation>значения ещё нет</translation>
+    </message>
+    <message>
+        <source>on</source>
+        <translation>включено</translation>
+    </message>
+    <message>
+        <source>off</source>
+        <translation>выключено</translation>
+    </message>
+</context>
+<context>
     <name>NumpadDialog</name>
     <message>
         <source>Enter a number</source>

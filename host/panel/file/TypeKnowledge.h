@@ -18,6 +18,13 @@ struct KeptMethods
     QString widgetInput; ///< A slot of its widget that takes it.
 };
 
+/// By which signal a display tells what it shows now.
+struct ShownSignal
+{
+    QString signature;    ///< Full.
+    bool isState = false; ///< It carries yes or no, which is shown as a colour alone.
+};
+
 /// What is known of device types beyond what the types declare themselves. This one knows nothing.
 class TypeKnowledge
 {
@@ -34,6 +41,8 @@ public:
     virtual bool startsNothing(const QString& /*type*/) const { return false; }
     /// None where devices of the type keep no value.
     virtual std::optional<KeptMethods> keptMethods(const QString& /*type*/) const { return {}; }
+    /// None where devices of the type are no displays, or say themselves that they have no value.
+    virtual std::optional<ShownSignal> shownSignal(const QString& /*type*/) const { return {}; }
     /// Makes names of files that stand in an included file relative to the panel's folder.
     virtual void rebaseFiles(PanelDescription& /*description*/) const {}
     /// Reports values in the file with which the device cannot do what its author means. The device
