@@ -4,8 +4,13 @@
 
 #include "host/panel/plan/Placement.h"
 #include "host/window/ErrorTile.h"
+#include "host/window/layout/CardPage.h"
+#include "host/window/layout/FingerScrollArea.h"
 #include "host/window/layout/PageGrid.h"
+#include "host/window/layout/PageKeys.h"
+#include "host/window/look/TouchSize.h"
 
+#include <QScreen>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -32,8 +37,7 @@ PageGrid* PanelPages::grid(const QString& area) const
 
 void PanelPages::setAreas(const QStringList& areas)
 {
-    const auto* const tabsBefore = qobject_cast<QTabWidget*>(m_content);
-    const QString shown = tabsBefore ? m_areas.value(tabsBefore->currentIndex()) : QString();
+    const QString shown = m_tabs ? m_areas.value(m_tabs->currentIndex()) : QString();
     // Widgets that stay wait outside of the pages; tiles go with them.
     for (PageGrid* grid : qAsConst(m_grids)) {
         while (const std::unique_ptr<QLayoutItem> item{grid->takeAt(0)}) {
@@ -45,8 +49,8 @@ void PanelPages::setAreas(const QStringList& areas)
     clear();
     m_areas = areas;
     build();
-    if (auto* const tabs = qobject_cast<QTabWidget*>(m_content)) {
-        tabs->setCurrentIndex(qMax(0, areas.indexOf(shown)));
+    if (m_tabs) {
+        m_tabs->setCurrentIndex(qMax(0, areas.indexOf(shown)));
     }
 }
 
@@ -55,11 +59,15 @@ void PanelPages::build()
     if (m_areas.isEmpty()) {
         m_content = makePage({});
     } else {
-        auto* const tabs = new QTabWidget;
+        m_tabs = new QTabWidget;
+        m_tabs->setDocumentMode(true); // without a frame
         for (const QString& area : qAsConst(m_areas)) {
-            tabs->addTab(makePage(area), QString(area).replace("&", "&&"));
+            m_tabs->addTab(new FingerScrollArea(makePage(area)), QString(area).replace("&", "&&"));
         }
-        m_content = tabs;
+        m_content = new QWidget;
+        auto* const column = new QVBoxLayout(m_content);
+        column->addWidget(new PageKeys(*m_tabs, TouchSize::pixels(m_look.touch, *screen())));
+        column->addWidget(m_tabs, 1);
     }
     layout()->addWidget(m_content);
 }
@@ -69,7 +77,7 @@ QWidget* PanelPages::makePage(const QString& area)
     const auto weights = [&area](const PanelLook::Weights& byArea) {
         return byArea.value(area, byArea.value({}));
     };
-    auto* const page = new QWidget;
+    auto* const page = new CardPage;
     m_grids.append(new PageGrid(page, weights(m_look.rows), weights(m_look.columns)));
     return page;
 }
@@ -99,6 +107,7 @@ void PanelPages::clear()
 {
     delete m_content;
     m_content = nullptr;
+    m_tabs = nullptr;
     m_grids.clear();
 }
 

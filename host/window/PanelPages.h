@@ -6,6 +6,8 @@
 
 #include <QStringList>
 
+class QTabWidget;
+
 namespace norvo {
 
 class PageGrid;
@@ -35,7 +37,8 @@ private:
 
     PanelLook m_look;
     QStringList m_areas;
-    QWidget* m_content = nullptr; ///< The one page, or the tabs.
+    QWidget* m_content = nullptr; ///< The one page, or the tabs and their keys.
+    QTabWidget* m_tabs = nullptr; ///< Null where there is one page.
     QList<PageGrid*> m_grids;
 };
 

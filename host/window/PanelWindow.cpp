@@ -2,6 +2,8 @@
 
 #include "host/window/PanelWindow.h"
 
+#include "host/window/layout/FingerScrollArea.h"
+
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -78,7 +80,7 @@ QWidget* makeErrorPage(const Diagnostics& diagnostics)
 
 } // namespace
 
-PanelWindow::PanelWindow(const QString& title) : m_scroll(new QScrollArea)
+PanelWindow::PanelWindow(const QString& title) : m_scroll(new FingerScrollArea(new QWidget))
 {
     setWindowTitle(title);
     m_scroll->setFrameShape(QFrame::NoFrame);

@@ -78,6 +78,12 @@ bool PageGrid::hasHeightForWidth() const
     return QGridLayout::hasHeightForWidth();
 }
 
+int PageGrid::heightForWidth(int width) const
+{
+    const_cast<PageGrid*>(this)->arrange();
+    return QGridLayout::minimumHeightForWidth(width);
+}
+
 void PageGrid::setGeometry(const QRect& area)
 {
     arrange();

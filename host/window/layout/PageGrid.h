@@ -24,6 +24,7 @@ public:
     QSize sizeHint() const override;
     QSize minimumSize() const override;
     bool hasHeightForWidth() const override;
+    int heightForWidth(int width) const override; ///< The least, from which the page grows.
     void setGeometry(const QRect& area) override;
     void invalidate() override;
 

@@ -112,6 +112,7 @@ private slots:
     void nothingMovesWhateverTheValues_data();
     void nothingMovesWhateverTheValues();
     void cellThatGrewGetsRoomAndStays();
+    void whatHasSeveralPartsStandsOnACard();
 
 private:
     PluginSet m_plugins;
@@ -379,6 +380,26 @@ void tst_PageLayout::cellThatGrewGetsRoomAndStays()
     QVERIFY(after.y() > before.y());
     QCOMPARE(placeOfButton("one"), after);
     QCOMPARE(placeOfButton(QString("line\n").repeated(7)), after);
+}
+
+void tst_PageLayout::whatHasSeveralPartsStandsOnACard()
+{
+    ShownPanel panel(m_plugins, kControls + "  text: {device: label, params: {Value: Hello}}\n",
+                     {800, 480});
+    QVERIFY(panel.isGood());
+    QPalette distinct = panel.page()->palette();
+    distinct.setColor(QPalette::AlternateBase, Qt::cyan);
+    panel.page()->setPalette(distinct);
+    const QImage picture = panel.page()->grab().toImage();
+    const auto above = [&](const char* id) {
+        const BaseWidget* const widget = panel.widget(id);
+        return picture.pixelColor(widget->mapTo(panel.page(), QPoint(20, -4)));
+    };
+    QCOMPARE(above("level"), QColor(Qt::cyan));
+    QCOMPARE(above("mode"), QColor(Qt::cyan));
+    QVERIFY(above("push") != QColor(Qt::cyan));
+    QVERIFY(above("lamp") != QColor(Qt::cyan));
+    QVERIFY(above("text") != QColor(Qt::cyan));
 }
 
 NORVO_TEST(tst_PageLayout)
