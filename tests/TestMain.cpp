@@ -20,7 +20,21 @@ std::vector<Entry>& entries()
     return all;
 }
 
+norvo::TestLook::Wear s_wear = nullptr;
+
 } // namespace
+
+norvo::TestLook::TestLook(Wear how)
+{
+    s_wear = how;
+}
+
+void norvo::TestLook::wear()
+{
+    if (s_wear) {
+        s_wear();
+    }
+}
 
 norvo::TestEntry::TestEntry(const char* name, Run run)
 {

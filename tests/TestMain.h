@@ -15,11 +15,23 @@ public:
     TestEntry(const char* name, Run run);
 };
 
+/// Dresses the application of each test that has one, where the program links TestLook.cpp and the
+/// environment asks for it.
+class TestLook
+{
+public:
+    using Wear = void (*)();
+
+    explicit TestLook(Wear how);
+    static void wear();
+};
+
 } // namespace norvo
 
 #define NORVO_TEST_WITH(Class, Application)                                                        \
     static const norvo::TestEntry entryOf_##Class(#Class, [](int argc, char** argv) {              \
         const Application application(argc, argv);                                                 \
+        norvo::TestLook::wear();                                                                   \
         Class test;                                                                                \
         return QTest::qExec(&test, argc, argv);                                                    \
     });

@@ -4,6 +4,7 @@
 
 #include <QAbstractSpinBox>
 #include <QCheckBox>
+#include <QFontInfo>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
@@ -23,6 +24,16 @@ ControlPainter::Mark markOf(const QWidget* widget, const QStyleOption& option)
     return option.state & QStyle::State_On ? ControlPainter::Mark::On : ControlPainter::Mark::Off;
 }
 
+/// Seven-segment digits fill the height of their font: without air they touch the frame.
+void addAir(QLabel& label)
+{
+    constexpr int share = 8; // of the height, above and below
+    if (QFontInfo(label.font()).family().startsWith(QLatin1String("DSEG"))) {
+        const int air = label.fontMetrics().height() / share;
+        label.setContentsMargins(0, air, 0, air);
+    }
+}
+
 } // namespace
 
 PanelStyle::PanelStyle(const Theme& theme, int target)
@@ -35,6 +46,7 @@ void PanelStyle::polish(QWidget* widget)
     auto* const label = qobject_cast<QLabel*>(widget);
     if (label && !label->styleSheet().isEmpty()) {
         m_guard.watch(*label);
+        addAir(*label);
     } else if (qobject_cast<QSlider*>(widget)) {
         widget->installEventFilter(this);
     } else if (qobject_cast<QCheckBox*>(widget) || qobject_cast<QAbstractSpinBox*>(widget)) {

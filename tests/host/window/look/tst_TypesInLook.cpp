@@ -2,6 +2,7 @@
 
 #include "host/panel/TestPanel.h"
 #include "host/panel/file/PanelFile.h"
+#include "host/program/Display.h"
 #include "host/program/PluginSet.h"
 #include "host/window/look/Look.h"
 #include "host/window/look/Theme.h"
@@ -13,6 +14,8 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QtTest>
+
+#include <algorithm>
 
 using namespace norvo;
 
@@ -28,6 +31,7 @@ private slots:
     void plotsHaveTheirGround_data();
     void plotsHaveTheirGround();
     void fontsOfTypesStay();
+    void digitsHaveAirAboveAndBelow();
 
 private:
     PluginSet m_plugins;
@@ -139,6 +143,43 @@ void tst_TypesInLook::fontsOfTypesStay()
     QVERIFY(box);
     QCOMPARE(box->font().family(), QString("Arial"));
     QCOMPARE(box->font().pointSize(), 31);
+}
+
+void tst_TypesInLook::digitsHaveAirAboveAndBelow()
+{
+    Display::substituteFonts();
+    wear(PanelLook::Theme::Light);
+    TestPanel panel(m_plugins.manager(), panelOf("{device: output_digital}"));
+    QWidget page;
+    panel.start(&page);
+    page.resize(1, 1); // as small as it can be
+    page.show();
+    const auto labels = panel.widget("it")->findChildren<QLabel*>();
+    const auto digits = std::find_if(labels.cbegin(), labels.cend(), [](const QLabel* label) {
+        return label->font().family() == "Digital-7";
+    });
+    QVERIFY(digits != labels.cend());
+    const QImage picture = (*digits)->grab().toImage();
+    const auto hasDigit = [&picture](int y) {
+        for (int x = 4; x < picture.width() - 4; ++x) {
+            if (picture.pixelColor(x, y) == Qt::white) {
+                return true;
+            }
+        }
+        return false;
+    };
+    int first = 0;
+    while (first < picture.height() && !hasDigit(first)) {
+        ++first;
+    }
+    int last = picture.height() - 1;
+    while (last > first && !hasDigit(last)) {
+        --last;
+    }
+    const int height = last + 1 - first;
+    QVERIFY(height > 10);
+    QVERIFY2(first >= height / 10, qPrintable(QString::number(first)));
+    QVERIFY2(picture.height() - 1 - last >= height / 10, qPrintable(QString::number(last)));
 }
 
 NORVO_TEST(tst_TypesInLook)
