@@ -19,6 +19,7 @@
 #include "host/texts/Language.h"
 #include "host/window/PanelPages.h"
 #include "host/window/PanelWindow.h"
+#include "host/window/accessible/Accessibility.h"
 #include "host/window/fit/Kiosk.h"
 #include "host/window/marks/StateMarks.h"
 #include "host/window/touch/TapGuard.h"
@@ -191,6 +192,7 @@ int PanelRun::showErrors(const Diagnostics& diagnostics)
 
 int PanelRun::runPanel(PanelPlan plan, const PanelDescription& description, StateFile& state)
 {
+    Accessibility::install();
     PanelWindow window(titleOf(description));
     auto* const pages = new PanelPages;
     pages->setLook(description.look);

@@ -2,6 +2,21 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>AccessibleDevice</name>
+    <message>
+        <source>on</source>
+        <translation>ein</translation>
+    </message>
+    <message>
+        <source>off</source>
+        <translation>aus</translation>
+    </message>
+    <message>
+        <source>no current value</source>
+        <translation>kein aktueller Wert</translation>
+    </message>
+</context>
+<context>
     <name>norvo::PanelWindow</name>
     <message>
         <source>This panel cannot start</source>

@@ -2,6 +2,21 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru" sourcelanguage="en">
 <context>
+    <name>AccessibleDevice</name>
+    <message>
+        <source>on</source>
+        <translation>включено</translation>
+    </message>
+    <message>
+        <source>off</source>
+        <translation>выключено</translation>
+    </message>
+    <message>
+        <source>no current value</source>
+        <translation>нет текущего значения</translation>
+    </message>
+</context>
+<context>
     <name>norvo::PanelWindow</name>
     <message>
         <source>This panel cannot start</source>

@@ -4,6 +4,8 @@
 
 #include "host/panel/plan/Placement.h"
 #include "host/window/ErrorTile.h"
+#include "host/window/accessible/Accessibility.h"
+#include "host/window/accessible/FocusOrder.h"
 #include "host/window/layout/CardPage.h"
 #include "host/window/layout/FingerScrollArea.h"
 #include "host/window/layout/PageGrid.h"
@@ -12,8 +14,10 @@
 
 #include <QScreen>
 #include <QTabWidget>
+#include <QTimer>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <memory>
 
 namespace norvo {
@@ -52,6 +56,11 @@ void PanelPages::setAreas(const QStringList& areas)
     if (m_tabs) {
         m_tabs->setCurrentIndex(qMax(0, areas.indexOf(shown)));
     }
+    // Once the widgets are placed, and made of their parts.
+    QTimer::singleShot(0, this, [this] {
+        std::for_each(m_grids.cbegin(), m_grids.cend(),
+                      [](const PageGrid* grid) { orderFocus(*grid); });
+    });
 }
 
 void PanelPages::build()
@@ -87,6 +96,7 @@ void PanelPages::place(QWidget* widget, const Cells& cells)
     PageGrid* const page = grid(cells.area);
     Q_ASSERT(page);
     page->place(widget, cells.row, cells.column, cells.rowspan, cells.colspan);
+    Accessibility::follow(*widget);
 }
 
 void PanelPages::placeError(const QString& id, const QString& text, const Cells& cells)

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: LGPL-3.0-or-later
+
+#include "host/window/accessible/Accessibility.h"
+
+#include "host/window/accessible/AccessibleDevice.h"
+#include "host/window/accessible/LastValue.h"
+#include "norvo/BaseWidget.h"
+
+#include <QAccessible>
+
+namespace norvo {
+
+namespace {
+
+/// Qt asks here for each class of an object, before it makes an interface of its own.
+QAccessibleInterface* interfaceFor(const QString& className, QObject* object)
+{
+    auto* const widget = qobject_cast<QWidget*>(object);
+    if (!widget) {
+        return nullptr;
+    }
+    if (className == "BaseWidget") {
+        return new AccessibleDevice(static_cast<BaseWidget*>(widget));
+    }
+    const auto* const device = qobject_cast<BaseWidget*>(widget->parentWidget());
+    if (device && widget->accessibleName().isEmpty() && AccessibleDevice::isNameless(*widget)) {
+        widget->setAccessibleName(AccessibleDevice::nameOf(*device));
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void Accessibility::install()
+{
+    QAccessible::installFactory(interfaceFor);
+}
+
+void Accessibility::follow(QWidget& placed)
+{
+    if (auto* const widget = qobject_cast<BaseWidget*>(&placed)) {
+        LastValue::follow(*widget);
+    }
+}
+
+} // namespace norvo

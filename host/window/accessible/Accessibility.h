@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: LGPL-3.0-or-later
+#pragma once
+
+class QWidget;
+
+namespace norvo {
+
+/// What screen readers and test tools are given of a panel: each device by its name, kind and
+/// value, and its inner controls by the same name.
+namespace Accessibility {
+
+void install(); ///< Once, by the program.
+
+/// Remembers from now on what a lamp or a gauge shows, as it only paints it.
+void follow(QWidget& placed);
+
+} // namespace Accessibility
+
+} // namespace norvo

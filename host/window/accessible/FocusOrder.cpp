@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: LGPL-3.0-or-later
+
+#include "host/window/accessible/FocusOrder.h"
+
+#include <QGridLayout>
+#include <QMap>
+#include <QWidget>
+
+namespace norvo {
+
+namespace {
+
+bool takesTab(const QWidget& widget)
+{
+    return (widget.focusPolicy() & Qt::TabFocus) && !widget.focusProxy();
+}
+
+} // namespace
+
+void orderFocus(const QGridLayout& grid)
+{
+    QMap<QPair<int, int>, QWidget*> byCell;
+    for (int i = 0; i < grid.count(); ++i) {
+        int row = 0;
+        int column = 0;
+        int rows = 0;
+        int columns = 0;
+        grid.getItemPosition(i, &row, &column, &rows, &columns);
+        byCell.insert({row, column}, grid.itemAt(i)->widget());
+    }
+    QWidget* before = nullptr;
+    for (QWidget* const cell : qAsConst(byCell)) {
+        for (QWidget* const control : QWidgetList{cell} + cell->findChildren<QWidget*>()) {
+            if (takesTab(*control)) {
+                if (before) {
+                    QWidget::setTabOrder(before, control);
+                }
+                before = control;
+            }
+        }
+    }
+}
+
+} // namespace norvo
