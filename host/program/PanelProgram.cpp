@@ -211,6 +211,9 @@ int PanelRun::runPanel(PanelPlan plan, const PanelDescription& description, Stat
     if (!m_signals.isStopRequested()) {
         reportAll(diagnostics);
     }
+    if (description.look.fit == PanelLook::Fit::Scale) {
+        window.scalePage(description.look.design);
+    }
     const int status = show(window);
     panel.stop();
     state.save();

@@ -2,6 +2,7 @@
 
 #include "host/window/PanelWindow.h"
 
+#include "host/window/fit/ScaledPage.h"
 #include "host/window/layout/FingerScrollArea.h"
 
 #include <QCloseEvent>
@@ -80,13 +81,13 @@ QWidget* makeErrorPage(const Diagnostics& diagnostics)
 
 } // namespace
 
-PanelWindow::PanelWindow(const QString& title) : m_scroll(new FingerScrollArea(new QWidget))
+PanelWindow::PanelWindow(const QString& title)
+    : m_page(new QWidget), m_scroll(new FingerScrollArea(m_page))
 {
     setWindowTitle(title);
     m_scroll->setFrameShape(QFrame::NoFrame);
     m_scroll->setWidgetResizable(true);
     m_scroll->setMinimumSize(1, 1); // However large its scroll bars are.
-    m_scroll->setWidget(new QWidget);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_scroll);
@@ -94,17 +95,24 @@ PanelWindow::PanelWindow(const QString& title) : m_scroll(new FingerScrollArea(n
 
 QWidget* PanelWindow::page() const
 {
-    return m_scroll->widget();
+    return m_page;
 }
 
 void PanelWindow::showErrors(const Diagnostics& diagnostics)
 {
-    m_scroll->setWidget(makeErrorPage(diagnostics));
+    m_page = makeErrorPage(diagnostics);
+    m_scroll->setWidget(m_page);
+}
+
+void PanelWindow::scalePage(const QSize& design)
+{
+    m_scroll->takeWidget();
+    m_scroll->setWidget(new ScaledPage(m_page, design));
 }
 
 void PanelWindow::fit(const QSize& limit)
 {
-    resize(page()->sizeHint().expandedTo(kMinSize).boundedTo(limit));
+    resize(m_scroll->widget()->sizeHint().expandedTo(kMinSize).boundedTo(limit));
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event)

@@ -25,6 +25,9 @@ public:
 
     QWidget* page() const; ///< Empty at first, without layout; the window owns it.
     void showErrors(const Diagnostics& diagnostics); ///< Replaces the page.
+    /// From now on the page is as large as `design` says, and drawn so much larger or smaller that
+    /// the window holds the whole of it.
+    void scalePage(const QSize& design);
 
     /// Gives the window the size that its page asks for, between kMinSize and `limit`.
     void fit(const QSize& limit);
@@ -43,7 +46,8 @@ private:
     void fillScreen();
     void leaveScreen();
 
-    QScrollArea* m_scroll;
+    QWidget* m_page;
+    QScrollArea* m_scroll;  ///< Around the page, or around the view that scales it.
     QRect m_windowGeometry; ///< Before the whole screen was covered.
     QMetaObject::Connection m_screenChange;
     bool m_isKept = false; ///< On the whole screen.

@@ -39,6 +39,10 @@ public:
         : window("Panel"), panel(builtTypes(), panelOf(text))
     {
         panel.start(window.page());
+        const norvo::PanelLook look = panelOf(text).look;
+        if (look.fit == norvo::PanelLook::Fit::Scale) {
+            window.scalePage(look.design);
+        }
         window.resize(size);
         window.show();
         if (!QTest::qWaitForWindowExposed(&window)) {

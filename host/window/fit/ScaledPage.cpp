@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/window/fit/ScaledPage.h"
+
+#include "host/window/fit/PageProxy.h"
+
+#include <algorithm>
+
+namespace norvo {
+
+ScaledPage::ScaledPage(QWidget* page, const QSize& design) : m_proxy(new PageProxy)
+{
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setRenderHint(QPainter::SmoothPixmapTransform);
+    setBackgroundRole(QPalette::Window);
+    setBackgroundBrush(Qt::NoBrush);
+    m_proxy->setWidget(page);
+    m_scene.addItem(m_proxy);
+    setScene(&m_scene);
+    connect(m_proxy, &QGraphicsWidget::geometryChanged, this, &ScaledPage::fitPage);
+    m_proxy->setGeometry({QPointF(), design});
+    fitPage();
+}
+
+QSize ScaledPage::sizeHint() const
+{
+    return m_proxy->size().toSize();
+}
+
+void ScaledPage::resizeEvent(QResizeEvent* event)
+{
+    QGraphicsView::resizeEvent(event);
+    fitPage();
+}
+
+void ScaledPage::fitPage()
+{
+    const QRectF page = m_proxy->geometry();
+    const double factor = std::min(width() / page.width(), height() / page.height());
+    m_scene.setSceneRect(page);
+    setTransform(QTransform::fromScale(factor, factor));
+}
+
+} // namespace norvo

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QGraphicsProxyWidget>
+#include <QGraphicsView>
+
+namespace norvo {
+
+/// Shows a page at the size that it was designed for, drawn larger or smaller as a whole, so that
+/// it fits its own size; the aspect is kept and the page stands in the middle. Texts and lines stay
+/// sharp: they are drawn at the new size, not stretched.
+class ScaledPage : public QGraphicsView
+{
+    Q_OBJECT
+
+public:
+    /// Takes the page over. A page that needs more than `design` gets what it needs.
+    ScaledPage(QWidget* page, const QSize& design);
+
+    QSize sizeHint() const override; ///< The page's, so that it is shown as it was designed.
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void fitPage();
+
+    QGraphicsScene m_scene;
+    QGraphicsProxyWidget* m_proxy; ///< Of the scene; owns the page.
+};
+
+} // namespace norvo

@@ -1,0 +1,262 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/window/fit/ScaledPage.h"
+
+#include "ModalDialog.h"
+#include "ShownPanel.h"
+#include "TestMain.h"
+
+#include <cstdlib>
+
+using norvo::ScaledPage;
+
+namespace {
+
+const QSize kDesign(640, 400);
+const QByteArray kForm = "fit: scale\ndesign: 640x400\ndevices:\n";
+const QByteArray kPanel =
+    kForm + "  caption: {device: label, params: {Value: Scaled, widget: {row: 0, fontSize: 24}}}\n"
+            "  key: {device: button, params: {text: Key, widget: {row: 0, column: 1}}}\n"
+            "  graph: {device: output_graph, params: {widget: {row: 1}}}\n"
+            "  gauge: {device: output_lumeno, params: {widget: {row: 1, column: 1}}}\n"
+            "  qml:\n"
+            "    device: qml_widget\n"
+            "    params:\n"
+            "      sourceType: parameter\n"
+            "      sourceCode: 'import QtQuick 2.15; Rectangle { width: 300; height: 80; color: "
+            "\"navy\"; Text { color: "
+            "\"white\"; text: \"Face\"; font.pixelSize: 30; anchors.centerIn: parent } }'\n"
+            "      widget: {row: 2, colspan: 2}\n";
+
+ScaledPage* viewOf(const ShownPanel& shown)
+{
+    return shown.window.findChild<ScaledPage*>();
+}
+
+/// Where the middle of a widget of the page is in the view.
+QPoint middleOf(const ShownPanel& shown, const QWidget* widget)
+{
+    const QPoint middle = widget->mapTo(shown.window.page(), widget->rect().center());
+    return viewOf(shown)->mapFromScene(middle);
+}
+
+void tapOn(const ShownPanel& shown, const QWidget* widget)
+{
+    QTest::mouseClick(viewOf(shown)->viewport(), Qt::LeftButton, {}, middleOf(shown, widget));
+}
+
+QImage pictureOf(ShownPanel& shown)
+{
+    return shown.window.grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+/// Of the three colours, over a box; 0 to 255.
+double meanDifference(const QImage& a, const QImage& b, const QRect& box)
+{
+    double sum = 0;
+    for (int y = box.top(); y <= box.bottom(); ++y) {
+        for (int x = box.left(); x <= box.right(); ++x) {
+            const QColor left = a.pixelColor(x, y);
+            const QColor right = b.pixelColor(x, y);
+            sum += std::abs(left.red() - right.red()) + std::abs(left.green() - right.green()) +
+                   std::abs(left.blue() - right.blue());
+        }
+    }
+    return sum / 3 / box.width() / box.height();
+}
+
+QImage resized(const QImage& picture, const QSize& size)
+{
+    return picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+/// How hard its edges are: the squares of the steps from each pixel to the next one.
+double sharpness(const QImage& picture)
+{
+    double sum = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 1; x < picture.width(); ++x) {
+            const int step = qGray(picture.pixel(x, y)) - qGray(picture.pixel(x - 1, y));
+            sum += step * step;
+        }
+    }
+    return sum;
+}
+
+/// The part of a window of that size that the page covers.
+QRect pageIn(const QSize& size)
+{
+    return QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter,
+                               kDesign.scaled(size, Qt::KeepAspectRatio), {QPoint(), size});
+}
+
+/// Its first picture takes a while.
+bool showsQml(ShownPanel& shown)
+{
+    const QWidget* const face = shown.panel.widget("qml");
+    const QPoint place = face->mapTo(shown.window.page(), face->rect().center() - QPoint(80, 0));
+    return QTest::qWaitFor(
+        [&] {
+            const QColor colour = pictureOf(shown).pixelColor(viewOf(shown)->mapFromScene(place));
+            return colour == QColor("navy");
+        },
+        10000);
+}
+
+} // namespace
+
+class tst_ScaledPage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void pageIsTheDesignDrawnToTheWindow_data();
+    void pageIsTheDesignDrawnToTheWindow();
+    void textsAreDrawnNotStretched_data();
+    void textsAreDrawnNotStretched();
+    void tapArrivesWhereTheFingerIs_data();
+    void tapArrivesWhereTheFingerIs();
+    void listOfADropDownStaysOnThePage();
+    void keypadOpensFromAField();
+    void tabKeyMovesTheFocus();
+    void windowIsAsLargeAsTheDesign();
+};
+
+void addSizes()
+{
+    QTest::addColumn<QSize>("size");
+    for (const QSize& size : {QSize(800, 480), QSize(1280, 800), QSize(1920, 1080),
+                              QSize(3840, 2160), QSize(320, 240)}) {
+        QTest::addRow("%dx%d", size.width(), size.height()) << size;
+    }
+}
+
+void tst_ScaledPage::pageIsTheDesignDrawnToTheWindow_data()
+{
+    addSizes();
+}
+
+void tst_ScaledPage::pageIsTheDesignDrawnToTheWindow()
+{
+    QFETCH(QSize, size);
+    ShownPanel designed(kPanel, kDesign);
+    ShownPanel scaled(kPanel, size);
+    QVERIFY(showsQml(designed));
+    QVERIFY(showsQml(scaled));
+    const QImage picture = pictureOf(scaled);
+    QCOMPARE(picture.size(), size);
+    // Both as large as the page in the window and back, so that both lose the same details.
+    const QRect page = pageIn(size);
+    const QImage expected = resized(resized(pictureOf(designed), page.size()), kDesign);
+    const QImage back = resized(picture.copy(page), kDesign);
+    for (const char* const id : {"caption", "key", "graph", "gauge", "qml"}) {
+        const QWidget* const widget = designed.panel.widget(id);
+        const QRect box(widget->mapTo(designed.window.page(), QPoint()), widget->size());
+        const double difference = meanDifference(expected, back, box);
+        QVERIFY2(difference < 12, qPrintable(QString("%1: %2").arg(id).arg(difference)));
+        QVERIFY2(sharpness(expected.copy(box)) > 1e4, id); // There is something to compare.
+    }
+}
+
+void tst_ScaledPage::textsAreDrawnNotStretched_data()
+{
+    QTest::addColumn<QString>("id");
+    for (const char* const id : {"caption", "key", "gauge"}) {
+        QTest::newRow(id) << id;
+    }
+}
+
+void tst_ScaledPage::textsAreDrawnNotStretched()
+{
+    QFETCH(QString, id);
+    constexpr int factor = 3;
+    ShownPanel designed(kPanel, kDesign);
+    ShownPanel scaled(kPanel, kDesign * factor);
+    const QWidget* const widget = designed.panel.widget(id);
+    const QRect box(widget->mapTo(designed.window.page(), QPoint()), widget->size());
+    const QImage stretched = resized(pictureOf(designed).copy(box), box.size() * factor);
+    const QImage drawn = pictureOf(scaled).copy({box.topLeft() * factor, box.size() * factor});
+    const double ratio = sharpness(drawn) / sharpness(stretched);
+    QVERIFY2(ratio > 1.5, qPrintable(QString::number(ratio)));
+}
+
+void tst_ScaledPage::tapArrivesWhereTheFingerIs_data()
+{
+    addSizes();
+}
+
+void tst_ScaledPage::tapArrivesWhereTheFingerIs()
+{
+    QFETCH(QSize, size);
+    const ShownPanel shown(kPanel, size);
+    const auto* const button = shown.only<QPushButton>("key");
+    QVERIFY(!button->isChecked());
+    tapOn(shown, button);
+    QVERIFY(button->isChecked());
+    tapOn(shown, shown.panel.widget("caption"));
+    QVERIFY(button->isChecked());
+}
+
+void tst_ScaledPage::listOfADropDownStaysOnThePage()
+{
+    const ShownPanel shown(kForm + "  a: {device: label, params: {widget: {row: 0, rowspan: 4}}}\n"
+                                   "  gear: {device: dropdownlist, params: {options: "
+                                   "one|two|three|four|five|six, widget: {row: 4}}}\n",
+                           {1280, 800});
+    auto* const list = shown.only<QComboBox>("gear");
+    QTest::mouseClick(viewOf(shown)->viewport(), Qt::LeftButton, {}, middleOf(shown, list));
+    QTRY_VERIFY(list->view()->isVisible());
+    QGraphicsProxyWidget* const opened = list->view()->window()->graphicsProxyWidget();
+    QVERIFY(opened);
+    QVERIFY(viewOf(shown)->sceneRect().contains(opened->sceneBoundingRect()));
+    const QPoint row = list->view()->visualRect(list->model()->index(4, 0)).center();
+    const QPoint inWindow = list->view()->viewport()->mapTo(list->view()->window(), row);
+    QTest::qWait(QApplication::doubleClickInterval()); // A list takes no release just after.
+    const QPoint place = viewOf(shown)->mapFromScene(opened->mapToScene(inWindow));
+    QTest::mouseMove(viewOf(shown)->viewport(), place);
+    QTest::mouseClick(viewOf(shown)->viewport(), Qt::LeftButton, {}, place);
+    QTRY_COMPARE(list->currentText(), QString("five"));
+}
+
+void tst_ScaledPage::keypadOpensFromAField()
+{
+    const ShownPanel shown(kForm + "  target: {device: input, params: {max: 100, decimals: 0, "
+                                   "use screen numpad: true}}\n",
+                           {1280, 800});
+    auto* const field = shown.only<QDoubleSpinBox>("target");
+    ModalDialog keypad([](QWidget& dialog) {
+        QVERIFY(dialog.isVisible());
+        tap(dialog, "key7");
+        tap(dialog, "ok");
+    });
+    tapOn(shown, field);
+    QTRY_COMPARE(keypad.count(), 1);
+    QTRY_COMPARE(field->value(), 7.0);
+}
+
+void tst_ScaledPage::tabKeyMovesTheFocus()
+{
+    const ShownPanel shown(kForm + "  one: {device: button}\n"
+                                   "  two: {device: button}\n",
+                           {1280, 800});
+    QApplication::setActiveWindow(const_cast<norvo::PanelWindow*>(&shown.window));
+    tapOn(shown, shown.only<QPushButton>("one"));
+    QTRY_VERIFY(shown.only<QPushButton>("one")->hasFocus());
+    QTest::keyClick(viewOf(shown), Qt::Key_Tab);
+    QVERIFY(shown.only<QPushButton>("two")->hasFocus());
+    QTest::keyClick(viewOf(shown), Qt::Key_Space);
+    QVERIFY(shown.only<QPushButton>("two")->isChecked());
+}
+
+void tst_ScaledPage::windowIsAsLargeAsTheDesign()
+{
+    norvo::PanelWindow window("Panel");
+    window.scalePage({1024, 600});
+    window.fit({1920, 1080});
+    QCOMPARE(window.size(), QSize(1024, 600));
+    window.fit({800, 480});
+    QCOMPARE(window.size(), QSize(800, 480));
+}
+
+NORVO_TEST(tst_ScaledPage)
+#include "tst_ScaledPage.moc"
