@@ -44,6 +44,22 @@ bool displayIsNamed(const QStringList& qtArguments)
            qtArguments.contains("-display");
 }
 
+/// NAME=VALUE of the first variable that makes Qt draw smaller; empty where none does.
+QString shrinkingFactor()
+{
+    for (const char* const name : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS"}) {
+        const QString value = qEnvironmentVariable(name);
+        for (const QString& screen : value.split(';')) { // "1.5;2" or "HDMI-1=1.5;HDMI-2=2"
+            bool isNumber = false;
+            const double factor = screen.section('=', -1).toDouble(&isNumber);
+            if (isNumber && factor > 0 && factor < 1) {
+                return QString("%1=%2").arg(name, value);
+            }
+        }
+    }
+    return {};
+}
+
 /// The command line as Qt sees it, which keeps references to it to the end. Where to draw is said
 /// by an option, so that child processes do not inherit it.
 QApplication* makeApplication(Display::Kind kind, const QStringList& qtArguments)
@@ -74,6 +90,13 @@ std::unique_ptr<QApplication> Display::open(Kind kind, const QStringList& qtArgu
 {
     if (kind == Kind::Screen && !displayIsNamed(qtArguments)) {
         reason = "there is no display (neither DISPLAY nor WAYLAND_DISPLAY is set); " + kAdvice;
+        return nullptr;
+    }
+    const QString factor = shrinkingFactor();
+    if (!factor.isEmpty()) {
+        reason = QString("%1 is below 1, which Qt cannot draw without holes; \"fit: scale\" and "
+                         "\"design: WxH\" in the panel file draw a panel smaller")
+                     .arg(factor);
         return nullptr;
     }
     const QtMessageHandler usualHandler = qInstallMessageHandler(holdMessage);

@@ -22,6 +22,9 @@ private slots:
     void wholeScreenIsCoveredWithoutAWindowManager();
     void platformOfTheCommandLineIsUsed();
     void displayOfTheCommandLineIsUsed();
+    void factorBelowOneIsRefused_data();
+    void factorBelowOneIsRefused();
+    void factorFromOneOnIsTaken();
     void displayThatGoesAwayEndsThePanel();
 };
 
@@ -197,6 +200,42 @@ void tst_NorvoPanelDisplay::platformOfTheCommandLineIsUsed()
     QCOMPARE(nonsense.runToEnd(), 1);
     QVERIFY(
         nonsense.errorLines().value(0).startsWith("norvo-panel: the display cannot be opened ("));
+}
+
+void tst_NorvoPanelDisplay::factorBelowOneIsRefused_data()
+{
+    QTest::addColumn<QString>("variable");
+    QTest::addColumn<QString>("value");
+    QTest::newRow("of all screens") << "QT_SCALE_FACTOR"
+                                    << "0.5";
+    QTest::newRow("of the second screen") << "QT_SCREEN_SCALE_FACTORS"
+                                          << "2;0.75";
+    QTest::newRow("of a named screen") << "QT_SCREEN_SCALE_FACTORS"
+                                       << "HDMI-1=0.9";
+}
+
+void tst_NorvoPanelDisplay::factorBelowOneIsRefused()
+{
+    QFETCH(QString, variable);
+    QFETCH(QString, value);
+    const PanelFolder folder(kPatch);
+    PanelProcess panel(probes({"--screenshot", folder.filePath("out.png"), folder.panel()}));
+    panel.setEnvironment(variable, value);
+    QCOMPARE(panel.runToEnd(), 1);
+    QCOMPARE(panel.errorLines(),
+             QStringList("norvo-panel: " + variable + "=" + value +
+                         " is below 1, which Qt cannot draw without holes; \"fit: scale\" and "
+                         "\"design: WxH\" in the panel file draw a panel smaller"));
+}
+
+void tst_NorvoPanelDisplay::factorFromOneOnIsTaken()
+{
+    const PanelFolder folder(kPatch);
+    PanelProcess panel(probes({"--screenshot", folder.filePath("out.png"), folder.panel()}));
+    panel.setEnvironment("QT_SCALE_FACTOR", "1");
+    panel.setEnvironment("QT_SCREEN_SCALE_FACTORS", "HDMI-1=1.5");
+    QCOMPARE(panel.runToEnd(), 0);
+    QCOMPARE(panel.errorLines(), QStringList());
 }
 
 void tst_NorvoPanelDisplay::displayOfTheCommandLineIsUsed()
