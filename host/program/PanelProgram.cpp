@@ -41,6 +41,7 @@ namespace norvo {
 namespace {
 
 constexpr QSize kMaxPicture(3840, 2160);
+constexpr int kReadAgain = -1; ///< Instead of an exit status.
 
 QString titleOf(const PanelDescription& description)
 {
@@ -147,7 +148,10 @@ private:
 
 int PanelRun::run()
 {
-    const int status = start();
+    int status = kReadAgain;
+    while (status == kReadAgain) {
+        status = start();
+    }
     if (m_signals.isStopRequested() && isPicture()) {
         Console::reportError("stopped before the picture was taken");
         return 1;
@@ -185,9 +189,12 @@ int PanelRun::start()
 int PanelRun::showErrors(const Diagnostics& diagnostics)
 {
     PanelWindow window(QFileInfo(m_input.name()).fileName());
+    if (!m_input.isStandardInput()) {
+        QObject::connect(&window, &PanelWindow::readAgainRequested, qApp,
+                         [] { QCoreApplication::exit(kReadAgain); });
+    }
     window.showErrors(diagnostics);
-    show(window);
-    return 1;
+    return show(window) == kReadAgain ? kReadAgain : 1;
 }
 
 int PanelRun::runPanel(PanelPlan plan, const PanelDescription& description, StateFile& state)

@@ -22,6 +22,17 @@
         <source>This panel cannot start</source>
         <translation>Diese Tafel kann nicht starten</translation>
     </message>
+    <message>
+        <source>Read again</source>
+        <translation>Neu lesen</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::ErrorTile</name>
+    <message>
+        <source>Mend the cause or the panel file, then start the panel again.</source>
+        <translation>Die Ursache oder die Datei der Tafel in Ordnung bringen, dann die Tafel neu starten.</translation>
+    </message>
 </context>
 <context>
     <name>norvo::EntryDialog</name>

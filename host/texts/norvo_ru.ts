@@ -22,6 +22,17 @@
         <source>This panel cannot start</source>
         <translation>Эта панель не может быть запущена</translation>
     </message>
+    <message>
+        <source>Read again</source>
+        <translation>Прочитать снова</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::ErrorTile</name>
+    <message>
+        <source>Mend the cause or the panel file, then start the panel again.</source>
+        <translation>Устраните причину или исправьте файл панели, затем запустите панель снова.</translation>
+    </message>
 </context>
 <context>
     <name>norvo::EntryDialog</name>

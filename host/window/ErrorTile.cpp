@@ -38,6 +38,7 @@ ErrorTile::ErrorTile(const QString& id, const QString& reason, QWidget* parent) 
     bold.setBold(true);
     heading->setFont(bold);
     addText(*layout, reason);
+    addText(*layout, tr("Mend the cause or the panel file, then start the panel again."));
     layout->addStretch();
 }
 

@@ -5,7 +5,8 @@
 
 namespace norvo {
 
-/// Stands in the place of a device that did not start: says which and why.
+/// Stands in the place of a device that did not start: says which, why, and what to
+/// do.
 class ErrorTile : public QFrame
 {
     Q_OBJECT

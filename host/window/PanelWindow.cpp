@@ -4,10 +4,14 @@
 
 #include "host/window/fit/ScaledPage.h"
 #include "host/window/layout/FingerScrollArea.h"
+#include "host/window/look/TouchSize.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMetaMethod>
+#include <QPushButton>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QScrollArea>
 #include <QTextCursor>
@@ -28,17 +32,23 @@ QFont sized(QFont font, int points)
     return font;
 }
 
-/// The place and the kind in bold, the text below.
-void append(QTextCursor& cursor, const Diagnostic& diagnostic)
+/// The place and the kind in bold, the text below; the file above the first of its errors.
+void append(QTextCursor& cursor, const Diagnostic& diagnostic, bool isFirstOfFile)
 {
     QTextBlockFormat block;
     block.setBottomMargin(kGap);
     QTextCharFormat bold;
     bold.setFontWeight(QFont::Bold);
     cursor.setBlockFormat(block);
+    if (isFirstOfFile) {
+        cursor.insertText(diagnostic.file, QTextCharFormat());
+        cursor.insertBlock();
+    }
     Diagnostic heading = diagnostic;
+    heading.file.clear();
     heading.text.clear();
-    cursor.insertText(heading.toString().trimmed(), bold);
+    static const QRegularExpression behindFile("^[: ]+");
+    cursor.insertText(heading.toString().remove(behindFile).trimmed(), bold);
     cursor.insertText(QString(QChar::LineSeparator) + diagnostic.text, QTextCharFormat());
 }
 
@@ -49,14 +59,27 @@ QTextEdit* makeList(const DiagnosticList& diagnostics)
     list->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     list->setFont(sized(list->font(), kTextPoints));
     QTextCursor cursor(list->document());
+    QString file;
     for (const Diagnostic& diagnostic : diagnostics) {
         if (!list->document()->isEmpty()) {
             cursor.insertBlock();
         }
-        append(cursor, diagnostic);
+        append(cursor, diagnostic, diagnostic.file != file);
+        file = diagnostic.file;
     }
     list->moveCursor(QTextCursor::Start); // It has moved along with what was inserted.
     return list;
+}
+
+QPushButton* makeKey(PanelWindow& window)
+{
+    auto* const key = new QPushButton(PanelWindow::tr("Read again"));
+    const int target = TouchSize::pixels(PanelLook::Touch::Fingers, *window.screen());
+    key->setFont(sized(key->font(), kTextPoints));
+    key->setMinimumSize(key->sizeHint().expandedTo({2 * target, target}));
+    key->setShortcut(Qt::Key_F5);
+    QObject::connect(key, &QPushButton::clicked, &window, &PanelWindow::readAgainRequested);
+    return key;
 }
 
 /// What a panel that cannot start shows instead of itself: every error with its place, as text that
@@ -101,6 +124,9 @@ QWidget* PanelWindow::page() const
 void PanelWindow::showErrors(const Diagnostics& diagnostics)
 {
     m_page = makeErrorPage(diagnostics);
+    if (isSignalConnected(QMetaMethod::fromSignal(&PanelWindow::readAgainRequested))) {
+        static_cast<QVBoxLayout*>(m_page->layout())->addWidget(makeKey(*this), 0, Qt::AlignRight);
+    }
     m_scroll->setWidget(m_page);
 }
 

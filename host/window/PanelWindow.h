@@ -24,7 +24,8 @@ public:
     explicit PanelWindow(const QString& title);
 
     QWidget* page() const; ///< Empty at first, without layout; the window owns it.
-    void showErrors(const Diagnostics& diagnostics); ///< Replaces the page.
+    /// Replaces the page. It has a key to read the file again where readAgainRequested() is heard.
+    void showErrors(const Diagnostics& diagnostics);
     /// From now on the page is as large as `design` says, and drawn so much larger or smaller that
     /// the window holds the whole of it.
     void scalePage(const QSize& design);
@@ -37,6 +38,7 @@ public:
 
 signals:
     void closed();
+    void readAgainRequested(); ///< By the key on the page of errors, or F5.
 
 protected:
     void closeEvent(QCloseEvent* event) override;

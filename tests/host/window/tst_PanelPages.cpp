@@ -57,6 +57,7 @@ private slots:
     void newAreasKeepWidgetsAndDropTiles();
     void widgetsCoverTheirCells();
     void tileShowsIdAndError();
+    void tileIsNoHigherThanItsText();
     void tipOfATileShowsTheErrorVerbatim_data();
     void tipOfATileShowsTheErrorVerbatim();
     void tileIsLegible_data();
@@ -136,12 +137,30 @@ void tst_PanelPages::tileShowsIdAndError()
     const ErrorTile tile("pump", "no <such> file\nand more");
     QCOMPARE(tile.objectName(), "pump");
     const auto labels = tile.findChildren<QLabel*>();
-    QCOMPARE(labels.size(), 2);
+    QCOMPARE(labels.size(), 3);
+    QVERIFY(labels[2]->text().contains("start the panel again"));
     QCOMPARE(labels[0]->text(), "pump");
     QVERIFY(labels[0]->font().bold());
     QCOMPARE(labels[1]->text(), "no <such> file\nand more");
     QCOMPARE(labels[1]->textFormat(), Qt::PlainText);
     QVERIFY(labels[1]->wordWrap());
+}
+
+void tst_PanelPages::tileIsNoHigherThanItsText()
+{
+    PanelPages pages;
+    pages.setAreas({});
+    pages.placeError("pump", "no reason given", {"", 0, 0, 1, 1});
+    pages.placeError("valve", QString(" word").repeated(60), {"", 1, 0, 1, 1});
+    pages.resize(500, 900);
+    pages.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&pages));
+    for (const ErrorTile* tile : pages.findChildren<ErrorTile*>()) {
+        QVERIFY(tile->height() <= tile->heightForWidth(tile->width()));
+        for (const QLabel* label : tile->findChildren<QLabel*>()) {
+            QVERIFY(label->height() >= label->heightForWidth(label->width()));
+        }
+    }
 }
 
 void tst_PanelPages::tipOfATileShowsTheErrorVerbatim_data()

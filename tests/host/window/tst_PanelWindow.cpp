@@ -3,13 +3,16 @@
 #include "host/window/PanelWindow.h"
 
 #include "host/panel/file/Diagnostics.h"
+#include "host/window/look/TouchSize.h"
 #include "TestMain.h"
 
 #include <QtTest>
 #include <QtWidgets>
 
 using norvo::Diagnostics;
+using norvo::PanelLook;
 using norvo::PanelWindow;
+namespace TouchSize = norvo::TouchSize;
 
 namespace {
 
@@ -18,6 +21,7 @@ Diagnostics someDiagnostics()
     Diagnostics diagnostics("p.yaml");
     diagnostics.error({3, 5}, "no such type \"botton\"; did you mean \"button\"?");
     diagnostics.warning({9, 1}, "<b>odd</b> & so");
+    diagnostics.warningIn("q.yaml", {1, 1}, "unused");
     return diagnostics;
 }
 
@@ -51,6 +55,7 @@ private slots:
     void nothingLeavesAKeptScreen();
     void errorsAreShownWithTheirPlaces();
     void errorPageBeginsAtItsTop();
+    void errorsAreReadAgainByAKey();
     void longErrorsAreWrapped();
     void errorsCanBeSelectedAndNotChanged();
     void errorsAreLegible_data();
@@ -180,12 +185,15 @@ void tst_PanelWindow::errorsAreShownWithTheirPlaces()
     PanelWindow window("Bench");
     window.showErrors(someDiagnostics());
     QCOMPARE(window.findChild<QTextEdit*>()->toPlainText(),
-             QString("p.yaml:3:5: error:\nno such type \"botton\"; did you mean \"button\"?\n"
-                     "p.yaml:9:1: warning:\n<b>odd</b> & so"));
+             QString("p.yaml\n"
+                     "3:5: error:\nno such type \"botton\"; did you mean \"button\"?\n"
+                     "9:1: warning:\n<b>odd</b> & so\n"
+                     "q.yaml\n"
+                     "1:1: warning:\nunused"));
     const QList<QLabel*> labels = window.page()->findChildren<QLabel*>();
     QCOMPARE(labels.size(), 2);
     QCOMPARE(labels[0]->text(), QString("This panel cannot start"));
-    QCOMPARE(labels[1]->text(), QString("1 error, 1 warning"));
+    QCOMPARE(labels[1]->text(), QString("1 error, 2 warnings"));
 }
 
 void tst_PanelWindow::errorPageBeginsAtItsTop()
@@ -203,6 +211,31 @@ void tst_PanelWindow::errorPageBeginsAtItsTop()
     QVERIFY(list->verticalScrollBar()->maximum() > 0);
     QCOMPARE(list->verticalScrollBar()->value(), 0);
     QCOMPARE(window.findChild<QScrollArea*>()->verticalScrollBar()->value(), 0);
+}
+
+void tst_PanelWindow::errorsAreReadAgainByAKey()
+{
+    PanelWindow window("Bench");
+    window.showErrors(someDiagnostics());
+    QVERIFY(!window.page()->findChild<QPushButton*>()); // Nothing would come of it.
+    QSignalSpy asked(&window, &PanelWindow::readAgainRequested);
+    window.showErrors(someDiagnostics());
+    window.fit({800, 480});
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    auto* const key = window.page()->findChild<QPushButton*>();
+    QVERIFY(key);
+    const int target = TouchSize::pixels(PanelLook::Touch::Fingers, *window.screen());
+    QVERIFY(key->width() >= target && key->height() >= target);
+    QTest::mouseClick(key, Qt::LeftButton);
+    QCOMPARE(asked.size(), 1);
+    QTest::keyClick(&window, Qt::Key_F5);
+    QTRY_COMPARE(asked.size(), 2);
+    QTest::keyClick(window.findChild<QTextEdit*>(), Qt::Key_F5);
+    QTRY_COMPARE(asked.size(), 3);
+    window.showErrors(someDiagnostics());
+    QCOMPARE(window.page()->findChildren<QPushButton*>().size(), 1);
 }
 
 void tst_PanelWindow::longErrorsAreWrapped()
