@@ -4,12 +4,12 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <QStyle>
 
 namespace norvo {
 
 namespace {
 
-constexpr int kInset = 4; ///< Pixels between the mark and the edges of the display.
 constexpr int kTextPixels = 15;
 constexpr int kMinTextPixels = 9;
 constexpr int kPadding = 8;
@@ -68,9 +68,10 @@ void StateMark::follow()
         setParent(m_display->parentWidget());
     }
     const QRect area = m_display->geometry();
+    const QRect beside(area.left(), area.center().y() - kLampSize / 2, kLampSize, kLampSize);
     setGeometry(m_kind == Kind::Value
                     ? area
-                    : QRect(area.topLeft() + QPoint(kInset, kInset), QSize(kLampSize, kLampSize)));
+                    : QStyle::visualRect(m_display->layoutDirection(), area, beside));
     setVisible(m_display->isVisibleTo(parentWidget()));
     raise();
 }

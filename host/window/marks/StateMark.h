@@ -9,7 +9,7 @@
 namespace norvo {
 
 /// What the host adds to a display that cannot say it by itself: over a readout, that no value has
-/// come yet; in the corner of a lamp whether it is on, off or without a value, by shape and not by
+/// come yet; beside a lamp whether it is on, off or without a value, by shape and not by
 /// colour.
 ///
 /// Follows its display on the page and lets everything through that is meant for it.
@@ -20,7 +20,8 @@ class StateMark : public QWidget
 public:
     enum class Kind { Value, Lamp };
 
-    static constexpr int kLampSize = 22; ///< Pixels, across.
+    static constexpr int kLampSize = 22;            ///< Pixels, across.
+    static constexpr int kLampRoom = kLampSize + 4; ///< That the lamp leaves free for it.
 
     /// Owned by the page that the display stands on.
     StateMark(QWidget& display, Kind kind, std::optional<bool> state);

@@ -8,6 +8,8 @@
 #include "norvo/BaseDevice.h"
 #include "norvo/BaseWidget.h"
 
+#include <QGridLayout>
+
 namespace norvo {
 
 namespace {
@@ -52,9 +54,14 @@ void StateMarks::show(const Panel& panel)
         }
         disconnect(device, nullptr, this, nullptr);
         const auto shown = m_knowledge.shownSignal(node->setting().type.text);
-        QWidget* const widget = panel.widget(node->id());
+        BaseWidget* const widget = panel.widget(node->id());
         if (!widget || !widget->parentWidget() || heard->hasValue) {
             continue;
+        }
+        if (shown->isState) {
+            const bool isMirrored = widget->isRightToLeft();
+            widget->getLayout()->setContentsMargins(isMirrored ? 0 : StateMark::kLampRoom, 0,
+                                                    isMirrored ? StateMark::kLampRoom : 0, 0);
         }
         auto* const mark = new StateMark(
             *widget, shown->isState ? StateMark::Kind::Lamp : StateMark::Kind::Value, heard->state);
