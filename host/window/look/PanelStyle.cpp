@@ -34,6 +34,24 @@ void addAir(QLabel& label)
     }
 }
 
+/// One with a style sheet does not ask for the size of its contents.
+bool isSizedBySheet(QWidget* widget)
+{
+    return qobject_cast<QCheckBox*>(widget) || qobject_cast<QAbstractSpinBox*>(widget);
+}
+
+/// A least size takes the place of the one that the widget asks for, so it is set only above that.
+void enlarge(QWidget& widget, int target)
+{
+    const QSize asked = widget.minimumSizeHint();
+    if (asked.height() < target) {
+        widget.setMinimumHeight(qMax(widget.minimumHeight(), target));
+    }
+    if (asked.width() < target) {
+        widget.setMinimumWidth(qMax(widget.minimumWidth(), target));
+    }
+}
+
 } // namespace
 
 PanelStyle::PanelStyle(const Theme& theme, int target)
@@ -47,11 +65,8 @@ void PanelStyle::polish(QWidget* widget)
     if (label && !label->styleSheet().isEmpty()) {
         m_guard.watch(*label);
         addAir(*label);
-    } else if (qobject_cast<QSlider*>(widget)) {
+    } else if (qobject_cast<QSlider*>(widget) || isSizedBySheet(widget)) {
         widget->installEventFilter(this);
-    } else if (qobject_cast<QCheckBox*>(widget) || qobject_cast<QAbstractSpinBox*>(widget)) {
-        // One with a style sheet does not ask for the size of its contents.
-        widget->setMinimumSize(widget->minimumSize().expandedTo({m_target, m_target}));
     } else if (widget->inherits("QCustomPlot")) {
         widget->setPalette(m_theme.plotPalette());
     }
@@ -67,8 +82,11 @@ void PanelStyle::unpolish(QWidget* widget)
 /// A slider asks only how presses act in general; so what this one is on is found out before.
 bool PanelStyle::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::MouseButtonPress) {
-        const auto& slider = *qobject_cast<QSlider*>(watched);
+    auto* const widget = qobject_cast<QWidget*>(watched);
+    if (event->type() == QEvent::Show && isSizedBySheet(widget)) {
+        enlarge(*widget, m_target);
+    } else if (event->type() == QEvent::MouseButtonPress && qobject_cast<QSlider*>(widget)) {
+        const auto& slider = *qobject_cast<QSlider*>(widget);
         QStyleOptionSlider option;
         option.initFrom(&slider);
         option.orientation = slider.orientation();

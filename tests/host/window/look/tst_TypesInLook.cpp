@@ -109,6 +109,8 @@ void tst_TypesInLook::controlsAreLargeEnough()
     const int least = TouchSize::pixels(touch, *QGuiApplication::primaryScreen());
     QVERIFY2(control->width() >= least && control->height() >= least,
              qPrintable(QString("%1x%2").arg(control->width()).arg(control->height())));
+    QVERIFY2(control->height() >= control->minimumSizeHint().height(),
+             qPrintable(QString("%1 pixels high").arg(control->height())));
 }
 
 void tst_TypesInLook::plotsHaveTheirGround_data()
