@@ -29,7 +29,7 @@ BaseWidget* deviceWidget(QWidget* field)
 QString firstValue(BaseWidget& widget, std::initializer_list<const char*> names)
 {
     for (const char* name : names) {
-        const QString value = widget.getParam(name).value().simplified();
+        QString value = widget.getParam(name).value().simplified();
         if (!value.isEmpty()) {
             return value;
         }

@@ -43,7 +43,7 @@ QString AccessibleDevice::nameOf(const BaseWidget& widget)
 {
     const auto& params = widget.params();
     for (const char* name : kNames) {
-        const QString value = params.value(name).value().replace("\\n", " ").simplified();
+        QString value = params.value(name).value().replace("\\n", " ").simplified();
         if (!value.isEmpty()) {
             return value;
         }
