@@ -1,4 +1,4 @@
-// SPDX-License-Identifier: LGPL-3.0-or-later
+// SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "host/window/accessible/FocusOrder.h"
 
@@ -10,9 +10,11 @@ namespace norvo {
 
 namespace {
 
-bool takesTab(const QWidget& widget)
+/// Not what opens in a window of its own, such as the list of a drop-down.
+bool takesTab(const QWidget& widget, const QWidget& cell)
 {
-    return (widget.focusPolicy() & Qt::TabFocus) && !widget.focusProxy();
+    return (widget.focusPolicy() & Qt::TabFocus) && !widget.focusProxy() &&
+           widget.window() == cell.window();
 }
 
 } // namespace
@@ -31,7 +33,7 @@ void orderFocus(const QGridLayout& grid)
     QWidget* before = nullptr;
     for (QWidget* const cell : qAsConst(byCell)) {
         for (QWidget* const control : QWidgetList{cell} + cell->findChildren<QWidget*>()) {
-            if (takesTab(*control)) {
+            if (takesTab(*control, *cell)) {
                 if (before) {
                     QWidget::setTabOrder(before, control);
                 }

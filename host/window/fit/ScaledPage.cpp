@@ -4,9 +4,24 @@
 
 #include "host/window/fit/PageProxy.h"
 
+#include <qcustomplot.h>
+
 #include <algorithm>
 
 namespace norvo {
+
+namespace {
+
+/// A plot draws itself on a picture of its own, which is to have the window's pixels.
+void sharpenPlots(const QWidget& page, double ratio)
+{
+    for (auto* const plot : page.findChildren<QCustomPlot*>()) {
+        plot->setBufferDevicePixelRatio(std::max(1.0, ratio));
+        plot->replot(QCustomPlot::rpQueuedReplot);
+    }
+}
+
+} // namespace
 
 ScaledPage::ScaledPage(QWidget* page, const QSize& design) : m_proxy(new PageProxy)
 {
@@ -41,6 +56,7 @@ void ScaledPage::fitPage()
     const double factor = std::min(width() / page.width(), height() / page.height());
     m_scene.setSceneRect(page);
     setTransform(QTransform::fromScale(factor, factor));
+    sharpenPlots(*m_proxy->widget(), factor * devicePixelRatioF());
 }
 
 } // namespace norvo

@@ -162,7 +162,7 @@ void tst_ScaledPage::pageIsTheDesignDrawnToTheWindow()
 void tst_ScaledPage::textsAreDrawnNotStretched_data()
 {
     QTest::addColumn<QString>("id");
-    for (const char* const id : {"caption", "key", "gauge"}) {
+    for (const char* const id : {"caption", "key", "gauge", "graph"}) {
         QTest::newRow(id) << id;
     }
 }

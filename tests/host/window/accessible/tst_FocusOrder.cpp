@@ -2,6 +2,7 @@
 
 #include "host/window/accessible/FocusOrder.h"
 
+#include "MessageLog.h"
 #include "TestMain.h"
 #include "host/panel/plan/Placement.h"
 #include "host/window/PanelPages.h"
@@ -52,6 +53,7 @@ class tst_FocusOrder : public QObject
 private slots:
     void tabGoesByRowAndColumn();
     void controlsOfACellStayTogether();
+    void listOfADropDownIsNoStop();
     void pageOrdersItsWidgets();
 };
 
@@ -83,6 +85,21 @@ void tst_FocusOrder::controlsOfACellStayTogether()
     grid.addWidget(cell, 0, 0);
     orderFocus(grid);
     QCOMPARE(tabbedThrough(page, *first, 3), QStringList({"upper", "lower", "right"}));
+}
+
+void tst_FocusOrder::listOfADropDownIsNoStop()
+{
+    QWidget page;
+    QGridLayout grid(&page);
+    auto* const cell = new QWidget;
+    auto* const choice = new QComboBox(cell);
+    choice->addItems({"slow", "fast"});
+    QVERIFY(choice->view()); // Made when it is asked for, in a window of its own.
+    grid.addWidget(cell, 0, 0);
+    grid.addWidget(named<QPushButton>("right"), 0, 1);
+    MessageLog log;
+    orderFocus(grid);
+    QCOMPARE(log.take(), QStringList());
 }
 
 void tst_FocusOrder::pageOrdersItsWidgets()
