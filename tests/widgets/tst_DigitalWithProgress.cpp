@@ -81,6 +81,7 @@ void tst_DigitalWithProgress::fontsAreNotAppliedAtTheStart()
 {
     ProgressReadout readout;
     const QLabel untouched;
+    untouched.ensurePolished(); // Labels can have a font of their own by default.
     for (const QLabel* label :
          {readout.value(), readout.caption(), readout.minLabel(), readout.maxLabel()}) {
         QCOMPARE(label->font(), untouched.font());

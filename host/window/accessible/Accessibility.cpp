@@ -12,6 +12,8 @@ namespace norvo {
 
 namespace {
 
+bool s_isInstalled = false;
+
 /// Qt asks here for each class of an object, before it makes an interface of its own.
 QAccessibleInterface* interfaceFor(const QString& className, QObject* object)
 {
@@ -34,11 +36,13 @@ QAccessibleInterface* interfaceFor(const QString& className, QObject* object)
 void Accessibility::install()
 {
     QAccessible::installFactory(interfaceFor);
+    s_isInstalled = true;
 }
 
 void Accessibility::follow(QWidget& placed)
 {
-    if (auto* const widget = qobject_cast<BaseWidget*>(&placed)) {
+    auto* const widget = s_isInstalled ? qobject_cast<BaseWidget*>(&placed) : nullptr;
+    if (widget) {
         LastValue::follow(*widget);
     }
 }

@@ -11,7 +11,8 @@ namespace Accessibility {
 
 void install(); ///< Once, by the program.
 
-/// Remembers from now on what a lamp or a gauge shows, as it only paints it.
+/// Remembers from now on what a lamp or a gauge shows, as it only paints it; nothing before
+/// install().
 void follow(QWidget& placed);
 
 } // namespace Accessibility

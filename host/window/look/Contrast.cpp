@@ -14,6 +14,8 @@ namespace norvo {
 
 namespace {
 
+constexpr int kMaxSheets = 200; // A stranger's type may make a new one for each value.
+
 double luminance(const QColor& color)
 {
     const auto linear = [](double part) {
@@ -64,18 +66,12 @@ QColor readableOn(const QColor& ground)
     return contrast(Qt::white, ground) > contrast(Qt::black, ground) ? Qt::white : Qt::black;
 }
 
-/// The palette is the label's own: what its parents have is hidden by its style sheet.
-void makeReadable(QLabel& label)
+/// Invalid where the style sheet sets no ground, or a text of its own.
+QColor textFor(const QString& styleSheet)
 {
-    const QColor ground = groundOf(label.styleSheet());
-    if (!ground.isValid() || !valueOf(kText, label.styleSheet()).isEmpty()) {
-        return;
-    }
-    QPalette palette = label.palette();
-    palette.setColor(QPalette::WindowText, readableOn(ground));
-    if (palette != label.palette()) {
-        label.setPalette(palette);
-    }
+    const QColor ground = groundOf(styleSheet);
+    const bool needsText = ground.isValid() && valueOf(kText, styleSheet).isEmpty();
+    return needsText ? readableOn(ground) : QColor();
 }
 
 } // namespace
@@ -85,6 +81,25 @@ double contrast(const QColor& a, const QColor& b)
     const double high = qMax(luminance(a), luminance(b));
     const double low = qMin(luminance(a), luminance(b));
     return (high + 0.05) / (low + 0.05);
+}
+
+/// The palette is the label's own: what its parents have is hidden by its style sheet. A type has
+/// few style sheets and sets them often.
+void ContrastGuard::makeReadable(QLabel& label)
+{
+    if (m_texts.size() >= kMaxSheets) {
+        m_texts.clear();
+    }
+    auto text = m_texts.constFind(label.styleSheet());
+    if (text == m_texts.constEnd()) {
+        text = m_texts.insert(label.styleSheet(), textFor(label.styleSheet()));
+    }
+    if (!text->isValid() || label.palette().color(QPalette::WindowText) == *text) {
+        return;
+    }
+    QPalette palette = label.palette();
+    palette.setColor(QPalette::WindowText, *text);
+    label.setPalette(palette);
 }
 
 void ContrastGuard::watch(QLabel& label)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QColor>
+#include <QHash>
 #include <QObject>
 
 class QLabel;
@@ -23,6 +24,11 @@ public:
     void watch(QLabel& label);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void makeReadable(QLabel& label);
+
+    QHash<QString, QColor> m_texts; ///< What reads on it, by style sheet; invalid: it needs none.
 };
 
 } // namespace norvo

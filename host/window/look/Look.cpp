@@ -30,6 +30,7 @@ void Look::apply(QApplication& application, const PanelLook& look)
     QApplication::setStyle(
         new PanelStyle(theme, TouchSize::pixels(look.touch, *application.primaryScreen())));
     QApplication::setPalette(theme.palette());
+    QApplication::setPalette(theme.plotPalette(), "QCustomPlot");
     setFonts();
 }
 

@@ -55,7 +55,7 @@ void enlarge(QWidget& widget, int target)
 } // namespace
 
 PanelStyle::PanelStyle(const Theme& theme, int target)
-    : QProxyStyle("Fusion"), m_theme(theme), m_paint(theme, target), m_target(target)
+    : QProxyStyle("Fusion"), m_paint(theme, target), m_target(target)
 {}
 
 void PanelStyle::polish(QWidget* widget)
@@ -67,8 +67,6 @@ void PanelStyle::polish(QWidget* widget)
         addAir(*label);
     } else if (qobject_cast<QSlider*>(widget) || isSizedBySheet(widget)) {
         widget->installEventFilter(this);
-    } else if (widget->inherits("QCustomPlot")) {
-        widget->setPalette(m_theme.plotPalette());
     }
 }
 

@@ -48,7 +48,6 @@ private:
     QRect scrollBarRect(const QStyleOptionSlider& option, SubControl part) const;
     QRect spinBoxRect(const QStyleOptionSpinBox& option, SubControl part) const;
 
-    const Theme m_theme;
     const ControlPainter m_paint;
     const int m_target;
     ContrastGuard m_guard;
