@@ -84,6 +84,7 @@ void tst_DigitalWithProgress::fontsAreNotAppliedAtTheStart()
     untouched.ensurePolished(); // Labels can have a font of their own by default.
     for (const QLabel* label :
          {readout.value(), readout.caption(), readout.minLabel(), readout.maxLabel()}) {
+        label->ensurePolished();
         QCOMPARE(label->font(), untouched.font());
         QCOMPARE(label->minimumWidth(), 0);
     }
