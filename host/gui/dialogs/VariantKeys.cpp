@@ -69,9 +69,13 @@ bool VariantKeys::slide(const QPoint& globalPlace, bool isLifted)
     return true;
 }
 
+static QPoint placeOf(const QEvent* mouse)
+{
+    return static_cast<const QMouseEvent*>(mouse)->globalPos();
+}
+
 bool VariantKeys::eventFilter(QObject* watched, QEvent* event)
 {
-    const auto* const mouse = static_cast<QMouseEvent*>(event);
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
@@ -79,12 +83,12 @@ bool VariantKeys::eventFilter(QObject* watched, QEvent* event)
         m_hold.start();
         return false;
     case QEvent::MouseMove:
-        return isVisible() && slide(mouse->globalPos(), false);
+        return isVisible() && slide(placeOf(event), false);
     case QEvent::MouseButtonRelease:
         m_hold.stop();
         if (isVisible()) {
             m_held->setDown(false); // the letter itself is not typed
-            return slide(mouse->globalPos(), true);
+            return slide(placeOf(event), true);
         }
         return false;
     default:

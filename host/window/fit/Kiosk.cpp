@@ -2,6 +2,7 @@
 
 #include "host/window/fit/Kiosk.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 
 namespace norvo {
