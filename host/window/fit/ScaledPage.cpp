@@ -12,13 +12,14 @@ namespace norvo {
 
 namespace {
 
-/// A plot draws itself on a picture of its own, which is to have the window's pixels.
-void sharpenPlots(const QWidget& page, double ratio)
+/// A plot draws itself on a picture of its own, which is to have the window's pixels. Generation 1
+/// of the library draws on the page itself.
+void sharpen([[maybe_unused]] QCustomPlot& plot, [[maybe_unused]] double ratio)
 {
-    for (auto* const plot : page.findChildren<QCustomPlot*>()) {
-        plot->setBufferDevicePixelRatio(std::max(1.0, ratio));
-        plot->replot(QCustomPlot::rpQueuedReplot);
-    }
+#ifdef QCUSTOMPLOT_VERSION
+    plot.setBufferDevicePixelRatio(ratio);
+    plot.replot(QCustomPlot::rpQueuedReplot);
+#endif
 }
 
 } // namespace
@@ -56,7 +57,9 @@ void ScaledPage::fitPage()
     const double factor = std::min(width() / page.width(), height() / page.height());
     m_scene.setSceneRect(page);
     setTransform(QTransform::fromScale(factor, factor));
-    sharpenPlots(*m_proxy->widget(), factor * devicePixelRatioF());
+    for (auto* const plot : m_proxy->widget()->findChildren<QCustomPlot*>()) {
+        sharpen(*plot, std::max(1.0, factor * devicePixelRatioF()));
+    }
 }
 
 } // namespace norvo
