@@ -47,7 +47,8 @@ bool isVerbatim(const YamlNode& node, const QString& text)
 
 bool isPlainValue(const QString& text, bool isFlow)
 {
-    const auto entry = onlyEntry(QString(isFlow ? "{k: %1}\n" : "k: %1\n").arg(text));
+    // In a flow map a space may follow, which makes a sign of a dash.
+    const auto entry = onlyEntry(QString(isFlow ? "{k: %1 }\n" : "k: %1\n").arg(text));
     return entry && isVerbatim(*entry->value, text) && entry->key->text == "k";
 }
 

@@ -10,20 +10,21 @@
 
 namespace {
 
-const QByteArray kPanel("devices:\n"
-                        "  bench:\n"
-                        "    device: process\n"
-                        "    params: {command: \"sh -c 'echo T 21; cat >log'\"}\n"
-                        "    outputs: {t: \"T (.*)\"} # of the bench\n"
-                        "    inputs: {set: {as: \"set %1\", resend: true}}\n"
-                        "  back:\n"
-                        "    device: process\n"
-                        "    params: {command: cat}\n"
-                        "    inputs: {put: \"put %1\"}\n"
-                        "    outputs: {put-back: \"put (.*)\"}\n"
-                        "connections:\n"
-                        "  - bench.t -> back.put\n"
-                        "  - back.put-back -> bench.set\n");
+const QByteArray
+    kPanel("devices:\n"
+           "  bench:\n"
+           "    device: process\n"
+           "    params: {command: \"sh -c '(while echo T 21; do sleep 0.1; done) & cat >log'\"}\n"
+           "    outputs: {t: \"T (.*)\"} # of the bench\n"
+           "    inputs: {set: {as: \"set %1\", resend: true}}\n"
+           "  back:\n"
+           "    device: process\n"
+           "    params: {command: cat}\n"
+           "    inputs: {put: \"put %1\"}\n"
+           "    outputs: {put-back: \"put (.*)\"}\n"
+           "connections:\n"
+           "  - bench.t -> back.put\n"
+           "  - back.put-back -> bench.set\n");
 
 } // namespace
 
@@ -46,8 +47,8 @@ void tst_NorvoPanelPorts::valuesRunFromProgramToProgram()
     QCOMPARE(check.runToEnd(), 0);
     PanelProcess panel({"--no-state", folder.panel()});
     panel.start();
-    QTRY_COMPARE_WITH_TIMEOUT(folder.content("log"), QByteArray("set 21\n"),
-                              PanelProcess::kPatience);
+    // Again and again: a line for a program that has not started yet is lost.
+    QTRY_VERIFY_WITH_TIMEOUT(folder.content("log").startsWith("set 21\n"), PanelProcess::kPatience);
     panel.sendSignal(SIGTERM);
     QCOMPARE(panel.waitForEnd(), 0);
 }
@@ -81,7 +82,7 @@ void tst_NorvoPanelPorts::setLeavesThemAsTheyAre()
     QCOMPARE(program.errorLines(), QStringList());
     QByteArray expected = kPanel;
     expected.replace("{command: cat}", "{command: cat, restart: always}");
-    expected.replace("\"sh -c 'echo T 21; cat >log'\"", "\"cat\"");
+    expected.replace("\"sh -c '(while echo T 21; do sleep 0.1; done) & cat >log'\"", "\"cat\"");
     QCOMPARE(folder.content("panel.yaml"), expected);
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "Seed.h"
 #include "TestMain.h"
 #include "host/panel/file/PanelFile.h"
 #include "host/panel/plan/PanelPlan.h"
@@ -109,8 +110,7 @@ void tst_PanelMutations::firstErrorStandsWithinThreeLines()
 {
     constexpr int kRounds = 5000;
     constexpr int kNear = 3;
-    const QByteArray given = qgetenv("NORVO_TEST_SEED");
-    const unsigned seed = given.isEmpty() ? std::random_device()() : given.toUInt();
+    const unsigned seed = norvo::testSeed();
     m_random.seed(seed);
     const QtMessageHandler before =
         qInstallMessageHandler(dropMessage); // Devices of broken panels.

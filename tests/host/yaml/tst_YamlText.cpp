@@ -113,6 +113,8 @@ void tst_YamlText::quotesAreWrittenWhereTheyAreNeeded_data()
     row("a: b", "\"a: b\"", "\"a: b\"");
     row("a #b", "\"a #b\"", "\"a #b\"");
     row("a#b", "a#b", "a#b");
+    row("-", "\"-\"", "\"-\"");
+    row("-a", "-a", "-a");
     row("- a", "\"- a\"", "\"- a\"");
     row(" a", "\" a\"", "\" a\"");
     row("*a", "\"*a\"", "\"*a\"");
