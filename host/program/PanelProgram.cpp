@@ -6,22 +6,19 @@
 #include "host/catalogue/SenseCheck.h"
 #include "host/panel/file/Diagnostics.h"
 #include "host/panel/plan/PanelPlan.h"
-#include "host/panel/run/Panel.h"
 #include "host/panel/state/AtomicFile.h"
 #include "host/panel/state/StateFile.h"
 #include "host/program/Console.h"
 #include "host/program/Display.h"
 #include "host/program/PanelInput.h"
 #include "host/program/PluginSet.h"
+#include "host/program/RunningPanel.h"
 #include "host/program/SetParams.h"
 #include "host/program/TypeListing.h"
 #include "host/program/UnixSignals.h"
 #include "host/texts/Language.h"
-#include "host/window/PanelPages.h"
 #include "host/window/PanelWindow.h"
-#include "host/window/accessible/Accessibility.h"
 #include "host/window/fit/Kiosk.h"
-#include "host/window/marks/StateMarks.h"
 #include "host/window/touch/TapGuard.h"
 #include "host/window/touch/WheelGuard.h"
 #include "host/window/look/Look.h"
@@ -30,7 +27,6 @@
 #include <QFileInfo>
 #include <QScreen>
 #include <QTimer>
-#include <QVBoxLayout>
 
 #include <optional>
 #include <utility>
@@ -42,12 +38,6 @@ namespace {
 
 constexpr QSize kMaxPicture(3840, 2160);
 constexpr int kReadAgain = -1; ///< Instead of an exit status.
-
-QString titleOf(const PanelDescription& description)
-{
-    return description.title.text.isEmpty() ? QFileInfo(description.file).fileName()
-                                            : description.title.text;
-}
 
 void reportAll(const Diagnostics& diagnostics)
 {
@@ -199,30 +189,17 @@ int PanelRun::showErrors(const Diagnostics& diagnostics)
 
 int PanelRun::runPanel(PanelPlan plan, const PanelDescription& description, StateFile& state)
 {
-    Accessibility::install();
-    PanelWindow window(titleOf(description));
-    auto* const pages = new PanelPages;
-    pages->setLook(description.look);
-    auto* const layout = new QVBoxLayout(window.page());
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(pages);
-    Panel panel(*pages);
+    RunningPanel running(description, m_knowledge);
     if (m_keepsState) {
-        QObject::connect(&panel, &Panel::parameterWritten, &state, &StateFile::set);
+        QObject::connect(&running.panel(), &Panel::parameterWritten, &state, &StateFile::set);
     }
     Diagnostics diagnostics(m_input.name());
-    StateMarks marks(m_knowledge);
-    marks.listen(plan);
-    panel.apply(std::move(plan), diagnostics);
-    marks.show(panel);
+    running.start(std::move(plan), diagnostics);
     if (!m_signals.isStopRequested()) {
         reportAll(diagnostics);
     }
-    if (description.look.fit == PanelLook::Fit::Scale) {
-        window.scalePage(description.look.design);
-    }
-    const int status = show(window);
-    panel.stop();
+    const int status = show(running.window());
+    running.stop();
     state.save();
     return status;
 }

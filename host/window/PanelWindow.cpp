@@ -5,6 +5,7 @@
 #include "host/window/fit/ScaledPage.h"
 #include "host/window/layout/FingerScrollArea.h"
 #include "host/window/look/TouchSize.h"
+#include "host/window/strip/PanelStrip.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -105,7 +106,7 @@ QWidget* makeErrorPage(const Diagnostics& diagnostics)
 } // namespace
 
 PanelWindow::PanelWindow(const QString& title)
-    : m_page(new QWidget), m_scroll(new FingerScrollArea(m_page))
+    : m_page(new QWidget), m_scroll(new FingerScrollArea(m_page)), m_strip(new PanelStrip(this))
 {
     setWindowTitle(title);
     m_scroll->setFrameShape(QFrame::NoFrame);
@@ -113,7 +114,9 @@ PanelWindow::PanelWindow(const QString& title)
     m_scroll->setMinimumSize(1, 1); // However large its scroll bars are.
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_scroll);
+    layout->setSpacing(0);
+    layout->addWidget(m_scroll, 1);
+    layout->addWidget(m_strip);
 }
 
 QWidget* PanelWindow::page() const
@@ -138,7 +141,9 @@ void PanelWindow::scalePage(const QSize& design)
 
 void PanelWindow::fit(const QSize& limit)
 {
-    resize(m_scroll->widget()->sizeHint().expandedTo(kMinSize).boundedTo(limit));
+    const bool hasStrip = m_strip->isRoomKept() || !m_strip->isHidden();
+    const QSize page = m_scroll->widget()->sizeHint().expandedTo(kMinSize);
+    resize((page + QSize(0, hasStrip ? m_strip->height() : 0)).boundedTo(limit));
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event)

@@ -9,6 +9,8 @@ class QScrollArea;
 
 namespace norvo {
 
+class PanelStrip;
+
 /// The program's window: a page for the panel, or what is wrong with it. Scroll bars come only
 /// where the page does not fit.
 ///
@@ -24,6 +26,7 @@ public:
     explicit PanelWindow(const QString& title);
 
     QWidget* page() const; ///< Empty at first, without layout; the window owns it.
+    PanelStrip& strip() const { return *m_strip; } ///< Below the page, and never scaled.
     /// Replaces the page. It has a key to read the file again where readAgainRequested() is heard.
     void showErrors(const Diagnostics& diagnostics);
     /// From now on the page is as large as `design` says, and drawn so much larger or smaller that
@@ -49,7 +52,8 @@ private:
     void leaveScreen();
 
     QWidget* m_page;
-    QScrollArea* m_scroll;  ///< Around the page, or around the view that scales it.
+    QScrollArea* m_scroll; ///< Around the page, or around the view that scales it.
+    PanelStrip* m_strip;
     QRect m_windowGeometry; ///< Before the whole screen was covered.
     QMetaObject::Connection m_screenChange;
     bool m_isKept = false; ///< On the whole screen.

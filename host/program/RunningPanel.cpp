@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/program/RunningPanel.h"
+
+#include "host/window/PanelPages.h"
+#include "host/window/accessible/Accessibility.h"
+#include "host/window/strip/PanelStrip.h"
+
+#include <QFileInfo>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace norvo {
+
+namespace {
+
+QString titleOf(const PanelDescription& description)
+{
+    return description.title.text.isEmpty() ? QFileInfo(description.file).fileName()
+                                            : description.title.text;
+}
+
+} // namespace
+
+RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowledge& knowledge)
+    : m_description(description),
+      m_window(titleOf(description)),
+      m_pages(new PanelPages),
+      m_panel(*m_pages),
+      m_marks(knowledge)
+{
+    Accessibility::install();
+    m_pages->setLook(description.look);
+    auto* const layout = new QVBoxLayout(m_window.page());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_pages);
+    m_window.strip().setTouch(description.look.touch);
+}
+
+void RunningPanel::start(PanelPlan plan, Diagnostics& diagnostics)
+{
+    m_marks.listen(plan);
+    m_panel.apply(std::move(plan), diagnostics);
+    m_marks.show(m_panel);
+    if (m_description.look.fit == PanelLook::Fit::Scale) {
+        m_window.scalePage(m_description.look.design);
+    }
+}
+
+} // namespace norvo

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "host/panel/plan/PanelPlan.h"
+#include "host/panel/run/Panel.h"
+#include "host/window/PanelWindow.h"
+#include "host/window/marks/StateMarks.h"
+
+namespace norvo {
+
+class PanelPages;
+
+/// A panel with its window and with what runs beside it: each service listens from outside and
+/// changes nothing of the devices.
+class RunningPanel
+{
+public:
+    RunningPanel(const PanelDescription& description, const TypeKnowledge& knowledge);
+
+    Panel& panel() { return m_panel; }
+    PanelWindow& window() { return m_window; }
+
+    void start(PanelPlan plan, Diagnostics& diagnostics); ///< Once.
+    void stop() { m_panel.stop(); }
+
+private:
+    const PanelDescription& m_description;
+    PanelWindow m_window;
+    PanelPages* const m_pages; ///< The window owns it.
+    Panel m_panel;
+    StateMarks m_marks;
+};
+
+} // namespace norvo
