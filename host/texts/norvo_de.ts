@@ -139,4 +139,11 @@
         <translation>jede Zahl</translation>
     </message>
 </context>
+<context>
+    <name>norvo::Sheet</name>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
 </TS>

@@ -139,4 +139,11 @@
         <translation>любое число</translation>
     </message>
 </context>
+<context>
+    <name>norvo::Sheet</name>
+    <message>
+        <source>Close</source>
+        <translation>Закрыть</translation>
+    </message>
+</context>
 </TS>
