@@ -4,9 +4,12 @@
 
 #include "host/window/PanelPages.h"
 #include "host/window/accessible/Accessibility.h"
+#include "host/window/status/SourceKey.h"
+#include "host/window/status/ValuesPage.h"
 #include "host/window/strip/PanelStrip.h"
 
 #include <QFileInfo>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -35,14 +38,27 @@ RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowle
     auto* const layout = new QVBoxLayout(m_window.page());
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_pages);
-    m_window.strip().setTouch(description.look.touch);
+    addKeys();
+}
+
+void RunningPanel::addKeys()
+{
+    m_window.strip().setTouch(m_description.look.touch);
+    m_window.strip().addPart(new SourceKey(m_sources));
+    auto* const values = new QShortcut(Qt::Key_F12, &m_window);
+    QObject::connect(values, &QShortcut::activated, &m_window,
+                     [this] { openValues(m_window, m_values, m_panel); });
 }
 
 void RunningPanel::start(PanelPlan plan, Diagnostics& diagnostics)
 {
     m_marks.listen(plan);
+    m_sources.listen(plan);
+    m_values.listen(plan);
     m_panel.apply(std::move(plan), diagnostics);
     m_marks.show(m_panel);
+    m_sources.complete(m_panel);
+    m_values.complete(m_panel);
     if (m_description.look.fit == PanelLook::Fit::Scale) {
         m_window.scalePage(m_description.look.design);
     }

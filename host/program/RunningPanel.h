@@ -3,8 +3,11 @@
 
 #include "host/panel/plan/PanelPlan.h"
 #include "host/panel/run/Panel.h"
+#include "host/services/status/SourceWatch.h"
+#include "host/services/values/ValueTable.h"
 #include "host/window/PanelWindow.h"
 #include "host/window/marks/StateMarks.h"
+#include "host/window/status/StaleMarks.h"
 
 namespace norvo {
 
@@ -24,11 +27,16 @@ public:
     void stop() { m_panel.stop(); }
 
 private:
+    void addKeys();
+
     const PanelDescription& m_description;
+    SourceWatch m_sources;
+    ValueTable m_values;
     PanelWindow m_window;
     PanelPages* const m_pages; ///< The window owns it.
     Panel m_panel;
     StateMarks m_marks;
+    StaleMarks m_staleMarks{m_sources, m_panel};
 };
 
 } // namespace norvo

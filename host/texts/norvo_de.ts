@@ -146,4 +146,120 @@
         <translation>Schließen</translation>
     </message>
 </context>
+<context>
+    <name>norvo::SourceKey</name>
+    <message>
+        <source>Sources %1 of %2</source>
+        <translation>Quellen %1 von %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2 sources lost</source>
+        <translation>%1 von %2 Quellen ausgefallen</translation>
+    </message>
+    <message>
+        <source>Sources</source>
+        <translation>Quellen</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::SourceList</name>
+    <message>
+        <source>well</source>
+        <translation>in Ordnung</translation>
+    </message>
+    <message>
+        <source>lost</source>
+        <translation>ausgefallen</translation>
+    </message>
+    <message>
+        <source>nothing heard yet</source>
+        <translation>noch nichts gehört</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Since</source>
+        <translation>Seit</translation>
+    </message>
+    <message>
+        <source>Values per second</source>
+        <translation>Werte je Sekunde</translation>
+    </message>
+    <message>
+        <source>Last message</source>
+        <translation>Letzte Meldung</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::StaleMark</name>
+    <message>
+        <source>not current: source lost</source>
+        <translation>nicht aktuell: Quelle ausgefallen</translation>
+    </message>
+    <message>
+        <source>no source</source>
+        <translation>keine Quelle</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::ValuesPage</name>
+    <message>
+        <source>never</source>
+        <translation>nie</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 min</translation>
+    </message>
+    <message>
+        <source>%1 h</source>
+        <translation>%1 h</translation>
+    </message>
+    <message>
+        <source>Show only rows with this text</source>
+        <translation>Nur Zeilen mit diesem Text zeigen</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Gerät</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Ausgang</translation>
+    </message>
+    <message>
+        <source>Last value</source>
+        <translation>Letzter Wert</translation>
+    </message>
+    <message>
+        <source>Ago</source>
+        <translation>Vor</translation>
+    </message>
+    <message>
+        <source>Values per second</source>
+        <translation>Werte je Sekunde</translation>
+    </message>
+    <message>
+        <source>Values</source>
+        <translation>Werte</translation>
+    </message>
+    <message>
+        <source>All values</source>
+        <translation>Alle Werte</translation>
+    </message>
+    <message>
+        <source>Copy as text</source>
+        <translation>Als Text kopieren</translation>
+    </message>
+</context>
 </TS>

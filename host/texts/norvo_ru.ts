@@ -146,4 +146,120 @@
         <translation>Закрыть</translation>
     </message>
 </context>
+<context>
+    <name>norvo::SourceKey</name>
+    <message>
+        <source>Sources %1 of %2</source>
+        <translation>Источники: %1 из %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2 sources lost</source>
+        <translation>Потеряно источников: %1 из %2</translation>
+    </message>
+    <message>
+        <source>Sources</source>
+        <translation>Источники</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::SourceList</name>
+    <message>
+        <source>well</source>
+        <translation>в порядке</translation>
+    </message>
+    <message>
+        <source>lost</source>
+        <translation>потерян</translation>
+    </message>
+    <message>
+        <source>nothing heard yet</source>
+        <translation>ещё нет данных</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Источник</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Состояние</translation>
+    </message>
+    <message>
+        <source>Since</source>
+        <translation>С</translation>
+    </message>
+    <message>
+        <source>Values per second</source>
+        <translation>Значений в секунду</translation>
+    </message>
+    <message>
+        <source>Last message</source>
+        <translation>Последнее сообщение</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::StaleMark</name>
+    <message>
+        <source>not current: source lost</source>
+        <translation>не обновляется: источник потерян</translation>
+    </message>
+    <message>
+        <source>no source</source>
+        <translation>нет источника</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::ValuesPage</name>
+    <message>
+        <source>never</source>
+        <translation>никогда</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 с</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 мин</translation>
+    </message>
+    <message>
+        <source>%1 h</source>
+        <translation>%1 ч</translation>
+    </message>
+    <message>
+        <source>Show only rows with this text</source>
+        <translation>Показать только строки с этим текстом</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Устройство</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Выход</translation>
+    </message>
+    <message>
+        <source>Last value</source>
+        <translation>Последнее значение</translation>
+    </message>
+    <message>
+        <source>Ago</source>
+        <translation>Назад</translation>
+    </message>
+    <message>
+        <source>Values per second</source>
+        <translation>Значений в секунду</translation>
+    </message>
+    <message>
+        <source>Values</source>
+        <translation>Значений</translation>
+    </message>
+    <message>
+        <source>All values</source>
+        <translation>Все значения</translation>
+    </message>
+    <message>
+        <source>Copy as text</source>
+        <translation>Копировать как текст</translation>
+    </message>
+</context>
 </TS>

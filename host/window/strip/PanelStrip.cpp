@@ -12,13 +12,14 @@ namespace norvo {
 
 namespace {
 
-constexpr int kGap = 6; // pixels, between two parts
+constexpr int kGap = 6;    // pixels, between two parts
+constexpr int kMargin = 8; // pixels, on both sides
 
 } // namespace
 
 PanelStrip::PanelStrip(QWidget* parent) : QWidget(parent), m_parts(new QHBoxLayout(this))
 {
-    m_parts->setContentsMargins(0, 0, 0, 0);
+    m_parts->setContentsMargins(kMargin, 0, kMargin, 0);
     m_parts->setSpacing(kGap);
     m_parts->setAlignment(Qt::AlignRight); // Where no part takes the rest of the width.
     setTouch(PanelLook::Touch::Fingers);

