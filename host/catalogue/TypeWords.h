@@ -45,9 +45,10 @@ struct ParamWords
     std::optional<double> min;
     std::optional<double> above; ///< A minimum that the value may not be equal to.
     std::optional<double> max;
-    bool isErrorOutside = false; ///< The device cannot work outside the range; else a warning.
-    bool isKept = false;         ///< Its device stores it, across starts too.
-    bool isOfEveryType = false;  ///< The host gives it, as that of the place on the panel.
+    /// The device cannot work outside the range, or without the file; else a warning.
+    bool isErrorOutside = false;
+    bool isKept = false;        ///< Its device stores it, across starts too.
+    bool isOfEveryType = false; ///< The host gives it, as that of the place on the panel.
     QMap<QString, QStringList> enabledWhen; ///< Other parameter to its values; empty: always.
 
     bool isNumber() const { return kind == ParamKind::Number || kind == ParamKind::WholeNumber; }

@@ -2,6 +2,7 @@
 
 #include "host/panel/plan/Node.h"
 
+#include "host/panel/plan/CriticalMessages.h"
 #include "host/panel/plan/Placement.h"
 #include "host/yaml/Quote.h"
 
@@ -148,7 +149,13 @@ void Node::initialiseWidget()
         if (!isFirst) {
             m_widget->deinitialise();
         }
+        const CriticalMessages messages;
         m_widget->initialise();
+        if (!m_widget->isInitialised()) {
+            m_errors = messages.texts();
+            m_errors.replaceInStrings(QString(m_widget->metaObject()->className()) + ": ",
+                                      QString());
+        }
     }
     if (isFirst) {
         m_state = State::Shown;

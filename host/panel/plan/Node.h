@@ -54,7 +54,9 @@ public:
     bool initialise(); ///< Once; called again, it only says how that went.
     void setRunning();
     BaseWidget* createWidget(); ///< Null, with a reason in errors(), where the device makes none.
-    void initialiseWidget();    ///< Again, too: its connections then come behind those of others.
+    /// Again, too: its connections then come behind those of others. What a widget that shows
+    /// nothing reports is then in errors().
+    void initialiseWidget();
     void postInitialise();
 
     /// Has the value that an operator gives to the device kept. To be called before it is saved to.

@@ -60,7 +60,8 @@ private:
         }
         for (const DeviceSetting& setting : m_description.devices) {
             Node* const same = known.value(setting.id.text);
-            const bool stays = same && same->isUsable() && same->isMadeFrom(setting);
+            const bool stays =
+                same && same->isUsable() && same->errors().isEmpty() && same->isMadeFrom(setting);
             Node* const node = stays ? same : makeNode(setting);
             m_nodes.insert(setting.id.text, node);
             if (m_suggestedIds.size() < kMaxSuggestedIds) {

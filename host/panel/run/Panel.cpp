@@ -258,8 +258,18 @@ void Panel::show(PanelPlan& plan, const QSet<Node*>& rewired, Diagnostics& diagn
             showNode(node, plan.cells[int(i)], diagnostics);
         }
         if (isNew || rewired.contains(&node)) {
-            node.initialiseWidget();
+            initialiseWidget(node, plan.cells[int(i)]);
         }
+    }
+}
+
+/// A widget that cannot show what it is for gives its cells to a tile.
+void Panel::initialiseWidget(Node& node, const Cells& cells)
+{
+    node.initialiseWidget();
+    if (node.widget() && !node.errors().isEmpty()) {
+        node.deleteWidget();
+        m_surface->placeError(node.id(), node.errors().join('\n'), cells);
     }
 }
 

@@ -60,6 +60,7 @@ private:
     void connectWire(const PlannedWire& wire, Node& from, Node& to);
     void show(PanelPlan& plan, const QSet<Node*>& rewired, Diagnostics& diagnostics);
     void showNode(Node& node, const Cells& cells, Diagnostics& diagnostics);
+    void initialiseWidget(Node& node, const Cells& cells);
 
     QPointer<PanelSurface> m_surface;
     std::vector<std::unique_ptr<Node>> m_nodes; ///< In the order of the file.

@@ -108,8 +108,8 @@ void tst_SenseCheck::badFiles_data()
             "\"widget/timeFormat\": \"--\" is not a time format, because it shows nothing of a "
             "time; write, for example, \"hh:mm:ss\""};
     QTest::newRow("sense-files") << QStringList{
-        "2:56: warning: " + is + "\"widget/filename\": there is no file \"nowhere.png\"" + here,
-        "3:53: warning: " + is +
+        "2:56: error: " + is + "\"widget/filename\": there is no file \"nowhere.png\"" + here,
+        "3:53: error: " + is +
             "\"widget/filename\": the file \"sense-files.yaml\" is not a picture that can be shown",
         "5:61: warning: " + is + "\"alarmFile\": there is no file \"nowhere.wav\"" + here,
         "6:62: warning: " + is + "\"alarmFile\": the file \".\" cannot be read",

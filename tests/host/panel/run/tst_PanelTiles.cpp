@@ -42,6 +42,42 @@ public:
     BaseWidget* createWidget() override { return new BaseWidget(this, nullptr); }
 };
 
+/// Cannot show a file that is not there; starts all the same.
+class BlankWidget : public BaseWidget
+{
+    Q_OBJECT
+
+public:
+    using BaseWidget::BaseWidget;
+    void initialise() override
+    {
+        const QString file = getParam("file").value();
+        if (file.isEmpty()) {
+            qCritical("BlankWidget: Cannot load: no such file");
+        } else {
+            setInitialised(true);
+        }
+    }
+};
+
+class BlankDevice : public BaseGuiDevice
+{
+    Q_OBJECT
+
+public:
+    BlankDevice() { addParam("file", ""); }
+    BaseWidget* createWidget() override { return new BlankWidget(this, nullptr); }
+};
+
+/// Its widget never says that it is initialised, and has nothing to report.
+class QuietDevice : public BaseGuiDevice
+{
+    Q_OBJECT
+
+public:
+    BaseWidget* createWidget() override { return new BaseWidget(this, nullptr); }
+};
+
 class tst_PanelTiles : public QObject
 {
     Q_OBJECT
@@ -55,6 +91,9 @@ private slots:
     void failedDeviceWithoutWidgetLeavesATileToo();
     void unknownTypeLeavesATileInItsPlace();
     void deviceThatMakesNoWidgetLeavesATile();
+    void widgetThatCannotShowItselfLeavesATile();
+    void widgetWithoutAReportIsLeftAlone();
+    void widgetThatCannotShowItselfIsTriedAgainAtAReload();
 
 private:
     DeviceManager m_manager;
@@ -69,6 +108,8 @@ void tst_PanelTiles::initTestCase()
     m_manager.registerDeviceType<RecorderDevice>("recorder");
     m_manager.registerDeviceType<TickerDevice>("ticker");
     m_manager.registerDeviceType<UnwillingDevice>("unwilling");
+    m_manager.registerDeviceType<BlankDevice>("blank");
+    m_manager.registerDeviceType<QuietDevice>("quiet");
 }
 
 void tst_PanelTiles::failedDeviceLeavesATileAndTheRestRuns()
@@ -156,8 +197,8 @@ void tst_PanelTiles::unknownTypeLeavesATileInItsPlace()
     panel.start(&m_page);
     QCOMPARE(describe::lines(panel.diagnostics()),
              QStringList("panel.yaml: error: unknown device type \"no such\"; valid names: "
-                         "\"failing\", \"recorder\", \"steps\", \"ticker\", \"unwilling\", "
-                         "\"widgetless\""));
+                         "\"blank\", \"failing\", \"quiet\", \"recorder\", \"steps\", "
+                         "\"ticker\", \"unwilling\", \"widgetless\""));
     QCOMPARE(placeOf(m_page, "x"), "3,1,1,1");
     QVERIFY(!panel.device("x"));
     QVERIFY(panel.device("r")->isRunning());
@@ -171,6 +212,46 @@ void tst_PanelTiles::deviceThatMakesNoWidgetLeavesATile()
     QCOMPARE(describe::lines(panel.diagnostics()),
              QStringList("panel.yaml: error: device \"w\" is not shown: it made no widget"));
     QVERIFY(!panel.widget("w"));
+}
+
+void tst_PanelTiles::widgetThatCannotShowItselfLeavesATile()
+{
+    TestPanel panel(
+        m_manager, describe::panel({describe::device("b", "blank",
+                                                     {{"widget/row", "2"}, {"widget/column", "1"}}),
+                                    describe::device("full", "blank", {{"file", "x"}})}));
+    QTest::ignoreMessage(QtCriticalMsg, "BlankWidget: Cannot load: no such file");
+    panel.start(&m_page);
+    const auto* tile = m_page.findChild<ErrorTile*>("b");
+    QVERIFY(tile);
+    QCOMPARE(tile->findChildren<QLabel*>()[1]->text(), "Cannot load: no such file");
+    QCOMPARE(placeOf(m_page, "b"), "2,1,1,1");
+    QVERIFY(!panel.widget("b"));
+    QVERIFY(panel.device("b")->isRunning());
+    QVERIFY(panel.widget("full"));
+    panel.stop();
+    QVERIFY(m_page.findChildren<QWidget*>().isEmpty());
+}
+
+void tst_PanelTiles::widgetWithoutAReportIsLeftAlone()
+{
+    TestPanel panel(m_manager, describe::panel({describe::device("q", "quiet")}));
+    panel.start(&m_page);
+    QVERIFY(!m_page.findChild<ErrorTile*>());
+    QVERIFY(panel.widget("q"));
+}
+
+void tst_PanelTiles::widgetThatCannotShowItselfIsTriedAgainAtAReload()
+{
+    const auto description = describe::panel({describe::device("b", "blank")});
+    TestPanel panel(m_manager, description);
+    QTest::ignoreMessage(QtCriticalMsg, "BlankWidget: Cannot load: no such file");
+    panel.start(&m_page);
+    const QPointer<BaseDevice> first = panel.device("b");
+    QTest::ignoreMessage(QtCriticalMsg, "BlankWidget: Cannot load: no such file");
+    panel.change(description);
+    QVERIFY(!first);
+    QCOMPARE(m_page.findChildren<ErrorTile*>("b").size(), 1);
 }
 
 NORVO_TEST(tst_PanelTiles)
