@@ -39,6 +39,13 @@ namespace {
 constexpr QSize kMaxPicture(3840, 2160);
 constexpr int kReadAgain = -1; ///< Instead of an exit status.
 
+/// The X server that the command line names; empty where it names none.
+QString displayOf(const QStringList& qtArguments)
+{
+    const int option = qtArguments.lastIndexOf("-display");
+    return option < 0 ? QString() : qtArguments.value(option + 1);
+}
+
 void reportAll(const Diagnostics& diagnostics)
 {
     for (const Diagnostic& diagnostic : diagnostics.sorted()) {
@@ -110,7 +117,7 @@ public:
     {
         QObject::connect(&m_signals, &UnixSignals::stopRequested, qApp, &QCoreApplication::quit);
         if (options.kiosk) {
-            m_kiosk.emplace(*qApp);
+            m_kiosk.emplace(*qApp, displayOf(options.qtArguments));
         }
     }
 

@@ -7,8 +7,11 @@
 
 namespace norvo {
 
-Kiosk::Kiosk(QCoreApplication& application) : m_menus(application)
+Kiosk::Kiosk(QCoreApplication& application, const QString& display) : m_menus(application)
 {
+    if (QGuiApplication::platformName() == "xcb") {
+        m_awake.emplace(display);
+    }
     QGuiApplication::setOverrideCursor(Qt::BlankCursor);
 }
 

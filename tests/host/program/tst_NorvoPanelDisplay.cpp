@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "CountingFolder.h"
+#include "XServer.h"
 #include "TestMain.h"
 
-#include <QStandardPaths>
-#include <QtEndian>
 #include <QtTest>
 
 /// The program from outside: with a display, without one, and with one that goes away.
@@ -34,61 +33,6 @@ const QByteArray kPatch = "devices:\n"
                           "  a: {device: patch}\n";
 const QString kAdvice = "a picture of the panel needs no display: norvo-panel --screenshot OUT.png "
                         "PANEL.yaml";
-
-/// An X server without a screen, for as long as it lives.
-class XServer : public QProcess
-{
-public:
-    static bool isInstalled() { return !QStandardPaths::findExecutable("Xvfb").isEmpty(); }
-
-    explicit XServer(const QString& size = "1024x600")
-    {
-        start("Xvfb", {"-displayfd", "1", "-screen", "0", size + "x24", "-fbdir", m_folder.path()});
-    }
-    ~XServer() override { stop(); }
-
-    /// Empty when it does not start.
-    QString display()
-    {
-        while (!canReadLine() && waitForReadyRead(PanelProcess::kPatience)) {
-        }
-        const QByteArray number = readLine().trimmed();
-        return number.isEmpty() ? QString() : ":" + QString::fromLatin1(number);
-    }
-
-    void stop()
-    {
-        terminate();
-        waitForFinished(PanelProcess::kPatience);
-    }
-
-    /// What the screen shows there.
-    QColor pixel(int x, int y) const
-    {
-        QFile file(m_folder.filePath("Xvfb_screen0")); // An X window dump.
-        if (!file.open(QIODevice::ReadOnly)) {
-            return {};
-        }
-        const QByteArray dump = file.readAll();
-        const auto field = [&dump](int index) {
-            return qFromBigEndian<int>(dump.data() + 4 * index);
-        };
-        const int pixels = field(0) + 12 * field(19); // After the header and the colours.
-        return QColor(qFromLittleEndian<QRgb>(dump.data() + pixels + y * field(12) + x * 4));
-    }
-
-private:
-    QTemporaryDir m_folder;
-};
-
-/// The drivers and the bus behind a display keep memory to the end, in libraries that are gone by
-/// the time a sanitizer would name them.
-void setDisplay(PanelProcess& panel, const QString& display)
-{
-    panel.takeDisplayAway();
-    panel.setEnvironment("DISPLAY", display);
-    panel.setEnvironment("ASAN_OPTIONS", "detect_leaks=0");
-}
 
 } // namespace
 
