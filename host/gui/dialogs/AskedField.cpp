@@ -86,20 +86,26 @@ QString AskedField::caption() const
                : QCoreApplication::translate("EntryDialog", "%1, %2").arg(name, unit);
 }
 
-QRect AskedField::placeBeside(const QSize& preferred, const QSize& least) const
+QRect AskedField::screenArea() const
 {
     const QScreen* const screen = m_field ? m_field->screen() : QApplication::primaryScreen();
-    const QRect room = screen->availableGeometry();
+    return screen->availableGeometry();
+}
+
+QRect AskedField::placeBeside(const QSize& preferred, const QSize& least) const
+{
+    const QRect room = screenArea();
+    const QSize usual = preferred.expandedTo(least);
     if (m_field) {
         const QRect field(m_field->mapToGlobal(QPoint()), m_field->size());
-        for (const QSize& size : {preferred, least}) {
+        for (const QSize& size : {usual, least}) {
             if (const auto place =
                     freePlace(field, size, room.adjusted(kGap, kGap, -kGap, -kGap))) {
                 return *place;
             }
         }
     }
-    QRect place(QPoint(), preferred.boundedTo(room.size()));
+    QRect place(QPoint(), usual.boundedTo(room.size()));
     place.moveCenter(room.center());
     return place;
 }

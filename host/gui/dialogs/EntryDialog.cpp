@@ -7,6 +7,7 @@
 
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPointer>
@@ -56,6 +57,9 @@ EntryDialog::EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& 
     }
     m_display->setAccessibleName(m_label->text().isEmpty() ? title : m_label->text());
     m_ok->setDefault(true);
+    QFont bold = m_ok->font();
+    bold.setBold(true);
+    m_ok->setFont(bold);
     connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
@@ -88,8 +92,25 @@ void EntryDialog::showError(const QString& reason)
     m_ok->setEnabled(reason.isEmpty());
 }
 
-void EntryDialog::fitIntoScreen(const QSize& preferred)
+int EntryDialog::leastKeyWidth(int inRow) const
 {
+    const int sides = layout()->contentsMargins().left() + layout()->contentsMargins().right();
+    const int gap = layout()->spacing();
+    return qMin(m_ok->wantedSize(), (m_field.screenArea().width() - sides + gap) / inRow - gap);
+}
+
+void EntryDialog::fitIntoScreen(const QSize& preferred, int rows)
+{
+    const QList<TouchKey*> keys = findChildren<TouchKey*>();
+    const auto setLeastHeight = [this, &keys](int height) {
+        for (TouchKey* key : keys) {
+            key->setMinimumHeight(height);
+        }
+        layout()->activate(); // the layouts inside remember what they needed
+    };
+    setLeastHeight(TouchKey::kSize);
+    const int spare = m_field.screenArea().height() - minimumSizeHint().height();
+    setLeastHeight(qBound(TouchKey::kSize, TouchKey::kSize + spare / rows, m_ok->wantedSize()));
     setGeometry(m_field.placeBeside(preferred, minimumSizeHint()));
 }
 

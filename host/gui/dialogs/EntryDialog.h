@@ -35,8 +35,11 @@ public:
 protected:
     /// Empty: what the display shows can be accepted. Otherwise it is red.
     void showError(const QString& reason);
-    /// Takes that size, or less where the screen or the room beside the field is smaller.
-    void fitIntoScreen(const QSize& preferred);
+    /// Takes that size, or less where the screen or the room beside the field is smaller. The keys,
+    /// which stand in so many rows, get the height that they want, if the screen lets all have it.
+    void fitIntoScreen(const QSize& preferred, int rows);
+    /// The least width of each of so many keys in a row: what they want, or what the screen leaves.
+    int leastKeyWidth(int inRow) const;
     void paintEvent(QPaintEvent* event) override; ///< Draws the edge.
     void showEvent(QShowEvent* event) override;
 

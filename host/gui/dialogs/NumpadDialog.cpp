@@ -61,7 +61,7 @@ Numpad::Numpad(QWidget* parent, Qt::WindowFlags flags, const QString& title, con
     layout->addWidget(m_reason);
     layout->addLayout(createKeys(), 1);
     showEntry();
-    fitIntoScreen({560, 480});
+    fitIntoScreen({560, 480}, 4);
     setFocus();
 }
 
@@ -106,6 +106,7 @@ QLayout* Numpad::createKeys()
     keys->addWidget(m_ok, 3, 3, 1, 2);
     for (int column = 0; column < 5; ++column) {
         keys->setColumnStretch(column, 1);
+        keys->setColumnMinimumWidth(column, leastKeyWidth(5));
     }
     return keys;
 }

@@ -47,7 +47,7 @@ PinPad::PinPad(QWidget* parent, const QString& label) : EntryDialog(parent, {}, 
     layout->addLayout(createKeys(), 1);
     m_reason->setParent(this);
     m_reason->hide();
-    fitIntoScreen({480, 440});
+    fitIntoScreen({480, 440}, 4);
     setFocus();
 }
 
@@ -70,6 +70,9 @@ QLayout* PinPad::createKeys()
     keys->addWidget(clear, 1, 3);
     keys->addWidget(m_cancel, 2, 3);
     keys->addWidget(m_ok, 3, 3);
+    for (int column = 0; column < 4; ++column) {
+        keys->setColumnMinimumWidth(column, leastKeyWidth(4));
+    }
     keys->setColumnStretch(3, 1);
     return keys;
 }

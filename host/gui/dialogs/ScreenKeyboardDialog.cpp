@@ -38,6 +38,7 @@ public:
 
 private:
     QHBoxLayout* addRow();
+    void widenKeys(const QHBoxLayout& row);
     void createDigitRow();
     void createCharacterRows();
     void createBottomRow();
@@ -102,7 +103,7 @@ ScreenKeyboard::ScreenKeyboard(QWidget* parent, Qt::WindowFlags flags, const QSt
     connect(m_display, &QLineEdit::textChanged, this, &ScreenKeyboard::judge);
     showLayout();
     judge();
-    fitIntoScreen({960, 480});
+    fitIntoScreen({960, 480}, 5);
 }
 
 QHBoxLayout* ScreenKeyboard::addRow()
@@ -110,6 +111,13 @@ QHBoxLayout* ScreenKeyboard::addRow()
     auto* const row = new QHBoxLayout;
     static_cast<QVBoxLayout*>(layout())->addLayout(row, 1);
     return row;
+}
+
+void ScreenKeyboard::widenKeys(const QHBoxLayout& row)
+{
+    for (int i = 0; i < row.count(); ++i) {
+        row.itemAt(i)->widget()->setMinimumWidth(leastKeyWidth(row.count()));
+    }
 }
 
 void ScreenKeyboard::createDigitRow()
@@ -124,6 +132,7 @@ void ScreenKeyboard::createDigitRow()
     row->addWidget(editingKey("keyBackspace", TouchKey::Symbol::Backspace, tr("Backspace"),
                               [this] { m_display->backspace(); }),
                    1);
+    widenKeys(*row);
 }
 
 void ScreenKeyboard::createCharacterRows()
@@ -147,23 +156,22 @@ TouchKey* ScreenKeyboard::createCharacterKey(int row, int column)
     return key;
 }
 
-/// As many keys as the layout has, not wider at the least than a screen of 800 pixels lets them.
+/// As many keys as the layout has, not wider at the least than the screen lets them.
 void ScreenKeyboard::fitRow(int row)
 {
-    constexpr int narrowScreen = 800;
     const int length = layoutInUse().rows[row].size();
     QVector<TouchKey*>& keys = m_characterKeys[row];
     while (keys.size() < length) {
         keys.append(createCharacterKey(row, keys.size()));
     }
     const int inRow = length + (row == 2 ? 2 : 0);
-    const int room = (narrowScreen - 2 * kMargin + kSpacing) / inRow - kSpacing;
+    const int width = leastKeyWidth(inRow);
     for (int column = 0; column < keys.size(); ++column) {
         keys[column]->setVisible(column < length);
-        keys[column]->setMinimumWidth(qMin(TouchKey::kSize, room));
+        keys[column]->setMinimumWidth(width);
     }
-    m_shift->setMinimumWidth(keys.front()->minimumWidth());
-    m_caps->setMinimumWidth(keys.front()->minimumWidth());
+    m_shift->setMinimumWidth(width); // the last row counts
+    m_caps->setMinimumWidth(width);
 }
 
 void ScreenKeyboard::createBottomRow()
@@ -186,6 +194,7 @@ void ScreenKeyboard::createBottomRow()
                    1);
     row->addWidget(m_cancel, 2);
     row->addWidget(m_ok, 2);
+    widenKeys(*row);
 }
 
 void ScreenKeyboard::chooseLanguage(int language)

@@ -2,8 +2,9 @@
 
 #include "host/gui/dialogs/TouchKey.h"
 
-#include <QPainter>
 #include <QPolygonF>
+#include <QStyleOptionButton>
+#include <QStylePainter>
 #include <QVector>
 
 namespace norvo {
@@ -69,11 +70,25 @@ void TouchKey::setPlainText(const QString& text)
     setText(escaped.replace('&', QLatin1String("&&")));
 }
 
-void TouchKey::paintEvent(QPaintEvent* event)
+int TouchKey::wantedSize() const
 {
-    QPushButton::paintEvent(event);
+    QStyleOptionButton option;
+    option.initFrom(this);
+    return qMax(kSize,
+                style()->sizeFromContents(QStyle::CT_PushButton, &option, QSize(), this).height());
+}
+
+void TouchKey::paintEvent(QPaintEvent*)
+{
     constexpr qreal halfSymbol = 13;
-    QPainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    if (isDefault()) { // a press empties it
+        option.state.setFlag(QStyle::State_On, !isDown());
+        option.state.setFlag(QStyle::State_Sunken, false);
+    }
+    QStylePainter painter(this);
+    painter.drawControl(QStyle::CE_PushButton, option);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(QRectF(rect()).center());
     painter.scale(halfSymbol, halfSymbol);

@@ -5,7 +5,8 @@
 
 namespace norvo {
 
-/// A key for a finger in a glove. It never takes the focus from the display.
+/// A key for a finger in a glove. It never takes the focus from the display. The default one is
+/// bold, and filled as what is on.
 class TouchKey : public QPushButton
 {
     Q_OBJECT
@@ -21,6 +22,8 @@ public:
     TouchKey(const QString& objectName, Symbol symbol, const QString& accessibleName);
 
     void setPlainText(const QString& text); ///< As it is, "&" included.
+    /// What the style asks for what is touched, in pixels; kSize where that is more.
+    int wantedSize() const;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
