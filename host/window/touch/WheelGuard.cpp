@@ -13,10 +13,11 @@ namespace norvo {
 
 namespace {
 
+/// Or may hold one: what a document makes of the wheel is not known.
 bool holdsValue(const QWidget* widget)
 {
     return qobject_cast<const QAbstractSpinBox*>(widget) ||
-           qobject_cast<const QComboBox*>(widget) ||
+           qobject_cast<const QComboBox*>(widget) || widget->inherits("QQuickWidget") ||
            (qobject_cast<const QAbstractSlider*>(widget) &&
             !qobject_cast<const QScrollBar*>(widget));
 }

@@ -7,9 +7,9 @@ class QCoreApplication;
 
 namespace norvo {
 
-/// Keeps the wheel from changing a value that nobody has chosen: number fields, sliders and
-/// drop-down lists without the focus leave it to the page, which scrolls. The wheel itself never
-/// gives the focus. Works on all widgets of the application for as long as it lives.
+/// Keeps the wheel from changing a value that nobody has chosen: number fields, sliders,
+/// drop-down lists and QML without the focus leave it to the page, which scrolls. The wheel itself
+/// never gives the focus. Works on all widgets of the application for as long as it lives.
 class WheelGuard : public QObject
 {
     Q_OBJECT

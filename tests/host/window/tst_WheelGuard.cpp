@@ -69,6 +69,8 @@ private slots:
     void wheelGivesNoFocus();
     void wheelOverAFieldScrollsThePage();
     void wheelStillScrollsALog();
+    void wheelReachesADocumentThatHasTheFocusOnly();
+    void wheelTurnsNoPage();
 };
 
 void tst_WheelGuard::wheelChangesNothingWithoutFocus()
@@ -135,6 +137,51 @@ void tst_WheelGuard::wheelStillScrollsALog()
     log->verticalScrollBar()->setValue(0);
     turnWheel(*log->viewport(), -1);
     QVERIFY(log->verticalScrollBar()->value() > 0);
+}
+
+void tst_WheelGuard::wheelReachesADocumentThatHasTheFocusOnly()
+{
+    const WheelGuard guard(*qApp);
+    ShownPanel shown("devices:\n"
+                     "  first: {device: button}\n"
+                     "  qml:\n"
+                     "    device: qml_widget\n"
+                     "    params:\n"
+                     "      sourceType: parameter\n"
+                     "      sourceCode: 'import QtQuick 2.15; Rectangle { width: 400; height: 300; "
+                     "color: \"navy\"; MouseArea { anchors.fill: parent; onWheel: parent.color = "
+                     "\"lime\" } }'\n");
+    const QWidget* const face = shown.panel.widget("qml");
+    QWidget* const quick = face->findChild<QWidget*>();
+    const auto colour = [&] {
+        const QPoint place = quick->mapTo(&shown.window, QPoint(50, 50));
+        return shown.window.grab().toImage().pixelColor(place);
+    };
+    QApplication::setActiveWindow(&shown.window);
+    shown.only<QPushButton>("first")->setFocus();
+    QVERIFY(QTest::qWaitFor([&] { return colour() == QColor("navy"); }, 10000));
+    turnWheelOfTheMouse(shown.window, *quick);
+    QVERIFY(!QTest::qWaitFor([&] { return colour() == QColor("lime"); }, 200));
+    QTest::mouseClick(quick, Qt::LeftButton, {}, QPoint(50, 50));
+    QVERIFY(quick->hasFocus());
+    turnWheel(*quick, 1);
+    QVERIFY(QTest::qWaitFor([&] { return colour() == QColor("lime"); }, 10000));
+}
+
+void tst_WheelGuard::wheelTurnsNoPage()
+{
+    const WheelGuard guard(*qApp);
+    const ShownPanel shown("devices:\n"
+                           "  a: {device: button, params: {widget/area: One}}\n"
+                           "  b: {device: button, params: {widget/area: Two}}\n");
+    const auto* const pages = shown.window.findChild<QTabWidget*>();
+    QCOMPARE(pages->currentIndex(), 0);
+    for (QWidget* widget : shown.window.findChildren<QWidget*>()) {
+        if (widget->isVisible()) { // The bar of tabs, which the keys stand for, is not.
+            turnWheel(*widget, -1);
+        }
+        QVERIFY2(pages->currentIndex() == 0, widget->metaObject()->className());
+    }
 }
 
 NORVO_TEST(tst_WheelGuard)
