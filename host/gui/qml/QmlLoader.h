@@ -7,6 +7,7 @@
 class DynamicPorts;
 class QQmlEngine;
 class QQuickItem;
+class QWidget;
 
 namespace norvo {
 
@@ -26,5 +27,9 @@ public:
 /// What the library exports, under the name kQmlLoaderFunction; the caller owns the loader.
 using MakeQmlLoader = QmlLoader* (*)(QQmlEngine*);
 constexpr char kQmlLoaderFunction[] = "norvoMakeQmlLoader";
+
+/// Likewise; see QuickSharpness.h.
+using SharpenQuickWidget = void (*)(QWidget* quickWidget, double factor);
+constexpr char kSharpenFunction[] = "norvoSharpenQuickWidget";
 
 } // namespace norvo

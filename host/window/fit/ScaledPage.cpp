@@ -2,6 +2,7 @@
 
 #include "host/window/fit/ScaledPage.h"
 
+#include "host/gui/QuickSharpness.h"
 #include "host/window/fit/PageProxy.h"
 
 #include <qcustomplot.h>
@@ -57,6 +58,11 @@ void ScaledPage::fitPage()
     const double factor = std::min(width() / page.width(), height() / page.height());
     m_scene.setSceneRect(page);
     setTransform(QTransform::fromScale(factor, factor));
+    for (auto* const part : m_proxy->widget()->findChildren<QWidget*>()) {
+        if (part->inherits("QQuickWidget")) {
+            sharpenQuickWidget(*part, factor * devicePixelRatioF());
+        }
+    }
     for (auto* const plot : m_proxy->widget()->findChildren<QCustomPlot*>()) {
         sharpen(*plot, std::max(1.0, factor * devicePixelRatioF()));
     }

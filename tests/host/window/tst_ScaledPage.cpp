@@ -40,12 +40,17 @@ QRect pageIn(const QSize& size)
                                kDesign.scaled(size, Qt::KeepAspectRatio), {QPoint(), size});
 }
 
-/// Where the middle of a widget of the page is in the window.
+/// Where a point of a widget of the page is in the window.
+QPoint placeOf(const ShownPanel& shown, const QWidget* widget, const QPoint& point)
+{
+    const QRect page = pageIn(shown.window.size());
+    return page.topLeft() + QPoint(widget->mapTo(shown.window.page(), point) *
+                                   (double(page.width()) / kDesign.width()));
+}
+
 QPoint middleOf(const ShownPanel& shown, const QWidget* widget)
 {
-    const QPoint middle = widget->mapTo(shown.window.page(), widget->rect().center());
-    const QRect page = pageIn(shown.window.size());
-    return page.topLeft() + QPoint(middle * (double(page.width()) / kDesign.width()));
+    return placeOf(shown, widget, widget->rect().center());
 }
 
 void tapOn(const ShownPanel& shown, const QWidget* widget)
@@ -91,6 +96,38 @@ double sharpness(const QImage& picture)
     return sum;
 }
 
+/// A white square in the middle of a document, which a tap turns green.
+const QByteArray kSquare =
+    kForm + "  qml:\n"
+            "    device: qml_widget\n"
+            "    params:\n"
+            "      sourceType: parameter\n"
+            "      sourceCode: 'import QtQuick 2.15; Rectangle { width: 300; height: 200; color: "
+            "\"navy\"; Rectangle { anchors.centerIn: parent; width: 100; height: 100; color: "
+            "\"white\"; MouseArea { anchors.fill: parent; onClicked: parent.color = \"lime\" } "
+            "} }'\n";
+
+QPoint middleOfQml(const ShownPanel& shown)
+{
+    return placeOf(shown, shown.panel.widget("qml"), {150, 100});
+}
+
+/// How many pixels of that colour stand in the row through the middle of the document.
+int widthOf(ShownPanel& shown, const QColor& colour)
+{
+    const QImage picture = pictureOf(shown);
+    int count = 0;
+    for (int x = 0; x < picture.width(); ++x) {
+        count += picture.pixelColor(x, middleOfQml(shown).y()) == colour;
+    }
+    return count;
+}
+
+void tapAt(const ShownPanel& shown, const QPoint& place)
+{
+    QTest::mouseClick(viewOf(shown)->viewport(), Qt::LeftButton, {}, place);
+}
+
 /// Its first picture takes a while.
 bool showsQml(ShownPanel& shown)
 {
@@ -115,6 +152,9 @@ private slots:
     void pageIsTheDesignDrawnToTheWindow();
     void textsAreDrawnNotStretched_data();
     void textsAreDrawnNotStretched();
+    void qmlHasThePixelsOfTheWindow_data();
+    void qmlHasThePixelsOfTheWindow();
+    void qmlIsDrawnAgainWhereItChanges();
     void tapArrivesWhereTheFingerIs_data();
     void tapArrivesWhereTheFingerIs();
     void listOfADropDownStaysOnThePage();
@@ -179,6 +219,50 @@ void tst_ScaledPage::textsAreDrawnNotStretched()
     const QImage drawn = pictureOf(scaled).copy({box.topLeft() * factor, box.size() * factor});
     const double ratio = sharpness(drawn) / sharpness(stretched);
     QVERIFY2(ratio > 1.5, qPrintable(QString::number(ratio)));
+}
+
+void tst_ScaledPage::qmlHasThePixelsOfTheWindow_data()
+{
+    addSizes();
+}
+
+/// An edge of a document is as sharp as the screen, and its areas are where they are seen.
+void tst_ScaledPage::qmlHasThePixelsOfTheWindow()
+{
+    QFETCH(QSize, size);
+    ShownPanel shown(kSquare, size);
+    const double factor = double(pageIn(size).width()) / kDesign.width();
+    QVERIFY(QTest::qWaitFor([&] { return widthOf(shown, "white") > 0; }, 10000));
+    QVERIFY2(std::abs(widthOf(shown, "white") - 100 * factor) <= 2,
+             qPrintable(QString::number(widthOf(shown, "white"))));
+    const int mixed = qRound(300 * factor) - widthOf(shown, "white") - widthOf(shown, "navy");
+    QVERIFY2(mixed <= 4 * 2, qPrintable(QString("%1 pixels at four edges").arg(mixed)));
+    for (const int beside : {-70, 70}) { // of the square, which ends 50 from its middle
+        tapAt(shown, middleOfQml(shown) + QPoint(int(beside * factor), 0));
+        QVERIFY(!QTest::qWaitFor([&] { return widthOf(shown, "lime") > 0; }, 100));
+    }
+    tapAt(shown, middleOfQml(shown) + QPoint(int(45 * factor), int(45 * factor)));
+    QVERIFY(QTest::qWaitFor([&] { return widthOf(shown, "lime") > 0; }, 10000));
+}
+
+void tst_ScaledPage::qmlIsDrawnAgainWhereItChanges()
+{
+    const QByteArray code = "import QtQuick 2.15; Rectangle { id: all; width: 300; height: 200; "
+                            "color: \"navy\"; function input(w) { bar.width = w } Rectangle { "
+                            "id: bar; height: 200; color: \"white\"; x: all.width - width } }";
+    ShownPanel shown(kForm +
+                         "  qml: {device: qml_widget, params: {sourceType: parameter, "
+                         "sourceCode: '" +
+                         code + "'}}\n",
+                     kDesign * 3);
+    QVERIFY(QTest::qWaitFor([&] { return widthOf(shown, "navy") > 0; }, 10000));
+    QCOMPARE(widthOf(shown, "white"), 0);
+    QString slot;
+    QObject* const receiver = shown.panel.device("qml")->getReceiver("input(double)", slot);
+    QVERIFY(receiver);
+    // Far to the right, where only the picture of the window has pixels.
+    QVERIFY(QMetaObject::invokeMethod(receiver, "input", Q_ARG(double, 20)));
+    QVERIFY(QTest::qWaitFor([&] { return widthOf(shown, "white") >= 58; }, 10000)); // 60 and edges
 }
 
 void tst_ScaledPage::tapArrivesWhereTheFingerIs_data()
