@@ -169,13 +169,4 @@ COMPARISON(restingSlider);
 COMPARISON(togglingCheckBox);
 COMPARISON(changingDropDownList);
 
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}
-
 #include "bench_controls.moc"

@@ -386,17 +386,4 @@ BENCHMARK(distinctSenders)
 BENCHMARK_CAPTURE(panelOfGraphs, on_view, true)->UseManualTime()->Iterations(1);
 BENCHMARK_CAPTURE(panelOfGraphs, on_another_tab, false)->UseManualTime()->Iterations(1);
 
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) {
-        if (!text.contains("propagateSizeHints")) { // by the platform for each window
-            fprintf(stderr, "%s\n", qPrintable(text));
-        }
-    });
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-}
-
 #include "bench_graphs.moc"

@@ -133,13 +133,4 @@ COMPARISON(spinBoxAgainstBareSpinBox);
 COMPARISON(spinBoxAgainstStyledSpinBox);
 COMPARISON(lineEditAgainstBareLineEdit);
 
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}
-
 #include "bench_input.moc"

@@ -14,10 +14,10 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QFile>
-#include <QLoggingCategory>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -282,13 +282,3 @@ static void describeAllTypes(benchmark::State& state)
     }
 }
 BENCHMARK(describeAllTypes)->Unit(benchmark::kMillisecond);
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    QLoggingCategory::setFilterRules("*.debug=false");
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

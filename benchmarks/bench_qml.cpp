@@ -177,17 +177,4 @@ BENCHMARK(fiftyEngines)->Apply(comparison);
 BENCHMARK_CAPTURE(fiftyFaces, gauge, NORVO_SOURCE_DIR "/examples/qml/Gauge.qml")->Apply(comparison);
 BENCHMARK_CAPTURE(fiftyFaces, knob, NORVO_SOURCE_DIR "/examples/qml/Knob.qml")->Apply(comparison);
 
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
-        if (type != QtDebugMsg && !text.contains("propagateSizeHints")) {
-            fprintf(stderr, "%s\n", qPrintable(text));
-        }
-    });
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-}
-
 #include "bench_qml.moc"

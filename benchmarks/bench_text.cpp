@@ -118,16 +118,3 @@ void visible(benchmark::State& state)
 LINES(neverShown);
 LINES(hidden);
 LINES(visible);
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) {
-        if (!text.contains("propagateSizeHints")) { // told by the platform for each window
-            fprintf(stderr, "%s\n", qPrintable(text));
-        }
-    });
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-}

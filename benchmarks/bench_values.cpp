@@ -249,17 +249,4 @@ BENCHMARK_CAPTURE(labelAgainstBareLabel, alike, true)->Apply(comparison);
 BENCHMARK(digitsAgainstNaiveDigits)->Apply(comparison);
 BENCHMARK(progressAgainstNaiveProgress)->Apply(comparison);
 
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) {
-        if (!text.contains("propagateSizeHints")) { // told by the platform for each window
-            fprintf(stderr, "%s\n", qPrintable(text));
-        }
-    });
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-}
-
 #include "bench_values.moc"

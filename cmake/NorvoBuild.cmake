@@ -131,6 +131,22 @@ function(norvo_add_test_run name program class timeout)
         ENVIRONMENT "${NORVO_TEST_ENVIRONMENT}")
 endfunction()
 
+# norvo_add_look_runs(PROGRAM)
+# All classes of a test program that links TestLook.cpp once more, in the light and in the dark look.
+function(norvo_add_look_runs program)
+    foreach(look light dark)
+        set(name ${program}_${look})
+        add_test(NAME ${name}
+            COMMAND ${PROJECT_SOURCE_DIR}/tests/every-class $<TARGET_FILE:${program}>
+            WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+        set_tests_properties(${name} PROPERTIES
+            TIMEOUT 600
+            COST 600 # Begun first, since nothing else takes as long.
+            FAIL_REGULAR_EXPRESSION "QObject::connect:"
+            ENVIRONMENT "${NORVO_TEST_ENVIRONMENT};NORVO_TEST_LOOK=${look}")
+    endforeach()
+endfunction()
+
 # norvo_add_benchmark(NAME [SOURCES ...] [LIBRARIES ...])
 # A Google Benchmark program NAME.cpp; run it by hand from the release build.
 function(norvo_add_benchmark name)
