@@ -110,8 +110,9 @@ void ContrastGuard::watch(QLabel& label)
 
 bool ContrastGuard::eventFilter(QObject* watched, QEvent* event)
 {
-    auto* const label = qobject_cast<QLabel*>(watched);
-    if (label && event->type() == QEvent::StyleChange) {
+    auto* const label =
+        event->type() == QEvent::StyleChange ? qobject_cast<QLabel*>(watched) : nullptr;
+    if (label) {
         makeReadable(*label);
     }
     return QObject::eventFilter(watched, event);

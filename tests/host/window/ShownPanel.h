@@ -36,12 +36,15 @@ class ShownPanel
 {
 public:
     explicit ShownPanel(const QByteArray& text, const QSize& size = {640, 400})
-        : window("Panel"), panel(builtTypes(), panelOf(text))
+        : ShownPanel(panelOf(text), size)
+    {}
+
+    ShownPanel(const norvo::PanelDescription& description, const QSize& size)
+        : window("Panel"), panel(builtTypes(), description)
     {
         panel.start(window.page());
-        const norvo::PanelLook look = panelOf(text).look;
-        if (look.fit == norvo::PanelLook::Fit::Scale) {
-            window.scalePage(look.design);
+        if (description.look.fit == norvo::PanelLook::Fit::Scale) {
+            window.scalePage(description.look.design);
         }
         window.resize(size);
         window.show();

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "WholePanels.h"
+#include "host/window/look/Look.h"
+#include "TestMain.h"
+
+#include <QtWidgets>
+
+#include <memory>
+#include <vector>
+
+using namespace norvo;
+
+namespace {
+
+constexpr int kFirstMs = 2000; ///< In which the first values come.
+constexpr int kStillMs = 60000;
+constexpr int kLookMs = 500; ///< From one look at the panels to the next.
+
+/// All that stands on the page, and the texts within it.
+QMap<QString, QRect> geometries(const QWidget& window)
+{
+    QMap<QString, QRect> found;
+    for (const auto* const widget : window.findChildren<BaseWidget*>()) {
+        found.insert(widget->getObjectName(), widget->geometry());
+        int number = 0;
+        for (const auto* const part : widget->findChildren<QLabel*>()) {
+            found.insert(QString("%1, label %2").arg(widget->getObjectName()).arg(++number),
+                         part->geometry());
+        }
+    }
+    return found;
+}
+
+QStringList texts(const QWidget& window)
+{
+    QStringList found;
+    for (const auto* const label : window.findChildren<QLabel*>()) {
+        found.append(label->text());
+    }
+    return found;
+}
+
+/// A panel of which somebody looks at the geometries now and then.
+struct Watched
+{
+    Watched(const QString& name, const PanelDescription& panel, const QSize& size)
+        : name(QString("%1 at %2").arg(name).arg(size.width())), shown(panel, size)
+    {}
+
+    void begin()
+    {
+        places = geometries(shown.window);
+        firstTexts = texts(shown.window);
+    }
+
+    /// Once for each part, with its place and the one where it stood.
+    void look()
+    {
+        const auto now = geometries(shown.window);
+        for (auto part = places.cbegin(); part != places.cend(); ++part) {
+            if (now.value(part.key()) != *part && !moved.contains(part.key())) {
+                moved.insert(part.key(), now.value(part.key()));
+            }
+        }
+        ++looks;
+    }
+
+    QString name;
+    ShownPanel shown;
+    QMap<QString, QRect> places;
+    QStringList firstTexts;
+    QMap<QString, QRect> moved; ///< Where they were then.
+    int looks = 0;
+};
+
+} // namespace
+
+/// Nothing on a panel moves once its first values have come, whatever the values do: an operator's
+/// finger is on its way. All panels at all sizes stand beside each other, so that it takes a minute
+/// once.
+class tst_StillPanels : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void nothingMovesForAMinute();
+};
+
+void tst_StillPanels::nothingMovesForAMinute()
+{
+    PanelLook look;
+    look.theme = PanelLook::Theme::Light;
+    Look::apply(*qApp, look);
+    std::vector<std::unique_ptr<Watched>> panels;
+    for (const QString name : {"gallery", "workstation"}) {
+        const PanelDescription panel = exampleOf(name);
+        for (const QSize& size : {QSize(800, 480), QSize(1280, 800), QSize(1920, 1080)}) {
+            panels.push_back(std::make_unique<Watched>(name, panel, size));
+        }
+    }
+    QTest::qWait(kFirstMs);
+    for (const auto& panel : panels) {
+        panel->begin();
+        QVERIFY(panel->places.size() >= 8);
+    }
+    for (int ms = 0; ms < kStillMs; ms += kLookMs) {
+        QTest::qWait(kLookMs);
+        for (const auto& panel : panels) {
+            panel->look();
+        }
+    }
+    for (const auto& panel : panels) {
+        QCOMPARE(panel->looks, kStillMs / kLookMs);
+        QVERIFY2(texts(panel->shown.window) != panel->firstTexts, qPrintable(panel->name));
+        for (auto part = panel->moved.cbegin(); part != panel->moved.cend(); ++part) {
+            qWarning() << panel->name << part.key() << panel->places[part.key()] << *part;
+        }
+    }
+    for (const auto& panel : panels) {
+        QVERIFY2(panel->moved.isEmpty(), qPrintable(panel->name));
+    }
+}
+
+NORVO_TEST(tst_StillPanels)
+#include "tst_StillPanels.moc"
