@@ -12,10 +12,17 @@ namespace norvo {
 
 namespace {
 
-/// By class, so that they reach widgets below one with a style sheet, too.
-void setFonts()
+/// By class, so that they reach widgets below one with a style sheet, too. Outlines that fit the
+/// pixels of the page's own size are cut where the page is drawn larger.
+void setFonts(PanelLook::Fit fit)
 {
-    const auto font = [](int points) { return QFont("Liberation Sans", points); };
+    const auto font = [fit](int points) {
+        QFont sized("Liberation Sans", points);
+        if (fit == PanelLook::Fit::Scale) {
+            sized.setHintingPreference(QFont::PreferNoHinting);
+        }
+        return sized;
+    };
     QApplication::setFont(font(13));
     QApplication::setFont(font(14), "QTabBar");
     QApplication::setFont(font(18), "QLabel");
@@ -31,7 +38,7 @@ void Look::apply(QApplication& application, const PanelLook& look)
         new PanelStyle(theme, TouchSize::pixels(look.touch, *application.primaryScreen())));
     QApplication::setPalette(theme.palette());
     QApplication::setPalette(theme.plotPalette(), "QCustomPlot");
-    setFonts();
+    setFonts(look.fit);
 }
 
 } // namespace norvo

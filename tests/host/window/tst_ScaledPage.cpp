@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "host/window/fit/ScaledPage.h"
+#include "host/window/look/Look.h"
 
 #include "ModalDialog.h"
 #include "ShownPanel.h"
@@ -148,6 +149,7 @@ class tst_ScaledPage : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup();
     void pageIsTheDesignDrawnToTheWindow_data();
     void pageIsTheDesignDrawnToTheWindow();
     void textsAreDrawnNotStretched_data();
@@ -155,6 +157,7 @@ private slots:
     void qmlHasThePixelsOfTheWindow_data();
     void qmlHasThePixelsOfTheWindow();
     void qmlIsDrawnAgainWhereItChanges();
+    void textsInQmlAreWhole();
     void tapArrivesWhereTheFingerIs_data();
     void tapArrivesWhereTheFingerIs();
     void listOfADropDownStaysOnThePage();
@@ -162,6 +165,13 @@ private slots:
     void tabKeyMovesTheFocus();
     void windowIsAsLargeAsTheDesign();
 };
+
+void tst_ScaledPage::cleanup()
+{
+    QApplication::setStyle("fusion");
+    QApplication::setFont(QFont());
+    QApplication::setPalette(QPalette());
+}
 
 void addSizes()
 {
@@ -263,6 +273,39 @@ void tst_ScaledPage::qmlIsDrawnAgainWhereItChanges()
     // Far to the right, where only the picture of the window has pixels.
     QVERIFY(QMetaObject::invokeMethod(receiver, "input", Q_ARG(double, 20)));
     QVERIFY(QTest::qWaitFor([&] { return widthOf(shown, "white") >= 58; }, 10000)); // 60 and edges
+}
+
+void tst_ScaledPage::textsInQmlAreWhole()
+{
+    constexpr int factor = 3;
+    const QByteArray panel =
+        kForm +
+        "  qml:\n"
+        "    device: qml_widget\n"
+        "    params:\n"
+        "      sourceType: parameter\n"
+        "      sourceCode: 'import QtQuick 2.15; Rectangle { width: 300; height: 200; color: "
+        "\"navy\"; Text { anchors.centerIn: parent; text: \"O3\"; color: \"white\"; "
+        "font { family: \"Liberation Sans\"; pixelSize: 30 } } }'\n";
+    norvo::Look::apply(*qApp, panelOf(panel).look);
+    ShownPanel shown(panel, kDesign * factor);
+    QVERIFY(QTest::qWaitFor([&] { return widthOf(shown, "navy") > 0; }, 10000));
+    const QImage picture = pictureOf(shown);
+    const QPoint corner = placeOf(shown, shown.panel.widget("qml"), {0, 0});
+    int rows = 0;
+    for (int y = corner.y(); y < corner.y() + 200 * factor; ++y) {
+        bool hasInk = false;
+        for (int x = corner.x(); x < corner.x() + 300 * factor; ++x) {
+            hasInk = hasInk || qGray(picture.pixel(x, y)) > 128;
+        }
+        rows += hasInk;
+    }
+    QFont font("Liberation Sans");
+    font.setPixelSize(30 * factor);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    const double expected = QFontMetricsF(font).tightBoundingRect("O3").height();
+    QVERIFY2(std::abs(rows - expected) <= 1.5,
+             qPrintable(QString("%1 of %2").arg(rows).arg(expected)));
 }
 
 void tst_ScaledPage::tapArrivesWhereTheFingerIs_data()
