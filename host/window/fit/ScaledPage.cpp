@@ -19,6 +19,8 @@ void sharpen([[maybe_unused]] QCustomPlot& plot, [[maybe_unused]] double ratio)
 {
 #ifdef QCUSTOMPLOT_VERSION
     plot.setBufferDevicePixelRatio(ratio);
+    // It remembers the labels of its axes as pictures of the page's pixels.
+    plot.setPlottingHint(QCP::phCacheLabels, qFuzzyCompare(ratio, 1));
     plot.replot(QCustomPlot::rpQueuedReplot);
 #endif
 }
