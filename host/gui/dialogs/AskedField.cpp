@@ -6,6 +6,9 @@
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QGraphicsProxyWidget>
+#include <QGraphicsScene>
+#include <QGraphicsView>
 #include <QScreen>
 
 #include <initializer_list>
@@ -15,6 +18,25 @@ namespace norvo {
 namespace {
 
 constexpr int kGap = 12; ///< Around the field, and to the screen's edge, in pixels.
+
+/// The view of a page that is drawn scaled; null for any other page.
+QGraphicsView* viewOf(const QWidget& page)
+{
+    const QGraphicsProxyWidget* const proxy = page.graphicsProxyWidget();
+    return proxy && proxy->scene() ? proxy->scene()->views().value(0) : nullptr;
+}
+
+/// Of such a page only the view has the focus.
+QWidget* focusedField()
+{
+    QWidget* const widget = QApplication::focusWidget();
+    const auto* const view = qobject_cast<QGraphicsView*>(widget);
+    const auto* const page =
+        view && view->scene()
+            ? qgraphicsitem_cast<QGraphicsProxyWidget*>(view->scene()->focusItem())
+            : nullptr;
+    return page && page->widget()->focusWidget() ? page->widget()->focusWidget() : widget;
+}
 
 BaseWidget* deviceWidget(QWidget* field)
 {
@@ -65,12 +87,19 @@ std::optional<QRect> freePlace(const QRect& field, const QSize& size, const QRec
 
 } // namespace
 
-AskedField::AskedField() : m_field(QApplication::focusWidget()) {}
+AskedField::AskedField() : m_field(focusedField()) {}
 
 QWidget* AskedField::owner() const
 {
     BaseWidget* const widget = deviceWidget(m_field);
     return widget ? widget : m_field.data();
+}
+
+QWidget* AskedField::window() const
+{
+    QWidget* const page = owner() ? owner()->window() : nullptr;
+    const QGraphicsView* const view = page ? viewOf(*page) : nullptr;
+    return view ? view->window() : page;
 }
 
 QString AskedField::caption() const
@@ -88,7 +117,7 @@ QString AskedField::caption() const
 
 QRect AskedField::screenArea() const
 {
-    const QScreen* const screen = m_field ? m_field->screen() : QApplication::primaryScreen();
+    const QScreen* const screen = window() ? window()->screen() : QApplication::primaryScreen();
     return screen->availableGeometry();
 }
 
@@ -97,7 +126,8 @@ QRect AskedField::placeBeside(const QSize& preferred, const QSize& least) const
     const QRect room = screenArea();
     const QSize usual = preferred.expandedTo(least);
     if (m_field) {
-        const QRect field(m_field->mapToGlobal(QPoint()), m_field->size());
+        const QRect field(m_field->mapToGlobal(QPoint()),
+                          m_field->mapToGlobal(m_field->rect().bottomRight()));
         for (const QSize& size : {usual, least}) {
             if (const auto place =
                     freePlace(field, size, room.adjusted(kGap, kGap, -kGap, -kGap))) {

@@ -24,6 +24,8 @@ public:
     QRect placeBeside(const QSize& preferred, const QSize& least) const;
     /// What goes when the panel stops: its device's widget, or the field itself. May be null.
     QWidget* owner() const;
+    /// The window on the screen that the field is seen in. Null without a field.
+    QWidget* window() const;
 
 private:
     QPointer<QWidget> m_field;

@@ -117,7 +117,7 @@ void EntryDialog::fitIntoScreen(const QSize& preferred, int rows)
 void EntryDialog::setVisible(bool visible)
 {
     delete m_scrim;
-    QWidget* const panel = m_field.owner() ? m_field.owner()->window() : nullptr;
+    QWidget* const panel = m_field.window();
     if (visible && panel) {
         dim(panel);
     }

@@ -348,12 +348,24 @@ void tst_ScaledPage::listOfADropDownStaysOnThePage()
 
 void tst_ScaledPage::keypadOpensFromAField()
 {
-    const ShownPanel shown(kForm + "  target: {device: input, params: {max: 100, decimals: 0, "
-                                   "use screen numpad: true}}\n",
-                           {1280, 800});
+    const ShownPanel shown(kForm +
+                               "  target: {device: input, params: {max: 100, decimals: 0, name: "
+                               "Speed, units: rpm, use screen numpad: true}}\n",
+                           {780, 560});
     auto* const field = shown.only<QDoubleSpinBox>("target");
-    ModalDialog keypad([](QWidget& dialog) {
+    ModalDialog keypad([&](QWidget& dialog) {
         QVERIFY(dialog.isVisible());
+        QCOMPARE(dialog.findChild<QLabel*>("label")->text(), QString("Speed, rpm"));
+        const QRect page = pageIn(shown.window.size());
+        const double factor = double(page.width()) / kDesign.width();
+        const QRect place(field->mapTo(shown.window.page(), QPoint()) * factor + page.topLeft() +
+                              shown.window.mapToGlobal(QPoint()),
+                          field->size() * factor);
+        QVERIFY2(!dialog.geometry().intersects(place), "it stands beside the field");
+        const auto* const scrim = shown.window.findChild<QWidget*>("scrim");
+        QVERIFY(scrim);
+        QCOMPARE(scrim->window(), &shown.window);
+        QCOMPARE(scrim->geometry(), shown.window.rect());
         tap(dialog, "key7");
         tap(dialog, "ok");
     });
