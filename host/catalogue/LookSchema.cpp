@@ -3,6 +3,7 @@
 #include "host/catalogue/LookSchema.h"
 
 #include "host/panel/file/PanelLook.h"
+#include "host/panel/file/services/AuditReader.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -54,6 +55,27 @@ void addLookKeys(QJsonObject& keys)
                                 "or for each by its name; 0: none."));
     keys.insert("columns", weights("The share of the spare width that each column gets, for all "
                                    "tabs or for each by its name; 0: none."));
+}
+
+void addServiceKeys(QJsonObject& keys)
+{
+    const QJsonObject file{{"type", "string"}, {"minLength", 1}};
+    const QJsonObject map{
+        {"type", "object"},
+        {"additionalProperties", false},
+        {"required", QJsonArray{"file"}},
+        {"properties",
+         QJsonObject{{"file", file},
+                     {"size", textLike(auditSizePattern(),
+                                       "Of one file; 10 MB by default. A larger one is renamed.")},
+                     {"keep", QJsonObject{{"type", QJsonArray{"integer", "string"}},
+                                          {"minimum", 0},
+                                          {"maximum", AuditSetting::kMaxKept},
+                                          {"pattern", "^\\d{1,4}$"},
+                                          {"description", "Older files; 5 by default."}}}}}};
+    keys.insert("audit", QJsonObject{{"anyOf", QJsonArray{file, map}},
+                                     {"description", "The file in which what is done at the "
+                                                     "panel is recorded, a JSON line each."}});
 }
 
 } // namespace norvo

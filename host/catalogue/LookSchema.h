@@ -7,5 +7,7 @@ namespace norvo {
 
 /// Adds the keys of a panel that say how it is shown, as a JSON schema describes them.
 void addLookKeys(QJsonObject& keys);
+/// Adds those of what runs beside it.
+void addServiceKeys(QJsonObject& keys);
 
 } // namespace norvo

@@ -325,6 +325,7 @@ QString Schema::ofPanelFiles(const Catalogue& catalogue)
                      {"templates", templates},
                      {"include", include}};
     addLookKeys(keys);
+    addServiceKeys(keys);
     QJsonObject schema = mapOf(keys);
     schema.insert("type", "object");
     schema.insert("$schema", "http://json-schema.org/draft-07/schema#");

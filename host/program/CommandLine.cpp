@@ -19,6 +19,7 @@ namespace {
 const QCommandLineOption kPlugins("plugins", {}, "DIR");
 const QCommandLineOption kState("state", {}, "FILE");
 const QCommandLineOption kNoState("no-state");
+const QCommandLineOption kAudit("audit", {}, "FILE");
 const QCommandLineOption kFullscreen("fullscreen");
 const QCommandLineOption kKiosk("kiosk");
 const QCommandLineOption kTheme("theme", {}, "THEME");
@@ -249,9 +250,10 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
 {
     QCommandLineParser parser;
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // As Qt's own are.
-    parser.addOptions({kPlugins, kState, kNoState, kFullscreen, kKiosk, kTheme, kCheck, kSet,
-                       kScreenshot, kAfter, kSize, kTypes, kDescribe, kDescribeAll, kSchema,
-                       kFormat, kVerbose, kHelp, kVersion});
+    parser.addOptions({kPlugins, kState,  kNoState, kAudit,    kFullscreen,
+                       kKiosk,   kTheme,  kCheck,   kSet,      kScreenshot,
+                       kAfter,   kSize,   kTypes,   kDescribe, kDescribeAll,
+                       kSchema,  kFormat, kVerbose, kHelp,     kVersion});
     parser.addOptions(kQtOptions);
     Options options;
     if (!parser.parse(arguments)) {
@@ -266,6 +268,7 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
     options.pluginFolders = parser.values(kPlugins);
     options.stateFile = parser.value(kState);
     options.keepsState = !parser.isSet(kNoState);
+    options.auditFile = parser.value(kAudit);
     options.fullscreen = parser.isSet(kFullscreen);
     options.kiosk = parser.isSet(kKiosk);
     options.verbose = parser.isSet(kVerbose);
@@ -312,6 +315,8 @@ files in a panel file are relative to its folder.
   --plugins DIR      looks for device plug-ins in DIR, too; can be given several times
   --state FILE       keeps what devices store in FILE, not in PANEL.state.yaml beside the panel
   --no-state         keeps nothing from one run to the next
+  --audit FILE       records what is done at the panel in FILE, a JSON line each, not in the file
+                     that the panel file names
   --fullscreen       covers the whole screen; F11 changes to and fro, Escape leaves it
   --kiosk            covers the whole screen to the end, without a pointer: no key, menu or closing
                      leaves it, SIGTERM does

@@ -46,6 +46,7 @@ struct Options
     QStringList pluginFolders; ///< In addition to the default ones.
     QString stateFile;         ///< Empty: beside the panel file.
     bool keepsState = true;
+    QString auditFile; ///< Empty: what the panel file says.
     bool fullscreen = false;
     bool kiosk = false;                    ///< On the whole screen, which nobody can leave.
     std::optional<PanelLook::Theme> theme; ///< None: what the panel file says.

@@ -113,7 +113,9 @@ public:
           m_input(options.panelFiles.constFirst()),
           m_keepsState(options.keepsState &&
                        !(m_input.isStandardInput() && options.stateFile.isEmpty())),
-          m_picturePath(QFileInfo(options.pictureFile).absoluteFilePath())
+          m_picturePath(QFileInfo(options.pictureFile).absoluteFilePath()),
+          m_auditPath(options.auditFile.isEmpty() ? QString()
+                                                  : QFileInfo(options.auditFile).absoluteFilePath())
     {
         QObject::connect(&m_signals, &UnixSignals::stopRequested, qApp, &QCoreApplication::quit);
         if (options.kiosk) {
@@ -137,6 +139,7 @@ private:
     const PanelInput m_input;
     const bool m_keepsState;     ///< Standard input has no file to keep it beside.
     const QString m_picturePath; ///< Absolute: reading the panel changes the working folder.
+    const QString m_auditPath;   ///< Likewise; empty: what the panel file says.
     const UnixSignals m_signals; ///< From before anything starts; ends a wait of the start, too.
     const WheelGuard m_wheelGuard{*qApp};
     const TapGuard m_tapGuard{*qApp};
@@ -164,6 +167,9 @@ int PanelRun::start()
                     isPicture() ? StateFile::Mode::ReadOnly : StateFile::Mode::ReadWrite);
     PanelDescription description = m_input.read(diagnostics);
     description.look.theme = m_options.theme.value_or(description.look.theme);
+    description.audit.file = isPicture()             ? QString()
+                             : m_auditPath.isEmpty() ? description.audit.file
+                                                     : m_auditPath;
     Language::use(*qGuiApp, description.look.language);
     if (!m_options.qtArguments.contains("-style")) {
         Look::apply(*qApp, description.look);

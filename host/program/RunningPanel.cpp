@@ -2,6 +2,7 @@
 
 #include "host/program/RunningPanel.h"
 
+#include "host/program/Console.h"
 #include "host/window/PanelPages.h"
 #include "host/window/accessible/Accessibility.h"
 #include "host/window/status/SourceKey.h"
@@ -39,6 +40,19 @@ RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowle
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_pages);
     addKeys();
+    if (!description.audit.file.isEmpty()) {
+        m_audit.emplace(description.audit, titleOf(description));
+        QObject::connect(&*m_audit, &AuditTrail::problem, &Console::report);
+        m_audit->noteStart();
+    }
+}
+
+void RunningPanel::stop()
+{
+    m_panel.stop();
+    if (m_audit) {
+        m_audit->noteStop();
+    }
 }
 
 void RunningPanel::addKeys()

@@ -3,11 +3,14 @@
 
 #include "host/panel/plan/PanelPlan.h"
 #include "host/panel/run/Panel.h"
+#include "host/services/audit/AuditTrail.h"
 #include "host/services/status/SourceWatch.h"
 #include "host/services/values/ValueTable.h"
 #include "host/window/PanelWindow.h"
 #include "host/window/marks/StateMarks.h"
 #include "host/window/status/StaleMarks.h"
+
+#include <optional>
 
 namespace norvo {
 
@@ -24,7 +27,7 @@ public:
     PanelWindow& window() { return m_window; }
 
     void start(PanelPlan plan, Diagnostics& diagnostics); ///< Once.
-    void stop() { m_panel.stop(); }
+    void stop();
 
 private:
     void addKeys();
@@ -37,6 +40,7 @@ private:
     Panel m_panel;
     StateMarks m_marks;
     StaleMarks m_staleMarks{m_sources, m_panel};
+    std::optional<AuditTrail> m_audit; ///< Where the panel has one.
 };
 
 } // namespace norvo

@@ -8,6 +8,7 @@
 #include "host/panel/file/LookReader.h"
 #include "host/panel/file/TemplateLibrary.h"
 #include "host/panel/file/TemplateUse.h"
+#include "host/panel/file/services/AuditReader.h"
 
 #include "norvo/Ids.h"
 
@@ -68,6 +69,8 @@ private:
                 readDevices(entry, context);
             } else if (key == "connections") {
                 readConnections(entry, context);
+            } else if (key == "audit") {
+                readAudit(entry, context, m_description.audit);
             } else if (lookKeys().contains(key)) {
                 readLook(entry, context, m_description.look);
                 fitPlace = key == "fit" ? entry.place : fitPlace;
@@ -85,13 +88,13 @@ private:
             std::any_of(settings.cbegin(), settings.cend(), [](const YamlEntry& one) {
                 return one.key && (one.key->text == "device" || one.key->text == "use");
             });
-        context.refuseKey(
-            *entry.key, "",
-            QStringList{"title", "devices", "connections", "templates", "include"} + lookKeys(),
-            isDevice ? "a device stands below \"devices:\" and is indented"
-                     : "a panel has title, devices, connections, templates, include, " +
-                           lookKeys().mid(0, lookKeys().size() - 1).join(", ") + " and " +
-                           lookKeys().constLast());
+        const QStringList keys =
+            QStringList{"title", "devices", "connections", "templates", "include", "audit"} +
+            lookKeys();
+        context.refuseKey(*entry.key, "", keys,
+                          isDevice ? "a device stands below \"devices:\" and is indented"
+                                   : "a panel has " + keys.mid(0, keys.size() - 1).join(", ") +
+                                         " and " + keys.constLast());
     }
 
     void readTitle(const YamlEntry& entry, const ReadContext& context)
@@ -265,7 +268,8 @@ PanelDescription PanelFile::read(const QString& fileName, Diagnostics& diagnosti
     if (!text) {
         diagnostics.error({}, reason);
     }
-    return text ? parse(*text, fileName, diagnostics) : PanelDescription{fileName, {}, {}, {}, {}};
+    return text ? parse(*text, fileName, diagnostics)
+                : PanelDescription{fileName, {}, {}, {}, {}, {}};
 }
 
 PanelDescription PanelFile::parse(const QByteArray& text, const QString& fileName,
@@ -275,7 +279,7 @@ PanelDescription PanelFile::parse(const QByteArray& text, const QString& fileNam
     const auto tree = YamlTree::read(file.source);
     if (const auto* error = std::get_if<TextError>(&tree)) {
         diagnostics.error(error->place, error->text);
-        return {fileName, {}, {}, {}, {}};
+        return {fileName, {}, {}, {}, {}, {}};
     }
     file.root = std::get<YamlNodePtr>(tree);
     return PanelReader(file, diagnostics).read();

@@ -4,6 +4,7 @@
 
 #include "host/panel/plan/PanelPlan.h"
 #include "host/panel/run/Panel.h"
+#include "host/services/signals/Outputs.h"
 #include "host/services/signals/SignalTap.h"
 
 #include "norvo/BaseDevice.h"
@@ -42,21 +43,6 @@ QString arrayText(const DoubleVec& numbers)
     return QString("%1: [%2%3]")
         .arg(QString::number(numbers.size()), texts.join(", "),
              numbers.size() > kMaxListed ? ", ..." : "");
-}
-
-/// Of an overloaded output the one that says most.
-QStringList mostTelling(const QStringList& outputs)
-{
-    QStringList chosen;
-    for (const QString& output : outputs) {
-        const QString name = output.section('(', 0, 0);
-        const QString text = name + "(QString)";
-        const QString taken = outputs.contains(text) ? text : output;
-        if (chosen.filter(name + '(').isEmpty()) {
-            chosen.append(taken);
-        }
-    }
-    return chosen;
 }
 
 } // namespace
@@ -121,8 +107,7 @@ void ValueTable::hearAll(const Panel& panel)
         if (!node->device()) {
             continue;
         }
-        const QStringList outputs =
-            mostTelling(node->device()->grabMethods({}, QMetaMethod::Signal, false));
+        const QStringList outputs = tellingOutputs(*node->device());
         for (const QString& output : outputs) {
             const QStringList heard = m_outputs.value(node->id());
             const QString name = output.section('(', 0, 0);

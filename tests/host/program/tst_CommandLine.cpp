@@ -58,9 +58,11 @@ void tst_CommandLine::panelAloneIsRun()
 void tst_CommandLine::everyOptionArrives()
 {
     QString error;
-    const Options options = parse(
-        {"--plugins", "a", "--plugins=b", "--state", "s.yaml", "--fullscreen", "p.yaml"}, error);
+    const Options options = parse({"--plugins", "a", "--plugins=b", "--state", "s.yaml", "--audit",
+                                   "a.jsonl", "--fullscreen", "p.yaml"},
+                                  error);
     QCOMPARE(error, QString());
+    QCOMPARE(options.auditFile, QString("a.jsonl"));
     QCOMPARE(options.pluginFolders, (QStringList{"a", "b"}));
     QCOMPARE(options.stateFile, QString("s.yaml"));
     QVERIFY(options.fullscreen);
@@ -349,7 +351,7 @@ void tst_CommandLine::helpNamesEveryOption()
 {
     const QString help = norvo::CommandLine::helpText();
     for (const char* option :
-         {"--plugins DIR", "--state FILE", "--no-state", "--fullscreen", "--kiosk",
+         {"--plugins DIR", "--state FILE", "--no-state", "--audit FILE", "--fullscreen", "--kiosk",
           "--check PANEL.yaml...", "--screenshot OUT.png PANEL.yaml", "--types", "--describe TYPE",
           "--describe-all", "--format", "--after MS", "--size WxH", "--verbose", "-platform",
           "--help", "--version"}) {

@@ -142,7 +142,7 @@ void tst_PanelFile::byteOrderMarkAndLineEndsOfOtherSystems()
     QCOMPARE(shown(panel.devices[1].type), QString("6:13 u\nv\n"));
     QCOMPARE(panels::errorsOf("\xef\xbb\xbfx: 1"),
              QString("1:1: error: unknown key \"x\"; a panel has title, devices, connections, "
-                     "templates, include, theme, touch, design, fit, language, rows and "
+                     "templates, include, audit, theme, touch, design, fit, language, rows and "
                      "columns"));
 }
 
