@@ -44,8 +44,8 @@ QStringList texts(const QWidget& window)
 /// A panel of which somebody looks at the geometries now and then.
 struct Watched
 {
-    Watched(const QString& name, const PanelDescription& panel, const QSize& size)
-        : name(QString("%1 at %2").arg(name).arg(size.width())), shown(panel, size)
+    Watched(const QString& file, const PanelDescription& panel, const QSize& size)
+        : name(QString("%1 at %2").arg(file).arg(size.width())), shown(panel, size)
     {}
 
     void begin()
