@@ -72,16 +72,14 @@ bool SharpQuickView::eventFilter(QObject* watched, QEvent* event)
     }
 }
 
-/// From a whole pixel on, so that none is a mixture of two.
+/// Without any scale left the picture is copied; smoothing it would take most of the time.
 void SharpQuickView::paint()
 {
     const QScopedValueRollback<bool> work(m_isAtWork, true);
     const QImage picture = m_widget.grabFramebuffer();
     QPainter painter(&m_widget);
-    const QTransform page = painter.combinedTransform();
-    painter.translate((qRound(page.dx()) - page.dx()) / m_factor,
-                      (qRound(page.dy()) - page.dy()) / m_factor);
-    painter.drawImage(QRectF(QPointF(), QSizeF(picture.size()) / m_factor), picture);
+    painter.scale(1 / m_factor, 1 / m_factor);
+    painter.drawImage(QPointF(), picture);
 }
 
 bool SharpQuickView::passOn(const QMouseEvent& event)
