@@ -2,7 +2,6 @@
 
 #include "host/window/marks/StateMark.h"
 
-#include <QEvent>
 #include <QPainter>
 #include <QStyle>
 
@@ -17,12 +16,9 @@ constexpr int kPadding = 8;
 } // namespace
 
 StateMark::StateMark(QWidget& display, Kind kind, std::optional<bool> state)
-    : QWidget(display.parentWidget()), m_display(&display), m_kind(kind), m_state(state)
+    : Overlay(display), m_kind(kind), m_state(state)
 {
     setObjectName("stateMark");
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    setFocusPolicy(Qt::NoFocus);
-    display.installEventFilter(this);
     describe();
     follow();
 }
@@ -42,38 +38,12 @@ void StateMark::take(bool isOn)
     }
 }
 
-bool StateMark::eventFilter(QObject* watched, QEvent* event)
+QRect StateMark::area(const QRect& display) const
 {
-    switch (event->type()) {
-    case QEvent::Move:
-    case QEvent::Resize:
-    case QEvent::Show:
-    case QEvent::Hide:
-    case QEvent::ParentChange:
-    case QEvent::ZOrderChange:
-        follow();
-        break;
-    default:
-        break;
-    }
-    return QWidget::eventFilter(watched, event);
-}
-
-void StateMark::follow()
-{
-    if (!m_display) {
-        return;
-    }
-    if (parentWidget() != m_display->parentWidget()) {
-        setParent(m_display->parentWidget());
-    }
-    const QRect area = m_display->geometry();
-    const QRect beside(area.left(), area.center().y() - kLampSize / 2, kLampSize, kLampSize);
-    setGeometry(m_kind == Kind::Value
-                    ? area
-                    : QStyle::visualRect(m_display->layoutDirection(), area, beside));
-    setVisible(m_display->isVisibleTo(parentWidget()));
-    raise();
+    const QRect beside(display.left(), display.center().y() - kLampSize / 2, kLampSize, kLampSize);
+    return m_kind == Kind::Value
+               ? display
+               : QStyle::visualRect(this->display()->layoutDirection(), display, beside);
 }
 
 void StateMark::describe()

@@ -7,7 +7,6 @@
 
 #include "norvo/BaseWidget.h"
 
-#include <QEvent>
 #include <QPainter>
 
 namespace norvo {
@@ -23,45 +22,12 @@ constexpr QColor kLine(128, 128, 128, 150);
 
 } // namespace
 
-StaleMark::StaleMark(QWidget& display) : QWidget(display.parentWidget()), m_display(&display)
+StaleMark::StaleMark(QWidget& display) : Overlay(display)
 {
     setObjectName("staleMark");
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    setFocusPolicy(Qt::NoFocus);
     setAccessibleName(tr("not current: source lost"));
-    display.installEventFilter(this);
     connect(&display, &QObject::destroyed, this, &QObject::deleteLater);
     follow();
-}
-
-bool StaleMark::eventFilter(QObject* watched, QEvent* event)
-{
-    switch (event->type()) {
-    case QEvent::Move:
-    case QEvent::Resize:
-    case QEvent::Show:
-    case QEvent::Hide:
-    case QEvent::ParentChange:
-    case QEvent::ZOrderChange:
-        follow();
-        break;
-    default:
-        break;
-    }
-    return QWidget::eventFilter(watched, event);
-}
-
-void StaleMark::follow()
-{
-    if (!m_display) {
-        return;
-    }
-    if (parentWidget() != m_display->parentWidget()) {
-        setParent(m_display->parentWidget());
-    }
-    setGeometry(m_display->geometry());
-    setVisible(m_display->isVisibleTo(parentWidget()));
-    raise();
 }
 
 void StaleMark::paintEvent(QPaintEvent* /*event*/)

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+namespace norvo {
+
+/// Lies over a display on its page, follows it there, and lets everything through that is meant
+/// for it. Owned by the page that the display stands on.
+class Overlay : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit Overlay(QWidget& display);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    /// What it covers, in the page's coordinates, where the display covers `display`.
+    virtual QRect area(const QRect& display) const;
+    void follow(); ///< To be called once by the constructor of the last class.
+
+    const QPointer<QWidget>& display() const { return m_display; }
+
+private:
+    const QPointer<QWidget> m_display;
+};
+
+} // namespace norvo
