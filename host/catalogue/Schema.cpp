@@ -2,6 +2,7 @@
 
 #include "host/catalogue/Schema.h"
 
+#include "host/catalogue/AlarmSchema.h"
 #include "host/catalogue/LookSchema.h"
 
 #include "host/catalogue/Catalogue.h"
@@ -306,7 +307,8 @@ QJsonObject panelTemplate()
     placeholders.insert("description", "Placeholders, and what stands for them by default.");
     return mapOf({{"with", placeholders},
                   {"devices", reference("devices")},
-                  {"connections", reference("connections")}});
+                  {"connections", reference("connections")},
+                  {"alarms", reference("alarms")}});
 }
 
 } // namespace
@@ -322,6 +324,7 @@ QString Schema::ofPanelFiles(const Catalogue& catalogue)
     QJsonObject keys{{"title", title},
                      {"devices", reference("devices")},
                      {"connections", reference("connections")},
+                     {"alarms", reference("alarms")},
                      {"templates", templates},
                      {"include", include}};
     addLookKeys(keys);
@@ -332,6 +335,7 @@ QString Schema::ofPanelFiles(const Catalogue& catalogue)
     schema.insert("title", "Panel of norvo-panel");
     schema.insert("definitions", QJsonObject{{"devices", devices()},
                                              {"connections", connections()},
+                                             {"alarms", alarmSchema(kPlaceholder)},
                                              {"device", device(catalogue)},
                                              {"use", use()},
                                              {"template", panelTemplate()}});

@@ -50,6 +50,19 @@ public:
         return ConnectionSetting{*from, *to, {wholeText(*from, *to), m_context.at(m_node.place)}};
     }
 
+    std::optional<Endpoint> readSource() const
+    {
+        if (!m_node.isText() || m_node.text.trimmed().isEmpty()) {
+            m_context.refuse(m_entry.place, "a signal is a text such as \"device.signal\"");
+            return std::nullopt;
+        }
+        if (m_node.text.size() > kMaxConnectionLength || m_node.text.contains(kSign)) {
+            m_context.refuse(m_entry.place, "a signal is one device's, \"device.signal\"");
+            return std::nullopt;
+        }
+        return readEndpoint(0, m_node.text.size(), true);
+    }
+
 private:
     static constexpr char kOneSign[] =
         "a connection holds one \"->\"; write one connection for each";
@@ -132,6 +145,11 @@ private:
 std::optional<ConnectionSetting> readConnection(const YamlEntry& entry, const ReadContext& context)
 {
     return ConnectionReader(entry, context).read();
+}
+
+std::optional<Endpoint> readSource(const YamlEntry& entry, const ReadContext& context)
+{
+    return ConnectionReader(entry, context).readSource();
 }
 
 } // namespace norvo

@@ -16,4 +16,7 @@ constexpr char kConnectionExample[] = "\"source.signal -> target.slot\"";
 /// begins that side: then it is an id where the placeholder's value was written.
 std::optional<ConnectionSetting> readConnection(const YamlEntry& entry, const ReadContext& context);
 
+/// Reads a text "id.signal" by the same rules; none where it is refused.
+std::optional<Endpoint> readSource(const YamlEntry& entry, const ReadContext& context);
+
 } // namespace norvo

@@ -3,6 +3,7 @@
 
 #include "host/panel/file/Diagnostics.h"
 #include "host/panel/file/PanelLook.h"
+#include "host/panel/file/services/AlarmSetting.h"
 #include "host/panel/file/services/AuditSetting.h"
 
 #include <QMap>
@@ -71,6 +72,7 @@ struct PanelDescription
     QVector<DeviceSetting> devices;         ///< In the order of the file.
     QVector<ConnectionSetting> connections; ///< In the order of the file.
     PanelLook look = {};
+    QVector<AlarmSetting> alarms = {}; ///< In the order of the file.
     AuditSetting audit = {};
 };
 

@@ -8,6 +8,7 @@
 #include "host/panel/file/LookReader.h"
 #include "host/panel/file/TemplateLibrary.h"
 #include "host/panel/file/TemplateUse.h"
+#include "host/panel/file/services/AlarmReader.h"
 #include "host/panel/file/services/AuditReader.h"
 
 #include "norvo/Ids.h"
@@ -69,6 +70,8 @@ private:
                 readDevices(entry, context);
             } else if (key == "connections") {
                 readConnections(entry, context);
+            } else if (key == "alarms") {
+                readAlarms(entry, context);
             } else if (key == "audit") {
                 readAudit(entry, context, m_description.audit);
             } else if (lookKeys().contains(key)) {
@@ -88,9 +91,9 @@ private:
             std::any_of(settings.cbegin(), settings.cend(), [](const YamlEntry& one) {
                 return one.key && (one.key->text == "device" || one.key->text == "use");
             });
-        const QStringList keys =
-            QStringList{"title", "devices", "connections", "templates", "include", "audit"} +
-            lookKeys();
+        const QStringList keys = QStringList{"title",   "devices", "connections", "templates",
+                                             "include", "alarms",  "audit"} +
+                                 lookKeys();
         context.refuseKey(*entry.key, "", keys,
                           isDevice ? "a device stands below \"devices:\" and is indented"
                                    : "a panel has " + keys.mid(0, keys.size() - 1).join(", ") +
@@ -187,6 +190,7 @@ private:
             const ReadContext inside(used->file->source, use.origin(), m_diagnostics, &use);
             readDevices(used->devices, inside);
             readConnections(used->connections, inside);
+            readAlarms(used->alarms, inside);
         }
         if (m_budget.isSpent() && !m_isBudgetReported) {
             m_isBudgetReported = true;
@@ -250,13 +254,39 @@ private:
         }
     }
 
+    void readAlarms(const YamlEntry& entry, const ReadContext& context)
+    {
+        for (const YamlEntry& alarm :
+             context.entriesOf(entry, YamlNode::Kind::List,
+                               "alarms must be a list, with an entry such as "
+                               "\"- {signal: boiler.output, above: 80}\" for each")) {
+            if (m_description.alarms.size() == kMaxAlarms) {
+                return context.refuse(alarm.place, "more than 5,000 alarms");
+            }
+            if (m_budget.isSpent()) {
+                return;
+            }
+            const auto made = readAlarm(alarm, context);
+            if (made && m_alarms.contains(made->id)) {
+                context.refuse(alarm.place, QString("the alarm %1 is given twice; it is already in "
+                                                    "line %2")
+                                                .arg(inQuotes(made->id))
+                                                .arg(m_alarms.value(made->id).line));
+            } else if (made) {
+                m_alarms.insert(made->id, alarm.place);
+                m_description.alarms.append(*made);
+            }
+        }
+    }
+
     const SourceFile& m_file;
     Diagnostics& m_diagnostics;
     TemplateLibrary m_library;
     ExpansionBudget m_budget;
     bool m_isBudgetReported = false;
     PanelDescription m_description;
-    QHash<QString, Place> m_ids; ///< Of devices and uses.
+    QHash<QString, Place> m_ids;    ///< Of devices and uses.
+    QHash<QString, Place> m_alarms; ///< By id.
 };
 
 } // namespace

@@ -107,10 +107,11 @@ void TemplateLibrary::readTemplate(const YamlEntry& entry, const SourceFile& fil
     Template made;
     made.name = {entry.key->text, context.at(entry.key->place)};
     made.file = &file;
-    made.devices.value = made.connections.value = std::make_shared<const YamlNode>();
+    made.devices.value = made.connections.value = made.alarms.value =
+        std::make_shared<const YamlNode>();
     for (const YamlEntry& part : context.entriesOf(
              entry, YamlNode::Kind::Map,
-             "a template must be a map with the keys with, devices and connections")) {
+             "a template must be a map with the keys with, devices, connections and alarms")) {
         if (!isUsable(part)) {
             continue;
         }
@@ -121,13 +122,16 @@ void TemplateLibrary::readTemplate(const YamlEntry& entry, const SourceFile& fil
             made.devices = part;
         } else if (key == "connections") {
             made.connections = part;
+        } else if (key == "alarms") {
+            made.alarms = part;
         } else {
             context.refuseKey(*part.key, " of the template " + inQuotes(made.name.text),
-                              {"with", "devices", "connections"},
-                              "a template has with, devices and connections");
+                              {"with", "devices", "connections", "alarms"},
+                              "a template has with, devices, connections and alarms");
         }
     }
-    for (const YamlNodePtr& part : {made.devices.value, made.connections.value}) {
+    for (const YamlNodePtr& part :
+         {made.devices.value, made.connections.value, made.alarms.value}) {
         made.values += valuesIn(*part);
         checkTexts(*part, context, made);
     }

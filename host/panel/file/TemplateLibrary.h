@@ -37,8 +37,9 @@ struct Template
     QMap<QString, Placeholder> placeholders;
     YamlEntry devices; ///< The value is absent where the key is.
     YamlEntry connections;
+    YamlEntry alarms;
     const SourceFile* file = nullptr;
-    int values = 0; ///< Of both, aliases followed.
+    int values = 0; ///< Of all three, aliases followed.
 
     /// The error for a name that is not one of its placeholders.
     QString unknownPlaceholder(const QString& name) const;

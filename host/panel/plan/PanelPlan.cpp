@@ -47,6 +47,7 @@ public:
         reportHugeGrid();
         reportMisspeltIds(m_description, m_diagnostics);
         addWires();
+        addAlarms();
         m_knowledge.checkCurves(m_description, m_diagnostics);
         return std::move(m_plan);
     }
@@ -274,6 +275,19 @@ private:
                            "arrive twice")
                 .arg(wire.from, wire.signal, wire.to, wire.slot, QString::number(line));
         });
+    }
+
+    void addAlarms()
+    {
+        for (const AlarmSetting& alarm : m_description.alarms) {
+            const Endpoint end{{alarm.device, alarm.devicePlace}, {alarm.signal, {}}};
+            const Node* const node = find(end);
+            if (node && methodsAreKnown(*node) && !m_ports.isRefused(end)) {
+                if (const auto planned = resolveAlarm(alarm, *node->device(), m_diagnostics)) {
+                    m_plan.alarms.append(*planned);
+                }
+            }
+        }
     }
 
     std::optional<PlannedWire> resolve(const ConnectionSetting& setting, bool isQueued)

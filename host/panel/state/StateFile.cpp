@@ -4,6 +4,7 @@
 
 #include "host/panel/file/Diagnostics.h"
 #include "host/panel/state/AtomicFile.h"
+#include "host/panel/state/FileLock.h"
 #include "host/yaml/SourceText.h"
 #include "host/yaml/YamlText.h"
 #include "host/yaml/YamlTree.h"
@@ -13,88 +14,11 @@
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
 #include <optional>
 #include <variant>
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 namespace norvo {
-
-/// Keeps a second program away from something as long as this object, or its process, lives. An
-/// empty file carries the lock; a process that is killed may leave the file but never the lock, as
-/// QLockFile's may, where another process has got its number, or where its file is left empty.
-class FileLock
-{
-public:
-    enum class Result {
-        Locked,
-        Busy,       ///< Another one has it.
-        Unavailable ///< The folder cannot be written, or its file system knows no locks.
-    };
-
-    explicit FileLock(const QString& fileName); ///< Locks nothing yet.
-    ~FileLock();                                ///< Removes the file if it has the lock.
-    FileLock(const FileLock&) = delete;
-    FileLock& operator=(const FileLock&) = delete;
-
-    Result lock(); ///< At once; it never waits.
-
-private:
-    bool isCurrent(int descriptor) const;
-
-    const QByteArray m_fileName;
-    int m_descriptor = -1;
-};
-
-FileLock::FileLock(const QString& fileName) : m_fileName(QFile::encodeName(fileName)) {}
-
-FileLock::~FileLock()
-{
-    if (m_descriptor >= 0) {
-        if (isCurrent(m_descriptor)) {
-            unlink(m_fileName);
-        }
-        close(m_descriptor);
-    }
-}
-
-FileLock::Result FileLock::lock()
-{
-    constexpr int kMaxAttempts = 10;
-    for (int attempt = 0; m_descriptor < 0 && attempt < kMaxAttempts; ++attempt) {
-        const int descriptor =
-            open(m_fileName, O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, mode_t(0666));
-        if (descriptor < 0) {
-            return Result::Unavailable;
-        }
-        if (flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
-            const bool isBusy = errno == EWOULDBLOCK;
-            close(descriptor);
-            return isBusy ? Result::Busy : Result::Unavailable;
-        }
-        if (isCurrent(descriptor)) {
-            m_descriptor = descriptor;
-        } else { // Removed by its last owner after it was opened here.
-            close(descriptor);
-        }
-    }
-    return m_descriptor < 0 ? Result::Unavailable : Result::Locked;
-}
-
-/// Whether the name still stands for this file, and the file is one of ours: empty.
-bool FileLock::isCurrent(int descriptor) const
-{
-    struct stat opened = {};
-    struct stat named = {};
-    return fstat(descriptor, &opened) == 0 && lstat(m_fileName, &named) == 0 &&
-           opened.st_ino == named.st_ino && opened.st_dev == named.st_dev &&
-           S_ISREG(opened.st_mode) && opened.st_size == 0;
-}
 
 namespace {
 

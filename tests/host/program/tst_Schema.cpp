@@ -147,6 +147,7 @@ void tst_Schema::everyErrorOfFormIsSeen()
         {"param-twice-joined", twice},
         {"missing-device", reference},
         {"unknown-signal", reference},
+        {"alarm-signals", reference},
         {"unknown-slot", reference},
         {"unknown-overload", reference},
         {"types-do-not-fit", reference},

@@ -92,7 +92,7 @@ const QVector<FileErrors> kErrors{
     {"merge-key", {"5:5: error: \"<<\" merges nothing here; give the alias as the value itself"}},
     {"merge-key-in-quotes",
      {"1:1: error: unknown key \"<<\"; a panel has title, devices, connections, templates, "
-      "include, audit, theme, touch, design, fit, language, rows and columns"}},
+      "include, alarms, audit, theme, touch, design, fit, language, rows and columns"}},
     {"key-no-text", {"2:1: error: a key must be a text"}},
     {"key-twice-top",
      {"3:1: error: the key \"title\" is given twice; it is already in line 1, column 1"}},
@@ -115,7 +115,7 @@ const QVector<FileErrors> kErrors{
     {"unknown-key",
      {"1:1: error: unknown key \"devcies\"; did you mean \"devices\"?",
       "2:1: error: unknown key \"layout\"; a panel has title, devices, connections, templates, "
-      "include, audit, theme, touch, design, fit, language, rows and columns"}},
+      "include, alarms, audit, theme, touch, design, fit, language, rows and columns"}},
     {"unknown-key-of-device",
      {"4:5: error: unknown key \"parms\" of the device \"cpu\"; did you mean \"params\"?",
       "5:5: error: unknown key \"interval\" of the device \"cpu\"; a device has device, params, "
@@ -156,6 +156,14 @@ const QVector<FileErrors> kErrors{
      {"2:31: error: network must be true or false, not \"yes\"",
       "3:22: error: network must be true or false, not \"\"",
       "4:31: error: network must be true or false"}},
+    {"alarms",
+     {"2:47: error: delay lacks a unit; write \"2 ms\", \"2 s\", \"2 min\" or \"2 h\"",
+      "3:47: error: an alarm has one of above, below, equals and is; this one has above already; "
+      "write an alarm for each",
+      "4:5: error: the alarm has no limit; add one of above, below, equals and is",
+      "4:29: error: unknown key \"abvoe\" of an alarm; did you mean \"above\"?",
+      "5:36: error: above must be a number",
+      "5:51: error: priority must be one of high, medium, low; did you mean \"high\"?"}},
     {"keep-no-word",
      {"2:29: error: keep must be true, false, silent or send, not \"yes\"",
       "3:19: error: keep must be true, false, silent or send, not \"\"",

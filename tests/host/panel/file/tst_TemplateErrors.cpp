@@ -72,7 +72,8 @@ void tst_TemplateErrors::form_data()
     row("templates, a list", "templates: [a]\n",
         "1:12: error: templates must be a map: the name of each template, and what it holds");
     row("template, a text", "templates: {a: b}\n",
-        "1:16: error: a template must be a map with the keys with, devices and connections");
+        "1:16: error: a template must be a map with the keys with, devices, connections "
+        "and alarms");
     row("key of a template", "templates: {a: {device: }}\n",
         "1:17: error: unknown key \"device\" of the template \"a\"; did you mean \"devices\"?");
     row("twice", "templates:\n  a:\n  a:\n",

@@ -94,6 +94,10 @@ void tst_PanelPlan::badFiles_data()
           {"6:3: error: \"low\" and \"wide\" (line 2) overlap at row 1, column 2"});
     error("overlapping-cells-of-an-area",
           {"6:3: error: \"air\" and \"none\" (line 2) overlap at row 0, column 0 of area \"Air\""});
+    error("alarm-signals",
+          {"4:14: error: there is no device \"stpo\"; did you mean \"stop\"?",
+           "5:19: error: \"stop\" has no signal \"toggeld\"; did you mean \"toggled\"?",
+           "6:19: error: above needs a number, and \"stop\" sends toggled(bool)"});
     error("unknown-signal",
           {"5:10: error: \"stop\" has no signal \"toggeld\"; it has toggled(bool), clicked(); did "
            "you mean \"toggled\"?"});
