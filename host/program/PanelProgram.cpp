@@ -80,6 +80,14 @@ QString stateFileOf(const Options& options)
                                          : options.stateFile;
 }
 
+/// Absolute; empty where nothing is kept, as for a picture.
+QString alarmFileOf(const Options& options, bool keepsState)
+{
+    return keepsState && options.action == Options::Action::Run
+               ? QFileInfo(AlarmHistory::besideState(stateFileOf(options))).absoluteFilePath()
+               : QString();
+}
+
 /// Prints what is wrong with the panel; returns whether there is an error.
 bool hasErrors(const PanelInput& panel, const DeviceManager& manager, const Catalogue& catalogue)
 {
@@ -113,6 +121,7 @@ public:
           m_input(options.panelFiles.constFirst()),
           m_keepsState(options.keepsState &&
                        !(m_input.isStandardInput() && options.stateFile.isEmpty())),
+          m_alarmFile(alarmFileOf(options, m_keepsState)),
           m_picturePath(QFileInfo(options.pictureFile).absoluteFilePath()),
           m_auditPath(options.auditFile.isEmpty() ? QString()
                                                   : QFileInfo(options.auditFile).absoluteFilePath())
@@ -138,6 +147,7 @@ private:
     const SenseCheck m_knowledge;
     const PanelInput m_input;
     const bool m_keepsState;     ///< Standard input has no file to keep it beside.
+    const QString m_alarmFile;   ///< Absolute likewise; empty: what happens to alarms is not kept.
     const QString m_picturePath; ///< Absolute: reading the panel changes the working folder.
     const QString m_auditPath;   ///< Likewise; empty: what the panel file says.
     const UnixSignals m_signals; ///< From before anything starts; ends a wait of the start, too.
@@ -202,7 +212,8 @@ int PanelRun::showErrors(const Diagnostics& diagnostics)
 
 int PanelRun::runPanel(PanelPlan plan, const PanelDescription& description, StateFile& state)
 {
-    RunningPanel running(description, m_knowledge);
+    RunningPanel running(description, m_knowledge, m_alarmFile);
+    QObject::connect(&running.alarms(), &AlarmService::problem, &Console::report);
     if (m_keepsState) {
         QObject::connect(&running.panel(), &Panel::parameterWritten, &state, &StateFile::set);
     }

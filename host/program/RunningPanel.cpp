@@ -10,6 +10,7 @@
 #include "host/window/strip/PanelStrip.h"
 
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -25,13 +26,22 @@ QString titleOf(const PanelDescription& description)
                                             : description.title.text;
 }
 
+/// Where the history of alarms is saved as a table; empty: nowhere.
+QString tableOf(QString alarmFile)
+{
+    return alarmFile.replace(QRegularExpression("\\.jsonl$"), ".csv");
+}
+
 } // namespace
 
-RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowledge& knowledge)
+RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowledge& knowledge,
+                           const QString& alarmFile)
     : m_description(description),
+      m_alarms(alarmFile),
       m_window(titleOf(description)),
       m_pages(new PanelPages),
       m_panel(*m_pages),
+      m_alarmFace(m_alarms, m_window, *m_pages, tableOf(alarmFile)),
       m_marks(knowledge)
 {
     Accessibility::install();
@@ -49,6 +59,7 @@ RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowle
 
 void RunningPanel::stop()
 {
+    m_alarms.stop();
     m_panel.stop();
     if (m_audit) {
         m_audit->noteStop();
@@ -69,10 +80,13 @@ void RunningPanel::start(PanelPlan plan, Diagnostics& diagnostics)
     m_marks.listen(plan);
     m_sources.listen(plan);
     m_values.listen(plan);
+    m_alarms.listen(plan);
     m_panel.apply(std::move(plan), diagnostics);
     m_marks.show(m_panel);
     m_sources.complete(m_panel);
     m_values.complete(m_panel);
+    m_alarms.complete(m_panel, m_sources);
+    m_alarmFace.complete(m_panel);
     if (m_description.look.fit == PanelLook::Fit::Scale) {
         m_window.scalePage(m_description.look.design);
     }

@@ -3,10 +3,12 @@
 
 #include "host/panel/plan/PanelPlan.h"
 #include "host/panel/run/Panel.h"
+#include "host/services/alarms/AlarmService.h"
 #include "host/services/audit/AuditTrail.h"
 #include "host/services/status/SourceWatch.h"
 #include "host/services/values/ValueTable.h"
 #include "host/window/PanelWindow.h"
+#include "host/window/alarms/AlarmFace.h"
 #include "host/window/marks/StateMarks.h"
 #include "host/window/status/StaleMarks.h"
 
@@ -21,8 +23,11 @@ class PanelPages;
 class RunningPanel
 {
 public:
-    RunningPanel(const PanelDescription& description, const TypeKnowledge& knowledge);
+    /// `alarmFile` keeps what happened to alarms; with an empty name nothing is kept.
+    RunningPanel(const PanelDescription& description, const TypeKnowledge& knowledge,
+                 const QString& alarmFile);
 
+    AlarmService& alarms() { return m_alarms; }
     Panel& panel() { return m_panel; }
     PanelWindow& window() { return m_window; }
 
@@ -34,10 +39,12 @@ private:
 
     const PanelDescription& m_description;
     SourceWatch m_sources;
+    AlarmService m_alarms;
     ValueTable m_values;
     PanelWindow m_window;
     PanelPages* const m_pages; ///< The window owns it.
     Panel m_panel;
+    AlarmFace m_alarmFace;
     StateMarks m_marks;
     StaleMarks m_staleMarks{m_sources, m_panel};
     std::optional<AuditTrail> m_audit; ///< Where the panel has one.

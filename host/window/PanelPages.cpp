@@ -12,7 +12,9 @@
 #include "host/window/layout/PageKeys.h"
 #include "host/window/look/TouchSize.h"
 
+#include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -37,6 +39,34 @@ PageGrid* PanelPages::grid(const QString& area) const
 {
     return m_areas.isEmpty() ? m_grids.value(0, nullptr)
                              : m_grids.value(m_areas.indexOf(area), nullptr);
+}
+
+QString PanelPages::areaOf(const QWidget& widget) const
+{
+    for (int i = 0; m_tabs && i < m_areas.size(); ++i) {
+        if (m_tabs->widget(i)->isAncestorOf(&widget)) {
+            return m_areas[i];
+        }
+    }
+    return {};
+}
+
+QAbstractButton* PanelPages::key(const QString& area) const
+{
+    return m_keys ? m_keys->key(m_areas.indexOf(area)) : nullptr;
+}
+
+void PanelPages::bringIntoView(QWidget& widget)
+{
+    const int tab = m_areas.indexOf(areaOf(widget));
+    if (tab >= 0) {
+        m_tabs->setCurrentIndex(tab);
+    }
+    for (QWidget* around = widget.parentWidget(); around; around = around->parentWidget()) {
+        if (auto* const scroll = qobject_cast<QScrollArea*>(around)) {
+            scroll->ensureWidgetVisible(&widget);
+        }
+    }
 }
 
 void PanelPages::setAreas(const QStringList& areas)
@@ -75,7 +105,8 @@ void PanelPages::build()
         }
         m_content = new QWidget;
         auto* const column = new QVBoxLayout(m_content);
-        column->addWidget(new PageKeys(*m_tabs, TouchSize::pixels(m_look.touch, *screen())));
+        m_keys = new PageKeys(*m_tabs, TouchSize::pixels(m_look.touch, *screen()));
+        column->addWidget(m_keys);
         column->addWidget(m_tabs, 1);
     }
     layout()->addWidget(m_content);
@@ -118,6 +149,7 @@ void PanelPages::clear()
     delete m_content;
     m_content = nullptr;
     m_tabs = nullptr;
+    m_keys = nullptr;
     m_grids.clear();
 }
 

@@ -20,6 +20,8 @@ public:
     /// pixels.
     PageKeys(QTabWidget& tabs, int keySize);
 
+    QPushButton* key(int tab) const { return m_keys.value(tab); } ///< Null: there is none.
+
     QSize sizeHint() const override;        ///< In one line.
     QSize minimumSizeHint() const override; ///< Of one key.
 

@@ -32,10 +32,6 @@ public:
     }
 
     DeviceManager manager;
-
-private:
-    norvo::PanelPages m_pages;
-
-public:
-    norvo::Panel panel{m_pages};
+    norvo::PanelPages pages;
+    norvo::Panel panel{pages};
 };

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "host/services/alarms/AlarmHistory.h"
+#include "host/services/alarms/AlarmModel.h"
+#include "host/services/alarms/ReadoutAlerts.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QSet>
+#include <QTimer>
+#include <QVector>
+
+#include <memory>
+
+namespace norvo {
+
+class Panel;
+class SourceWatch;
+struct PanelPlan;
+
+/// The alarms of a running panel: those that its file names, and those that come by themselves,
+/// of readouts, of devices that did not start, and of sources that are lost. It listens only.
+class AlarmService : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kTellDelayMs = 50;     ///< From a change to changed(), at most.
+    static constexpr Duration kLossDelay{1000}; ///< A source that is back sooner was not lost.
+
+    /// Where the history is kept; an empty name: in memory only.
+    explicit AlarmService(const QString& historyFile, QObject* parent = nullptr);
+    ~AlarmService() override;
+
+    void listen(const PanelPlan& plan); ///< Before the plan is applied; reads the history.
+    /// Once it is, and once `sources` is complete, which is to outlive this.
+    void complete(const Panel& panel, const SourceWatch& sources);
+
+    void stop(); ///< Hears nothing more: what a panel does when it ends is no alarm.
+
+    const AlarmModel& model() const { return m_model; }
+    const AlarmHistory& history() const { return m_history; }
+    AlarmMoment now() const;
+
+    void acknowledge(const QVector<int>& alarms);
+    void shelve(int alarm, Duration time);
+    void unshelve(int alarm);
+
+    /// Whether an alarm that is to be heard waits to be acknowledged, and nobody has silenced it.
+    bool isSounding() const { return m_isSounding; }
+    void silence(); ///< Until the next alarm begins.
+
+signals:
+    void changed();             ///< At most 20 times a second, however much happens.
+    void began(int alarm);      ///< With changed(): the worst of those that have begun since.
+    void problem(QString line); ///< One line for the user.
+    /// The operator has done this to an alarm: "acknowledged", "shelved" or "unshelved".
+    void operated(QString what, QString alarm);
+
+private:
+    struct Limit;
+
+    int define(const AlarmDefinition& definition);
+    void listenTo(const PanelPlan& plan);
+    void restore();
+    void set(int alarm, bool isOn, const QString& detail = {});
+    void takeSources(const SourceWatch& sources);
+    void record(const AlarmEvent& event);
+    void note();
+    void tell();
+    void advance();
+    void setTimer();
+
+    QElapsedTimer m_clock;
+    AlarmModel m_model;
+    AlarmHistory m_history;
+    ReadoutAlerts m_readouts;
+    std::vector<std::unique_ptr<Limit>> m_limits;
+    QSet<int> m_defined; ///< By this run; others are from the history.
+    QTimer m_due;
+    QTimer m_tell;
+    int m_begun = -1; ///< The worst that has begun since changed(); -1: none.
+    bool m_isStopped = false;
+    bool m_isSilenced = false;
+    bool m_isSounding = false;
+};
+
+} // namespace norvo

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/window/alarms/AlarmPage.h"
+
+#include "host/panel/state/AtomicFile.h"
+#include "host/services/alarms/AlarmService.h"
+#include "host/window/alarms/AlarmList.h"
+#include "host/window/alarms/AlarmSign.h"
+#include "host/window/sheet/Sheet.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace norvo {
+
+namespace {
+
+struct ShelfTime
+{
+    Duration time;
+    const char* text;
+};
+
+const ShelfTime kShelfTimes[] = {
+    {std::chrono::minutes(10), QT_TRANSLATE_NOOP("norvo::AlarmPage", "For 10 minutes")},
+    {std::chrono::hours(1), QT_TRANSLATE_NOOP("norvo::AlarmPage", "For 1 hour")},
+    {std::chrono::hours(8), QT_TRANSLATE_NOOP("norvo::AlarmPage", "For 8 hours")}};
+
+} // namespace
+
+AlarmPage::AlarmPage(AlarmService& service, const AlarmPlaces& places, Sheet& sheet)
+    : m_service(service),
+      m_tableFile(places.tableFile),
+      m_list(new AlarmList(service, places.pageOf)),
+      m_message(new QLabel)
+{
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(makeFilters(places));
+    layout->addWidget(m_list, 1);
+    layout->addWidget(m_message);
+    m_message->setWordWrap(true);
+    m_message->hide();
+    addKeys(sheet);
+    connect(m_list, &AlarmList::selectionMade, this, &AlarmPage::followSelection);
+    connect(m_list, &QTableWidget::cellDoubleClicked, m_goTo, &QPushButton::click);
+    followSelection();
+}
+
+QWidget* AlarmPage::makeFilters(const AlarmPlaces& places)
+{
+    auto* const filters = new QWidget;
+    auto* const row = new QHBoxLayout(filters);
+    row->setContentsMargins(0, 0, 0, 0);
+    const auto add = [row](const char* name, const QStringList& texts, const QString& what) {
+        auto* const box = new QComboBox;
+        box->setObjectName(name);
+        box->addItems(texts);
+        box->setAccessibleName(what);
+        row->addWidget(box);
+        return box;
+    };
+    QComboBox* const view =
+        add("alarmView", {tr("Now"), tr("Shelved"), tr("History")}, tr("What is listed"));
+    connect(view, QOverload<int>::of(&QComboBox::activated), m_list,
+            [this](int index) { m_list->setView(AlarmList::View(index)); });
+    QComboBox* const priority =
+        add("alarmPriority",
+            {tr("All priorities"), AlarmSign::nameOf(AlarmPriority::High),
+             AlarmSign::nameOf(AlarmPriority::Medium), AlarmSign::nameOf(AlarmPriority::Low)},
+            tr("Priority"));
+    connect(priority, QOverload<int>::of(&QComboBox::activated), m_list, [this](int index) {
+        m_list->setPriority(index == 0 ? std::nullopt
+                                       : std::make_optional(AlarmPriority(3 - index)));
+    });
+    if (!places.pages.isEmpty()) {
+        QComboBox* const page =
+            add("alarmPageFilter", QStringList(tr("All pages")) + places.pages, tr("Page"));
+        connect(page, QOverload<int>::of(&QComboBox::activated), m_list, [this, page](int index) {
+            m_list->setPage(index == 0 ? QString() : page->itemText(index));
+        });
+    }
+    row->addStretch(1);
+    return filters;
+}
+
+void AlarmPage::addKeys(Sheet& sheet)
+{
+    const auto add = [&sheet](const char* name, const QString& text) {
+        QPushButton* const key = sheet.addKey(text);
+        key->setObjectName(name);
+        return key;
+    };
+    if (!m_tableFile.isEmpty()) {
+        connect(add("alarmTable", tr("Save as CSV")), &QPushButton::clicked, this,
+                &AlarmPage::saveTable);
+    }
+    m_goTo = add("alarmGoTo", tr("Go to device"));
+    m_shelve = add("alarmShelve", tr("Shelve"));
+    m_acknowledgeAll = add("alarmAcknowledgeAll", tr("Acknowledge all"));
+    m_acknowledge = add("alarmAcknowledge", tr("Acknowledge"));
+    connect(m_acknowledge, &QPushButton::clicked, this,
+            [this] { m_service.acknowledge(m_list->selectedAlarms()); });
+    connect(m_acknowledgeAll, &QPushButton::clicked, this,
+            [this] { m_service.acknowledge(m_list->allAlarms()); });
+    connect(m_shelve, &QPushButton::clicked, this, &AlarmPage::shelve);
+    connect(m_goTo, &QPushButton::clicked, this, [this, &sheet] {
+        const QString device = m_list->currentDevice();
+        sheet.accept();
+        emit deviceRequested(device);
+    });
+}
+
+void AlarmPage::followSelection()
+{
+    const QVector<int> selected = m_list->selectedAlarms();
+    const QVector<int> all = m_list->allAlarms();
+    const AlarmModel& model = m_service.model();
+    const auto isWaiting = [&model](int alarm) { return model.at(alarm).isUnacknowledged(); };
+    const auto isShelved = [&model](int alarm) { return model.at(alarm).isShelved(); };
+    m_acknowledge->setEnabled(std::any_of(selected.cbegin(), selected.cend(), isWaiting));
+    m_acknowledgeAll->setEnabled(std::any_of(all.cbegin(), all.cend(), isWaiting));
+    m_areShelved =
+        !selected.isEmpty() && std::all_of(selected.cbegin(), selected.cend(), isShelved);
+    m_shelve->setText(m_areShelved ? tr("Take from the shelf") : tr("Shelve"));
+    m_shelve->setEnabled(!selected.isEmpty());
+    m_goTo->setEnabled(!m_list->currentDevice().isEmpty());
+}
+
+void AlarmPage::shelve()
+{
+    const QVector<int> alarms = m_list->selectedAlarms();
+    if (m_areShelved) {
+        std::for_each(alarms.cbegin(), alarms.cend(),
+                      [this](int alarm) { m_service.unshelve(alarm); });
+        return;
+    }
+    auto* const times = new QMenu(this);
+    times->setAttribute(Qt::WA_DeleteOnClose);
+    for (const ShelfTime& shelf : kShelfTimes) {
+        const Duration time = shelf.time;
+        connect(times->addAction(tr(shelf.text)), &QAction::triggered, this, [this, alarms, time] {
+            std::for_each(alarms.cbegin(), alarms.cend(),
+                          [this, time](int alarm) { m_service.shelve(alarm, time); });
+        });
+    }
+    times->popup(m_shelve->mapToGlobal({0, -times->sizeHint().height()}));
+}
+
+void AlarmPage::saveTable()
+{
+    QString reason;
+    m_message->setText(writeFileAtomically(m_tableFile, m_service.history().toCsv(), reason)
+                           ? tr("The history is saved as %1").arg(m_tableFile)
+                           : tr("The history cannot be saved as %1: %2").arg(m_tableFile, reason));
+    m_message->show();
+}
+
+} // namespace norvo
