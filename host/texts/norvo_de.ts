@@ -262,4 +262,238 @@
         <translation>Als Text kopieren</translation>
     </message>
 </context>
+<context>
+    <name>norvo::ReadoutAlerts</name>
+    <message>
+        <source>%1: no value comes</source>
+        <translation>%1: kein Wert kommt</translation>
+    </message>
+    <message>
+        <source>%1: below its threshold</source>
+        <translation>%1: unter der Schwelle</translation>
+    </message>
+    <message>
+        <source>%1: above its threshold</source>
+        <translation>%1: über der Schwelle</translation>
+    </message>
+    <message>
+        <source>%1: alarm</source>
+        <translation>%1: Alarm</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmLines</name>
+    <message>
+        <source>%1 alarms at once, first: %2</source>
+        <translation>%1 Alarme auf einmal, zuerst: %2</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmService</name>
+    <message>
+        <source>%1: connection lost</source>
+        <translation>%1: Verbindung verloren</translation>
+    </message>
+    <message>
+        <source>%1 does not run</source>
+        <translation>%1 läuft nicht</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmSign</name>
+    <message>
+        <source>High</source>
+        <translation>Hoch</translation>
+    </message>
+    <message>
+        <source>Medium</source>
+        <translation>Mittel</translation>
+    </message>
+    <message>
+        <source>Low</source>
+        <translation>Niedrig</translation>
+    </message>
+    <message>
+        <source>shelved</source>
+        <translation>zurückgestellt</translation>
+    </message>
+    <message>
+        <source>active</source>
+        <translation>steht an</translation>
+    </message>
+    <message>
+        <source>active, acknowledged</source>
+        <translation>steht an, quittiert</translation>
+    </message>
+    <message>
+        <source>over, not acknowledged</source>
+        <translation>vorbei, nicht quittiert</translation>
+    </message>
+    <message>
+        <source>over</source>
+        <translation>vorbei</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmBar</name>
+    <message>
+        <source>Press to acknowledge, hold to acknowledge all</source>
+        <translation>Drücken quittiert, Halten quittiert alle</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmStrip</name>
+    <message>
+        <source>Silence</source>
+        <translation>Ton aus</translation>
+    </message>
+    <message>
+        <source>Alarms %1</source>
+        <translation>Alarme %1</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmDots</name>
+    <message>
+        <source>Alarm: %1</source>
+        <translation>Alarm: %1</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmFace</name>
+    <message>
+        <source>Alarms</source>
+        <translation>Alarme</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmList</name>
+    <message>
+        <source>began</source>
+        <translation>begonnen</translation>
+    </message>
+    <message>
+        <source>ended</source>
+        <translation>beendet</translation>
+    </message>
+    <message>
+        <source>acknowledged</source>
+        <translation>quittiert</translation>
+    </message>
+    <message>
+        <source>shelved</source>
+        <translation>zurückgestellt</translation>
+    </message>
+    <message>
+        <source>taken from the shelf</source>
+        <translation>wieder aufgenommen</translation>
+    </message>
+    <message>
+        <source>Priority</source>
+        <translation>Priorität</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Alarm</source>
+        <translation>Alarm</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Gerät</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>first</source>
+        <translation>zuerst</translation>
+    </message>
+    <message>
+        <source>shelved until %1</source>
+        <translation>zurückgestellt bis %1</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmPage</name>
+    <message>
+        <source>For 10 minutes</source>
+        <translation>Für 10 Minuten</translation>
+    </message>
+    <message>
+        <source>For 1 hour</source>
+        <translation>Für 1 Stunde</translation>
+    </message>
+    <message>
+        <source>For 8 hours</source>
+        <translation>Für 8 Stunden</translation>
+    </message>
+    <message>
+        <source>Now</source>
+        <translation>Jetzt</translation>
+    </message>
+    <message>
+        <source>Shelved</source>
+        <translation>Zurückgestellt</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>What is listed</source>
+        <translation>Was aufgeführt ist</translation>
+    </message>
+    <message>
+        <source>All priorities</source>
+        <translation>Alle Prioritäten</translation>
+    </message>
+    <message>
+        <source>Priority</source>
+        <translation>Priorität</translation>
+    </message>
+    <message>
+        <source>All pages</source>
+        <translation>Alle Seiten</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>Seite</translation>
+    </message>
+    <message>
+        <source>Save as CSV</source>
+        <translation>Als CSV sichern</translation>
+    </message>
+    <message>
+        <source>Go to device</source>
+        <translation>Zum Gerät</translation>
+    </message>
+    <message>
+        <source>Shelve</source>
+        <translation>Zurückstellen</translation>
+    </message>
+    <message>
+        <source>Acknowledge all</source>
+        <translation>Alle quittieren</translation>
+    </message>
+    <message>
+        <source>Acknowledge</source>
+        <translation>Quittieren</translation>
+    </message>
+    <message>
+        <source>Take from the shelf</source>
+        <translation>Wieder aufnehmen</translation>
+    </message>
+    <message>
+        <source>The history is saved as %1</source>
+        <translation>Der Verlauf ist gesichert als %1</translation>
+    </message>
+    <message>
+        <source>The history cannot be saved as %1: %2</source>
+        <translation>Der Verlauf lässt sich nicht sichern als %1: %2</translation>
+    </message>
+</context>
 </TS>

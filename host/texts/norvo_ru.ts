@@ -262,4 +262,238 @@
         <translation>Копировать как текст</translation>
     </message>
 </context>
+<context>
+    <name>norvo::ReadoutAlerts</name>
+    <message>
+        <source>%1: no value comes</source>
+        <translation>%1: значения не поступают</translation>
+    </message>
+    <message>
+        <source>%1: below its threshold</source>
+        <translation>%1: ниже порога</translation>
+    </message>
+    <message>
+        <source>%1: above its threshold</source>
+        <translation>%1: выше порога</translation>
+    </message>
+    <message>
+        <source>%1: alarm</source>
+        <translation>%1: тревога</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmLines</name>
+    <message>
+        <source>%1 alarms at once, first: %2</source>
+        <translation>%1 тревог сразу, первая: %2</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmService</name>
+    <message>
+        <source>%1: connection lost</source>
+        <translation>%1: связь потеряна</translation>
+    </message>
+    <message>
+        <source>%1 does not run</source>
+        <translation>%1 не работает</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmSign</name>
+    <message>
+        <source>High</source>
+        <translation>Высокий</translation>
+    </message>
+    <message>
+        <source>Medium</source>
+        <translation>Средний</translation>
+    </message>
+    <message>
+        <source>Low</source>
+        <translation>Низкий</translation>
+    </message>
+    <message>
+        <source>shelved</source>
+        <translation>отложена</translation>
+    </message>
+    <message>
+        <source>active</source>
+        <translation>активна</translation>
+    </message>
+    <message>
+        <source>active, acknowledged</source>
+        <translation>активна, подтверждена</translation>
+    </message>
+    <message>
+        <source>over, not acknowledged</source>
+        <translation>прошла, не подтверждена</translation>
+    </message>
+    <message>
+        <source>over</source>
+        <translation>прошла</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmBar</name>
+    <message>
+        <source>Press to acknowledge, hold to acknowledge all</source>
+        <translation>Нажатие подтверждает, удержание подтверждает все</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmStrip</name>
+    <message>
+        <source>Silence</source>
+        <translation>Без звука</translation>
+    </message>
+    <message>
+        <source>Alarms %1</source>
+        <translation>Тревоги %1</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmDots</name>
+    <message>
+        <source>Alarm: %1</source>
+        <translation>Тревога: %1</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmFace</name>
+    <message>
+        <source>Alarms</source>
+        <translation>Тревоги</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmList</name>
+    <message>
+        <source>began</source>
+        <translation>началась</translation>
+    </message>
+    <message>
+        <source>ended</source>
+        <translation>закончилась</translation>
+    </message>
+    <message>
+        <source>acknowledged</source>
+        <translation>подтверждена</translation>
+    </message>
+    <message>
+        <source>shelved</source>
+        <translation>отложена</translation>
+    </message>
+    <message>
+        <source>taken from the shelf</source>
+        <translation>возвращена</translation>
+    </message>
+    <message>
+        <source>Priority</source>
+        <translation>Приоритет</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Время</translation>
+    </message>
+    <message>
+        <source>Alarm</source>
+        <translation>Тревога</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Устройство</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Состояние</translation>
+    </message>
+    <message>
+        <source>first</source>
+        <translation>первая</translation>
+    </message>
+    <message>
+        <source>shelved until %1</source>
+        <translation>отложена до %1</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AlarmPage</name>
+    <message>
+        <source>For 10 minutes</source>
+        <translation>На 10 минут</translation>
+    </message>
+    <message>
+        <source>For 1 hour</source>
+        <translation>На 1 час</translation>
+    </message>
+    <message>
+        <source>For 8 hours</source>
+        <translation>На 8 часов</translation>
+    </message>
+    <message>
+        <source>Now</source>
+        <translation>Сейчас</translation>
+    </message>
+    <message>
+        <source>Shelved</source>
+        <translation>Отложенные</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>История</translation>
+    </message>
+    <message>
+        <source>What is listed</source>
+        <translation>Что показано</translation>
+    </message>
+    <message>
+        <source>All priorities</source>
+        <translation>Все приоритеты</translation>
+    </message>
+    <message>
+        <source>Priority</source>
+        <translation>Приоритет</translation>
+    </message>
+    <message>
+        <source>All pages</source>
+        <translation>Все страницы</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>Страница</translation>
+    </message>
+    <message>
+        <source>Save as CSV</source>
+        <translation>Сохранить как CSV</translation>
+    </message>
+    <message>
+        <source>Go to device</source>
+        <translation>К устройству</translation>
+    </message>
+    <message>
+        <source>Shelve</source>
+        <translation>Отложить</translation>
+    </message>
+    <message>
+        <source>Acknowledge all</source>
+        <translation>Подтвердить все</translation>
+    </message>
+    <message>
+        <source>Acknowledge</source>
+        <translation>Подтвердить</translation>
+    </message>
+    <message>
+        <source>Take from the shelf</source>
+        <translation>Вернуть</translation>
+    </message>
+    <message>
+        <source>The history is saved as %1</source>
+        <translation>История сохранена как %1</translation>
+    </message>
+    <message>
+        <source>The history cannot be saved as %1: %2</source>
+        <translation>Историю нельзя сохранить как %1: %2</translation>
+    </message>
+</context>
 </TS>

@@ -12,7 +12,6 @@
 #include "norvo/DeviceManager.h"
 
 #include <QHash>
-#include <QStringList>
 
 #include <algorithm>
 #include <optional>

@@ -85,7 +85,7 @@ private:
 void tst_Documents::addDocuments()
 {
     QTest::addColumn<QString>("document");
-    for (const char* name : {"panel-files.md", "devices.md", "host-contract.md"}) {
+    for (const char* name : {"alarms.md", "panel-files.md", "devices.md", "host-contract.md"}) {
         QTest::newRow(name) << name;
     }
 }
