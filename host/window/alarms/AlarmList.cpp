@@ -11,8 +11,6 @@
 #include <QScreen>
 #include <QScroller>
 
-#include <algorithm>
-
 namespace norvo {
 
 namespace {
@@ -114,10 +112,16 @@ QString AlarmList::currentDevice() const
     return selected.isEmpty() ? QString() : m_rows.value(selected.constFirst().row()).device;
 }
 
-bool AlarmList::isWanted(const Row& row) const
+bool AlarmList::isWanted(const QString& device, AlarmPriority priority) const
 {
-    return (m_page.isEmpty() || m_pages.value(row.device) == m_page) &&
-           (!m_priority || row.priority == *m_priority);
+    return (m_page.isEmpty() || m_pages.value(device) == m_page) &&
+           (!m_priority || priority == *m_priority);
+}
+
+bool AlarmList::isWanted(const AlarmLine& line) const
+{
+    const AlarmDefinition& first = m_service.model().at(line.alarms.constFirst()).definition;
+    return isWanted(first.device, first.priority);
 }
 
 QVector<AlarmList::Row> AlarmList::rows() const
@@ -159,7 +163,9 @@ QVector<AlarmList::Row> AlarmList::rowsNow() const
     QVector<Row> rows;
     const auto lines = alarmLines(m_service.model());
     for (const AlarmLine& line : lines) {
-        rows.append(rowOf(line));
+        if (rows.size() < kMaxRows && isWanted(line)) {
+            rows.append(rowOf(line));
+        }
     }
     return rows;
 }
@@ -169,8 +175,9 @@ QVector<AlarmList::Row> AlarmList::rowsShelved() const
     QVector<Row> rows;
     const AlarmModel& model = m_service.model();
     for (int alarm = 0; alarm < int(model.alarms().size()); ++alarm) {
-        if (model.at(alarm).isShelved()) {
-            rows.append(rowOf(AlarmLine{{alarm}}));
+        const AlarmLine line{{alarm}};
+        if (rows.size() < kMaxRows && model.at(alarm).isShelved() && isWanted(line)) {
+            rows.append(rowOf(line));
         }
     }
     return rows;
@@ -181,6 +188,9 @@ QVector<AlarmList::Row> AlarmList::rowsOfHistory() const
     QVector<Row> rows;
     const auto& entries = m_service.history().entries();
     for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry) {
+        if (rows.size() == kMaxRows || !isWanted(entry->device, entry->priority)) {
+            continue;
+        }
         const QString detail = entry->detail.isEmpty() ? QString() : " (" + entry->detail + ')';
         rows.append({{},
                      entry->device,
@@ -196,11 +206,7 @@ QVector<AlarmList::Row> AlarmList::rowsOfHistory() const
 void AlarmList::refresh()
 {
     const QVector<int> selected = selectedAlarms();
-    const QVector<Row> all = rows();
-    m_rows.clear();
-    std::copy_if(all.cbegin(), all.cend(), std::back_inserter(m_rows),
-                 [this](const Row& row) { return isWanted(row); });
-    m_rows = m_rows.mid(0, kMaxRows);
+    m_rows = rows();
     const bool wasBlocked = blockSignals(true);
     setRowCount(m_rows.size());
     clearSelection();

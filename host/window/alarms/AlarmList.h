@@ -55,7 +55,8 @@ private:
     QVector<Row> rowsShelved() const;
     QVector<Row> rowsOfHistory() const;
     Row rowOf(const AlarmLine& line) const;
-    bool isWanted(const Row& row) const;
+    bool isWanted(const QString& device, AlarmPriority priority) const;
+    bool isWanted(const AlarmLine& line) const;
     void show(int index, const Row& row);
 
     AlarmService& m_service;

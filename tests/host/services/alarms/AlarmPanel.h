@@ -5,6 +5,8 @@
 #include "host/services/alarms/AlarmService.h"
 #include "host/services/status/SourceWatch.h"
 
+#include "norvo/BaseGuiDevice.h"
+#include "norvo/BaseWidget.h"
 #include "norvo/SourceDevice.h"
 
 /// Says what a test has it say, as a readout does: a value, and alerts behind it.
@@ -50,6 +52,19 @@ protected:
     void receive(int, const QVariant&) override {}
 };
 
+/// Stands on a page.
+class Shown : public BaseGuiDevice
+{
+    Q_OBJECT
+
+public:
+    static DeviceTypeInfo typeInfo() { return {}; }
+    BaseWidget* createWidget() override { return new BaseWidget(this, nullptr); }
+
+signals:
+    void output(double value);
+};
+
 /// A running panel whose alarms are listened to as the program does it.
 class AlarmPanel
 {
@@ -59,6 +74,7 @@ public:
         listened.manager.registerDeviceType<Talker>("talker");
         listened.manager.registerDeviceType<Broken>("broken");
         listened.manager.registerDeviceType<Link>("link");
+        listened.manager.registerDeviceType<Shown>("shown");
     }
 
     /// One alarm above 80, with the id "talker.output above 80".
@@ -79,7 +95,11 @@ public:
     {
         QVector<norvo::DeviceSetting> devices{describe::device("talker", "talker")};
         for (auto other = others.cbegin(); other != others.cend(); ++other) {
-            devices.append(describe::device(other.key(), *other));
+            devices.append(describe::device(other.key(), other->section(' ', 0, 0)));
+            if (other->contains(' ')) { // And its page.
+                devices.last().params.append(
+                    norvo::ParamSetting{{"widget/area", {}}, {other->section(' ', 1), {}}});
+            }
         }
         norvo::PanelDescription description = describe::panel(devices);
         description.alarms = alarms;

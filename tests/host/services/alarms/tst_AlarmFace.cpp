@@ -18,12 +18,12 @@ namespace {
 struct Seen
 {
     explicit Seen(const QVector<norvo::AlarmSetting>& alarms = {AlarmPanel::above80()},
-                  const QString& table = {})
+                  const QString& table = {}, const QMap<QString, QString>& others = {})
         : face(panel.service, window, panel.listened.pages, table)
     {
         auto* const layout = new QVBoxLayout(window.page());
         layout->addWidget(&panel.listened.pages);
-        panel.start(alarms);
+        panel.start(alarms, others);
         face.complete(panel.listened.panel);
         window.resize(900, 500);
         window.show();
@@ -210,6 +210,38 @@ private slots:
         QTRY_COMPARE(seen.key("alarmShelve").text(), QString("Take from the shelf"));
         QTest::mouseClick(&seen.key("alarmShelve"), Qt::LeftButton);
         QTRY_VERIFY(seen.window.strip().isVisible());
+    }
+
+    void pageOfTheDeviceIsMarkedAndFound()
+    {
+        norvo::AlarmSetting setting = AlarmPanel::above80();
+        setting.device = "tank";
+        Seen seen({setting}, {}, {{"tank", "shown Two"}, {"pump", "shown One"}});
+        auto* const tabs = seen.window.findChild<QTabWidget*>();
+        QVERIFY(tabs);
+        const int two = tabs->tabText(0) == "Two" ? 0 : 1;
+        tabs->setCurrentIndex(1 - two);
+        emit seen.panel.listened.device<Shown>("tank").output(90);
+        QTRY_VERIFY(seen.bar().isVisible());
+        const QList<QWidget*> dots = seen.window.findChildren<QWidget*>("alarmDot");
+        QCOMPARE(dots.size(), 1);
+        QVERIFY(dots[0]->isVisible());
+        QCOMPARE(qobject_cast<QPushButton*>(dots[0]->parentWidget())->text(), QString("Two"));
+
+        QTest::mouseClick(&seen.key("alarmList"), Qt::LeftButton);
+        seen.choose("alarmPageFilter", 2 - two); // The other page.
+        QCOMPARE(seen.list()->rowCount(), 0);
+        seen.choose("alarmPageFilter", 1 + two);
+        QCOMPARE(seen.list()->rowCount(), 1);
+        seen.list()->setCurrentCell(0, 0);
+        QTRY_VERIFY(seen.key("alarmGoTo").isEnabled());
+        QTest::mouseClick(&seen.key("alarmGoTo"), Qt::LeftButton);
+        QCOMPARE(tabs->currentIndex(), two);
+        QTRY_VERIFY(seen.window.findChild<QWidget*>("deviceFrame"));
+
+        QTest::mouseClick(&seen.bar(), Qt::LeftButton);
+        emit seen.panel.listened.device<Shown>("tank").output(10);
+        QTRY_VERIFY(!dots[0]->isVisible());
     }
 
     void historyIsSavedAsATable()
