@@ -59,7 +59,7 @@ QColor groundOf(const QString& styleSheet)
 /// The panel's own text where it reads, otherwise white or black.
 QColor readableOn(const QColor& ground)
 {
-    const QColor usual = QApplication::palette().color(QPalette::WindowText);
+    QColor usual = QApplication::palette().color(QPalette::WindowText);
     if (contrast(usual, ground) >= kReadable) {
         return usual;
     }

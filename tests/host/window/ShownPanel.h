@@ -24,7 +24,7 @@ inline const DeviceManager& builtTypes()
 inline norvo::PanelDescription panelOf(const QByteArray& text)
 {
     norvo::Diagnostics diagnostics("panel.yaml");
-    const norvo::PanelDescription panel = norvo::PanelFile::parse(text, "panel.yaml", diagnostics);
+    norvo::PanelDescription panel = norvo::PanelFile::parse(text, "panel.yaml", diagnostics);
     for (const norvo::Diagnostic& diagnostic : diagnostics.sorted()) {
         qFatal("%s", qPrintable(diagnostic.toString()));
     }
