@@ -110,17 +110,19 @@ void AlarmHistory::takeLine(const QByteArray& line)
 {
     ++m_linesInFile;
     if (const auto entry = AlarmEntry::fromJson(line)) {
-        remember(*entry);
+        remember(*entry, entry->toJson());
     } else if (line.endsWith('\n')) { // Half a line is what a sudden end has left.
         ++m_badLines;
     }
 }
 
-void AlarmHistory::remember(const AlarmEntry& entry)
+void AlarmHistory::remember(const AlarmEntry& entry, const QByteArray& line)
 {
     m_entries.push_back(entry);
+    m_lines.push_back(line);
     if (m_entries.size() > std::size_t(kMaxEntries)) {
         m_entries.pop_front();
+        m_lines.pop_front();
     }
     if (entry.isUnfinished()) {
         m_unfinished.insert(entry.id, entry);
@@ -131,7 +133,7 @@ void AlarmHistory::remember(const AlarmEntry& entry)
 
 void AlarmHistory::add(const AlarmEntry& entry)
 {
-    remember(entry);
+    remember(entry, m_isWriting ? entry.toJson() : QByteArray());
     m_unsaved = std::min(m_unsaved + 1, m_entries.size());
     if (m_isWriting && !m_delay.isActive()) {
         m_delay.start();
@@ -146,9 +148,8 @@ void AlarmHistory::save()
     }
     QString reason;
     QByteArray text;
-    for (auto entry = m_entries.cend() - std::ptrdiff_t(m_unsaved); entry != m_entries.cend();
-         ++entry) {
-        text += entry->toJson();
+    for (auto line = m_lines.cend() - std::ptrdiff_t(m_unsaved); line != m_lines.cend(); ++line) {
+        text += *line;
     }
     // What has no room in memory any more may be of an alarm that is not over.
     const bool isFull =
@@ -195,8 +196,8 @@ bool AlarmHistory::rewrite(QString& reason)
             ++lines;
         }
     }
-    for (const AlarmEntry& entry : m_entries) {
-        text += entry.toJson();
+    for (const QByteArray& line : m_lines) {
+        text += line;
         ++lines;
     }
     if (!writeFileAtomically(m_path, text, reason)) {

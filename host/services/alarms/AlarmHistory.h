@@ -79,7 +79,7 @@ signals:
 private:
     bool lock();
     void takeLine(const QByteArray& line);
-    void remember(const AlarmEntry& entry);
+    void remember(const AlarmEntry& entry, const QByteArray& line);
     bool append(const QByteArray& text, QString& reason);
     bool rewrite(QString& reason);
     void warn(const QString& text);
@@ -89,6 +89,7 @@ private:
     bool m_isWriting = false;
     std::unique_ptr<FileLock> m_lock;
     std::deque<AlarmEntry> m_entries;
+    std::deque<QByteArray> m_lines; ///< Of the same: made once, so that writing all takes no time.
     QHash<QString, AlarmEntry> m_unfinished;
     int m_linesInFile = 0;
     std::size_t m_unsaved = 0; ///< So many of the last entries.
