@@ -23,7 +23,7 @@ class Running
 {
 public:
     explicit Running(const QByteArray& text)
-        : m_description(panelOf(text)), panel(m_description, m_knowledge)
+        : m_description(panelOf(text)), panel(m_description, m_knowledge, QString())
     {
         norvo::Diagnostics diagnostics("panel.yaml");
         panel.start(norvo::PanelPlan::make(m_description, builtTypes(), {}, diagnostics),
