@@ -3,6 +3,8 @@
 #include "host/window/PanelWindow.h"
 
 #include "host/panel/file/Diagnostics.h"
+#include "host/window/look/PanelStyle.h"
+#include "host/window/look/Theme.h"
 #include "host/window/look/TouchSize.h"
 #include "TestMain.h"
 
@@ -56,6 +58,7 @@ private slots:
     void errorsAreShownWithTheirPlaces();
     void errorPageBeginsAtItsTop();
     void errorsAreReadAgainByAKey();
+    void keyOfTheErrorsIsForAGloveToo();
     void longErrorsAreWrapped();
     void errorsCanBeSelectedAndNotChanged();
     void errorsAreLegible_data();
@@ -236,6 +239,23 @@ void tst_PanelWindow::errorsAreReadAgainByAKey()
     QTRY_COMPARE(asked.size(), 3);
     window.showErrors(someDiagnostics());
     QCOMPARE(window.page()->findChildren<QPushButton*>().size(), 1);
+}
+
+void tst_PanelWindow::keyOfTheErrorsIsForAGloveToo()
+{
+    constexpr int target = 127; // 20 mm at 160 dpi
+    QApplication::setStyle(
+        new norvo::PanelStyle(norvo::Theme::of(PanelLook::Theme::Light), target));
+    PanelWindow window("Bench");
+    const QSignalSpy asked(&window, &PanelWindow::readAgainRequested);
+    window.showErrors(someDiagnostics());
+    window.fit({800, 480});
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const auto* const key = window.page()->findChild<QPushButton*>();
+    const bool isLarge = key && key->width() >= target && key->height() >= target;
+    QApplication::setStyle("fusion");
+    QVERIFY(isLarge);
 }
 
 void tst_PanelWindow::longErrorsAreWrapped()

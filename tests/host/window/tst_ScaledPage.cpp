@@ -97,16 +97,19 @@ double sharpness(const QImage& picture)
     return sum;
 }
 
-/// A white square in the middle of a document, which a tap turns green.
+/// A document of 300x200 with that in it.
+QByteArray panelWithQml(const QByteArray& code)
+{
+    return kForm +
+           "  qml: {device: qml_widget, params: {sourceType: parameter, sourceCode: 'import "
+           "QtQuick 2.15; Rectangle { width: 300; height: 200; color: \"navy\"; " +
+           code + " }'}}\n";
+}
+
+/// A white square in its middle, which a tap turns green.
 const QByteArray kSquare =
-    kForm + "  qml:\n"
-            "    device: qml_widget\n"
-            "    params:\n"
-            "      sourceType: parameter\n"
-            "      sourceCode: 'import QtQuick 2.15; Rectangle { width: 300; height: 200; color: "
-            "\"navy\"; Rectangle { anchors.centerIn: parent; width: 100; height: 100; color: "
-            "\"white\"; MouseArea { anchors.fill: parent; onClicked: parent.color = \"lime\" } "
-            "} }'\n";
+    panelWithQml("Rectangle { anchors.centerIn: parent; width: 100; height: 100; color: \"white\"; "
+                 "MouseArea { anchors.fill: parent; onClicked: parent.color = \"lime\" } }");
 
 QPoint middleOfQml(const ShownPanel& shown)
 {
@@ -257,14 +260,10 @@ void tst_ScaledPage::qmlHasThePixelsOfTheWindow()
 
 void tst_ScaledPage::qmlIsDrawnAgainWhereItChanges()
 {
-    const QByteArray code = "import QtQuick 2.15; Rectangle { id: all; width: 300; height: 200; "
-                            "color: \"navy\"; function input(w) { bar.width = w } Rectangle { "
-                            "id: bar; height: 200; color: \"white\"; x: all.width - width } }";
-    ShownPanel shown(kForm +
-                         "  qml: {device: qml_widget, params: {sourceType: parameter, "
-                         "sourceCode: '" +
-                         code + "'}}\n",
-                     kDesign * 3);
+    ShownPanel shown(
+        panelWithQml("function input(w) { bar.width = w } Rectangle { id: bar; height: "
+                     "200; color: \"white\"; x: parent.width - width }"),
+        kDesign * 3);
     QVERIFY(QTest::qWaitFor([&] { return widthOf(shown, "navy") > 0; }, 10000));
     QCOMPARE(widthOf(shown, "white"), 0);
     QString slot;
@@ -279,14 +278,8 @@ void tst_ScaledPage::textsInQmlAreWhole()
 {
     constexpr int factor = 3;
     const QByteArray panel =
-        kForm +
-        "  qml:\n"
-        "    device: qml_widget\n"
-        "    params:\n"
-        "      sourceType: parameter\n"
-        "      sourceCode: 'import QtQuick 2.15; Rectangle { width: 300; height: 200; color: "
-        "\"navy\"; Text { anchors.centerIn: parent; text: \"O3\"; color: \"white\"; "
-        "font { family: \"Liberation Sans\"; pixelSize: 30 } } }'\n";
+        panelWithQml("Text { anchors.centerIn: parent; text: \"O3\"; color: \"white\"; font { "
+                     "family: \"Liberation Sans\"; pixelSize: 30 } }");
     norvo::Look::apply(*qApp, panelOf(panel).look);
     ShownPanel shown(panel, kDesign * factor);
     QVERIFY(QTest::qWaitFor([&] { return widthOf(shown, "navy") > 0; }, 10000));
