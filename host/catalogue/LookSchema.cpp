@@ -3,6 +3,7 @@
 #include "host/catalogue/LookSchema.h"
 
 #include "host/panel/file/PanelLook.h"
+#include "host/panel/file/services/Duration.h"
 #include "host/panel/file/services/AuditReader.h"
 
 #include <QJsonArray>
@@ -35,6 +36,26 @@ QJsonObject weights(const QString& description)
 }
 
 } // namespace
+
+void addAccessKey(QJsonObject& keys)
+{
+    const QJsonObject hash{{"type", "string"}, {"pattern", "^\\$argon2id\\$"}};
+    const QJsonObject roles{{"type", "object"},
+                            {"properties", QJsonObject{{"operate", hash}, {"engineer", hash}}},
+                            {"additionalProperties", false},
+                            {"minProperties", 1},
+                            {"description", "The hash of the PIN of each role, made by "
+                                            "\"norvo-panel --make-pin\"."}};
+    const QJsonObject lockAfter =
+        textLike(durationPattern(), "The time without input after which the panel locks itself, "
+                                    "such as \"5 min\", the default; \"0 s\": never.");
+    keys.insert("access",
+                QJsonObject{{"type", "object"},
+                            {"properties", QJsonObject{{"roles", roles}, {"lockAfter", lockAfter}}},
+                            {"additionalProperties", false},
+                            {"required", QJsonArray{"roles"}},
+                            {"description", "Who may operate the panel."}});
+}
 
 void addLookKeys(QJsonObject& keys)
 {

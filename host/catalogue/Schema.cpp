@@ -251,6 +251,13 @@ QJsonObject device(const Catalogue& catalogue)
     keep.insert("description",
                 "Whether the value that an operator gave is put back at the next start: silently, "
                 "which is also what true says, or so that the device sends it; false: not at all.");
+    QJsonObject access = orPlaceholder({{"enum", QJsonArray{"view", "operate", "engineer"}}});
+    access.insert("description", "The role that may operate this control.");
+    QJsonObject confirm{{"type", QJsonArray{"string", "boolean"}},
+                        {"pattern", "\\S"},
+                        {"description",
+                         "What is asked before the control changes; yes: a question that names "
+                         "the device."}};
     QJsonObject schema = mapOf(
         {{"device", QJsonObject{{"description", "The type of the device."}, {"anyOf", types}}},
          {"params", QJsonObject{{"description", "Parameters by name; the others have defaults."},
@@ -259,7 +266,9 @@ QJsonObject device(const Catalogue& catalogue)
           QJsonObject{{"description", "Outputs that it gets: a name and a definition."}}},
          {"inputs", QJsonObject{{"description", "Inputs that it gets: a name and a definition."}}},
          {"network", network},
-         {"keep", keep}});
+         {"keep", keep},
+         {"access", access},
+         {"confirm", confirm}});
     schema.insert("type", "object");
     schema.insert("required", QJsonArray{"device"});
     schema.insert("allOf", byType);
@@ -328,6 +337,7 @@ QString Schema::ofPanelFiles(const Catalogue& catalogue)
                      {"templates", templates},
                      {"include", include}};
     addLookKeys(keys);
+    addAccessKey(keys);
     addServiceKeys(keys);
     QJsonObject schema = mapOf(keys);
     schema.insert("type", "object");

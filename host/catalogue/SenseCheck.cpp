@@ -206,6 +206,27 @@ private:
     Diagnostics& m_diagnostics;
 };
 
+void checkAccess(const DeviceSetting& setting, Control control, Diagnostics& diagnostics)
+{
+    const DeviceAccess& access = setting.access;
+    const QString id = inQuotes(setting.id.text);
+    if (access.role && *access.role != Role::View && control == Control::None) {
+        diagnostics.warning(
+            access.rolePlace,
+            QString("access has no effect, because %1 takes nothing from a hand").arg(id));
+    }
+    if (access.isConfirmed && control == Control::None) {
+        diagnostics.warning(
+            access.confirmPlace,
+            QString("confirm has no effect, because %1 takes nothing from a hand").arg(id));
+    } else if (access.isConfirmed && control != Control::Asks) {
+        diagnostics.error(access.confirmPlace,
+                          QString("%1 acts while a hand is on it, and cannot ask before; remove "
+                                  "confirm")
+                              .arg(id));
+    }
+}
+
 } // namespace
 
 bool SenseCheck::breaksCycles(const QString& type) const
@@ -232,6 +253,13 @@ std::optional<ShownSignal> SenseCheck::shownSignal(const QString& type) const
     return words ? words->shown : std::nullopt;
 }
 
+/// A type without words may be anything.
+Control SenseCheck::control(const QString& type) const
+{
+    const TypeWords* const words = m_catalogue.words(type);
+    return words && !words->purpose.isEmpty() ? words->control : Control::Asks;
+}
+
 void SenseCheck::rebaseFiles(PanelDescription& description) const
 {
     rebaseIncludedFiles(description, m_catalogue);
@@ -244,6 +272,7 @@ void SenseCheck::checkSense(const DeviceSetting& setting, const BaseDevice& devi
         const DeviceCheck deviceCheck(setting, device, *words, diagnostics);
         deviceCheck.checkValues();
         deviceCheck.checkRelations();
+        checkAccess(setting, control(setting.type.text), diagnostics);
     }
 }
 

@@ -18,6 +18,7 @@ public:
     bool startsNothing(const QString& type) const override;
     std::optional<KeptMethods> keptMethods(const QString& type) const override;
     std::optional<ShownSignal> shownSignal(const QString& type) const override;
+    Control control(const QString& type) const override;
     void rebaseFiles(PanelDescription& description) const override;
     void checkSense(const DeviceSetting& setting, const BaseDevice& device,
                     Diagnostics& diagnostics) const override;

@@ -107,7 +107,8 @@ struct TypeWords
     bool startsNothing = false;       ///< Its initialise() only checks its parameters.
     std::optional<KeptMethods> kept;  ///< How the value that an operator gives is kept.
     std::optional<ShownSignal> shown; ///< What tells that a display has a value.
-    QVector<ParamWords> params;       ///< In the order of declaration.
+    Control control = Control::None;
+    QVector<ParamWords> params; ///< In the order of declaration.
     QVector<MethodWords> outputs;
     QVector<MethodWords> inputs;
     QVector<Relation> relations;

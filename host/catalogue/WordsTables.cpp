@@ -40,6 +40,7 @@ private:
     }
     void readTypeKey(const QString& key, const YamlEntry& entry);
     void readKept(const YamlNode& methods);
+    void readControl(const YamlNode& value);
     void readParams(const YamlNode& params);
     void readParam(const YamlNode& node, ParamWords& param);
     bool readParamKey(const QString& key, const YamlNode& value, ParamWords& param);
@@ -106,6 +107,8 @@ void EntryReader::readTypeKey(const QString& key, const YamlEntry& entry)
         m_type.startsNothing = value.text == "true";
     } else if (key == "keeps") {
         readKept(value);
+    } else if (key == "control") {
+        readControl(value);
     } else if (key == "shows" || key == "showsState") {
         m_type.shown = ShownSignal{value.text, key == "showsState"};
     } else if (key == "ports") {
@@ -133,6 +136,17 @@ void EntryReader::readKept(const YamlNode& methods)
         }
     }
     m_type.kept = kept;
+}
+
+void EntryReader::readControl(const YamlNode& value)
+{
+    static const QMap<QString, Control> kinds{
+        {"asks", Control::Asks}, {"held", Control::Held}, {"always", Control::Always}};
+    if (kinds.contains(value.text)) {
+        m_type.control = kinds.value(value.text);
+    } else {
+        problem(value.place, QString("unknown kind of control %1").arg(inQuotes(value.text)));
+    }
 }
 
 void EntryReader::readParams(const YamlNode& params)

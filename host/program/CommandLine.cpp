@@ -30,6 +30,7 @@ const QCommandLineOption kTypes("types");
 const QCommandLineOption kDescribe("describe", {}, "TYPE");
 const QCommandLineOption kDescribeAll("describe-all");
 const QCommandLineOption kSchema("schema");
+const QCommandLineOption kMakePin("make-pin");
 const QCommandLineOption kFormat("format", {}, "FORMAT");
 const QCommandLineOption kAfter("after", {}, "MS");
 const QCommandLineOption kSize("size", {}, "WxH");
@@ -71,7 +72,8 @@ QStringList qtArguments(const QCommandLineParser& parser)
 /// Options of which no two make sense beside each other.
 const QList<QList<QCommandLineOption>> kAlternatives{
     {kState, kNoState},
-    {kSet, kCheck, kScreenshot, kFullscreen, kKiosk, kTypes, kDescribe, kDescribeAll, kSchema},
+    {kSet, kCheck, kScreenshot, kFullscreen, kKiosk, kTypes, kDescribe, kDescribeAll, kSchema,
+     kMakePin},
 };
 
 QString contradiction(const QCommandLineParser& parser)
@@ -122,6 +124,9 @@ Options::Action actionOf(const QCommandLineParser& parser)
     }
     if (parser.isSet(kSchema)) {
         return Options::Action::Schema;
+    }
+    if (parser.isSet(kMakePin)) {
+        return Options::Action::MakePin;
     }
     return parser.isSet(kScreenshot) ? Options::Action::Screenshot : Options::Action::Run;
 }
@@ -250,10 +255,9 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
 {
     QCommandLineParser parser;
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // As Qt's own are.
-    parser.addOptions({kPlugins, kState,  kNoState, kAudit,    kFullscreen,
-                       kKiosk,   kTheme,  kCheck,   kSet,      kScreenshot,
-                       kAfter,   kSize,   kTypes,   kDescribe, kDescribeAll,
-                       kSchema,  kFormat, kVerbose, kHelp,     kVersion});
+    parser.addOptions({kPlugins,     kState,  kNoState,    kAudit,  kFullscreen, kKiosk, kTheme,
+                       kCheck,       kSet,    kScreenshot, kAfter,  kSize,       kTypes, kDescribe,
+                       kDescribeAll, kSchema, kMakePin,    kFormat, kVerbose,    kHelp,  kVersion});
     parser.addOptions(kQtOptions);
     Options options;
     if (!parser.parse(arguments)) {
@@ -284,7 +288,7 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
     }
     if (error.isEmpty() && options.isListing()) {
         readListingOptions(parser, options, error);
-    } else if (error.isEmpty()) {
+    } else if (error.isEmpty() && options.action != Options::Action::MakePin) {
         options.panelFiles = panelFilesOf(parser, error);
     }
     return options;
@@ -308,6 +312,8 @@ norvo-panel --describe-all                       the same of all types; --format
                                                  or json says how
 norvo-panel --schema                             a JSON Schema of panel files, for editors that
                                                  complete and check them
+norvo-panel --make-pin                           asks for a PIN and prints the hash that stands for
+                                                 it in a panel file
 
 PANEL.yaml can be -, for standard input; its state is kept only where --state names a file. Names of
 files in a panel file are relative to its folder.

@@ -34,6 +34,7 @@ struct Options
         Describe,
         DescribeAll,
         Schema,
+        MakePin,
         Help,
         Version
     };

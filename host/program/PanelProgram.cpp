@@ -10,6 +10,7 @@
 #include "host/panel/state/StateFile.h"
 #include "host/program/Console.h"
 #include "host/program/Display.h"
+#include "host/program/MakePin.h"
 #include "host/program/PanelInput.h"
 #include "host/program/PluginSet.h"
 #include "host/program/RunningPanel.h"
@@ -37,6 +38,7 @@ namespace norvo {
 namespace {
 
 constexpr QSize kMaxPicture(3840, 2160);
+const QString kPinCountEnding = QStringLiteral(".pins");
 constexpr int kReadAgain = -1; ///< Instead of an exit status.
 
 /// The X server that the command line names; empty where it names none.
@@ -212,8 +214,10 @@ int PanelRun::showErrors(const Diagnostics& diagnostics)
 
 int PanelRun::runPanel(PanelPlan plan, const PanelDescription& description, StateFile& state)
 {
-    RunningPanel running(description, m_knowledge, m_alarmFile);
+    RunningPanel running(description, m_knowledge, m_alarmFile,
+                         m_keepsState ? state.fileName() + kPinCountEnding : QString());
     QObject::connect(&running.alarms(), &AlarmService::problem, &Console::report);
+    QObject::connect(&running.access(), &AccessFace::problem, &Console::report);
     if (m_keepsState) {
         QObject::connect(&running.panel(), &Panel::parameterWritten, &state, &StateFile::set);
     }
@@ -271,6 +275,9 @@ int PanelRun::takePicture(PanelWindow& window) const
 
 int runProgram(const Options& options)
 {
+    if (options.action == Options::Action::MakePin) {
+        return makePin();
+    }
     QString reason;
     const auto application = Display::open(
         options.action == Options::Action::Run ? Display::Kind::Screen : Display::Kind::OffScreen,

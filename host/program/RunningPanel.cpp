@@ -35,14 +35,15 @@ QString tableOf(QString alarmFile)
 } // namespace
 
 RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowledge& knowledge,
-                           const QString& alarmFile)
+                           const QString& alarmFile, const QString& pinCountFile)
     : m_description(description),
       m_alarms(alarmFile),
       m_window(titleOf(description)),
       m_pages(new PanelPages),
       m_panel(*m_pages),
       m_alarmFace(m_alarms, m_window, *m_pages, tableOf(alarmFile)),
-      m_marks(knowledge)
+      m_marks(knowledge),
+      m_access(description, knowledge, pinCountFile, m_window)
 {
     Accessibility::install();
     m_pages->setLook(description.look);
@@ -87,6 +88,7 @@ void RunningPanel::start(PanelPlan plan, Diagnostics& diagnostics)
     m_values.complete(m_panel);
     m_alarms.complete(m_panel, m_sources);
     m_alarmFace.complete(m_panel);
+    m_access.show(m_panel);
     if (m_description.look.fit == PanelLook::Fit::Scale) {
         m_window.scalePage(m_description.look.design);
     }

@@ -8,6 +8,7 @@
 #include "host/services/status/SourceWatch.h"
 #include "host/services/values/ValueTable.h"
 #include "host/window/PanelWindow.h"
+#include "host/window/access/AccessFace.h"
 #include "host/window/alarms/AlarmFace.h"
 #include "host/window/marks/StateMarks.h"
 #include "host/window/status/StaleMarks.h"
@@ -23,13 +24,15 @@ class PanelPages;
 class RunningPanel
 {
 public:
-    /// `alarmFile` keeps what happened to alarms; with an empty name nothing is kept.
+    /// `alarmFile` keeps what happened to alarms, `pinCountFile` the count of wrong PINs; with an
+    /// empty name nothing is kept.
     RunningPanel(const PanelDescription& description, const TypeKnowledge& knowledge,
-                 const QString& alarmFile);
+                 const QString& alarmFile, const QString& pinCountFile = {});
 
     AlarmService& alarms() { return m_alarms; }
     Panel& panel() { return m_panel; }
     PanelWindow& window() { return m_window; }
+    AccessFace& access() { return m_access; }
 
     void start(PanelPlan plan, Diagnostics& diagnostics); ///< Once.
     void stop();
@@ -47,6 +50,7 @@ private:
     AlarmFace m_alarmFace;
     StateMarks m_marks;
     StaleMarks m_staleMarks{m_sources, m_panel};
+    AccessFace m_access;
     std::optional<AuditTrail> m_audit; ///< Where the panel has one.
 };
 

@@ -496,4 +496,83 @@
         <translation>Der Verlauf lässt sich nicht sichern als %1: %2</translation>
     </message>
 </context>
+<context>
+    <name>Intent</name>
+    <message>
+        <source>Input value</source>
+        <translation>Wert eingeben</translation>
+    </message>
+    <message>
+        <source>on</source>
+        <translation>ein</translation>
+    </message>
+    <message>
+        <source>off</source>
+        <translation>aus</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::QuestionSheet</name>
+    <message>
+        <source>Yes</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>No (%1 s)</source>
+        <translation>Nein (%1 s)</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::LockMark</name>
+    <message>
+        <source>locked</source>
+        <translation>gesperrt</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::LockKey</name>
+    <message>
+        <source>Operator</source>
+        <translation>Bediener</translation>
+    </message>
+    <message>
+        <source>Engineer</source>
+        <translation>Techniker</translation>
+    </message>
+    <message>
+        <source>Locked</source>
+        <translation>Gesperrt</translation>
+    </message>
+    <message>
+        <source>Locked. Unlock</source>
+        <translation>Gesperrt. Entsperren</translation>
+    </message>
+    <message>
+        <source>%1. Lock</source>
+        <translation>%1. Sperren</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AccessFace</name>
+    <message>
+        <source>Really operate %1?</source>
+        <translation>%1 wirklich bedienen?</translation>
+    </message>
+    <message>
+        <source>PIN: %1</source>
+        <translation>PIN: %1</translation>
+    </message>
+    <message>
+        <source>This PIN is wrong.</source>
+        <translation>Diese PIN ist falsch.</translation>
+    </message>
+    <message>
+        <source>Too many wrong PINs</source>
+        <translation>Zu viele falsche PINs</translation>
+    </message>
+    <message>
+        <source>Try again in %1 s.</source>
+        <translation>Neuer Versuch in %1 s.</translation>
+    </message>
+</context>
 </TS>

@@ -496,4 +496,83 @@
         <translation>Историю нельзя сохранить как %1: %2</translation>
     </message>
 </context>
+<context>
+    <name>Intent</name>
+    <message>
+        <source>Input value</source>
+        <translation>Введите значение</translation>
+    </message>
+    <message>
+        <source>on</source>
+        <translation>включено</translation>
+    </message>
+    <message>
+        <source>off</source>
+        <translation>выключено</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::QuestionSheet</name>
+    <message>
+        <source>Yes</source>
+        <translation>Да</translation>
+    </message>
+    <message>
+        <source>No (%1 s)</source>
+        <translation>Нет (%1 с)</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::LockMark</name>
+    <message>
+        <source>locked</source>
+        <translation>заблокировано</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::LockKey</name>
+    <message>
+        <source>Operator</source>
+        <translation>Оператор</translation>
+    </message>
+    <message>
+        <source>Engineer</source>
+        <translation>Инженер</translation>
+    </message>
+    <message>
+        <source>Locked</source>
+        <translation>Заблокировано</translation>
+    </message>
+    <message>
+        <source>Locked. Unlock</source>
+        <translation>Заблокировано. Разблокировать</translation>
+    </message>
+    <message>
+        <source>%1. Lock</source>
+        <translation>%1. Заблокировать</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::AccessFace</name>
+    <message>
+        <source>Really operate %1?</source>
+        <translation>Действительно управлять: %1?</translation>
+    </message>
+    <message>
+        <source>PIN: %1</source>
+        <translation>PIN: %1</translation>
+    </message>
+    <message>
+        <source>This PIN is wrong.</source>
+        <translation>Неверный PIN.</translation>
+    </message>
+    <message>
+        <source>Too many wrong PINs</source>
+        <translation>Слишком много неверных PIN</translation>
+    </message>
+    <message>
+        <source>Try again in %1 s.</source>
+        <translation>Повторите через %1 с.</translation>
+    </message>
+</context>
 </TS>

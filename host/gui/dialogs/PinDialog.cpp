@@ -74,6 +74,7 @@ QLayout* PinPad::createKeys()
         keys->setColumnMinimumWidth(column, leastKeyWidth(4));
     }
     keys->setColumnStretch(3, 1);
+    keys->setColumnMinimumWidth(3, m_cancel->sizeHint().width()); // Whatever language it is in.
     return keys;
 }
 

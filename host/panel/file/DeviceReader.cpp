@@ -3,6 +3,7 @@
 #include "host/panel/file/DeviceReader.h"
 
 #include "host/panel/file/TemplateUse.h"
+#include "host/panel/file/services/AccessReader.h"
 
 #include "norvo/Ids.h"
 
@@ -69,12 +70,16 @@ private:
             readNetwork(entry);
         } else if (key == "keep") {
             readKeep(entry);
+        } else if (key == "access") {
+            readDeviceAccess(entry, m_context, m_device.access);
+        } else if (key == "confirm") {
+            readConfirm(entry, m_context, m_device.access);
         } else {
             m_context.refuseKey(
                 *entry.key, " of the device " + quotedId(),
-                {"device", "params", "outputs", "inputs", "network", "keep"},
-                "a device has device, params, outputs, inputs, network and keep, and its "
-                "parameters stand in params");
+                {"device", "params", "outputs", "inputs", "network", "keep", "access", "confirm"},
+                "a device has device, params, outputs, inputs, network, keep, access and confirm, "
+                "and its parameters stand in params");
         }
     }
 

@@ -3,6 +3,7 @@
 
 #include "host/panel/file/Diagnostics.h"
 #include "host/panel/file/PanelLook.h"
+#include "host/panel/file/services/AccessSetting.h"
 #include "host/panel/file/services/AlarmSetting.h"
 #include "host/panel/file/services/AuditSetting.h"
 
@@ -49,6 +50,7 @@ struct DeviceSetting
     bool network = false;       ///< The key "network: true" stands at this device.
     Keep keep = Keep::Unsaid;
     Place keepPlace = {}; ///< Where that is said.
+    DeviceAccess access = {};
 };
 
 struct Endpoint
@@ -72,6 +74,7 @@ struct PanelDescription
     QVector<DeviceSetting> devices;         ///< In the order of the file.
     QVector<ConnectionSetting> connections; ///< In the order of the file.
     PanelLook look = {};
+    PanelAccess access = {};
     QVector<AlarmSetting> alarms = {}; ///< In the order of the file.
     AuditSetting audit = {};
 };

@@ -8,6 +8,7 @@
 #include "host/panel/file/LookReader.h"
 #include "host/panel/file/TemplateLibrary.h"
 #include "host/panel/file/TemplateUse.h"
+#include "host/panel/file/services/AccessReader.h"
 #include "host/panel/file/services/AlarmReader.h"
 #include "host/panel/file/services/AuditReader.h"
 
@@ -77,11 +78,14 @@ private:
             } else if (lookKeys().contains(key)) {
                 readLook(entry, context, m_description.look);
                 fitPlace = key == "fit" ? entry.place : fitPlace;
+            } else if (key == "access") {
+                readAccess(entry, context, m_description.access);
             } else if (key != "templates" && key != "include") {
                 refuseKey(entry, context);
             }
         }
         checkLook(m_description.look, fitPlace, context);
+        checkAccess(m_description, m_diagnostics);
     }
 
     static void refuseKey(const YamlEntry& entry, const ReadContext& context)
@@ -92,7 +96,7 @@ private:
                 return one.key && (one.key->text == "device" || one.key->text == "use");
             });
         const QStringList keys = QStringList{"title",   "devices", "connections", "templates",
-                                             "include", "alarms",  "audit"} +
+                                             "include", "access",  "alarms",      "audit"} +
                                  lookKeys();
         context.refuseKey(*entry.key, "", keys,
                           isDevice ? "a device stands below \"devices:\" and is indented"

@@ -25,6 +25,14 @@ struct ShownSignal
     bool isState = false; ///< It carries yes or no, which is shown as a colour alone.
 };
 
+/// How devices of a type take something from a hand.
+enum class Control {
+    None,  ///< A display, or a source: they take nothing.
+    Asks,  ///< It can be asked first whether a hand means it.
+    Held,  ///< It acts only while a hand is on it.
+    Always ///< As one that is held, and it stops something: it is free unless the panel locks it.
+};
+
 /// What is known of device types beyond what the types declare themselves. This one knows nothing.
 class TypeKnowledge
 {
@@ -43,6 +51,8 @@ public:
     virtual std::optional<KeptMethods> keptMethods(const QString& /*type*/) const { return {}; }
     /// None where devices of the type are no displays, or say themselves that they have no value.
     virtual std::optional<ShownSignal> shownSignal(const QString& /*type*/) const { return {}; }
+    /// What is not known may be a control.
+    virtual Control control(const QString& /*type*/) const { return Control::Asks; }
     /// Makes names of files that stand in an included file relative to the panel's folder.
     virtual void rebaseFiles(PanelDescription& /*description*/) const {}
     /// Reports values in the file with which the device cannot do what its author means. The device

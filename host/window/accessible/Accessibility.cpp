@@ -3,6 +3,7 @@
 #include "host/window/accessible/Accessibility.h"
 
 #include "host/window/accessible/AccessibleDevice.h"
+#include "host/window/accessible/GuardedControl.h"
 #include "host/window/accessible/LastValue.h"
 #include "norvo/BaseWidget.h"
 
@@ -28,7 +29,7 @@ QAccessibleInterface* interfaceFor(const QString& className, QObject* object)
     if (device && widget->accessibleName().isEmpty() && AccessibleDevice::isNameless(*widget)) {
         widget->setAccessibleName(AccessibleDevice::nameOf(*device));
     }
-    return nullptr;
+    return GuardedControl::make(*widget);
 }
 
 } // namespace

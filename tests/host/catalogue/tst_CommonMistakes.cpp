@@ -102,7 +102,7 @@ void tst_CommonMistakes::form_data()
     QTest::newRow("parameter beside the type")
         << QByteArray("devices: {a: {device: button, text: Go}}\n")
         << "1:31: error: unknown key \"text\" of the device \"a\"; a device has device, params, "
-           "outputs, inputs, network and keep, and its parameters stand in params";
+           "outputs, inputs, network, keep, access and confirm, and its parameters stand in params";
     QTest::newRow("choices as a list")
         << QByteArray("devices: {a: {device: dropdownlist, params: {options: [slow, fast]}}}\n")
         << "1:55: error: the parameter \"options\" must be a text or a map, not a list; what "

@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/window/access/AccessFace.h"
+
+#include "host/gui/dialogs/PinDialog.h"
+#include "host/panel/plan/Node.h"
+#include "host/panel/run/Panel.h"
+#include "host/services/access/Access.h"
+#include "host/window/PanelWindow.h"
+#include "host/window/access/HandEvents.h"
+#include "host/window/access/LockKey.h"
+#include "host/window/access/LockMark.h"
+#include "host/window/access/QuestionSheet.h"
+#include "host/window/accessible/AccessibleDevice.h"
+#include "host/window/strip/PanelStrip.h"
+
+#include "norvo/BaseWidget.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace norvo {
+
+namespace {
+
+constexpr int kSheetWidth = 420; // pixels, at least
+
+AccessFace* s_face = nullptr; ///< Of the panel that runs; there is one.
+
+} // namespace
+
+AccessFace::AccessFace(const PanelDescription& description, const TypeKnowledge& knowledge,
+                       const QString& countFile, PanelWindow& window)
+    : m_rules(description, knowledge), m_window(window)
+{
+    s_face = this;
+    if (m_rules.isAnyConfirmed()) {
+        m_confirmGuard = std::make_unique<ConfirmGuard>(
+            [this](const BaseWidget& device) { return ruleOf(device).isConfirmed; },
+            [this](BaseWidget& device, const Intent& intent) { ask(device, intent); });
+    }
+    if (description.access.isGiven()) {
+        m_access = std::make_unique<Access>(description.access, countFile);
+        m_lockGuard = std::make_unique<LockGuard>(
+            [this](const BaseWidget& device) { return isLocked(device); });
+        connect(m_access.get(), &Access::roleChanged, this, &AccessFace::followRole);
+        connect(m_access.get(), &Access::problem, this, &AccessFace::problem);
+        connect(m_access.get(), &Access::refused, this, &AccessFace::refuse);
+        connect(m_lockGuard.get(), &LockGuard::input, m_access.get(), &Access::noteInput);
+        connect(m_lockGuard.get(), &LockGuard::handOn, m_access.get(), &Access::setHandOn);
+        connect(m_lockGuard.get(), &LockGuard::touched, this,
+                [this](BaseWidget* device) { askForPin(ruleOf(*device).role); });
+    }
+}
+
+AccessFace::~AccessFace()
+{
+    s_face = nullptr;
+}
+
+void AccessFace::show(const Panel& panel)
+{
+    if (!m_access) {
+        return;
+    }
+    for (const Node* node : panel.nodes()) {
+        BaseWidget* const widget = panel.widget(node->id());
+        if (widget && widget->parentWidget() && ruleOf(*widget).role > Role::View) {
+            m_marks.insert(widget, new LockMark(*widget));
+            connect(widget, &QObject::destroyed, this, [this, widget] { m_marks.remove(widget); });
+        }
+    }
+    m_key = new LockKey;
+    m_window.strip().addPart(m_key);
+    connect(m_key, &QPushButton::clicked, this,
+            [this] { m_access->isLocked() ? askForPin(Role::Operate) : m_access->lock(); });
+    followRole();
+}
+
+AccessRules::Rule AccessFace::ruleOf(const BaseWidget& device) const
+{
+    return m_rules.of(device.getObjectName());
+}
+
+bool AccessFace::isLocked(const BaseWidget& device) const
+{
+    return m_access && !m_access->allows(ruleOf(device).role);
+}
+
+void AccessFace::followRole()
+{
+    for (auto mark = m_marks.cbegin(); mark != m_marks.cend(); ++mark) {
+        if (*mark) {
+            (*mark)->setLocked(isLocked(*mark.key()));
+        }
+    }
+    if (m_key) {
+        m_key->setRole(m_access->role());
+    }
+    const bool isLess = m_access->role() < m_shownRole;
+    m_shownRole = m_access->role();
+    if (isLess) {
+        m_lockGuard->enforce();
+    }
+}
+
+void AccessFace::ask(BaseWidget& device, const Intent& intent)
+{
+    if (m_question) {
+        return;
+    }
+    const AccessRules::Rule rule = ruleOf(device);
+    const QString name = AccessibleDevice::nameOf(device);
+    const QString what = intent.value.isEmpty() ? name : name + ": " + intent.value;
+    const QString question =
+        rule.question.isEmpty() ? tr("Really operate %1?").arg(name) : rule.question;
+    QWidget* const focus = QApplication::focusWidget();
+    QWidget& opener = focus && device.isAncestorOf(focus) ? *focus
+                      : device.focusProxy()               ? *device.focusProxy()
+                                                          : device;
+    m_question = new QuestionSheet(opener, question, what);
+    connect(&device, &QObject::destroyed, m_question, &QObject::deleteLater);
+    const QString id = device.getObjectName();
+    connect(m_question, &QDialog::finished, this, [this, id, intent](int result) {
+        m_question.clear();
+        if (result == QDialog::Accepted) {
+            emit confirmed(id, intent.value);
+            // Once the panel has the focus again.
+            QTimer::singleShot(0, this, [this, intent] { m_confirmGuard->perform(intent); });
+        } else {
+            emit declined(id, intent.value);
+        }
+    });
+    m_question->present({kSheetWidth, 1});
+}
+
+/// Not within the event that asks for it: the pad runs until it is closed.
+void AccessFace::askForPin(Role needed, const QString& remark)
+{
+    const Role asked = qMax(needed, Role::Operate);
+    if (m_isAskingForPin) {
+        return;
+    }
+    if (m_access->waitMs(asked) > 0) {
+        return tellWait(asked);
+    }
+    m_isAskingForPin = true;
+    const QString label = remark + tr("PIN: %1").arg(LockKey::nameOf(asked));
+    QTimer::singleShot(0, this, [this, asked, label] {
+        const QPointer<AccessFace> self(this);
+        const auto pin = PinDialog::getPin(&m_window, label);
+        if (!self) {
+            return;
+        }
+        m_isAskingForPin = false;
+        if (pin && !m_access->tryPin(*pin, asked)) {
+            tellWait(asked);
+        }
+    });
+}
+
+void AccessFace::refuse(Role needed)
+{
+    m_access->waitMs(needed) > 0 ? tellWait(needed)
+                                 : askForPin(needed, tr("This PIN is wrong.") + '\n');
+}
+
+void AccessFace::tellWait(Role needed)
+{
+    constexpr int second = 1000;
+    const qint64 seconds = (m_access->waitMs(needed) + second - 1) / second;
+    auto* const sheet = new Sheet(m_window, tr("Too many wrong PINs"));
+    sheet->setObjectName("waitForPin");
+    sheet->content().addWidget(new QLabel(tr("Try again in %1 s.").arg(seconds)));
+    sheet->present({kSheetWidth, 1});
+}
+
+void AccessFace::attempt(QWidget& part, const Intent& intent)
+{
+    BaseWidget* const device = HandEvents::deviceOf(&part);
+    const bool isPerforming =
+        s_face && s_face->m_confirmGuard && s_face->m_confirmGuard->isPerforming();
+    if (!s_face || !device || isPerforming) {
+        intent.perform();
+    } else if (s_face->isLocked(*device)) {
+        s_face->askForPin(s_face->ruleOf(*device).role);
+    } else if (s_face->ruleOf(*device).isConfirmed) {
+        s_face->ask(*device, intent);
+    } else {
+        intent.perform();
+    }
+}
+
+bool AccessFace::isFree(QWidget& part)
+{
+    BaseWidget* const device = HandEvents::deviceOf(&part);
+    return !s_face || !device ||
+           (!s_face->isLocked(*device) && !s_face->ruleOf(*device).isConfirmed);
+}
+
+} // namespace norvo
