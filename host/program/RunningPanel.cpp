@@ -3,6 +3,7 @@
 #include "host/program/RunningPanel.h"
 
 #include "host/program/Console.h"
+#include "host/services/access/Access.h"
 #include "host/window/PanelPages.h"
 #include "host/window/accessible/Accessibility.h"
 #include "host/window/status/SourceKey.h"
@@ -43,7 +44,8 @@ RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowle
       m_panel(*m_pages),
       m_alarmFace(m_alarms, m_window, *m_pages, tableOf(alarmFile)),
       m_marks(knowledge),
-      m_access(description, knowledge, pinCountFile, m_window)
+      m_access(description, knowledge, pinCountFile, m_window),
+      m_operator(knowledge)
 {
     Accessibility::install();
     m_pages->setLook(description.look);
@@ -52,10 +54,38 @@ RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowle
     layout->addWidget(m_pages);
     addKeys();
     if (!description.audit.file.isEmpty()) {
-        m_audit.emplace(description.audit, titleOf(description));
-        QObject::connect(&*m_audit, &AuditTrail::problem, &Console::report);
-        m_audit->noteStart();
+        record();
     }
+}
+
+void RunningPanel::record()
+{
+    AuditTrail& audit = m_audit.emplace(m_description.audit, titleOf(m_description));
+    QObject::connect(&audit, &AuditTrail::problem, &Console::report);
+    QObject::connect(&m_operator, &OperatorWatch::given, &audit, &AuditTrail::noteValue);
+    QObject::connect(&m_alarms, &AlarmService::operated, &audit,
+                     [&audit](const QString& what, const QString& alarm) {
+                         audit.note(what, {{"alarm", alarm}});
+                     });
+    QObject::connect(&m_access, &AccessFace::confirmed, &audit,
+                     [&audit](const QString& device, const QString& value) {
+                         audit.note("confirmed", {{"device", device}, {"value", value}});
+                     });
+    QObject::connect(&m_access, &AccessFace::declined, &audit,
+                     [&audit](const QString& device, const QString& value) {
+                         audit.note("declined", {{"device", device}, {"value", value}});
+                     });
+    if (Access* const access = m_access.access()) {
+        audit.setRole(nameOf(access->role()));
+        QObject::connect(access, &Access::roleChanged, &audit,
+                         [&audit, access] { audit.setRole(nameOf(access->role())); });
+        QObject::connect(access, &Access::unlocked, &audit, [&audit] { audit.note("unlocked"); });
+        QObject::connect(access, &Access::locked, &audit, [&audit] { audit.note("locked"); });
+        QObject::connect(access, &Access::refused, &audit, [&audit](Role needed) {
+            audit.note("refused", {{"needed", nameOf(needed)}});
+        });
+    }
+    audit.noteStart();
 }
 
 void RunningPanel::stop()
@@ -82,6 +112,9 @@ void RunningPanel::start(PanelPlan plan, Diagnostics& diagnostics)
     m_sources.listen(plan);
     m_values.listen(plan);
     m_alarms.listen(plan);
+    if (m_audit) {
+        m_operator.listen(plan);
+    }
     m_panel.apply(std::move(plan), diagnostics);
     m_marks.show(m_panel);
     m_sources.complete(m_panel);
@@ -89,6 +122,9 @@ void RunningPanel::start(PanelPlan plan, Diagnostics& diagnostics)
     m_alarms.complete(m_panel, m_sources);
     m_alarmFace.complete(m_panel);
     m_access.show(m_panel);
+    if (m_audit) {
+        m_operator.complete(m_panel);
+    }
     if (m_description.look.fit == PanelLook::Fit::Scale) {
         m_window.scalePage(m_description.look.design);
     }

@@ -5,6 +5,7 @@
 #include "host/panel/run/Panel.h"
 #include "host/services/alarms/AlarmService.h"
 #include "host/services/audit/AuditTrail.h"
+#include "host/services/audit/OperatorWatch.h"
 #include "host/services/status/SourceWatch.h"
 #include "host/services/values/ValueTable.h"
 #include "host/window/PanelWindow.h"
@@ -39,6 +40,7 @@ public:
 
 private:
     void addKeys();
+    void record(); ///< What is done, in the audit.
 
     const PanelDescription& m_description;
     SourceWatch m_sources;
@@ -51,6 +53,7 @@ private:
     StateMarks m_marks;
     StaleMarks m_staleMarks{m_sources, m_panel};
     AccessFace m_access;
+    OperatorWatch m_operator;
     std::optional<AuditTrail> m_audit; ///< Where the panel has one.
 };
 
