@@ -157,11 +157,10 @@ void PanelWindow::closeEvent(QCloseEvent* event)
 void PanelWindow::keyPressEvent(QKeyEvent* event)
 {
     const bool isFull = isFullScreen();
-    if (m_isKept) {
-        QWidget::keyPressEvent(event);
-    } else if (event->key() == Qt::Key_F11) {
-        isFull ? leaveScreen() : coverScreen();
-    } else if (event->key() == Qt::Key_Escape && isFull) {
+    if (!m_isKept && event->key() == Qt::Key_F11 && !isFull) {
+        coverScreen();
+    } else if (!m_isKept && (event->key() == Qt::Key_F11 || event->key() == Qt::Key_Escape) &&
+               isFull) {
         leaveScreen();
     } else {
         QWidget::keyPressEvent(event);

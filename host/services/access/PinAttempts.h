@@ -23,7 +23,7 @@ public:
     using Clock = std::function<qint64()>; ///< Milliseconds that never go back.
 
     static constexpr int kFreeTries = 2;
-    static constexpr qint64 kMaxWaitMs = 5 * 60 * 1000;
+    static constexpr qint64 kMaxWaitMs = 5LL * 60 * 1000;
 
     /// Without a file name the counts are forgotten at the end.
     explicit PinAttempts(const QString& fileName, Clock clock = {});

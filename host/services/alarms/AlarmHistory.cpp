@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kMaxLines = 2 * AlarmHistory::kMaxEntries; // Of the file, before it is cut.
 constexpr int kMaxLineLength = 64 * 1024;
-constexpr qint64 kMaxFileSize = 64 * 1024 * 1024;
+constexpr qint64 kMaxFileSize = 64LL * 1024 * 1024;
 
 /// In quotes, and no formula for whoever opens the table: one that a device has sent might be.
 QByteArray cell(QString text)

@@ -267,7 +267,7 @@ void AlarmService::setTimer()
         return;
     }
     const qint64 wait = std::max<qint64>(*due - now().steady, 0);
-    const int interval = int(std::min<qint64>(wait, 3600 * 1000)); // It looks again then.
+    const int interval = int(std::min<qint64>(wait, 3600LL * 1000)); // It looks again then.
     if (!m_due.isActive() || m_due.remainingTime() > interval) {
         m_due.start(interval);
     }

@@ -53,7 +53,7 @@ QString captionOf(const Node& node)
 {
     for (const char* const name : {"name", "widget/caption"}) {
         if (node.device() && node.device()->params().contains(name)) {
-            const QString caption = node.device()->getParam(name).value().trimmed();
+            QString caption = node.device()->getParam(name).value().trimmed();
             if (!caption.isEmpty()) {
                 return caption;
             }

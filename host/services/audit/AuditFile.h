@@ -27,8 +27,8 @@ class AuditFile : public QObject
 public:
     struct Limits
     {
-        qint64 maxBytes = 10 * 1024 * 1024; ///< Of one file.
-        int kept = 5;                       ///< Older files; 0: none.
+        qint64 maxBytes = 10LL * 1000 * 1000; ///< Of one file.
+        int kept = 5;                         ///< Older files; 0: none.
     };
 
     explicit AuditFile(const QString& fileName, const Limits& limits);

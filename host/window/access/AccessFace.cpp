@@ -182,11 +182,10 @@ void AccessFace::attempt(QWidget& part, const Intent& intent)
     BaseWidget* const device = HandEvents::deviceOf(&part);
     const bool isPerforming =
         s_face && s_face->m_confirmGuard && s_face->m_confirmGuard->isPerforming();
-    if (!s_face || !device || isPerforming) {
-        intent.perform();
-    } else if (s_face->isLocked(*device)) {
+    const bool isGuarded = s_face && device && !isPerforming;
+    if (isGuarded && s_face->isLocked(*device)) {
         s_face->askForPin(s_face->ruleOf(*device).role);
-    } else if (s_face->ruleOf(*device).isConfirmed) {
+    } else if (isGuarded && s_face->ruleOf(*device).isConfirmed) {
         s_face->ask(*device, intent);
     } else {
         intent.perform();

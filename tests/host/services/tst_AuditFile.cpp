@@ -248,7 +248,8 @@ void tst_AuditFile::killLosesNoLineAndLeavesNoHalfOne()
                 QCOMPARE(line["value"].toInt(-1), next++);
             }
         }
-        QVERIFY2(qMax(next, 0) > last, qPrintable(QString("%1 written, %2 read").arg(last + 1).arg(next)));
+        QVERIFY2(qMax(next, 0) > last,
+                 qPrintable(QString("%1 written, %2 read").arg(last + 1).arg(next)));
     }
 }
 

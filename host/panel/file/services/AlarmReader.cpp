@@ -150,7 +150,7 @@ private:
 
     QString readText(const YamlEntry& part)
     {
-        const QString text = m_context.text(*part.value);
+        QString text = m_context.text(*part.value);
         if (!part.value->isText() || text.size() > kMaxTextLength) {
             refuse(part, QString("%1 must be a text of %2 characters at most")
                              .arg(part.key->text, QString::number(kMaxTextLength)));
