@@ -51,7 +51,6 @@ ValuesPage::ValuesPage(ValueTable& table)
     : m_table(table), m_filter(new QLineEdit), m_rows(new QTableWidget(0, ColumnCount))
 {
     m_filter->setPlaceholderText(tr("Show only rows with this text"));
-    m_filter->setClearButtonEnabled(true);
     m_filter->setMinimumHeight(TouchSize::pixels(PanelLook::Touch::Fingers, *screen()));
     m_rows->setObjectName("values");
     m_rows->setHorizontalHeaderLabels({tr("Device"), tr("Output"), tr("Last value"), tr("Ago"),

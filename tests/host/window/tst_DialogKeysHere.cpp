@@ -82,8 +82,11 @@ void tst_DialogKeysHere::keysAreForAFinger()
     const int target = property("target").toInt();
     ModalDialog modal([&](QWidget& dialog) {
         const QRect screen = dialog.screen()->availableGeometry();
-        QVERIFY2(screen.contains(dialog.geometry()),
-                 qPrintable(QTest::toString(dialog.geometry())));
+        QVERIFY2(screen.contains(dialog.geometry()), qPrintable(QString("%1x%2 at %3, %4")
+                                                                    .arg(dialog.width())
+                                                                    .arg(dialog.height())
+                                                                    .arg(dialog.x())
+                                                                    .arg(dialog.y())));
         QSize least = screen.size();
         for (const QPushButton* key : dialog.findChildren<QPushButton*>()) {
             if (key->isVisible()) {
