@@ -2,7 +2,7 @@
 
 #include "host/catalogue/LookSchema.h"
 
-#include "host/panel/file/PanelLook.h"
+#include "host/panel/file/look/PanelLook.h"
 #include "host/panel/file/services/Duration.h"
 #include "host/panel/file/services/AuditReader.h"
 

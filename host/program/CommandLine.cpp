@@ -2,7 +2,7 @@
 
 #include "host/program/CommandLine.h"
 
-#include "host/panel/file/LookReader.h"
+#include "host/panel/file/look/LookReader.h"
 #include "host/program/PanelInput.h"
 
 #include <QCommandLineParser>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/catalogue/Listing.h"
-#include "host/panel/file/PanelLook.h"
+#include "host/panel/file/look/PanelLook.h"
 
 #include <QByteArray>
 #include <QSize>

@@ -2,7 +2,7 @@
 
 #include "host/program/Display.h"
 
-#include "host/program/Console.h"
+#include "host/program/streams/Console.h"
 
 #include <QFont>
 #include <QPair>

@@ -2,7 +2,7 @@
 
 #include "host/program/MakePin.h"
 
-#include "host/program/Console.h"
+#include "host/program/streams/Console.h"
 #include "host/services/access/PinHash.h"
 
 #include <QByteArray>

@@ -8,7 +8,7 @@
 #include "host/panel/plan/PanelPlan.h"
 #include "host/panel/state/AtomicFile.h"
 #include "host/panel/state/StateFile.h"
-#include "host/program/Console.h"
+#include "host/program/streams/Console.h"
 #include "host/program/Display.h"
 #include "host/program/MakePin.h"
 #include "host/program/PanelInput.h"

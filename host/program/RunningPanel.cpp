@@ -2,7 +2,7 @@
 
 #include "host/program/RunningPanel.h"
 
-#include "host/program/Console.h"
+#include "host/program/streams/Console.h"
 #include "host/services/access/Access.h"
 #include "host/window/PanelPages.h"
 #include "host/window/accessible/Accessibility.h"

@@ -7,7 +7,7 @@
 #include "host/catalogue/Schema.h"
 #include "host/panel/file/EditDistance.h"
 #include "host/program/CommandLine.h"
-#include "host/program/Console.h"
+#include "host/program/streams/Console.h"
 #include "host/yaml/Quote.h"
 
 namespace norvo {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "host/panel/file/PanelLook.h"
+#include "host/panel/file/look/PanelLook.h"
 #include "host/panel/run/PanelSurface.h"
 
 #include <QStringList>

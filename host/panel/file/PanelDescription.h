@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/panel/file/Diagnostics.h"
-#include "host/panel/file/PanelLook.h"
+#include "host/panel/file/look/PanelLook.h"
 #include "host/panel/file/services/AccessSetting.h"
 #include "host/panel/file/services/AlarmSetting.h"
 #include "host/panel/file/services/AuditSetting.h"

@@ -5,7 +5,7 @@
 #include "host/panel/file/ConnectionReader.h"
 #include "host/panel/file/DeviceReader.h"
 #include "host/panel/file/EditDistance.h"
-#include "host/panel/file/LookReader.h"
+#include "host/panel/file/look/LookReader.h"
 #include "host/panel/file/TemplateLibrary.h"
 #include "host/panel/file/TemplateUse.h"
 #include "host/panel/file/services/AccessReader.h"

@@ -2,7 +2,6 @@
 
 #include "host/window/access/LockMark.h"
 
-#include <QEvent>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -18,13 +17,10 @@ constexpr int kInset = 3;  // Pixels, from the corner.
 
 } // namespace
 
-LockMark::LockMark(QWidget& control) : QWidget(control.parentWidget()), m_control(&control)
+LockMark::LockMark(QWidget& control) : Overlay(control)
 {
     setObjectName("lockMark");
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    setFocusPolicy(Qt::NoFocus);
     setAccessibleName(tr("locked"));
-    control.installEventFilter(this);
     connect(&control, &QObject::destroyed, this, &QObject::deleteLater);
     follow();
 }
@@ -33,36 +29,6 @@ void LockMark::setLocked(bool isLocked)
 {
     m_isLocked = isLocked;
     follow();
-}
-
-bool LockMark::eventFilter(QObject* watched, QEvent* event)
-{
-    switch (event->type()) {
-    case QEvent::Move:
-    case QEvent::Resize:
-    case QEvent::Show:
-    case QEvent::Hide:
-    case QEvent::ParentChange:
-    case QEvent::ZOrderChange:
-        follow();
-        break;
-    default:
-        break;
-    }
-    return QWidget::eventFilter(watched, event);
-}
-
-void LockMark::follow()
-{
-    if (!m_control) {
-        return;
-    }
-    if (parentWidget() != m_control->parentWidget()) {
-        setParent(m_control->parentWidget());
-    }
-    setGeometry(m_control->geometry());
-    setVisible(m_isLocked && m_control->isVisibleTo(parentWidget()));
-    raise();
 }
 
 void LockMark::paintEvent(QPaintEvent*)

@@ -1,20 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QPointer>
-#include <QWidget>
+#include "host/window/marks/Overlay.h"
 
 namespace norvo {
 
 /// A veil over a locked control and a padlock in its corner; what it shows can be read through it.
-///
-/// Follows its control on the page and lets everything through that is meant for it.
-class LockMark : public QWidget
+class LockMark : public Overlay
 {
     Q_OBJECT
 
 public:
-    /// Owned by the page that the control stands on.
     explicit LockMark(QWidget& control);
 
     void setLocked(bool isLocked); ///< Seen only then.
@@ -24,13 +20,10 @@ public:
                           bool isClosed);
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    bool isWanted() const override { return m_isLocked; }
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void follow();
-
-    const QPointer<QWidget> m_control;
     bool m_isLocked = true;
 };
 

@@ -3,7 +3,6 @@
 #include "host/window/accessible/Accessibility.h"
 
 #include "host/window/accessible/AccessibleDevice.h"
-#include "host/window/accessible/GuardedControl.h"
 #include "host/window/accessible/LastValue.h"
 #include "norvo/BaseWidget.h"
 
@@ -14,6 +13,7 @@ namespace norvo {
 namespace {
 
 bool s_isInstalled = false;
+Accessibility::MakeControl s_makeControl = nullptr;
 
 /// Qt asks here for each class of an object, before it makes an interface of its own.
 QAccessibleInterface* interfaceFor(const QString& className, QObject* object)
@@ -29,7 +29,7 @@ QAccessibleInterface* interfaceFor(const QString& className, QObject* object)
     if (device && widget->accessibleName().isEmpty() && AccessibleDevice::isNameless(*widget)) {
         widget->setAccessibleName(AccessibleDevice::nameOf(*device));
     }
-    return GuardedControl::make(*widget);
+    return s_makeControl ? s_makeControl(*widget) : nullptr;
 }
 
 } // namespace
@@ -38,6 +38,11 @@ void Accessibility::install()
 {
     QAccessible::installFactory(interfaceFor);
     s_isInstalled = true;
+}
+
+void Accessibility::setControls(MakeControl make)
+{
+    s_makeControl = make;
 }
 
 void Accessibility::follow(QWidget& placed)

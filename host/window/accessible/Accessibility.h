@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+class QAccessibleInterface;
 class QWidget;
 
 namespace norvo {
@@ -10,6 +11,10 @@ namespace norvo {
 namespace Accessibility {
 
 void install(); ///< Once, by the program.
+
+/// Makes what stands for a control in place of what Qt would make; null: that does.
+using MakeControl = QAccessibleInterface* (*)(QWidget& control);
+void setControls(MakeControl make); ///< From now on.
 
 /// Remembers from now on what a lamp or a gauge shows, as it only paints it; nothing before
 /// install().

@@ -44,7 +44,7 @@ void Overlay::follow()
         setParent(m_display->parentWidget());
     }
     setGeometry(area(m_display->geometry()));
-    setVisible(m_display->isVisibleTo(parentWidget()));
+    setVisible(isWanted() && m_display->isVisibleTo(parentWidget()));
     raise();
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/program/MessageFilter.h"
+#include "host/program/streams/MessageFilter.h"
 
 #include <QRegularExpression>
 

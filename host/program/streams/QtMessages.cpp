@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/program/QtMessages.h"
+#include "host/program/streams/QtMessages.h"
 
-#include "host/program/Console.h"
-#include "host/program/MessageFilter.h"
+#include "host/program/streams/Console.h"
+#include "host/program/streams/MessageFilter.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/window/accessible/GuardedControl.h"
+#include "host/window/access/GuardedControl.h"
 
 #include "host/window/access/AccessFace.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/program/Console.h"
+#include "host/program/streams/Console.h"
 
 #include "host/yaml/Quote.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/panel/file/LookReader.h"
+#include "host/panel/file/look/LookReader.h"
 
 #include "host/panel/file/EditDistance.h"
 
