@@ -5,6 +5,7 @@
 #include "host/program/streams/Console.h"
 #include "host/services/access/Access.h"
 #include "host/window/PanelPages.h"
+#include "host/window/access/GuardedControl.h"
 #include "host/window/accessible/Accessibility.h"
 #include "host/window/status/SourceKey.h"
 #include "host/window/status/ValuesPage.h"
@@ -47,7 +48,7 @@ RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowle
       m_access(description, knowledge, pinCountFile, m_window),
       m_operator(knowledge)
 {
-    Accessibility::install();
+    Accessibility::install(&GuardedControl::make);
     m_pages->setLook(description.look);
     auto* const layout = new QVBoxLayout(m_window.page());
     layout->setContentsMargins(0, 0, 0, 0);

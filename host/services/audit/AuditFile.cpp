@@ -22,6 +22,7 @@ namespace norvo {
 
 namespace {
 
+constexpr qint64 kPage = 4096; // Bytes of a file that the system writes in one piece.
 constexpr int kMaxText = 4096; // Characters of a value: a line stays one piece for the system.
 
 /// A single value as JSON. What is no finite number stands as text.
@@ -151,12 +152,21 @@ void AuditFile::write(const AuditFields& fields)
     m_sync.request(m_fd);
 }
 
-/// All of it or nothing.
-bool AuditFile::append(const QByteArray& line)
+/// A kill in the middle of a write leaves the pages that are done: a line that would lie on two of
+/// them is moved to the second by spaces.
+int AuditFile::spacesBefore(const QByteArray& line) const
 {
-    if (m_size > 0 && m_size + line.size() > m_limits.maxBytes && !rotate()) {
+    const qint64 left = kPage - m_size % kPage;
+    return line.size() > left && line.size() <= kPage ? int(left) : 0;
+}
+
+/// All of it or nothing.
+bool AuditFile::append(QByteArray line)
+{
+    if (m_size > 0 && m_size + spacesBefore(line) + line.size() > m_limits.maxBytes && !rotate()) {
         return false;
     }
+    line.prepend(spacesBefore(line), ' ');
     const ssize_t count = ::write(m_fd, line.constData(), size_t(line.size()));
     if (count == line.size()) {
         m_size += count;

@@ -48,7 +48,8 @@ private:
     void close();
     void mendEnd();
     bool rotate();
-    bool append(const QByteArray& line);
+    int spacesBefore(const QByteArray& line) const;
+    bool append(QByteArray line);
     void report(const QString& what);
 
     const QString m_fileName; ///< As messages name it.

@@ -7,12 +7,10 @@
 #include "host/panel/run/Panel.h"
 #include "host/services/access/Access.h"
 #include "host/window/PanelWindow.h"
-#include "host/window/access/GuardedControl.h"
 #include "host/window/access/HandEvents.h"
 #include "host/window/access/LockKey.h"
 #include "host/window/access/LockMark.h"
 #include "host/window/access/QuestionSheet.h"
-#include "host/window/accessible/Accessibility.h"
 #include "host/window/accessible/AccessibleDevice.h"
 #include "host/window/strip/PanelStrip.h"
 
@@ -38,7 +36,6 @@ AccessFace::AccessFace(const PanelDescription& description, const TypeKnowledge&
     : m_rules(description, knowledge), m_window(window)
 {
     s_face = this;
-    Accessibility::setControls(&GuardedControl::make);
     if (m_rules.isAnyConfirmed()) {
         m_confirmGuard = std::make_unique<ConfirmGuard>(
             [this](const BaseWidget& device) { return ruleOf(device).isConfirmed; },

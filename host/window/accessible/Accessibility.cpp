@@ -29,20 +29,16 @@ QAccessibleInterface* interfaceFor(const QString& className, QObject* object)
     if (device && widget->accessibleName().isEmpty() && AccessibleDevice::isNameless(*widget)) {
         widget->setAccessibleName(AccessibleDevice::nameOf(*device));
     }
-    return s_makeControl ? s_makeControl(*widget) : nullptr;
+    return s_makeControl(*widget);
 }
 
 } // namespace
 
-void Accessibility::install()
+void Accessibility::install(MakeControl makeControl)
 {
+    s_makeControl = makeControl;
     QAccessible::installFactory(interfaceFor);
     s_isInstalled = true;
-}
-
-void Accessibility::setControls(MakeControl make)
-{
-    s_makeControl = make;
 }
 
 void Accessibility::follow(QWidget& placed)

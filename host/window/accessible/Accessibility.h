@@ -10,11 +10,10 @@ namespace norvo {
 /// value, and its inner controls by the same name.
 namespace Accessibility {
 
-void install(); ///< Once, by the program.
-
 /// Makes what stands for a control in place of what Qt would make; null: that does.
 using MakeControl = QAccessibleInterface* (*)(QWidget& control);
-void setControls(MakeControl make); ///< From now on.
+
+void install(MakeControl makeControl); ///< Once, by the program, before all widgets.
 
 /// Remembers from now on what a lamp or a gauge shows, as it only paints it; nothing before
 /// install().

@@ -197,16 +197,16 @@ void tst_ModbusRtu::lateAnswerIsNotThatOfTheNextRequest()
     OtherEnd other([&](const QByteArray&) {
         const int count = other.requests.size();
         if (count == 2) {
-            QTimer::singleShot(300, other.socket, [&] { other.socket->write(answerOf(99)); });
+            QTimer::singleShot(1200, other.socket, [&] { other.socket->write(answerOf(99)); });
         }
         if (count == 3) { // Not before the late answer, were it asked at once.
-            QTimer::singleShot(150, other.socket, [&] { other.socket->write(answerOf(3)); });
+            QTimer::singleShot(600, other.socket, [&] { other.socket->write(answerOf(3)); });
         }
         return count == 2 || count == 3 ? QByteArray() : answerOf(count);
     });
     const Cable cable(other.port());
     ModbusSubject plc(cable.target());
-    plc.device.setParam("timeout", "200");
+    plc.device.setParam("timeout", "800");
     plc.addOutput("x", QString("holding 100"));
     plc.start();
     QTRY_VERIFY_WITH_TIMEOUT(plc.notes.contains("x number 4"), kPatience);
@@ -258,12 +258,12 @@ void tst_ModbusRtu::wrongAnswerIsNone()
     OtherEnd other([&answer](const QByteArray&) { return answer; });
     const Cable cable(other.port());
     ModbusSubject plc(cable.target());
-    plc.device.setParam("timeout", "100");
+    plc.device.setParam("timeout", "500");
     plc.device.setParam("retries", "0");
     plc.addOutput("x", QString("holding 100"));
     plc.start();
     QTRY_COMPARE_WITH_TIMEOUT(plc.faults.size(), 1, kPatience);
-    QVERIFY2(plc.faults[0].endsWith("no answer within 100 ms; " + hint), qPrintable(plc.faults[0]));
+    QVERIFY2(plc.faults[0].endsWith("no answer within 500 ms; " + hint), qPrintable(plc.faults[0]));
     QCOMPARE(plc.notes, QStringList("away"));
 }
 

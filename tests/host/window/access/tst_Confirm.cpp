@@ -2,6 +2,7 @@
 
 #include "GuardedPanel.h"
 #include "HandWays.h"
+#include "host/window/access/GuardedControl.h"
 #include "host/window/access/QuestionSheet.h"
 #include "TestMain.h"
 
@@ -85,7 +86,10 @@ class tst_Confirm : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { Accessibility::install(); } // As the program does, before all widgets.
+    void initTestCase()
+    {
+        Accessibility::install(&GuardedControl::make);
+    } // As the program does, before all widgets.
     void nothingPassesTheQuestion_data();
     void nothingPassesTheQuestion();
     void yesDoesWhatWasMeant_data();

@@ -2,6 +2,7 @@
 
 #include "GuardedPanel.h"
 #include "HandWays.h"
+#include "host/window/access/GuardedControl.h"
 #include "host/window/access/LockKey.h"
 #include "host/window/access/LockMark.h"
 #include "host/window/strip/PanelStrip.h"
@@ -54,7 +55,10 @@ class tst_Lock : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { Accessibility::install(); } // As the program does, before all widgets.
+    void initTestCase()
+    {
+        Accessibility::install(&GuardedControl::make);
+    } // As the program does, before all widgets.
     void lockedControlTakesNothing_data();
     void lockedControlTakesNothing();
     void openControlTakesIt_data();

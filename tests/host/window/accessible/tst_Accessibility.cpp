@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "host/window/access/GuardedControl.h"
 #include "host/window/accessible/Accessibility.h"
 
 #include "host/panel/TestPanel.h"
@@ -82,7 +83,7 @@ private:
 
 void tst_Accessibility::initTestCase()
 {
-    Accessibility::install();
+    Accessibility::install(&GuardedControl::make);
     m_plugins.load(NORVO_BUILD_DIR "/plugins");
     QVERIFY(
         QFile::copy(NORVO_SOURCE_DIR "/examples/gallery/pump.svg", m_folder.filePath("pump.svg")));
