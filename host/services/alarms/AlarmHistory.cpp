@@ -44,7 +44,6 @@ AlarmHistory::AlarmHistory(const QString& fileName, QObject* parent)
       m_fileName(fileName),
       m_path(fileName.isEmpty() ? QString() : QFileInfo(fileName).absoluteFilePath())
 {
-    m_delay.setInterval(kWriteDelayMs);
     m_delay.setSingleShot(true);
     connect(&m_delay, &QTimer::timeout, this, &AlarmHistory::save);
 }
@@ -136,7 +135,7 @@ void AlarmHistory::add(const AlarmEntry& entry)
     remember(entry, m_isWriting ? entry.toJson() : QByteArray());
     m_unsaved = std::min(m_unsaved + 1, m_entries.size());
     if (m_isWriting && !m_delay.isActive()) {
-        m_delay.start();
+        m_delay.start(kWriteDelayMs);
     }
 }
 
@@ -158,9 +157,14 @@ void AlarmHistory::save()
         m_linesInFile += isFull ? 0 : int(m_unsaved);
         m_unsaved = 0;
         m_isFailureReported = false;
-    } else if (!m_isFailureReported) {
+        return;
+    }
+    m_delay.start(kRetryMs);
+    if (!m_isFailureReported) {
         m_isFailureReported = true;
-        warn(QString("the alarms cannot be saved: %1; tried again with the next one").arg(reason));
+        warn(QString("the alarms cannot be saved: %1; tried again every %2 s")
+                 .arg(reason)
+                 .arg(kRetryMs / 1000));
     }
 }
 
@@ -179,6 +183,10 @@ bool AlarmHistory::append(const QByteArray& text, QString& reason)
         file.resize(size);
         return false;
     }
+    if (!m_sync) {
+        m_sync.emplace();
+    }
+    m_sync->request(file.handle());
     return true;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/services/alarms/Alarm.h"
+#include "host/services/disk/DiskSync.h"
 
 #include <QHash>
 #include <QObject>
@@ -43,8 +44,8 @@ QString nameOf(AlarmState state);
 /// What happened to the alarms of a panel: the last entries, in memory and in a file of JSON lines.
 ///
 /// An entry is handed to the system soon after it happened, and then survives the end of the
-/// program in any way. The file is cut to its last entries from time to time; those that tell of
-/// an alarm which is not over stay, however old.
+/// program in any way; it is on the disk within DiskSync::kDelay from there. The file is cut to its
+/// last entries from time to time; those that tell of an alarm which is not over stay, however old.
 class AlarmHistory : public QObject
 {
     Q_OBJECT
@@ -52,6 +53,7 @@ class AlarmHistory : public QObject
 public:
     static constexpr int kMaxEntries = 10000;
     static constexpr int kWriteDelayMs = 200; ///< From an entry to its writing.
+    static constexpr int kRetryMs = 5000;     ///< From a writing that failed to the next.
 
     /// Without a name everything stays in memory.
     explicit AlarmHistory(const QString& fileName, QObject* parent = nullptr);
@@ -68,7 +70,8 @@ public:
     const QHash<QString, AlarmEntry>& unfinished() const { return m_unfinished; }
 
     void add(const AlarmEntry& entry);
-    /// Writes what is not yet written. A failure is reported once, until a writing has succeeded.
+    /// Writes what is not yet written. A failure is reported once, until a writing has succeeded;
+    /// what it was about is written later.
     void save();
 
     QByteArray toCsv() const; ///< With a line of headings; times in the local zone.
@@ -96,6 +99,7 @@ private:
     int m_badLines = 0;
     bool m_isFailureReported = false;
     QTimer m_delay;
+    std::optional<DiskSync> m_sync; ///< From the first writing on.
 };
 
 } // namespace norvo

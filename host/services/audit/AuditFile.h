@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "host/services/audit/DiskSync.h"
+#include "host/services/disk/DiskSync.h"
 
 #include <QByteArray>
 #include <QObject>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "FullDisk.h"
 #include "TestMain.h"
 #include "host/services/audit/AuditFile.h"
 
@@ -13,7 +14,6 @@
 #include <csignal>
 #include <limits>
 
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -173,14 +173,11 @@ void tst_AuditFile::fullDiskIsToldOnceAndCounted()
     Audited audited;
     audited.file.write({{"event", "start"}});
     const QByteArray before = audited.content();
-    ::signal(SIGXFSZ, SIG_IGN);
-    rlimit unlimited{};
-    QCOMPARE(::getrlimit(RLIMIT_FSIZE, &unlimited), 0);
-    const rlimit full{rlim_t(before.size() + 5), unlimited.rlim_max};
-    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &full), 0);
-    audited.file.write({{"event", "value"}});
-    audited.file.write({{"event", "value"}});
-    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &unlimited), 0);
+    {
+        const FullDisk full(before.size() + 5);
+        audited.file.write({{"event", "value"}});
+        audited.file.write({{"event", "value"}});
+    }
     QCOMPARE(audited.problems.size(), 1);
     QVERIFY2(audited.problems[0].contains("the audit cannot be written"),
              qPrintable(audited.problems[0]));

@@ -2,6 +2,7 @@
 
 #include "host/services/alarms/AlarmHistory.h"
 
+#include "FullDisk.h"
 #include "TestMain.h"
 
 using namespace norvo;
@@ -157,7 +158,7 @@ private slots:
         QVERIFY(contentOf(m_file).isEmpty());
     }
 
-    void fullDiskIsToldOnceAndTheRestIsWrittenLater()
+    void missingFolderIsReportedOnceAndTheRestIsWrittenLater()
     {
         const QString folder = m_folder.filePath("gone");
         QVERIFY(QDir().mkdir(folder));
@@ -175,7 +176,67 @@ private slots:
         QCOMPARE(contentOf(folder + "/x.alarms.jsonl").count('\n'), 3);
     }
 
-    void fullDeviceLeavesNoHalfLine()
+    void fullDiskIsReportedOnceAndLeavesNoHalfLine()
+    {
+        const auto history = open(m_file);
+        const auto add = [&history](const char* id) {
+            history->add(entry(id, "began", AlarmState::ActiveUnacknowledged));
+            history->save();
+        };
+        add("a");
+        const QByteArray before = contentOf(m_file);
+        QCOMPARE(before.count('\n'), 1);
+        {
+            const FullDisk full(before.size() + 5);
+            add("b");
+            add("c");
+            QCOMPARE(contentOf(m_file), before);
+        }
+        QCOMPARE(m_problems.size(), 1);
+        QVERIFY2(m_problems[0].contains("the alarms cannot be saved: "), qPrintable(m_problems[0]));
+        QCOMPARE(int(history->entries().size()), 3); // The panel knows them all the same.
+        add("d");
+        QCOMPARE(contentOf(m_file).count('\n'), 4);
+        {
+            const FullDisk full(contentOf(m_file).size());
+            add("e");
+        }
+        QCOMPARE(m_problems.size(), 2); // The next time that the disk is full.
+    }
+
+    void whatCouldNotBeWrittenIsTriedAgainByItself()
+    {
+        const auto history = open(m_file);
+        {
+            const FullDisk full(0);
+            history->add(entry("a", "began", AlarmState::ActiveUnacknowledged));
+            QTRY_COMPARE(m_problems.size(), 1);
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(contentOf(m_file).count('\n'), 1, 10 * AlarmHistory::kRetryMs);
+    }
+
+    void fullDiskKeepsTheFileThatWouldBeCut()
+    {
+        {
+            const auto history = open(m_file);
+            for (int i = 0; i < 2 * AlarmHistory::kMaxEntries; ++i) {
+                history->add(entry("a", "began", AlarmState::ActiveUnacknowledged, i));
+            }
+        }
+        const QByteArray before = contentOf(m_file);
+        const auto history = open(m_file);
+        for (int i = 0; i < AlarmHistory::kMaxEntries; ++i) {
+            history->add(entry("b", "began", AlarmState::ActiveUnacknowledged, i));
+        }
+        {
+            const FullDisk full(1000);
+            history->save();
+        }
+        QCOMPARE(m_problems.size(), 1);
+        QVERIFY(contentOf(m_file) == before);
+    }
+
+    void whatIsNoFileIsNotWritten()
     {
         const auto history = open("/dev/full");
         QCOMPARE(m_problems.size(), 1); // It is not a regular file.

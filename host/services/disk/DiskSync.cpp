@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/services/audit/DiskSync.h"
+#include "host/services/disk/DiskSync.h"
 
 #include <utility>
 
