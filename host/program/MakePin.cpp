@@ -76,7 +76,7 @@ int fail(const QString& error)
 int makePin()
 {
     if (!PinHash::isAvailable()) {
-        return fail("this program was built without libsodium, and knows no PINs");
+        return fail(PinHash::kUnavailable);
     }
     const bool isTerminal = ::isatty(STDIN_FILENO) == 1;
     QString pin;

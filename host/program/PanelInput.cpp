@@ -3,6 +3,7 @@
 #include "host/program/PanelInput.h"
 
 #include "host/panel/file/PanelFile.h"
+#include "host/services/access/PinHash.h"
 #include "host/yaml/SourceText.h"
 
 #include <QDir>
@@ -40,11 +41,15 @@ PanelInput::PanelInput(const QString& argument)
 PanelDescription PanelInput::read(Diagnostics& diagnostics) const
 {
     QDir::setCurrent(m_startFolder);
-    if (m_isStandardInput) {
-        return PanelFile::parse(readStandardInput(), m_name, diagnostics);
+    PanelDescription description = m_isStandardInput
+                                       ? PanelFile::parse(readStandardInput(), m_name, diagnostics)
+                                       : PanelFile::read(m_name, diagnostics);
+    if (!m_isStandardInput) {
+        QDir::setCurrent(QFileInfo(m_name).absolutePath());
     }
-    PanelDescription description = PanelFile::read(m_name, diagnostics);
-    QDir::setCurrent(QFileInfo(m_name).absolutePath());
+    if (description.access.isGiven() && !PinHash::isAvailable()) {
+        diagnostics.error(description.access.place, PinHash::kUnavailable);
+    }
     return description;
 }
 

@@ -2,6 +2,7 @@
 
 #include "PanelProcess.h"
 #include "host/services/access/PinHash.h"
+#include "host/services/access/TestPins.h"
 #include "TestMain.h"
 
 using norvo::PinHash::fits;
@@ -25,6 +26,8 @@ private slots:
     void badPinIsRefused();
     void terminalIsAskedTwiceAndShowsNothing();
     void twoDifferentPinsAreRefused();
+    void programWithoutTheHashSaysWhatToInstall_data();
+    void programWithoutTheHashSaysWhatToInstall();
 
 private:
     /// The exit status; what it printed is then in `output`.
@@ -126,6 +129,33 @@ void tst_MakePin::twoDifferentPinsAreRefused()
     const QByteArray seen = onTerminal({"471155", "471156"});
     QVERIFY2(seen.contains("two different PINs"), seen);
     QVERIFY2(!seen.contains("$argon2id$"), seen);
+}
+
+void tst_MakePin::programWithoutTheHashSaysWhatToInstall_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("place");
+    QTest::newRow("PIN") << QStringList{"--make-pin"} << "norvo-panel: ";
+    QTest::newRow("check") << QStringList{"--check", "panel.yaml"} << "panel.yaml:1:1: error: ";
+    QTest::newRow("picture") << QStringList{"--no-state", "--screenshot", "p.png", "panel.yaml"}
+                             << "panel.yaml:1:1: error: ";
+}
+
+void tst_MakePin::programWithoutTheHashSaysWhatToInstall()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, place);
+    const PanelFolder folder("access: {roles: {operate: \"" + pins::kOperateHash.toUtf8() +
+                             "\"}}\ndevices: {a: {device: button}}\n");
+    PanelProcess program(arguments + QStringList{"--plugins", NORVO_BUILD_DIR "/plugins"},
+                         fixture("panel_without_pins"));
+    program.setWorkingDirectory(folder.path());
+    QCOMPARE(program.runToEnd(), 1);
+    const QStringList lines = program.outputLines() + program.errorLines();
+    QVERIFY2(lines.contains(place + "this program was built without libsodium and can check no "
+                                    "PIN; install it (Debian: libsodium-dev) and build the "
+                                    "program again"),
+             qPrintable(lines.join('\n')));
 }
 
 NORVO_TEST(tst_MakePin)
