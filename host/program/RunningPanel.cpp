@@ -54,6 +54,9 @@ RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowle
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_pages);
     addKeys();
+    m_alarms.setPermit([this](Role needed, std::function<void()> action) {
+        m_access.require(needed, std::move(action));
+    });
     if (!description.audit.file.isEmpty()) {
         record();
     }
@@ -103,8 +106,9 @@ void RunningPanel::addKeys()
     m_window.strip().setTouch(m_description.look.touch);
     m_window.strip().addPart(new SourceKey(m_sources));
     auto* const values = new QShortcut(Qt::Key_F12, &m_window);
-    QObject::connect(values, &QShortcut::activated, &m_window,
-                     [this] { openValues(m_window, m_values, m_panel); });
+    QObject::connect(values, &QShortcut::activated, &m_window, [this] {
+        m_access.require(Role::Engineer, [this] { openValues(m_window, m_values, m_panel); });
+    });
 }
 
 void RunningPanel::start(PanelPlan plan, Diagnostics& diagnostics)

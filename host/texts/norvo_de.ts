@@ -348,6 +348,14 @@
         <translation>Ton aus</translation>
     </message>
     <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>Silenced</source>
+        <translation>Ton ist aus</translation>
+    </message>
+    <message>
         <source>Alarms %1</source>
         <translation>Alarme %1</translation>
     </message>

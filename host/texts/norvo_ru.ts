@@ -348,6 +348,14 @@
         <translation>Без звука</translation>
     </message>
     <message>
+        <source>Help</source>
+        <translation>Помощь</translation>
+    </message>
+    <message>
+        <source>Silenced</source>
+        <translation>Звук отключён</translation>
+    </message>
+    <message>
         <source>Alarms %1</source>
         <translation>Тревоги %1</translation>
     </message>

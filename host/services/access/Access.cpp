@@ -54,6 +54,11 @@ Access::~Access()
     }
 }
 
+Role Access::reachable(Role needed) const
+{
+    return m_setting.pins.isEmpty() ? needed : std::min(needed, m_setting.pins.lastKey());
+}
+
 qint64 Access::waitMs(Role needed) const
 {
     qint64 least = std::numeric_limits<qint64>::max();

@@ -22,6 +22,8 @@ public:
     Role role() const { return m_role; }
     bool isLocked() const { return m_role == Role::View; }
     bool allows(Role needed) const { return needed <= m_role; }
+    /// The role itself, or the highest that has a PIN.
+    Role reachable(Role needed) const;
     /// How long a PIN that opens `needed` must wait; 0: it can be tried.
     qint64 waitMs(Role needed) const;
 

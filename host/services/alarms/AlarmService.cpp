@@ -190,33 +190,54 @@ void AlarmService::set(int alarm, bool isOn, const QString& detail)
     }
 }
 
-void AlarmService::acknowledge(const QVector<int>& alarms)
+void AlarmService::operate(const std::function<void()>& action)
 {
-    for (const int alarm : alarms) {
-        if (m_model.at(alarm).isUnacknowledged()) {
-            m_model.acknowledge(alarm, now());
-            emit operated("acknowledged", m_model.at(alarm).definition.id);
-        }
+    if (m_permit) {
+        m_permit(Role::Operate, action);
+    } else {
+        action();
     }
 }
 
-void AlarmService::shelve(int alarm, Duration time)
+void AlarmService::acknowledge(const QVector<int>& alarms)
 {
-    m_model.shelve(alarm, time, now());
-    setTimer();
-    emit operated("shelved", m_model.at(alarm).definition.id);
+    operate([this, alarms] {
+        for (const int alarm : alarms) {
+            if (m_model.at(alarm).isUnacknowledged()) {
+                m_model.acknowledge(alarm, now());
+                emit operated("acknowledged", m_model.at(alarm).definition.id);
+            }
+        }
+    });
 }
 
-void AlarmService::unshelve(int alarm)
+void AlarmService::shelve(const QVector<int>& alarms, Duration time)
 {
-    m_model.unshelve(alarm, now());
-    emit operated("unshelved", m_model.at(alarm).definition.id);
+    operate([this, alarms, time] {
+        for (const int alarm : alarms) {
+            m_model.shelve(alarm, time, now());
+            emit operated("shelved", m_model.at(alarm).definition.id);
+        }
+        setTimer();
+    });
+}
+
+void AlarmService::unshelve(const QVector<int>& alarms)
+{
+    operate([this, alarms] {
+        for (const int alarm : alarms) {
+            m_model.unshelve(alarm, now());
+            emit operated("unshelved", m_model.at(alarm).definition.id);
+        }
+    });
 }
 
 void AlarmService::silence()
 {
-    m_isSilenced = true;
-    note();
+    operate([this] {
+        m_isSilenced = true;
+        note();
+    });
 }
 
 void AlarmService::record(const AlarmEvent& event)
@@ -241,10 +262,12 @@ void AlarmService::note()
 
 void AlarmService::tell()
 {
-    const auto& alarms = m_model.alarms();
-    m_isSounding = !m_isSilenced && std::any_of(alarms.cbegin(), alarms.cend(), [](const Alarm& a) {
-        return a.isShown() && a.isUnacknowledged() && a.definition.hasSound;
-    });
+    m_heard.reset();
+    for (const Alarm& alarm : m_model.alarms()) {
+        if (alarm.isShown() && alarm.isUnacknowledged() && alarm.definition.hasSound) {
+            m_heard = std::max(m_heard, std::make_optional(alarm.definition.priority));
+        }
+    }
     const int begun = m_begun;
     m_begun = -1;
     emit changed();

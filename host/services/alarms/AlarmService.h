@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "host/services/access/Permit.h"
 #include "host/services/alarms/AlarmHistory.h"
 #include "host/services/alarms/AlarmModel.h"
 #include "host/services/alarms/ReadoutAlerts.h"
@@ -12,6 +13,8 @@
 #include <QVector>
 
 #include <memory>
+#include <optional>
+#include <utility>
 
 namespace norvo {
 
@@ -43,12 +46,19 @@ public:
     const AlarmHistory& history() const { return m_history; }
     AlarmMoment now() const;
 
+    /// Who may do what follows; without it everybody may.
+    void setPermit(Permit permit) { m_permit = std::move(permit); }
+    /// What an operator asks for, done by one who may operate.
+    void operate(const std::function<void()>& action);
     void acknowledge(const QVector<int>& alarms);
-    void shelve(int alarm, Duration time);
-    void unshelve(int alarm);
+    void shelve(const QVector<int>& alarms, Duration time);
+    void unshelve(const QVector<int>& alarms);
 
     /// Whether an alarm that is to be heard waits to be acknowledged, and nobody has silenced it.
-    bool isSounding() const { return m_isSounding; }
+    bool isSounding() const { return m_heard && !m_isSilenced; }
+    bool isSilenced() const { return m_heard && m_isSilenced; } ///< Somebody has.
+    /// Of the worst that waits and is to be heard.
+    AlarmPriority heardPriority() const { return m_heard.value_or(AlarmPriority::Low); }
     void silence(); ///< Until the next alarm begins.
 
 signals:
@@ -72,6 +82,7 @@ private:
     void advance();
     void setTimer();
 
+    Permit m_permit;
     QElapsedTimer m_clock;
     AlarmModel m_model;
     AlarmHistory m_history;
@@ -83,7 +94,7 @@ private:
     int m_begun = -1; ///< The worst that has begun since changed(); -1: none.
     bool m_isStopped = false;
     bool m_isSilenced = false;
-    bool m_isSounding = false;
+    std::optional<AlarmPriority> m_heard; ///< As of changed().
 };
 
 } // namespace norvo

@@ -21,6 +21,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace norvo {
 
 namespace {
@@ -48,6 +50,7 @@ AccessFace::AccessFace(const PanelDescription& description, const TypeKnowledge&
         connect(m_access.get(), &Access::roleChanged, this, &AccessFace::followRole);
         connect(m_access.get(), &Access::problem, this, &AccessFace::problem);
         connect(m_access.get(), &Access::refused, this, &AccessFace::refuse);
+        connect(m_access.get(), &Access::unlocked, this, &AccessFace::unlock);
         connect(m_lockGuard.get(), &LockGuard::input, m_access.get(), &Access::noteInput);
         connect(m_lockGuard.get(), &LockGuard::handOn, m_access.get(), &Access::setHandOn);
         connect(m_lockGuard.get(), &LockGuard::touched, this,
@@ -137,12 +140,13 @@ void AccessFace::ask(BaseWidget& device, const Intent& intent)
 }
 
 /// Not within the event that asks for it: the pad runs until it is closed.
-void AccessFace::askForPin(Role needed, const QString& remark)
+void AccessFace::askForPin(Role needed, const std::function<void()>& wanted, const QString& remark)
 {
-    const Role asked = qMax(needed, Role::Operate);
+    const Role asked = m_access->reachable(qMax(needed, Role::Operate));
     if (m_isAskingForPin) {
         return;
     }
+    m_wanted = wanted;
     if (m_access->waitMs(asked) > 0) {
         return tellWait(asked);
     }
@@ -150,12 +154,15 @@ void AccessFace::askForPin(Role needed, const QString& remark)
     const QString label = remark + tr("PIN: %1").arg(LockKey::nameOf(asked));
     QTimer::singleShot(0, this, [this, asked, label] {
         const QPointer<AccessFace> self(this);
-        const auto pin = PinDialog::getPin(&m_window, label);
+        QWidget* const sheet = QApplication::activeModalWidget();
+        const auto pin = PinDialog::getPin(sheet ? sheet : &m_window, label);
         if (!self) {
             return;
         }
         m_isAskingForPin = false;
-        if (pin && !m_access->tryPin(*pin, asked)) {
+        if (!pin) {
+            m_wanted = nullptr;
+        } else if (!m_access->tryPin(*pin, asked)) {
             tellWait(asked);
         }
     });
@@ -163,13 +170,35 @@ void AccessFace::askForPin(Role needed, const QString& remark)
 
 void AccessFace::refuse(Role needed)
 {
-    m_access->waitMs(needed) > 0 ? tellWait(needed)
-                                 : askForPin(needed, tr("This PIN is wrong.") + '\n');
+    m_access->waitMs(needed) > 0
+        ? tellWait(needed)
+        : askForPin(needed, std::exchange(m_wanted, nullptr), tr("This PIN is wrong.") + '\n');
+}
+
+void AccessFace::require(Role needed, std::function<void()> action)
+{
+    const Role role = m_access ? m_access->reachable(needed) : Role::View;
+    if (!m_access || m_access->allows(role)) {
+        return action();
+    }
+    askForPin(role, [this, role, action = std::move(action)] {
+        if (m_access->allows(role)) {
+            action();
+        }
+    });
+}
+
+void AccessFace::unlock()
+{
+    if (const auto wanted = std::exchange(m_wanted, nullptr)) {
+        wanted();
+    }
 }
 
 void AccessFace::tellWait(Role needed)
 {
     constexpr int second = 1000;
+    m_wanted = nullptr;
     const qint64 seconds = (m_access->waitMs(needed) + second - 1) / second;
     auto* const sheet = new Sheet(m_window, tr("Too many wrong PINs"));
     sheet->setObjectName("waitForPin");

@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
 #include <memory>
 
 class BaseWidget;
@@ -37,6 +38,10 @@ public:
     Access* access() const { return m_access.get(); } ///< Null for a panel without PINs.
     void show(const Panel& panel);                    ///< Once the widgets are on their pages.
 
+    /// Does it where the role may, else after its PIN; where the panel has no PIN for that role,
+    /// the highest that has one will do.
+    void require(Role needed, std::function<void()> action);
+
     /// An attempt by what no event tells of, such as a screen reader: it is done, asked for or
     /// refused as one by hand.
     static void attempt(QWidget& part, const Intent& intent);
@@ -52,7 +57,9 @@ private:
     bool isLocked(const BaseWidget& device) const;
     void followRole();
     void ask(BaseWidget& device, const Intent& intent);
-    void askForPin(Role needed, const QString& remark = {});
+    void askForPin(Role needed, const std::function<void()>& wanted = {},
+                   const QString& remark = {});
+    void unlock();
     void refuse(Role needed); ///< A wrong PIN.
     void tellWait(Role needed);
 
@@ -66,6 +73,7 @@ private:
     QPointer<QuestionSheet> m_question;
     Role m_shownRole = Role::View;
     bool m_isAskingForPin = false;
+    std::function<void()> m_wanted; ///< What the PIN is asked for; empty: nothing follows it.
 };
 
 } // namespace norvo

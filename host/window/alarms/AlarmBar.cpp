@@ -49,8 +49,7 @@ QSize AlarmBar::sizeHint() const
 void AlarmBar::refresh()
 {
     m_lines = alarmLines(m_service.model());
-    const auto& model = m_service.model();
-    const bool isWaiting = !m_lines.isEmpty() && model.at(m_lines[0].alarms[0]).isUnacknowledged();
+    const bool isWaiting = worst() && worst()->isUnacknowledged();
     if (!isWaiting) {
         m_blink.stop();
         m_isLit = true;
@@ -62,19 +61,23 @@ void AlarmBar::refresh()
     update();
 }
 
+const Alarm* AlarmBar::worst() const
+{
+    return m_lines.isEmpty() ? nullptr : &m_service.model().at(m_lines[0].alarms.constFirst());
+}
+
 QString AlarmBar::line() const
 {
-    if (m_lines.isEmpty()) {
+    const Alarm* const alarm = worst();
+    if (!alarm) {
         return {};
     }
-    const AlarmLine& line = m_lines.constFirst();
-    const Alarm& alarm = m_service.model().at(line.alarms.constFirst());
-    const QDateTime since = QDateTime::fromMSecsSinceEpoch(alarm.since.wall);
+    const QDateTime since = QDateTime::fromMSecsSinceEpoch(alarm->since.wall);
     const bool isToday = since.date() == QDate::currentDate();
     return QString("%1  %2  %3  –  %4")
-        .arg(AlarmSign::nameOf(alarm.definition.priority),
+        .arg(AlarmSign::nameOf(alarm->definition.priority),
              since.toString(isToday ? "HH:mm:ss" : "yyyy-MM-dd HH:mm"),
-             textOf(line, m_service.model()), AlarmSign::nameOf(alarm));
+             textOf(m_lines.constFirst(), m_service.model()), AlarmSign::nameOf(*alarm));
 }
 
 void AlarmBar::tap()
@@ -82,9 +85,8 @@ void AlarmBar::tap()
     if (m_wasHeld || m_lines.isEmpty()) {
         return;
     }
-    const QVector<int> worst = m_lines.constFirst().alarms;
-    if (m_service.model().at(worst.constFirst()).isUnacknowledged()) {
-        m_service.acknowledge(worst);
+    if (worst()->isUnacknowledged()) {
+        m_service.acknowledge(m_lines.constFirst().alarms);
     } else {
         emit listRequested();
     }
@@ -93,26 +95,28 @@ void AlarmBar::tap()
 void AlarmBar::acknowledgeAll()
 {
     m_wasHeld = true;
+    QVector<int> all;
     for (const AlarmLine& line : qAsConst(m_lines)) {
-        m_service.acknowledge(line.alarms);
+        all += line.alarms;
     }
+    m_service.acknowledge(all);
 }
 
 void AlarmBar::paintEvent(QPaintEvent* /*event*/)
 {
-    if (m_lines.isEmpty()) {
+    const Alarm* const alarm = worst();
+    if (!alarm) {
         return;
     }
-    const Alarm& worst = m_service.model().at(m_lines[0].alarms[0]);
     QPainter painter(this);
     painter.fillRect(rect(), palette().color(isDown() ? QPalette::Mid : QPalette::Base));
     const int side = qMin(height() - 2 * kGap, 2 * fontMetrics().height());
     const QRectF sign(kGap, (height() - side) / 2., side, side);
-    AlarmSign::paint(painter, sign, worst.definition.priority, worst.isUnacknowledged() && m_isLit,
-                     palette());
+    AlarmSign::paint(painter, sign, alarm->definition.priority,
+                     alarm->isUnacknowledged() && m_isLit, palette());
     painter.setPen(palette().color(QPalette::WindowText));
     QFont font = painter.font();
-    font.setBold(worst.isUnacknowledged());
+    font.setBold(alarm->isUnacknowledged());
     painter.setFont(font);
     const QRect room = rect().adjusted(int(sign.right()) + kGap, 0, -kGap, 0);
     const QFontMetrics metrics(font);

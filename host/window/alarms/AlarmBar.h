@@ -23,7 +23,8 @@ public:
 
     explicit AlarmBar(AlarmService& service);
 
-    QString line() const; ///< What it says, without the count.
+    QString line() const;       ///< What it says, without the count.
+    const Alarm* worst() const; ///< That it tells of; null: none is shown.
     QSize sizeHint() const override;
 
 signals:

@@ -12,6 +12,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QPointer>
 #include <QPushButton>
 
 #include <algorithm>
@@ -37,18 +38,25 @@ AlarmPage::AlarmPage(AlarmService& service, const AlarmPlaces& places, Sheet& sh
     : m_service(service),
       m_tableFile(places.tableFile),
       m_list(new AlarmList(service, places.pageOf)),
+      m_help(new QLabel),
       m_message(new QLabel)
 {
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(makeFilters(places));
     layout->addWidget(m_list, 1);
-    layout->addWidget(m_message);
-    m_message->setWordWrap(true);
-    m_message->hide();
+    for (QLabel* const label : {m_help, m_message}) {
+        layout->addWidget(label);
+        label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
+        label->hide();
+    }
+    m_help->setObjectName("alarmHelpText");
     addKeys(sheet);
     connect(m_list, &AlarmList::selectionMade, this, &AlarmPage::followSelection);
-    connect(m_list, &QTableWidget::cellDoubleClicked, m_goTo, &QPushButton::click);
+    connect(m_list, &QTableWidget::cellActivated, m_goTo, &QPushButton::click);
+    m_list->selectRow(0);
+    m_list->setFocus();
     followSelection();
 }
 
@@ -97,8 +105,13 @@ void AlarmPage::addKeys(Sheet& sheet)
         return key;
     };
     if (!m_tableFile.isEmpty()) {
-        connect(add("alarmTable", tr("Save as CSV")), &QPushButton::clicked, this,
-                &AlarmPage::saveTable);
+        connect(add("alarmTable", tr("Save as CSV")), &QPushButton::clicked, this, [this] {
+            m_service.operate([page = QPointer<AlarmPage>(this)] {
+                if (page) {
+                    page->saveTable();
+                }
+            });
+        });
     }
     m_goTo = add("alarmGoTo", tr("Go to device"));
     m_shelve = add("alarmShelve", tr("Shelve"));
@@ -130,24 +143,22 @@ void AlarmPage::followSelection()
     m_shelve->setText(m_areShelved ? tr("Take from the shelf") : tr("Shelve"));
     m_shelve->setEnabled(!selected.isEmpty());
     m_goTo->setEnabled(!m_list->currentDevice().isEmpty());
+    m_help->setText(selected.isEmpty() ? QString() : model.at(selected[0]).definition.help);
+    m_help->setHidden(m_help->text().isEmpty());
 }
 
 void AlarmPage::shelve()
 {
     const QVector<int> alarms = m_list->selectedAlarms();
     if (m_areShelved) {
-        std::for_each(alarms.cbegin(), alarms.cend(),
-                      [this](int alarm) { m_service.unshelve(alarm); });
-        return;
+        return m_service.unshelve(alarms);
     }
     auto* const times = new QMenu(this);
     times->setAttribute(Qt::WA_DeleteOnClose);
     for (const ShelfTime& shelf : kShelfTimes) {
         const Duration time = shelf.time;
-        connect(times->addAction(tr(shelf.text)), &QAction::triggered, this, [this, alarms, time] {
-            std::for_each(alarms.cbegin(), alarms.cend(),
-                          [this, time](int alarm) { m_service.shelve(alarm, time); });
-        });
+        connect(times->addAction(tr(shelf.text)), &QAction::triggered, this,
+                [this, alarms, time] { m_service.shelve(alarms, time); });
     }
     times->popup(m_shelve->mapToGlobal({0, -times->sizeHint().height()}));
 }

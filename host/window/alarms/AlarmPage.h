@@ -43,6 +43,7 @@ private:
     AlarmService& m_service;
     const QString m_tableFile;
     AlarmList* m_list;
+    QLabel* m_help; ///< Of what is selected.
     QLabel* m_message;
     QPushButton* m_acknowledge = nullptr;
     QPushButton* m_acknowledgeAll = nullptr;

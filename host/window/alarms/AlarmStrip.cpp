@@ -4,10 +4,12 @@
 
 #include "host/services/alarms/AlarmService.h"
 #include "host/window/alarms/AlarmBar.h"
+#include "host/window/sheet/Sheet.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 
 #include <algorithm>
@@ -15,6 +17,8 @@
 namespace norvo {
 
 namespace {
+
+constexpr int kSheetWidth = 480; // pixels, at least
 
 QPushButton* makeKey(const char* name)
 {
@@ -26,22 +30,25 @@ QPushButton* makeKey(const char* name)
 
 } // namespace
 
-AlarmStrip::AlarmStrip(AlarmService& service)
+AlarmStrip::AlarmStrip(AlarmService& service, const QString& soundProgram)
     : m_service(service),
       m_bar(new AlarmBar(service)),
+      m_help(makeKey("alarmHelp")),
       m_silence(makeKey("alarmSilence")),
-      m_list(makeKey("alarmList"))
+      m_list(makeKey("alarmList")),
+      m_sound(soundProgram, &QApplication::beep)
 {
     setObjectName("alarmStrip");
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_bar, 1);
+    layout->addWidget(m_help);
     layout->addWidget(m_silence);
     layout->addWidget(m_list);
-    m_silence->setText(tr("Silence"));
-    m_silence->hide();
-    m_bell.setInterval(kBellMs);
-    connect(&m_bell, &QTimer::timeout, [] { QApplication::beep(); });
+    m_help->setText(tr("Help"));
+    m_nextSound.setInterval(kSoundMs);
+    connect(&m_nextSound, &QTimer::timeout, this, &AlarmStrip::sound);
+    connect(m_help, &QPushButton::clicked, this, &AlarmStrip::showHelp);
     connect(m_silence, &QPushButton::clicked, &service, &AlarmService::silence);
     connect(m_list, &QPushButton::clicked, this, &AlarmStrip::listRequested);
     connect(m_bar, &AlarmBar::listRequested, this, &AlarmStrip::listRequested);
@@ -53,7 +60,7 @@ AlarmStrip::AlarmStrip(AlarmService& service)
 
 void AlarmStrip::takeFocus()
 {
-    if (isHidden()) {
+    if (isHidden() || m_bar->hasFocus()) {
         emit listRequested();
     } else {
         m_bar->setFocus(Qt::ShortcutFocusReason);
@@ -66,15 +73,42 @@ void AlarmStrip::refresh()
     const auto count = std::count_if(alarms.cbegin(), alarms.cend(),
                                      [](const Alarm& alarm) { return alarm.isShown(); });
     m_list->setText(tr("Alarms %1").arg(count));
-    const bool isSounding = m_service.isSounding();
-    m_silence->setVisible(isSounding);
-    if (!isSounding) {
-        m_bell.stop();
-    } else if (!m_bell.isActive()) {
-        QApplication::beep();
-        m_bell.start();
-    }
+    m_help->setVisible(m_bar->worst() && !m_bar->worst()->definition.help.isEmpty());
+    followSound();
     setVisible(count > 0);
+}
+
+void AlarmStrip::followSound()
+{
+    const bool isSounding = m_service.isSounding();
+    m_silence->setVisible(isSounding || m_service.isSilenced());
+    m_silence->setEnabled(isSounding);
+    m_silence->setText(m_service.isSilenced() ? tr("Silenced") : tr("Silence"));
+    if (!isSounding) {
+        m_nextSound.stop();
+        m_sound.end();
+    } else if (!m_nextSound.isActive()) {
+        sound();
+        m_nextSound.start();
+    }
+}
+
+void AlarmStrip::sound()
+{
+    m_sound.play(m_service.heardPriority());
+}
+
+void AlarmStrip::showHelp()
+{
+    if (const Alarm* const alarm = m_bar->worst()) {
+        auto* const sheet = new Sheet(*m_help, alarm->definition.text);
+        auto* const help = new QLabel(alarm->definition.help);
+        help->setObjectName("alarmHelpText");
+        help->setTextFormat(Qt::PlainText);
+        help->setWordWrap(true);
+        sheet->content().addWidget(help);
+        sheet->present({kSheetWidth, 1});
+    }
 }
 
 void AlarmStrip::tellBegun()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "host/window/alarms/AlarmSound.h"
+
 #include <QTimer>
 #include <QWidget>
 
@@ -11,31 +13,40 @@ namespace norvo {
 class AlarmBar;
 class AlarmService;
 
-/// The part of the window's strip that tells of alarms: the worst of them, a key that silences the
-/// bell while it is heard, and the key to the list with the count. Hidden while all is quiet.
+/// The part of the window's strip that tells of alarms: the worst of them, a key to what helps
+/// against it, one that silences the sound, and the key to the list with the count. Hidden while
+/// all is quiet.
 class AlarmStrip : public QWidget
 {
     Q_OBJECT
 
 public:
-    static constexpr int kBellMs = 2000; ///< From one stroke of the bell to the next.
+    static constexpr int kSoundMs = 2000; ///< From one sound to the next.
 
-    explicit AlarmStrip(AlarmService& service);
+    /// `soundProgram` plays the tones; see AlarmSound.
+    explicit AlarmStrip(AlarmService& service,
+                        const QString& soundProgram = AlarmSound::besideThisProgram());
 
-    void takeFocus(); ///< Gives the bar the focus, or opens the list where all is quiet.
+    /// Gives the bar the focus; opens the list where it has it, or all is quiet.
+    void takeFocus();
 
 signals:
     void listRequested();
 
 private:
     void refresh();
+    void followSound();
+    void sound();
+    void showHelp();
     void tellBegun();
 
     AlarmService& m_service;
     AlarmBar* m_bar;
+    QPushButton* m_help;
     QPushButton* m_silence;
     QPushButton* m_list;
-    QTimer m_bell;
+    AlarmSound m_sound;
+    QTimer m_nextSound;
 };
 
 } // namespace norvo

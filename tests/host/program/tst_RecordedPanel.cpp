@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "ModalDialog.h"
+#include "StartedPanel.h"
 #include "TestMain.h"
-#include "host/catalogue/Catalogue.h"
-#include "host/catalogue/SenseCheck.h"
-#include "host/program/RunningPanel.h"
 #include "host/services/access/Access.h"
 #include "host/services/access/TestPins.h"
-#include "host/window/ShownPanel.h"
 
 #include <QCheckBox>
 #include <QJsonDocument>
@@ -15,8 +12,6 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QtTest>
-
-using norvo::RunningPanel;
 
 namespace {
 
@@ -39,42 +34,18 @@ const QString kUnticked =
 const QString kAcknowledged =
     QStringLiteral(R"x({"alarm":"open.output(double) above 0.5","event":"acknowledged"})x");
 
-/// A panel with what the program puts beside it and an audit, on view.
-class Recorded
+/// A started panel with an audit.
+class Recorded : public QTemporaryDir, public StartedPanel
 {
 public:
     explicit Recorded(const QByteArray& text)
-        : m_description(panelOf("audit: " + m_folder.filePath("a.jsonl").toUtf8() + "\n" + text)),
-          m_catalogue(builtTypes()),
-          m_knowledge(m_catalogue),
-          panel(m_description, m_knowledge, QString())
-    {
-        norvo::Diagnostics diagnostics("panel.yaml");
-        panel.start(
-            norvo::PanelPlan::make(m_description, builtTypes(), {}, diagnostics, {}, m_knowledge),
-            diagnostics);
-        panel.window().resize(800, 480);
-        panel.window().show();
-        panel.window().activateWindow();
-        if (diagnostics.hasErrors() || !QTest::qWaitForWindowActive(&panel.window())) {
-            qFatal("%s", qPrintable(diagnostics.summary()));
-        }
-    }
-
-    template <class T>
-    T* part(const QString& id)
-    {
-        return panel.panel().widget(id)->findChild<T*>();
-    }
-    void tap(QWidget* widget)
-    {
-        QTest::mouseClick(widget, Qt::LeftButton, {}, widget->rect().center());
-    }
+        : StartedPanel("audit: " + filePath("a.jsonl").toUtf8() + "\n" + text)
+    {}
 
     /// What has been recorded since the start, without the times.
     QStringList lines() const
     {
-        QFile file(m_folder.filePath("a.jsonl"));
+        QFile file(filePath("a.jsonl"));
         if (!file.open(QIODevice::ReadOnly)) {
             return {};
         }
@@ -88,15 +59,6 @@ public:
         }
         return lines.mid(1);
     }
-
-private:
-    const QTemporaryDir m_folder;
-    const norvo::PanelDescription m_description;
-    const norvo::Catalogue m_catalogue;
-    const norvo::SenseCheck m_knowledge;
-
-public:
-    RunningPanel panel;
 };
 
 } // namespace
@@ -116,7 +78,7 @@ private slots:
 void tst_RecordedPanel::tapIsRecordedAndWhatItsWireDoesIsNot()
 {
     Recorded recorded(kDevices);
-    recorded.tap(recorded.part<QPushButton>("pump"));
+    QTest::mouseClick(recorded.part<QPushButton>("pump"), Qt::LeftButton);
     QCOMPARE(recorded.lines(), (QStringList{kToggled.arg(""), kClicked.arg("")}));
     auto* const box = recorded.part<QCheckBox>("open");
     QVERIFY(box->isChecked());
@@ -128,7 +90,7 @@ void tst_RecordedPanel::tapIsRecordedAndWhatItsWireDoesIsNot()
 void tst_RecordedPanel::alarmThatIsAcknowledgedIsRecorded()
 {
     Recorded recorded(kDevices);
-    recorded.tap(recorded.part<QPushButton>("pump"));
+    QTest::mouseClick(recorded.part<QPushButton>("pump"), Qt::LeftButton);
     QTRY_VERIFY(recorded.panel.alarms().isSounding());
     QTest::keyClick(&recorded.panel.window(), Qt::Key_F8);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
@@ -147,7 +109,7 @@ void tst_RecordedPanel::pinsAndRolesAreRecorded()
                  QStringList(R"({"event":"refused","needed":"operate","role":"view"})"));
     QVERIFY(access.tryPin(pins::kOperate, norvo::Role::Operate));
     QTRY_VERIFY(!access.isLocked());
-    recorded.tap(recorded.part<QPushButton>("pump"));
+    QTest::mouseClick(recorded.part<QPushButton>("pump"), Qt::LeftButton);
     access.lock();
     const QString role = R"("role":"operate",)";
     QCOMPARE(recorded.lines().mid(1),
@@ -165,7 +127,7 @@ void tst_RecordedPanel::answersToQuestionsAreRecorded()
             QVERIFY(QTest::qWaitFor([key] { return key->isEnabled(); }));
             tap(opened, answer);
         });
-        recorded.tap(pump);
+        QTest::mouseClick(pump, Qt::LeftButton);
         QTRY_COMPARE(question.count(), 1);
     }
     QTRY_VERIFY(pump->isChecked());

@@ -196,8 +196,8 @@ private slots:
         const int alarm = panel.service.model().find("talker.output above 80");
         panel.service.acknowledge({alarm});
         panel.service.acknowledge({alarm});
-        panel.service.shelve(alarm, std::chrono::minutes(1));
-        panel.service.unshelve(alarm);
+        panel.service.shelve({alarm}, std::chrono::minutes(1));
+        panel.service.unshelve({alarm});
         QCOMPARE(operated.size(), 3);
         QCOMPARE(operated[0], (QVariantList{"acknowledged", "talker.output above 80"}));
         QCOMPARE(operated[1][0].toString(), QString("shelved"));
