@@ -2,6 +2,8 @@
 
 #include "host/window/accessible/FocusOrder.h"
 
+#include "host/window/marks/Overlay.h"
+
 #include <QGridLayout>
 #include <QMap>
 #include <QWidget>
@@ -15,6 +17,20 @@ bool takesTab(const QWidget& widget, const QWidget& cell)
 {
     return (widget.focusPolicy() & Qt::TabFocus) && !widget.focusProxy() &&
            widget.window() == cell.window();
+}
+
+/// The cell, its parts, and what lies over it.
+QWidgetList controlsOf(QWidget& cell)
+{
+    QWidgetList controls = QWidgetList{&cell} + cell.findChildren<QWidget*>();
+    const auto overlays =
+        cell.parentWidget()->findChildren<Overlay*>(QString(), Qt::FindDirectChildrenOnly);
+    for (const Overlay* const overlay : overlays) {
+        if (overlay->display() == &cell) {
+            controls += overlay->findChildren<QWidget*>();
+        }
+    }
+    return controls;
 }
 
 } // namespace
@@ -32,7 +48,7 @@ void orderFocus(const QGridLayout& grid)
     }
     QWidget* before = nullptr;
     for (QWidget* const cell : qAsConst(byCell)) {
-        for (QWidget* const control : QWidgetList{cell} + cell->findChildren<QWidget*>()) {
+        for (QWidget* const control : controlsOf(*cell)) {
             if (takesTab(*control, *cell)) {
                 if (before) {
                     QWidget::setTabOrder(before, control);

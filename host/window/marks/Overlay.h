@@ -15,14 +15,14 @@ class Overlay : public QWidget
 public:
     explicit Overlay(QWidget& display);
 
+    const QPointer<QWidget>& display() const { return m_display; }
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     /// What it covers, in the page's coordinates, where the display covers `display`.
     virtual QRect area(const QRect& display) const;
     virtual bool isWanted() const { return true; } ///< Otherwise it is hidden.
     void follow(); ///< To be called once by the constructor of the last class.
-
-    const QPointer<QWidget>& display() const { return m_display; }
 
 private:
     const QPointer<QWidget> m_display;
