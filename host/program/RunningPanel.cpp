@@ -7,6 +7,8 @@
 #include "host/window/PanelPages.h"
 #include "host/window/access/GuardedControl.h"
 #include "host/window/accessible/Accessibility.h"
+#include "host/window/graphs/GraphTools.h"
+#include "host/window/look/TouchSize.h"
 #include "host/window/status/SourceKey.h"
 #include "host/window/status/ValuesPage.h"
 #include "host/window/strip/PanelStrip.h"
@@ -111,6 +113,18 @@ void RunningPanel::addKeys()
     });
 }
 
+ToolSetting RunningPanel::toolSetting() const
+{
+    ToolSetting setting;
+    setting.keySize = TouchSize::pixels(m_description.look.touch, *m_window.screen());
+    const QFileInfo file(m_description.file);
+    setting.fileStart = file.absolutePath() + '/' + file.completeBaseName();
+    if (const Access* const access = m_access.access()) {
+        setting.mayWrite = [access] { return access->allows(Role::Operate); };
+    }
+    return setting;
+}
+
 void RunningPanel::start(PanelPlan plan, Diagnostics& diagnostics)
 {
     m_marks.listen(plan);
@@ -127,6 +141,7 @@ void RunningPanel::start(PanelPlan plan, Diagnostics& diagnostics)
     m_alarms.complete(m_panel, m_sources);
     m_alarmFace.complete(m_panel);
     m_access.show(m_panel);
+    GraphTools::addTo(m_panel, toolSetting());
     if (m_audit) {
         m_operator.complete(m_panel);
     }

@@ -11,6 +11,7 @@
 #include "host/window/PanelWindow.h"
 #include "host/window/access/AccessFace.h"
 #include "host/window/alarms/AlarmFace.h"
+#include "host/window/graphs/ToolSetting.h"
 #include "host/window/marks/StateMarks.h"
 #include "host/window/status/StaleMarks.h"
 
@@ -40,7 +41,8 @@ public:
 
 private:
     void addKeys();
-    void record(); ///< What is done, in the audit.
+    ToolSetting toolSetting() const; ///< Of its graphs.
+    void record();                   ///< What is done, in the audit.
 
     const PanelDescription& m_description;
     SourceWatch m_sources;

@@ -583,4 +583,69 @@
         <translation>Neuer Versuch in %1 s.</translation>
     </message>
 </context>
+<context>
+    <name>norvo::GraphTools</name>
+    <message>
+        <source>Graph tools: %1</source>
+        <translation>Werkzeuge des Graphen: %1</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::SeenPoints</name>
+    <message>
+        <source>No. %1</source>
+        <translation>Nr. %1</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::ToolPane</name>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Live</source>
+        <translation>Live</translation>
+    </message>
+    <message>
+        <source>Fix range</source>
+        <translation>Bereich halten</translation>
+    </message>
+    <message>
+        <source>Save CSV</source>
+        <translation>CSV sichern</translation>
+    </message>
+    <message>
+        <source>Save picture</source>
+        <translation>Bild sichern</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Not live: %1</source>
+        <translation>Nicht live: %1</translation>
+    </message>
+    <message>
+        <source>range by hand</source>
+        <translation>Bereich von Hand</translation>
+    </message>
+    <message>
+        <source>Saved</source>
+        <translation>Gesichert</translation>
+    </message>
+    <message>
+        <source>Not saved</source>
+        <translation>Nicht gesichert</translation>
+    </message>
+    <message>
+        <source>Locked</source>
+        <translation>Gesperrt</translation>
+    </message>
+    <message>
+        <source>Unlock the panel to save.</source>
+        <translation>Zum Sichern die Tafel entsperren.</translation>
+    </message>
+</context>
 </TS>

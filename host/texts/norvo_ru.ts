@@ -583,4 +583,69 @@
         <translation>Повторите через %1 с.</translation>
     </message>
 </context>
+<context>
+    <name>norvo::GraphTools</name>
+    <message>
+        <source>Graph tools: %1</source>
+        <translation>Инструменты графика: %1</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::SeenPoints</name>
+    <message>
+        <source>No. %1</source>
+        <translation>№ %1</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::ToolPane</name>
+    <message>
+        <source>Pause</source>
+        <translation>Пауза</translation>
+    </message>
+    <message>
+        <source>Live</source>
+        <translation>Сейчас</translation>
+    </message>
+    <message>
+        <source>Fix range</source>
+        <translation>Держать шкалу</translation>
+    </message>
+    <message>
+        <source>Save CSV</source>
+        <translation>Сохранить CSV</translation>
+    </message>
+    <message>
+        <source>Save picture</source>
+        <translation>Снимок</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <source>Not live: %1</source>
+        <translation>Не сейчас: %1</translation>
+    </message>
+    <message>
+        <source>range by hand</source>
+        <translation>шкала вручную</translation>
+    </message>
+    <message>
+        <source>Saved</source>
+        <translation>Сохранено</translation>
+    </message>
+    <message>
+        <source>Not saved</source>
+        <translation>Не сохранено</translation>
+    </message>
+    <message>
+        <source>Locked</source>
+        <translation>Заблокировано</translation>
+    </message>
+    <message>
+        <source>Unlock the panel to save.</source>
+        <translation>Чтобы сохранить, разблокируйте панель.</translation>
+    </message>
+</context>
 </TS>

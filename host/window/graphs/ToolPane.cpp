@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/window/graphs/ToolPane.h"
+
+#include "host/window/accessible/AccessibleDevice.h"
+#include "host/window/graphs/Cursor.h"
+#include "host/window/graphs/Gestures.h"
+#include "host/window/graphs/GraphFiles.h"
+#include "host/window/graphs/PlotCopy.h"
+#include "host/window/graphs/SeenPoints.h"
+#include "host/window/graphs/ToolKey.h"
+#include "host/window/sheet/Sheet.h"
+
+#include "norvo/BaseWidget.h"
+
+#include <QBuffer>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace norvo {
+
+namespace {
+
+constexpr int kEdge = 2;        // pixels
+constexpr int kGap = 4;         // between two keys
+constexpr int kLeastPlot = 160; // pixels, upright
+constexpr int kStateTextPixels = 13;
+constexpr int kSheetWidth = 440;
+
+} // namespace
+
+ToolPane::ToolPane(BaseWidget& display, QCustomPlot& plot, const ToolSetting& setting)
+    : Overlay(display),
+      m_shown(&plot),
+      m_setting(setting),
+      m_plot(new PlotCopy(plot)),
+      m_cursor(new Cursor(*m_plot)),
+      m_state(new QLabel)
+{
+    setObjectName("graphTools");
+    setAttribute(Qt::WA_TransparentForMouseEvents, false);
+    setAutoFillBackground(true);
+    m_plot->setAccessibleName(AccessibleDevice::nameOf(display));
+    m_state->setObjectName("graphState");
+    QFont small = m_state->font();
+    small.setPixelSize(kStateTextPixels);
+    small.setBold(true);
+    m_state->setFont(small);
+    m_state->setAlignment(Qt::AlignCenter);
+    m_state->setAutoFillBackground(true);
+    m_state->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(kEdge, kEdge, kEdge, kEdge);
+    column->setSpacing(kGap);
+    column->addWidget(m_state);
+    column->addWidget(m_plot, 1);
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(kGap);
+    column->addLayout(row);
+    addKeys(*row);
+
+    auto* const hand = new Gestures(*m_plot);
+    connect(hand, &Gestures::tapped, m_cursor, &Cursor::put);
+    connect(hand, &Gestures::cursorMoved, m_cursor, &Cursor::moveBy);
+    connect(hand, &Gestures::liveRequested, this, &ToolPane::goLive);
+    connect(m_plot, &PlotCopy::viewChanged, this, &ToolPane::followView);
+    connect(&plot, &QObject::destroyed, this, &ToolPane::closed);
+    plot.installEventFilter(this); // Its place in the display is known only once it has moved.
+    followView();
+    follow();
+}
+
+void ToolPane::addKeys(QHBoxLayout& row)
+{
+    using Symbol = ToolKey::Symbol;
+    const auto add = [this, &row](Symbol symbol, const QString& text, const char* name) {
+        auto* const key = new ToolKey(symbol, text, m_setting.keySize);
+        key->setObjectName(name);
+        row.addWidget(key, 1);
+        return key;
+    };
+    m_pause = add(Symbol::Pause, tr("Pause"), "graphPause");
+    m_range = add(Symbol::Range, tr("Fix range"), "graphRange");
+    ToolKey* const table = add(Symbol::Table, tr("Save CSV"), "graphTable");
+    ToolKey* const picture = add(Symbol::Picture, tr("Save picture"), "graphPicture");
+    ToolKey* const close = add(Symbol::Close, tr("Close"), "graphClose");
+    m_range->setCheckable(true);
+    connect(m_pause, &ToolKey::clicked, this, [this] {
+        if (m_plot->isHeld()) {
+            goLive();
+        } else {
+            m_plot->hold();
+        }
+    });
+    connect(m_range, &ToolKey::clicked, m_plot, &PlotCopy::fixValues);
+    connect(table, &ToolKey::clicked, this,
+            [this, table] { save(*table, ".csv", tableOf(*m_plot)); });
+    connect(picture, &ToolKey::clicked, this,
+            [this, picture] { save(*picture, ".png", this->picture()); });
+    connect(close, &ToolKey::clicked, this, &ToolPane::closed);
+}
+
+QRect ToolPane::placeOnPage(const QWidget& plot, const QWidget& page)
+{
+    return {plot.mapTo(&page, QPoint()), plot.size()};
+}
+
+QRect ToolPane::area(const QRect& display) const
+{
+    const QRect page = parentWidget()->rect();
+    const QRect graph = m_shown ? placeOnPage(*m_shown, *parentWidget()) : display;
+    const QSize least(layout()->minimumSize().width(),
+                      kLeastPlot + layout()->minimumSize().height());
+    QRect area(graph.topLeft(), graph.size().expandedTo(least).boundedTo(page.size()));
+    const int left = graph.center().x() - area.width() / 2;
+    area.moveLeft(qBound(page.left(), left, page.right() + 1 - area.width()));
+    area.moveTop(qBound(page.top(), graph.top(), page.bottom() + 1 - area.height()));
+    return area;
+}
+
+void ToolPane::goLive()
+{
+    m_cursor->remove();
+    m_plot->goLive();
+}
+
+/// Said in words and by its place as well as by its colours, which are turned about.
+void ToolPane::followView()
+{
+    QStringList says;
+    if (m_plot->isHeld()) {
+        says << tr("Not live: %1")
+                    .arg(m_plot->showsTimes()
+                             ? rangeText(*m_plot)
+                             : m_plot->heldAt().toString("hh:mm:ss") + ", " + rangeText(*m_plot));
+    }
+    if (m_plot->areValuesFixed()) {
+        says << tr("range by hand");
+    }
+    const bool isLive = says.isEmpty();
+    m_state->setText(isLive ? tr("Live") : says.join(QString(" %1 ").arg(QChar(0xb7))));
+    m_state->setAccessibleName(m_state->text());
+    m_state->setBackgroundRole(isLive ? QPalette::Window : QPalette::WindowText);
+    m_state->setForegroundRole(isLive ? QPalette::WindowText : QPalette::Window);
+    m_pause->show(m_plot->isHeld() ? ToolKey::Symbol::Live : ToolKey::Symbol::Pause,
+                  m_plot->isHeld() ? tr("Live") : tr("Pause"));
+    m_range->setChecked(m_plot->areValuesFixed());
+}
+
+QByteArray ToolPane::picture() const
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    m_plot->grab().save(&buffer, "PNG");
+    return bytes;
+}
+
+void ToolPane::save(ToolKey& key, const QString& end, const QByteArray& content)
+{
+    QString title = tr("Saved");
+    QString text;
+    QString reason;
+    if (m_setting.mayWrite && !m_setting.mayWrite()) {
+        title = tr("Locked");
+        text = tr("Unlock the panel to save.");
+    } else {
+        text = writeNewFile(m_setting.fileStart, end, content, reason);
+        if (text.isEmpty()) {
+            title = tr("Not saved");
+            text = reason;
+        }
+    }
+    auto* const sheet = new Sheet(key, title);
+    auto* const label = new QLabel(text);
+    label->setFont(QFont(label->font().family(), sheet->font().pointSize()));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    sheet->content().addWidget(label);
+    sheet->present({kSheetWidth, 1});
+}
+
+void ToolPane::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape) {
+        emit closed();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void ToolPane::mousePressEvent(QMouseEvent* event)
+{
+    event->accept();
+}
+
+void ToolPane::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    painter.setPen(QPen(palette().color(QPalette::Highlight), kEdge));
+    painter.drawRect(QRectF(rect()).adjusted(kEdge / 2., kEdge / 2., -kEdge / 2., -kEdge / 2.));
+}
+
+} // namespace norvo

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace norvo {
+
+/// What the tools of a graph know of the panel around it.
+struct ToolSetting
+{
+    int keySize = 0;                ///< In pixels, of what is touched.
+    QString fileStart;              ///< Of files that are saved: a folder and how a name begins.
+    std::function<bool()> mayWrite; ///< Whether whoever is there may save. Null: always.
+};
+
+} // namespace norvo
