@@ -5,6 +5,7 @@
 #include "host/panel/file/look/PanelLook.h"
 #include "host/panel/file/services/Duration.h"
 #include "host/panel/file/services/AuditReader.h"
+#include "host/panel/file/services/HistoryReader.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -78,8 +79,50 @@ void addLookKeys(QJsonObject& keys)
                                    "tabs or for each by its name; 0: none."));
 }
 
+namespace {
+
+QJsonObject historySchema()
+{
+    const auto map = [](const QJsonObject& properties) {
+        return QJsonObject{{"type", QJsonArray{"object", "null"}},
+                           {"properties", properties},
+                           {"additionalProperties", false}};
+    };
+    QJsonObject settings{
+        {"deadband", QJsonObject{{"type", QJsonArray{"number", "string"}},
+                                 {"minimum", 0},
+                                 {"pattern", "^\\s*\\+?[0-9.]+([eE][-+]?[0-9]+)?\\s*$"},
+                                 {"description", "Changes by no more are left out."}}},
+        {"every", textLike(durationPattern(), "The least time between two values, as 1 s.")}};
+    QJsonObject inMap = map(settings);
+    settings.insert("signal", QJsonObject{{"type", "string"}});
+    QJsonObject inList = map(settings);
+    inList.insert("type", "object");
+    inList.insert("required", QJsonArray{"signal"});
+    const QJsonObject listed{{"anyOf", QJsonArray{QJsonObject{{"type", "string"}}, inList}}};
+    const QJsonObject recorded{
+        {"anyOf", QJsonArray{QJsonObject{{"type", "array"}, {"minItems", 1}, {"items", listed}},
+                             QJsonObject{{"type", "object"},
+                                         {"minProperties", 1},
+                                         {"additionalProperties", inMap}}}},
+        {"description", "What is recorded: \"device.signal\"."}};
+    return {{"type", "object"},
+            {"properties",
+             QJsonObject{
+                 {"signals", recorded},
+                 {"file", QJsonObject{{"type", "string"}, {"minLength", 1}}},
+                 {"keep", textLike(durationPattern(), "How old a value gets; 30 d by default.")},
+                 {"max", textLike(historySizePattern(), "Of the file; 500 MB by default.")}}},
+            {"additionalProperties", false},
+            {"required", QJsonArray{"signals"}},
+            {"description", "What signals send is recorded, and graphs begin with it."}};
+}
+
+} // namespace
+
 void addServiceKeys(QJsonObject& keys)
 {
+    keys.insert("history", historySchema());
     const QJsonObject file{{"type", "string"}, {"minLength", 1}};
     const QJsonObject map{
         {"type", "object"},

@@ -125,8 +125,10 @@ public:
                        !(m_input.isStandardInput() && options.stateFile.isEmpty())),
           m_alarmFile(alarmFileOf(options, m_keepsState)),
           m_picturePath(QFileInfo(options.pictureFile).absoluteFilePath()),
-          m_auditPath(options.auditFile.isEmpty() ? QString()
-                                                  : QFileInfo(options.auditFile).absoluteFilePath())
+          m_auditPath(options.auditFile.isEmpty()
+                          ? QString()
+                          : QFileInfo(options.auditFile).absoluteFilePath()),
+          m_historyPath(QFileInfo(HistorySetting::besidePanel(m_input.name())).absoluteFilePath())
     {
         QObject::connect(&m_signals, &UnixSignals::stopRequested, qApp, &QCoreApplication::quit);
         if (options.kiosk) {
@@ -138,6 +140,7 @@ public:
 
 private:
     int start();
+    void settle(PanelDescription& description) const;
     int showErrors(const Diagnostics& diagnostics);
     int runPanel(PanelPlan plan, const PanelDescription& description, StateFile& state);
     int show(PanelWindow& window);
@@ -152,6 +155,7 @@ private:
     const QString m_alarmFile;   ///< Absolute likewise; empty: what happens to alarms is not kept.
     const QString m_picturePath; ///< Absolute: reading the panel changes the working folder.
     const QString m_auditPath;   ///< Likewise; empty: what the panel file says.
+    const QString m_historyPath; ///< Likewise; where the panel file names no other.
     const UnixSignals m_signals; ///< From before anything starts; ends a wait of the start, too.
     const WheelGuard m_wheelGuard{*qApp};
     const TapGuard m_tapGuard{*qApp};
@@ -178,10 +182,7 @@ int PanelRun::start()
                                                   : m_options.stateFile,
                     isPicture() ? StateFile::Mode::ReadOnly : StateFile::Mode::ReadWrite);
     PanelDescription description = m_input.read(diagnostics);
-    description.look.theme = m_options.theme.value_or(description.look.theme);
-    description.audit.file = isPicture()             ? QString()
-                             : m_auditPath.isEmpty() ? description.audit.file
-                                                     : m_auditPath;
+    settle(description);
     Language::use(*qGuiApp, description.look.language);
     if (!m_options.qtArguments.contains("-style")) {
         Look::apply(*qApp, description.look);
@@ -199,6 +200,19 @@ int PanelRun::start()
     reportAll(diagnostics);
     return diagnostics.preventsStart() ? showErrors(diagnostics)
                                        : runPanel(std::move(plan), description, state);
+}
+
+/// What the command line says of what the panel file does.
+void PanelRun::settle(PanelDescription& description) const
+{
+    description.look.theme = m_options.theme.value_or(description.look.theme);
+    description.audit.file = isPicture()             ? QString()
+                             : m_auditPath.isEmpty() ? description.audit.file
+                                                     : m_auditPath;
+    HistorySetting& history = description.history;
+    const bool hasFile = !history.file.isEmpty() || !m_input.isStandardInput();
+    history.isGiven = history.isGiven && m_options.keepsState && hasFile && !isPicture();
+    history.file = history.file.isEmpty() ? m_historyPath : history.file;
 }
 
 int PanelRun::showErrors(const Diagnostics& diagnostics)

@@ -62,6 +62,10 @@ RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowle
     if (!description.audit.file.isEmpty()) {
         record();
     }
+    if (description.history.isGiven) {
+        m_history.emplace(description.history);
+        QObject::connect(&*m_history, &HistoryService::problem, &Console::report);
+    }
 }
 
 void RunningPanel::record()
@@ -97,6 +101,9 @@ void RunningPanel::record()
 void RunningPanel::stop()
 {
     m_alarms.stop();
+    if (m_history) {
+        m_history->stop();
+    }
     m_panel.stop();
     if (m_audit) {
         m_audit->noteStop();
@@ -131,6 +138,9 @@ void RunningPanel::start(PanelPlan plan, Diagnostics& diagnostics)
     m_sources.listen(plan);
     m_values.listen(plan);
     m_alarms.listen(plan);
+    if (m_history) {
+        m_history->listen(plan);
+    }
     if (m_audit) {
         m_operator.listen(plan);
     }

@@ -6,6 +6,7 @@
 #include "host/services/alarms/AlarmService.h"
 #include "host/services/audit/AuditTrail.h"
 #include "host/services/audit/OperatorWatch.h"
+#include "host/services/history/HistoryService.h"
 #include "host/services/status/SourceWatch.h"
 #include "host/services/values/ValueTable.h"
 #include "host/window/PanelWindow.h"
@@ -35,6 +36,7 @@ public:
     Panel& panel() { return m_panel; }
     PanelWindow& window() { return m_window; }
     AccessFace& access() { return m_access; }
+    HistoryService* history() { return m_history ? &*m_history : nullptr; } ///< Null without one.
 
     void start(PanelPlan plan, Diagnostics& diagnostics); ///< Once.
     void stop();
@@ -56,7 +58,8 @@ private:
     StaleMarks m_staleMarks{m_sources, m_panel};
     AccessFace m_access;
     OperatorWatch m_operator;
-    std::optional<AuditTrail> m_audit; ///< Where the panel has one.
+    std::optional<AuditTrail> m_audit;       ///< Where the panel has one.
+    std::optional<HistoryService> m_history; ///< Likewise.
 };
 
 } // namespace norvo

@@ -6,6 +6,7 @@
 #include "host/panel/file/services/AccessSetting.h"
 #include "host/panel/file/services/AlarmSetting.h"
 #include "host/panel/file/services/AuditSetting.h"
+#include "host/panel/file/services/HistorySetting.h"
 
 #include <QMap>
 #include <QString>
@@ -77,6 +78,7 @@ struct PanelDescription
     PanelAccess access = {};
     QVector<AlarmSetting> alarms = {}; ///< In the order of the file.
     AuditSetting audit = {};
+    HistorySetting history = {};
 };
 
 } // namespace norvo

@@ -11,6 +11,7 @@
 #include "host/panel/file/services/AccessReader.h"
 #include "host/panel/file/services/AlarmReader.h"
 #include "host/panel/file/services/AuditReader.h"
+#include "host/panel/file/services/HistoryReader.h"
 
 #include "norvo/Ids.h"
 
@@ -75,6 +76,8 @@ private:
                 readAlarms(entry, context);
             } else if (key == "audit") {
                 readAudit(entry, context, m_description.audit);
+            } else if (key == "history") {
+                readHistory(entry, context, m_description.history);
             } else if (lookKeys().contains(key)) {
                 readLook(entry, context, m_description.look);
                 fitPlace = key == "fit" ? entry.place : fitPlace;
@@ -95,9 +98,10 @@ private:
             std::any_of(settings.cbegin(), settings.cend(), [](const YamlEntry& one) {
                 return one.key && (one.key->text == "device" || one.key->text == "use");
             });
-        const QStringList keys = QStringList{"title",   "devices", "connections", "templates",
-                                             "include", "access",  "alarms",      "audit"} +
-                                 lookKeys();
+        const QStringList keys =
+            QStringList{"title",  "devices", "connections", "templates", "include",
+                        "access", "alarms",  "audit",       "history"} +
+            lookKeys();
         context.refuseKey(*entry.key, "", keys,
                           isDevice ? "a device stands below \"devices:\" and is indented"
                                    : "a panel has " + keys.mid(0, keys.size() - 1).join(", ") +

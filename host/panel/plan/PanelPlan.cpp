@@ -42,11 +42,11 @@ public:
         addNodes(running);
         applySavedState(saved, m_nodes, m_diagnostics);
         initialiseNodes();
-        reportOverlaps(m_plan.layOut());
-        reportHugeGrid();
+        reportPlacement(m_plan.layOut(), m_plan.nodes, m_plan.cells, m_diagnostics);
         reportMisspeltIds(m_description, m_diagnostics);
         addWires();
         addAlarms();
+        addHistory();
         m_knowledge.checkCurves(m_description, m_diagnostics);
         return std::move(m_plan);
     }
@@ -187,44 +187,6 @@ private:
                DeviceTypeInfo::kMethodsAfterInitialise;
     }
 
-    void reportOverlaps(const Placement& placement)
-    {
-        std::vector<const PlacedText*> shown;
-        for (const Node* node : m_plan.nodes) {
-            if (node->isShowable()) {
-                shown.push_back(&node->setting().id);
-            }
-        }
-        for (const Placement::Overlap& overlap : placement.overlaps()) {
-            const PlacedText& later = *shown[overlap.later];
-            const PlacedText& earlier = *shown[overlap.earlier];
-            const QString area = placement.cells()[overlap.later].area;
-            m_diagnostics.error(later.place, [&] {
-                return QString("%1 and %2 (line %3) overlap at row %4, column %5%6")
-                    .arg(inQuotes(later.text), inQuotes(earlier.text),
-                         QString::number(earlier.place.line), QString::number(overlap.row),
-                         QString::number(overlap.column),
-                         area.isEmpty() ? QString() : " of area " + inQuotes(area));
-            });
-        }
-    }
-
-    void reportHugeGrid()
-    {
-        for (size_t i = 0; i < m_plan.nodes.size(); ++i) {
-            const Cells& cells = m_plan.cells[int(i)];
-            if (std::max(cells.row + cells.rowspan, cells.column + cells.colspan) >
-                Placement::kMaxLines) {
-                const PlacedText& id = m_plan.nodes[i]->setting().id;
-                m_diagnostics.error(
-                    id.place, QString("%1 would lie beyond %2 rows or columns, the limit of "
-                                      "a panel")
-                                  .arg(inQuotes(id.text), QString::number(Placement::kMaxLines)));
-                return;
-            }
-        }
-    }
-
     void addWires()
     {
         const CycleFinder cycles(
@@ -279,14 +241,32 @@ private:
     void addAlarms()
     {
         for (const AlarmSetting& alarm : m_description.alarms) {
-            const Endpoint end{{alarm.device, alarm.devicePlace}, {alarm.signal, {}}};
-            const Node* const node = find(end);
-            if (node && methodsAreKnown(*node) && !m_ports.isRefused(end)) {
-                if (const auto planned = resolveAlarm(alarm, *node->device(), m_diagnostics)) {
+            if (const BaseDevice* device =
+                    heard({{alarm.device, alarm.devicePlace}, {alarm.signal, {}}})) {
+                if (const auto planned = resolveAlarm(alarm, *device, m_diagnostics)) {
                     m_plan.alarms.append(*planned);
                 }
             }
         }
+    }
+
+    void addHistory()
+    {
+        for (const HistorySignal& recorded : m_description.history.recorded) {
+            if (const BaseDevice* device =
+                    heard({{recorded.device, recorded.devicePlace}, {recorded.signal, {}}})) {
+                if (const auto planned = resolveHistory(recorded, *device, m_diagnostics)) {
+                    m_plan.history.append(*planned);
+                }
+            }
+        }
+    }
+
+    /// The device whose signal a service is to hear; null where its signals are not known.
+    const BaseDevice* heard(const Endpoint& end)
+    {
+        const Node* const node = find(end);
+        return node && methodsAreKnown(*node) && !m_ports.isRefused(end) ? node->device() : nullptr;
     }
 
     std::optional<PlannedWire> resolve(const ConnectionSetting& setting, bool isQueued)

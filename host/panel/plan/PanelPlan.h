@@ -3,7 +3,7 @@
 
 #include "host/panel/file/PanelDescription.h"
 #include "host/panel/file/TypeKnowledge.h"
-#include "host/panel/plan/AlarmSignal.h"
+#include "host/panel/plan/HeardSignal.h"
 #include "host/panel/plan/Node.h"
 #include "host/panel/plan/Placement.h"
 #include "host/panel/plan/PlannedWire.h"
@@ -29,9 +29,10 @@ struct PanelPlan
     std::vector<std::unique_ptr<Node>> made; ///< Devices that are new.
     std::vector<Node*> nodes;                ///< All, in the order of the file.
     QStringList areas;                       ///< The tabs; empty: none.
-    QVector<Cells> cells;         ///< One for each node; means nothing for one not shown.
-    QVector<PlannedWire> wires;   ///< In the order of the file.
-    QVector<PlannedAlarm> alarms; ///< In the order of the file.
+    QVector<Cells> cells;            ///< One for each node; means nothing for one not shown.
+    QVector<PlannedWire> wires;      ///< In the order of the file.
+    QVector<PlannedAlarm> alarms;    ///< In the order of the file.
+    QVector<PlannedHistory> history; ///< In the order of the file.
 
     /// Makes each device once, gives it its parameters, and resolves connections and cells. Where
     /// a type's methods are known no sooner than after initialise(), or `knowledge` says that it

@@ -2,6 +2,8 @@
 
 #include "host/panel/plan/Placement.h"
 
+#include "host/panel/file/Diagnostics.h"
+#include "host/panel/plan/Node.h"
 #include "host/yaml/Quote.h"
 
 #include "norvo/Categories.h"
@@ -252,6 +254,57 @@ void Placement::findOverlaps(int later, const QVector<int>& placed)
             m_overlaps.append({later, placed[i], shared.top(), shared.left()});
         }
     }
+}
+
+namespace {
+
+void reportOverlaps(const Placement& placement, const std::vector<Node*>& nodes,
+                    Diagnostics& diagnostics)
+{
+    std::vector<const PlacedText*> shown;
+    for (const Node* node : nodes) {
+        if (node->isShowable()) {
+            shown.push_back(&node->setting().id);
+        }
+    }
+    for (const Placement::Overlap& overlap : placement.overlaps()) {
+        const PlacedText& later = *shown[overlap.later];
+        const PlacedText& earlier = *shown[overlap.earlier];
+        const QString area = placement.cells()[overlap.later].area;
+        diagnostics.error(later.place, [&] {
+            return QString("%1 and %2 (line %3) overlap at row %4, column %5%6")
+                .arg(inQuotes(later.text), inQuotes(earlier.text),
+                     QString::number(earlier.place.line), QString::number(overlap.row),
+                     QString::number(overlap.column),
+                     area.isEmpty() ? QString() : " of area " + inQuotes(area));
+        });
+    }
+}
+
+void reportHugeGrid(const std::vector<Node*>& nodes, const QVector<Cells>& places,
+                    Diagnostics& diagnostics)
+{
+    for (size_t i = 0; i < nodes.size(); ++i) {
+        const Cells& cells = places[int(i)];
+        if (std::max(cells.row + cells.rowspan, cells.column + cells.colspan) >
+            Placement::kMaxLines) {
+            const PlacedText& id = nodes[i]->setting().id;
+            diagnostics.error(id.place,
+                              QString("%1 would lie beyond %2 rows or columns, the limit of "
+                                      "a panel")
+                                  .arg(inQuotes(id.text), QString::number(Placement::kMaxLines)));
+            return;
+        }
+    }
+}
+
+} // namespace
+
+void reportPlacement(const Placement& placement, const std::vector<Node*>& nodes,
+                     const QVector<Cells>& places, Diagnostics& diagnostics)
+{
+    reportOverlaps(placement, nodes, diagnostics);
+    reportHugeGrid(nodes, places, diagnostics);
 }
 
 } // namespace norvo

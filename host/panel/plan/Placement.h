@@ -6,8 +6,12 @@
 #include <QVector>
 
 #include <functional>
+#include <vector>
 
 namespace norvo {
+
+class Diagnostics;
+class Node;
 
 /// Where a device asks to be shown, or is.
 struct Cells
@@ -65,5 +69,10 @@ private:
     QVector<Cells> m_cells;
     QVector<Overlap> m_overlaps;
 };
+
+/// Reports nodes that share cells, and the first that lies too far out. `places` are the cells of
+/// all nodes, `placement` is of those that are shown.
+void reportPlacement(const Placement& placement, const std::vector<Node*>& nodes,
+                     const QVector<Cells>& places, Diagnostics& diagnostics);
 
 } // namespace norvo

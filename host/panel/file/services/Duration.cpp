@@ -11,7 +11,8 @@ namespace norvo {
 
 namespace {
 
-const QMap<QString, double> kMilliseconds{{"ms", 1}, {"s", 1000}, {"min", 60000}, {"h", 3600000}};
+const QMap<QString, double> kMilliseconds{
+    {"ms", 1}, {"s", 1000}, {"min", 60000}, {"h", 3600000}, {"d", 86400000}};
 
 bool isPlainNumber(const QString& text)
 {
@@ -35,7 +36,7 @@ QString errorOf(const QString& key, const YamlNode& value, const QString& text)
 
 QString durationPattern()
 {
-    return "^\\s*(\\d{1,12}(?:\\.\\d{1,12})?)\\s*(ms|s|min|h)\\s*$";
+    return "^\\s*(\\d{1,12}(?:\\.\\d{1,12})?)\\s*(ms|s|min|h|d)\\s*$";
 }
 
 std::optional<Duration> toDuration(const QString& text)

@@ -14,8 +14,8 @@ using Duration = std::chrono::milliseconds;
 
 constexpr Duration kMaxDuration = std::chrono::hours(10000);
 
-/// The time that a text such as "500 ms", "2 s", "1.5 min" or "1 h" stands for; none for a text
-/// without unit, for less than nothing, and for more than kMaxDuration.
+/// The time that a text such as "500 ms", "2 s", "1.5 min", "1 h" or "30 d" stands for; none for a
+/// text without unit, for less than nothing, and for more than kMaxDuration.
 std::optional<Duration> toDuration(const QString& text);
 
 /// Reads an entry whose value is such a text; otherwise reports what to write, and returns none.

@@ -140,11 +140,12 @@ void tst_PanelFile::byteOrderMarkAndLineEndsOfOtherSystems()
     QCOMPARE(shown(panel.devices[0].id), QString("3:3 a"));
     QCOMPARE(shown(panel.devices[0].type), QString("3:15 x y"));
     QCOMPARE(shown(panel.devices[1].type), QString("6:13 u\nv\n"));
-    QCOMPARE(panels::errorsOf("\xef\xbb\xbfx: 1"),
-             QString("1:1: error: unknown key \"x\"; a panel has title, devices, connections, "
-                     "templates, include, access, alarms, audit, theme, touch, design, fit, "
-                     "language, rows and "
-                     "columns"));
+    QCOMPARE(
+        panels::errorsOf("\xef\xbb\xbfx: 1"),
+        QString("1:1: error: unknown key \"x\"; a panel has title, devices, connections, "
+                "templates, include, access, alarms, audit, history, theme, touch, design, fit, "
+                "language, rows and "
+                "columns"));
 }
 
 void tst_PanelFile::aliasesGiveWhatTheyName()

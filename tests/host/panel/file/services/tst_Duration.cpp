@@ -40,6 +40,7 @@ private slots:
         QTest::newRow("seconds") << "2 s" << 2000LL;
         QTest::newRow("minutes") << "5 min" << 300000LL;
         QTest::newRow("hours") << "1 h" << 3600000LL;
+        QTest::newRow("days") << "30 d" << 2592000000LL;
         QTest::newRow("no space") << "30s" << 30000LL;
         QTest::newRow("decimals") << " 1.5 min " << 90000LL;
         QTest::newRow("none at all") << "0 s" << 0LL;

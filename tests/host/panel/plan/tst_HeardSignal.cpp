@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/panel/plan/AlarmSignal.h"
+#include "host/panel/plan/HeardSignal.h"
 
 #include "host/panel/Descriptions.h"
 #include "TestMain.h"
@@ -22,7 +22,7 @@ signals:
     void name(QString text, double value);
 };
 
-class tst_AlarmSignal : public QObject
+class tst_HeardSignal : public QObject
 {
     Q_OBJECT
 
@@ -81,8 +81,26 @@ private slots:
         limit.number = number;
         QCOMPARE(resolved(signal, limit), expected);
     }
+
+    void recordedSignalIsANumberElseYesOrNoElseAText()
+    {
+        const auto resolved = [](const QString& signal) {
+            HistorySignal recorded{"boiler", {}, signal, {7, 5}};
+            Diagnostics diagnostics("p");
+            const auto planned = resolveHistory(recorded, ManyDevice(), diagnostics);
+            return planned ? planned->signature : describe::lines(diagnostics).join('\n');
+        };
+        QCOMPARE(resolved("output"), QString("output(double)"));
+        QCOMPARE(resolved("output(QString)"), QString("output(QString)"));
+        QCOMPARE(resolved("name"), QString("name(QString,double)"));
+        QCOMPARE(resolved("outptu"), QString("p:7:5: error: \"boiler\" has no signal \"outptu\"; "
+                                             "did you mean \"output\"?"));
+        QCOMPARE(resolved("pulse"),
+                 QString("p:7:5: error: a history needs a number, yes or no, or a text, and "
+                         "\"boiler\" sends pulse()"));
+    }
 };
 
-NORVO_TEST(tst_AlarmSignal)
+NORVO_TEST(tst_HeardSignal)
 
-#include "tst_AlarmSignal.moc"
+#include "tst_HeardSignal.moc"

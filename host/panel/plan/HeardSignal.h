@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/panel/file/services/AlarmSetting.h"
+#include "host/panel/file/services/HistorySetting.h"
 
 #include <optional>
 
@@ -23,5 +24,17 @@ struct PlannedAlarm
 /// would be right.
 std::optional<PlannedAlarm> resolveAlarm(const AlarmSetting& alarm, const BaseDevice& device,
                                          Diagnostics& diagnostics);
+
+/// A signal that is recorded.
+struct PlannedHistory
+{
+    HistorySignal setting;
+    QString signature; ///< Whose first argument is a number, yes or no, or a text.
+};
+
+/// Of overloads without a written signature that of a number is taken, then that of yes or no, then
+/// that of a text.
+std::optional<PlannedHistory> resolveHistory(const HistorySignal& recorded,
+                                             const BaseDevice& device, Diagnostics& diagnostics);
 
 } // namespace norvo

@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/services/history/HistoryQuery.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <limits>
+
+namespace norvo {
+
+namespace {
+
+constexpr int kPage = 5000; // Rows of one statement: none keeps the writer's log from being reused.
+
+/// Both tables hold rows of a signal: the newest are still to be sorted in among the others.
+const QString kRows = QStringLiteral(
+    "SELECT %1 FROM (SELECT time, seq, value FROM samples WHERE signal = :id AND time >= :from AND "
+    "time <= :to UNION ALL SELECT time, seq, value FROM recent WHERE signal = :id AND time >= "
+    ":from AND "
+    "time <= :to) ");
+const QString kPageOfRows = QStringLiteral("SELECT time, seq, value FROM samples WHERE signal = "
+                                           ":id AND (time, seq) > (:from, :seq) AND time <= "
+                                           ":to UNION ALL SELECT time, seq, value FROM recent "
+                                           "WHERE signal = :id AND (time, seq) > (:from, :seq) "
+                                           "AND time <= :to ORDER BY 1, 2 LIMIT :limit");
+
+HistoryValue valueOf(const QVariant& stored)
+{
+    return stored.isNull()                       ? HistoryValue::gap()
+           : stored.type() == QVariant::LongLong ? HistoryValue::of(stored.toLongLong() != 0)
+                                                 : HistoryValue::of(stored);
+}
+
+} // namespace
+
+bool HistoryQuery::open(const QString& path)
+{
+    if (!QFileInfo(path).isFile()) {
+        m_error = "there is no such file";
+        return false;
+    }
+    if (!m_database.open(path, HistoryDatabase::Mode::ReadOnly)) {
+        m_error = m_database.error();
+        return false;
+    }
+    const QVariant mark = m_database.value("PRAGMA application_id");
+    if (mark.toInt() == HistoryDatabase::kApplicationId) {
+        return true;
+    }
+    m_error = mark.isValid() || m_database.isCorrupt() ? "this is not a history of a panel"
+                                                       : m_database.error();
+    m_database.close();
+    return false;
+}
+
+QStringList HistoryQuery::signalNames()
+{
+    QStringList names;
+    QSqlQuery query = m_database.prepared("SELECT name FROM signals ORDER BY name");
+    for (bool isRow = m_database.run(query) && query.next(); isRow; isRow = query.next()) {
+        names.append(query.value(0).toString());
+    }
+    return names;
+}
+
+int HistoryQuery::idOf(const HistoryRange& range)
+{
+    QSqlQuery query = m_database.prepared("SELECT id FROM signals WHERE name = ?");
+    query.bindValue(0, range.device + '.' + range.signal);
+    return m_database.run(query) && query.next() ? query.value(0).toInt() : -1;
+}
+
+QVector<HistoryPoint> HistoryQuery::read(const HistoryRange& range)
+{
+    QVector<HistoryPoint> points;
+    if (range.maxRows <= 0) {
+        forEach(range, [&points](const HistoryPoint& point) {
+            points.append(point);
+            return true;
+        });
+        return points;
+    }
+    forEach(range, [&](const HistoryPoint& point) {
+        points.append(point);
+        return points.size() <= range.maxRows;
+    });
+    return points.size() <= range.maxRows ? points : thinned(idOf(range), range);
+}
+
+bool HistoryQuery::forEach(const HistoryRange& range, const Take& take)
+{
+    const int id = idOf(range);
+    qint64 time = range.from;
+    int seq = -1;
+    QSqlQuery query = m_database.prepared(kPageOfRows);
+    for (int count = kPage; id >= 0 && count == kPage;) {
+        query.bindValue(":id", id);
+        query.bindValue(":from", time);
+        query.bindValue(":seq", seq);
+        query.bindValue(":to", range.to);
+        query.bindValue(":limit", kPage);
+        if (!m_database.run(query)) {
+            m_error = m_database.error();
+            return false;
+        }
+        for (count = 0; query.next(); ++count) {
+            time = query.value(0).toLongLong();
+            seq = query.value(1).toInt();
+            if (!take({time, valueOf(query.value(2))})) {
+                return true;
+            }
+        }
+        query.finish();
+    }
+    return true;
+}
+
+QVector<HistoryPoint> HistoryQuery::thinned(int id, const HistoryRange& range)
+{
+    QVector<HistoryPoint> points;
+    const qint64 span =
+        std::max<qint64>(1, (range.to - range.from) / std::max(1, range.maxRows / 2));
+    for (const QString extreme : {"min", "max"}) {
+        QSqlQuery query = m_database.prepared(kRows.arg("time, " + extreme + "(value)") +
+                                              "GROUP BY (time - :from) / :span");
+        query.bindValue(":id", id);
+        query.bindValue(":from", range.from);
+        query.bindValue(":to", range.to);
+        query.bindValue(":span", span);
+        for (bool isRow = m_database.run(query) && query.next(); isRow; isRow = query.next()) {
+            points.append({query.value(0).toLongLong(), valueOf(query.value(1))});
+        }
+    }
+    std::sort(points.begin(), points.end(),
+              [](const HistoryPoint& a, const HistoryPoint& b) { return a.time < b.time; });
+    return points;
+}
+
+} // namespace norvo

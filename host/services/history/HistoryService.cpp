@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/services/history/HistoryService.h"
+
+#include "host/panel/plan/PanelPlan.h"
+#include "host/services/history/HistoryClock.h"
+#include "host/services/history/HistoryWriter.h"
+#include "host/services/signals/SignalTap.h"
+
+#include "norvo/BaseDevice.h"
+
+#include <QPointer>
+
+#include <utility>
+
+namespace norvo {
+
+struct HistoryService::Recorded
+{
+    HistorySignal setting;
+    HistoryFilter filter;
+    std::unique_ptr<QObject> ear = std::make_unique<QObject>(); ///< Owns the tap.
+};
+
+HistoryService::HistoryService(const HistorySetting& setting) : m_setting(setting)
+{
+    connect(&m_tick, &QTimer::timeout, this, [this] {
+        for (const auto& recorded : m_recorded) {
+            recorded->filter.advance(ClockReading::bootNow());
+        }
+    });
+}
+
+HistoryService::~HistoryService()
+{
+    stop();
+}
+
+void HistoryService::listen(const PanelPlan& plan)
+{
+    QStringList names;
+    for (const PlannedHistory& planned : plan.history) {
+        names.append(planned.setting.name());
+    }
+    m_writer = std::make_unique<HistoryWriter>(
+        m_setting.file, names, HistoryStore::Limits{m_setting.keep.count(), m_setting.maxBytes});
+    connect(m_writer.get(), &HistoryWriter::problem, this, &HistoryService::problem);
+    QHash<QString, BaseDevice*> devices;
+    for (Node* const node : plan.nodes) {
+        devices.insert(node->id(), node->device());
+    }
+    for (const PlannedHistory& planned : plan.history) {
+        record(planned, *devices.value(planned.setting.device));
+    }
+}
+
+void HistoryService::record(const PlannedHistory& planned, BaseDevice& device)
+{
+    const auto keep = [this, number = int(m_recorded.size())](const HistoryPoint& point) {
+        m_writer->add({number, point});
+    };
+    const HistorySignal& setting = planned.setting;
+    m_recorded.push_back(std::make_unique<Recorded>(
+        Recorded{setting, {setting.deadband, setting.every.count(), keep}}));
+    Recorded& recorded = *m_recorded.back();
+    m_byName.insert(setting.name(), &recorded.setting);
+    SignalTap::open(
+        device, planned.signature,
+        [&filter = recorded.filter](const SignalArguments& arguments) {
+            filter.take({ClockReading::bootNow(), HistoryValue::of(arguments.at(0))});
+        },
+        *recorded.ear);
+    if (setting.every.count() > 0) {
+        m_tick.start(HistoryWriter::kInterval);
+    }
+}
+
+void HistoryService::stop()
+{
+    m_tick.stop();
+    for (const auto& recorded : m_recorded) {
+        recorded->ear.reset();
+        recorded->filter.end();
+    }
+    m_byName.clear();
+    m_recorded.clear();
+    m_writer.reset();
+}
+
+const HistorySignal* HistoryService::recorded(const QString& device, const QString& signal) const
+{
+    return m_byName.value(device + '.' + signal);
+}
+
+namespace {
+
+HistoryService::Points readNow(HistoryRange range, HistoryQuery* query, qint64 ahead)
+{
+    range.from += ahead;
+    range.to += ahead;
+    HistoryService::Points points = query ? query->read(range) : HistoryService::Points();
+    for (HistoryPoint& point : points) {
+        point.time -= ahead;
+    }
+    return points;
+}
+
+} // namespace
+
+void HistoryService::read(const HistoryRange& range, QObject& receiver,
+                          std::function<void(Points)> done)
+{
+    if (!m_writer) {
+        return;
+    }
+    m_writer->read([this, range, target = QPointer<QObject>(&receiver),
+                    done = std::move(done)](HistoryQuery* query, qint64 ahead) {
+        const auto tell = [target, done, points = readNow(range, query, ahead)] {
+            if (target) {
+                done(points);
+            }
+        };
+        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+    });
+}
+
+std::future<HistoryService::Points> HistoryService::read(const HistoryRange& range)
+{
+    const auto promise = std::make_shared<std::promise<Points>>();
+    if (m_writer) {
+        m_writer->read([range, promise](HistoryQuery* query, qint64 ahead) {
+            promise->set_value(readNow(range, query, ahead));
+        });
+    } else {
+        promise->set_value({});
+    }
+    return promise->get_future();
+}
+
+} // namespace norvo
