@@ -256,12 +256,13 @@ void AlarmService::record(const AlarmEvent& event)
 void AlarmService::note()
 {
     if (!m_tell.isActive()) {
-        m_tell.start(kTellDelayMs);
+        m_tell.start(int(std::max<qint64>(m_told + kTellDelayMs - now().steady, 0)));
     }
 }
 
 void AlarmService::tell()
 {
+    m_told = now().steady;
     m_heard.reset();
     for (const Alarm& alarm : m_model.alarms()) {
         if (alarm.isShown() && alarm.isUnacknowledged() && alarm.definition.hasSound) {

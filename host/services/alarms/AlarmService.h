@@ -29,7 +29,7 @@ class AlarmService : public QObject
     Q_OBJECT
 
 public:
-    static constexpr int kTellDelayMs = 50;     ///< From a change to changed(), at most.
+    static constexpr int kTellDelayMs = 50;     ///< From one changed() to the next, at least.
     static constexpr Duration kLossDelay{1000}; ///< A source that is back sooner was not lost.
 
     /// Where the history is kept; an empty name: in memory only.
@@ -91,7 +91,8 @@ private:
     QSet<int> m_defined; ///< By this run; others are from the history.
     QTimer m_due;
     QTimer m_tell;
-    int m_begun = -1; ///< The worst that has begun since changed(); -1: none.
+    qint64 m_told = -kTellDelayMs; ///< When changed() was last emitted; steady.
+    int m_begun = -1;              ///< The worst that has begun since changed(); -1: none.
     bool m_isStopped = false;
     bool m_isSilenced = false;
     std::optional<AlarmPriority> m_heard; ///< As of changed().

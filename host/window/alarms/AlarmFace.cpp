@@ -51,6 +51,7 @@ void AlarmFace::openList()
     auto* const sheet = new Sheet(*m_strip, tr("Alarms"));
     auto* const page = new AlarmPage(m_service, m_places, *sheet);
     sheet->content().addWidget(page);
+    page->begin();
     connect(page, &AlarmPage::deviceRequested, this, &AlarmFace::goTo);
     sheet->present();
 }

@@ -202,22 +202,26 @@ QVector<AlarmList::Row> AlarmList::rowsOfHistory() const
     return rows;
 }
 
-/// What was selected stays so, wherever it now stands.
+/// What was selected and current stays so, wherever it now stands.
 void AlarmList::refresh()
 {
     const QVector<int> selected = selectedAlarms();
+    const int current = m_rows.value(currentRow()).alarms.value(0, -1);
     m_rows = rows();
     const bool wasBlocked = blockSignals(true);
     setRowCount(m_rows.size());
-    clearSelection();
-    setSelectionMode(MultiSelection);
+    QItemSelection selection;
+    QModelIndex currentIndex = this->currentIndex();
     for (int i = 0; i < m_rows.size(); ++i) {
         show(i, m_rows[i]);
-        if (!m_rows[i].alarms.isEmpty() && selected.contains(m_rows[i].alarms.constFirst())) {
-            selectRow(i);
+        const int first = m_rows[i].alarms.value(0, -1);
+        if (first >= 0 && selected.contains(first)) {
+            selection.select(model()->index(i, 0), model()->index(i, ColumnCount - 1));
         }
+        currentIndex = first >= 0 && first == current ? model()->index(i, 0) : currentIndex;
     }
-    setSelectionMode(ExtendedSelection);
+    selectionModel()->setCurrentIndex(currentIndex, QItemSelectionModel::NoUpdate);
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
     blockSignals(wasBlocked);
     emit selectionMade();
 }

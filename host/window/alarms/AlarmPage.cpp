@@ -55,9 +55,13 @@ AlarmPage::AlarmPage(AlarmService& service, const AlarmPlaces& places, Sheet& sh
     addKeys(sheet);
     connect(m_list, &AlarmList::selectionMade, this, &AlarmPage::followSelection);
     connect(m_list, &QTableWidget::cellActivated, m_goTo, &QPushButton::click);
+    followSelection();
+}
+
+void AlarmPage::begin()
+{
     m_list->selectRow(0);
     m_list->setFocus();
-    followSelection();
 }
 
 QWidget* AlarmPage::makeFilters(const AlarmPlaces& places)
@@ -118,15 +122,22 @@ void AlarmPage::addKeys(Sheet& sheet)
     m_acknowledgeAll = add("alarmAcknowledgeAll", tr("Acknowledge all"));
     m_acknowledge = add("alarmAcknowledge", tr("Acknowledge"));
     connect(m_acknowledge, &QPushButton::clicked, this,
-            [this] { m_service.acknowledge(m_list->selectedAlarms()); });
+            [this] { acknowledge(m_list->selectedAlarms()); });
     connect(m_acknowledgeAll, &QPushButton::clicked, this,
-            [this] { m_service.acknowledge(m_list->allAlarms()); });
+            [this] { acknowledge(m_list->allAlarms()); });
     connect(m_shelve, &QPushButton::clicked, this, &AlarmPage::shelve);
     connect(m_goTo, &QPushButton::clicked, this, [this, &sheet] {
         const QString device = m_list->currentDevice();
         sheet.accept();
         emit deviceRequested(device);
     });
+}
+
+/// The keyboard goes on with the next.
+void AlarmPage::acknowledge(const QVector<int>& alarms)
+{
+    m_list->setFocus();
+    m_service.acknowledge(alarms);
 }
 
 void AlarmPage::followSelection()
@@ -150,6 +161,7 @@ void AlarmPage::followSelection()
 void AlarmPage::shelve()
 {
     const QVector<int> alarms = m_list->selectedAlarms();
+    m_list->setFocus();
     if (m_areShelved) {
         return m_service.unshelve(alarms);
     }

@@ -30,12 +30,15 @@ class AlarmPage : public QWidget
 public:
     AlarmPage(AlarmService& service, const AlarmPlaces& places, Sheet& sheet);
 
+    void begin(); ///< On the sheet: with the worst, for the keyboard as well.
+
 signals:
     void deviceRequested(QString device);
 
 private:
     QWidget* makeFilters(const AlarmPlaces& places);
     void addKeys(Sheet& sheet);
+    void acknowledge(const QVector<int>& alarms);
     void followSelection();
     void shelve();
     void saveTable();
