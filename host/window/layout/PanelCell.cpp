@@ -3,6 +3,7 @@
 #include "host/window/layout/PanelCell.h"
 
 #include <QGridLayout>
+#include <QTextEdit>
 #include <QVector>
 #include <QWidget>
 
@@ -50,6 +51,9 @@ void PanelCell::examine()
         if (auto* const grid = qobject_cast<QGridLayout*>(widget()->layout())) {
             keepTogether(*grid);
         }
+        if (auto* const log = widget()->findChild<QTextEdit*>()) {
+            log->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // its lines are broken once
+        }
     }
 }
 
@@ -59,35 +63,35 @@ QMargins PanelCell::padding() const
 }
 
 /// A need that grows on the screen is met with a quarter more, so that it is not soon to grow
-/// again.
-int PanelCell::keep(int& kept, int need) const
+/// again; the first one likewise, where it is that of a text `mayGrow`.
+int PanelCell::keep(int& kept, int need, bool mayGrow) const
 {
     const bool isFirst = kept < 0;
     if (isFirst && !wid->isVisible()) {
         return need;
     }
     if (need > kept) {
-        kept = isFirst ? need : need + need / 4;
+        kept = isFirst && !mayGrow ? need : need + need / 4;
     }
     return kept;
 }
 
-QSize PanelCell::keep(QSize& kept, const QSize& need) const
+QSize PanelCell::keep(QSize& kept, const QSize& need, bool mayGrow) const
 {
-    const int width = keep(kept.rwidth(), need.width());
-    return {width, keep(kept.rheight(), need.height())};
+    const int width = keep(kept.rwidth(), need.width(), mayGrow);
+    return {width, keep(kept.rheight(), need.height(), false)};
 }
 
 QSize PanelCell::sizeHint() const
 {
     const QSize need = QWidgetItemV2::sizeHint().expandedTo({0, m_parts.leastHeight});
-    return keep(m_hint, need.grownBy(padding()));
+    return keep(m_hint, need.grownBy(padding()), m_parts.showsText);
 }
 
 QSize PanelCell::minimumSize() const
 {
     const QSize need = QWidgetItemV2::minimumSize().expandedTo({0, m_parts.leastHeight});
-    return keep(m_minimum, need.grownBy(padding()));
+    return keep(m_minimum, need.grownBy(padding()), false);
 }
 
 QSize PanelCell::maximumSize() const
@@ -103,12 +107,16 @@ Qt::Orientations PanelCell::expandingDirections() const
 int PanelCell::heightForWidth(int width) const
 {
     const QMargins around = padding();
-    const int need = QWidgetItemV2::heightForWidth(width - around.left() - around.right());
+    const int inside = width - around.left() - around.right();
     auto kept = m_heights.find(width);
     if (kept == m_heights.end()) {
         kept = m_heights.insert(width, -1);
     }
-    return keep(*kept, qMax(need, m_parts.leastHeight) + around.top() + around.bottom());
+    int need = QWidgetItemV2::heightForWidth(inside);
+    if (*kept < 0 && need < 2 * wid->fontMetrics().height()) { // one line, which may get longer
+        need = QWidgetItemV2::heightForWidth(inside * 4 / 5);
+    }
+    return keep(*kept, qMax(need, m_parts.leastHeight) + around.top() + around.bottom(), false);
 }
 
 void PanelCell::setGeometry(const QRect& area)

@@ -32,8 +32,8 @@ public:
 
 private:
     QMargins padding() const;
-    int keep(int& kept, int need) const;
-    QSize keep(QSize& kept, const QSize& need) const;
+    int keep(int& kept, int need, bool mayGrow) const;
+    QSize keep(QSize& kept, const QSize& need, bool mayGrow) const;
 
     WidgetParts m_parts;
     int m_childCount = -1; ///< When they were looked at.

@@ -5,6 +5,7 @@
 #include "host/window/ErrorTile.h"
 
 #include <QAbstractScrollArea>
+#include <QLabel>
 #include <QSlider>
 
 #include <algorithm>
@@ -58,13 +59,14 @@ WidgetParts WidgetParts::of(const QWidget& widget)
     }
     const QWidgetList parts = partsOf(widget);
     if (parts.isEmpty()) {
-        return {true, true, kLeastHeight}; // It paints itself, as gauges do.
+        return {true, true, false, kLeastHeight}; // It paints itself, as gauges do.
     }
     const bool isSingle =
         widget.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly).size() == 1;
     const bool isHigh = norvo::wantsHeight(widget, parts);
     const bool hasPlot = std::any_of(parts.cbegin(), parts.cend(), isPlot);
-    return {isHigh, !isSingle, hasPlot ? kLeastPlotHeight : isHigh ? kLeastHeight : 0};
+    const bool showsText = !isHigh && widget.findChild<QLabel*>();
+    return {isHigh, !isSingle, showsText, hasPlot ? kLeastPlotHeight : isHigh ? kLeastHeight : 0};
 }
 
 } // namespace norvo

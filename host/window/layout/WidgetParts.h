@@ -10,6 +10,7 @@ struct WidgetParts
 {
     bool wantsHeight = false;  ///< It shows more when it is higher.
     bool standsOnCard = false; ///< It is made of several parts, or painted: not one bare control.
+    bool showsText = false;    ///< Of a value, which may get longer.
     int leastHeight = 0;       ///< In pixels, below which it cannot be read.
 
     static WidgetParts of(const QWidget& widget);
