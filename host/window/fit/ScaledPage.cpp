@@ -7,6 +7,8 @@
 
 #include <qcustomplot.h>
 
+#include <QChildEvent>
+
 #include <algorithm>
 
 namespace norvo {
@@ -15,7 +17,7 @@ namespace {
 
 /// A plot draws itself on a picture of its own, which is to have the window's pixels. Generation 1
 /// of the library draws on the page itself.
-void sharpen([[maybe_unused]] QCustomPlot& plot, [[maybe_unused]] double ratio)
+void sharpenPlot([[maybe_unused]] QCustomPlot& plot, [[maybe_unused]] double ratio)
 {
 #ifdef QCUSTOMPLOT_VERSION
     plot.setBufferDevicePixelRatio(ratio);
@@ -23,6 +25,11 @@ void sharpen([[maybe_unused]] QCustomPlot& plot, [[maybe_unused]] double ratio)
     plot.setPlottingHint(QCP::phCacheLabels, qFuzzyCompare(ratio, 1));
     plot.replot(QCustomPlot::rpQueuedReplot);
 #endif
+}
+
+QWidgetList withParts(QWidget& whole)
+{
+    return QWidgetList{&whole} + whole.findChildren<QWidget*>();
 }
 
 } // namespace
@@ -40,6 +47,7 @@ ScaledPage::ScaledPage(QWidget* page, const QSize& design) : m_proxy(new PagePro
     setScene(&m_scene);
     connect(m_proxy, &QGraphicsWidget::geometryChanged, this, &ScaledPage::fitPage);
     m_proxy->setGeometry({QPointF(), design});
+    watch(*page);
     fitPage();
 }
 
@@ -57,17 +65,45 @@ void ScaledPage::resizeEvent(QResizeEvent* event)
 void ScaledPage::fitPage()
 {
     const QRectF page = m_proxy->geometry();
-    const double factor = std::min(width() / page.width(), height() / page.height());
+    m_factor = std::min(width() / page.width(), height() / page.height());
     m_scene.setSceneRect(page);
-    setTransform(QTransform::fromScale(factor, factor));
-    for (auto* const part : m_proxy->widget()->findChildren<QWidget*>()) {
-        if (part->inherits("QQuickWidget")) {
-            sharpenQuickWidget(*part, factor * devicePixelRatioF());
+    setTransform(QTransform::fromScale(m_factor, m_factor));
+    for (QWidget* const part : withParts(*m_proxy->widget())) {
+        sharpen(*part);
+    }
+}
+
+void ScaledPage::sharpen(QWidget& part)
+{
+    const double ratio = m_factor * devicePixelRatioF();
+    if (part.inherits("QQuickWidget")) {
+        sharpenQuickWidget(part, ratio);
+    } else if (auto* const plot = qobject_cast<QCustomPlot*>(&part)) {
+        sharpenPlot(*plot, std::max(1.0, ratio));
+    }
+}
+
+void ScaledPage::watch(QWidget& part)
+{
+    for (QWidget* const watched : withParts(part)) {
+        watched->installEventFilter(this);
+    }
+}
+
+/// A widget that comes later is made known to the one that it stands in before it is first seen.
+bool ScaledPage::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ChildPolished) {
+        QObject* const child = static_cast<QChildEvent*>(event)->child();
+        if (child->isWidgetType()) {
+            auto& part = static_cast<QWidget&>(*child);
+            watch(part);
+            for (QWidget* const late : withParts(part)) {
+                sharpen(*late);
+            }
         }
     }
-    for (auto* const plot : m_proxy->widget()->findChildren<QCustomPlot*>()) {
-        sharpen(*plot, std::max(1.0, factor * devicePixelRatioF()));
-    }
+    return QGraphicsView::eventFilter(watched, event);
 }
 
 } // namespace norvo

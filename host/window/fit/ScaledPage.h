@@ -20,13 +20,17 @@ public:
     QSize sizeHint() const override; ///< The page's, so that it is shown as it was designed.
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void fitPage();
+    void sharpen(QWidget& part);
+    void watch(QWidget& part); ///< And what it holds.
 
     QGraphicsScene m_scene;
     QGraphicsProxyWidget* m_proxy; ///< Of the scene; owns the page.
+    double m_factor = 1;
 };
 
 } // namespace norvo

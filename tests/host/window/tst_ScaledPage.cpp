@@ -160,6 +160,8 @@ private slots:
     void qmlHasThePixelsOfTheWindow_data();
     void qmlHasThePixelsOfTheWindow();
     void qmlIsDrawnAgainWhereItChanges();
+    void whatComesLaterIsSharpAtOnce_data();
+    void whatComesLaterIsSharpAtOnce();
     void textsInQmlAreWhole();
     void tapArrivesWhereTheFingerIs_data();
     void tapArrivesWhereTheFingerIs();
@@ -272,6 +274,40 @@ void tst_ScaledPage::qmlIsDrawnAgainWhereItChanges()
     // Far to the right, where only the picture of the window has pixels.
     QVERIFY(QMetaObject::invokeMethod(receiver, "input", Q_ARG(double, 20)));
     QVERIFY(QTest::qWaitFor([&] { return widthOf(shown, "white") >= 58; }, 10000)); // 60 and edges
+}
+
+void tst_ScaledPage::whatComesLaterIsSharpAtOnce_data()
+{
+    QTest::addColumn<QByteArray>("id");
+    QTest::newRow("graph") << QByteArray("graph");
+    QTest::newRow("document") << QByteArray("qml");
+}
+
+/// As it is on a page that had it from the start.
+void tst_ScaledPage::whatComesLaterIsSharpAtOnce()
+{
+    QFETCH(QByteArray, id);
+    constexpr int factor = 3;
+    // High enough for all of it: the page stays as large as it is.
+    const QByteArray label = "fit: scale\ndesign: 640x480\ndevices:\n"
+                             "  one: {device: label, params: {widget: {row: 5}}}\n";
+    const QByteArray whole = label + kPanel.mid(kForm.size());
+    ShownPanel first(whole, QSize(640, 480) * factor);
+    ShownPanel later(label, QSize(640, 480) * factor);
+    QTest::qWait(50);
+    QVERIFY(!later.panel.widget(id));
+    later.panel.change(panelOf(whole));
+    QTRY_COMPARE(later.panel.widget(id)->geometry(), first.panel.widget(id)->geometry());
+    const QRect box(first.panel.widget(id)->mapTo(first.window.page(), QPoint()),
+                    first.panel.widget(id)->size());
+    const QRect seen(box.topLeft() * factor, box.size() * factor);
+    const auto sharpnessIn = [&seen](ShownPanel& shown) {
+        return sharpness(pictureOf(shown).copy(seen));
+    };
+    QVERIFY(showsQml(first));
+    QVERIFY(showsQml(later));
+    QTRY_VERIFY2(sharpnessIn(later) > 0.95 * sharpnessIn(first),
+                 qPrintable(QString("%1 of %2").arg(sharpnessIn(later)).arg(sharpnessIn(first))));
 }
 
 void tst_ScaledPage::textsInQmlAreWhole()
