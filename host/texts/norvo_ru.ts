@@ -90,6 +90,17 @@
     </message>
 </context>
 <context>
+    <name>norvo::KeyPages</name>
+    <message>
+        <source>More keys</source>
+        <translation>Другие клавиши</translation>
+    </message>
+    <message>
+        <source>More</source>
+        <translation>Ещё</translation>
+    </message>
+</context>
+<context>
     <name>norvo::StateMark</name>
     <message>
         <source>no value yet</source>

@@ -5,12 +5,13 @@
 #include "host/gui/dialogs/Scrim.h"
 #include "host/gui/dialogs/TouchKey.h"
 
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QLabel>
-#include <QLayout>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPointer>
+#include <QVBoxLayout>
 #include <QWindow>
 
 namespace norvo {
@@ -20,6 +21,8 @@ constexpr int kTextPixels = 17;
 constexpr int kLabelPixels = 22;
 constexpr int kDisplayPixels = 32;
 constexpr int kDisplayHeight = 60;
+constexpr int kGap = 4;
+constexpr int kMargin = 2 * kGap;
 
 QFont sized(QFont font, int pixels)
 {
@@ -50,7 +53,7 @@ EntryDialog::EntryDialog(QWidget* parent, Qt::WindowFlags flags, const QString& 
     m_label->setWordWrap(true);
     m_display->setObjectName("display");
     m_display->setFont(sized(m_display->font(), kDisplayPixels));
-    m_display->setMinimumHeight(kDisplayHeight);
+    m_display->setFixedHeight(kDisplayHeight);
     m_label->setText(label.isEmpty() ? m_field.caption() : label);
     if (m_label->text().isEmpty()) {
         m_label->hide();
@@ -92,6 +95,65 @@ void EntryDialog::showError(const QString& reason)
     m_ok->setEnabled(reason.isEmpty());
 }
 
+QVBoxLayout* EntryDialog::placeHead(const QSize& keys, QLayout* aside)
+{
+    auto* const whole = new QVBoxLayout(this);
+    whole->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    whole->setSpacing(kGap);
+    auto* const head = new QGridLayout;
+    head->setHorizontalSpacing(kMargin);
+    whole->addLayout(head);
+    m_room = roomBelow(m_label->sizeHint().height() + kGap + kDisplayHeight + kGap +
+                       m_reason->minimumHeight());
+    if (m_room.width() < keys.width() || m_room.height() < keys.height()) {
+        m_room = roomBelow(kDisplayHeight);
+        fillLowHead(*head, aside);
+    } else {
+        fillHead(*head, aside);
+    }
+    return whole;
+}
+
+void EntryDialog::fillHead(QGridLayout& head, QLayout* aside)
+{
+    const int columns = aside ? 2 : 1;
+    head.addWidget(m_label, 0, 0, 1, columns);
+    head.addWidget(m_display, 1, 0);
+    head.addWidget(m_reason, 2, 0, 1, columns);
+    head.setColumnStretch(0, 3);
+    if (aside) {
+        head.addLayout(aside, 1, 1);
+        head.setColumnStretch(1, 2);
+    }
+}
+
+/// Nothing asks for a second line here: it would take the keys' room.
+void EntryDialog::fillLowHead(QGridLayout& head, QLayout* aside)
+{
+    head.addWidget(m_label, 0, 0);
+    head.addWidget(m_reason, 1, 0);
+    head.addWidget(m_display, 0, 1, 2, 1);
+    head.setColumnStretch(0, m_label->text().isEmpty() ? 1 : 2);
+    head.setColumnStretch(1, 3);
+    if (aside) {
+        head.addLayout(aside, 0, 2, 2, 1);
+        head.setColumnStretch(2, 3);
+    }
+    for (auto* const text : findChildren<QLabel*>()) {
+        text->setFont(font());
+        text->setWordWrap(false);
+        text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    }
+}
+
+QSize EntryDialog::roomBelow(int head) const
+{
+    const int key = m_ok->touchSize() + kGap;
+    const QSize screen = m_field.screenArea().size();
+    return {(screen.width() - 2 * kMargin + kGap) / key,
+            (screen.height() - 2 * kMargin - head) / key};
+}
+
 int EntryDialog::leastKeyWidth(int inRow) const
 {
     const int sides = layout()->contentsMargins().left() + layout()->contentsMargins().right();
@@ -106,7 +168,10 @@ void EntryDialog::fitIntoScreen(const QSize& preferred, int rows)
         for (TouchKey* key : keys) {
             key->setMinimumHeight(height);
         }
-        layout()->activate(); // the layouts inside remember what they needed
+        for (QLayout* const inside : findChildren<QLayout*>()) { // they remember what they needed
+            inside->invalidate();
+            inside->parentWidget()->updateGeometry();
+        }
     };
     setLeastHeight(TouchKey::kSize);
     const int spare = m_field.screenArea().height() - minimumSizeHint().height();

@@ -5,8 +5,11 @@
 
 #include <QDialog>
 
+class QGridLayout;
 class QLabel;
+class QLayout;
 class QLineEdit;
+class QVBoxLayout;
 
 namespace norvo {
 
@@ -16,7 +19,7 @@ class TouchKey;
 /// A modal dialog for a finger: a display, keys, and a reason while OK cannot be pressed.
 ///
 /// A sheet without a frame, beside the field that has the focus, over its dimmed window. The parts
-/// are made here; a subclass places them in its layout.
+/// are made here; a subclass places the keys below them in its layout.
 class EntryDialog : public QDialog
 {
     Q_OBJECT
@@ -33,6 +36,11 @@ public:
     void setVisible(bool visible) override;
 
 protected:
+    /// Begins the layout: label, display with `aside` beside it, and reason below each other. Where
+    /// so many columns and rows of keys then have no room at the size for a touch: side by side.
+    QVBoxLayout* placeHead(const QSize& keys, QLayout* aside = nullptr);
+    /// So many columns and rows of keys of that size the screen holds below the head.
+    const QSize& room() const { return m_room; }
     /// Empty: what the display shows can be accepted. Otherwise it is red.
     void showError(const QString& reason);
     /// Takes that size, or less where the screen or the room beside the field is smaller. The keys,
@@ -50,10 +58,14 @@ protected:
     TouchKey* m_cancel;
 
 private:
+    void fillHead(QGridLayout& head, QLayout* aside);
+    void fillLowHead(QGridLayout& head, QLayout* aside);
+    QSize roomBelow(int head) const;
     void dim(QWidget* window);
 
     const AskedField m_field;
     QPointer<Scrim> m_scrim;
+    QSize m_room;
 };
 
 } // namespace norvo

@@ -31,11 +31,14 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    QLayout* createHead();
+    QLayout* createLimits();
     QLayout* createKeys();
     TouchKey* acting(TouchKey* key, std::function<void()> act);
     bool typeCharacter(QChar character);
     void showEntry();
+    bool isLow() const { return room().height() < kRows; }
+
+    static constexpr int kRows = 4;
 
     NumberEntry m_entry;
 };
@@ -55,58 +58,59 @@ Numpad::Numpad(QWidget* parent, Qt::WindowFlags flags, const QString& title, con
 {
     setObjectName("NumpadDialog");
     setFocusPolicy(Qt::StrongFocus);
-    auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(m_label);
-    layout->addLayout(createHead());
-    layout->addWidget(m_reason);
-    layout->addLayout(createKeys(), 1);
-    showEntry();
-    fitIntoScreen({560, 480}, 4);
-    setFocus();
-}
-
-QLayout* Numpad::createHead()
-{
     m_display->setReadOnly(true);
     m_display->setFocusPolicy(Qt::NoFocus);
     m_display->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    auto* const head = new QGridLayout;
-    head->addWidget(m_display, 0, 0, 2, 1);
-    head->addWidget(createLabel("range", tr("Allowed: %1").arg(m_entry.rangeText())), 0, 1);
-    head->addWidget(createLabel("oldValue", tr("Old value: %1").arg(m_entry.startText())), 1, 1);
-    head->setColumnStretch(0, 3);
-    head->setColumnStretch(1, 2);
-    return head;
+    placeHead({5, kRows}, createLimits())->addLayout(createKeys(), 1);
+    showEntry();
+    fitIntoScreen({560, 480}, isLow() ? kRows - 1 : kRows);
+    setFocus();
 }
 
+QLayout* Numpad::createLimits()
+{
+    auto* const limits = new QVBoxLayout;
+    limits->addWidget(createLabel("range", tr("Allowed: %1").arg(m_entry.rangeText())));
+    limits->addWidget(createLabel("oldValue", tr("Old value: %1").arg(m_entry.startText())));
+    return limits;
+}
+
+/// Where the screen has room for three rows only, the lowest one goes to the right of them.
 QLayout* Numpad::createKeys()
 {
     using Symbol = TouchKey::Symbol;
+    const bool low = isLow();
     auto* const keys = new QGridLayout;
-    for (int digit = 0; digit <= 9; ++digit) {
-        auto* const key = new TouchKey(QString("key%1").arg(digit), QString::number(digit));
-        acting(key, [this, digit] { m_entry.typeDigit(digit); });
-        keys->addWidget(key, 3 - (digit + 2) / 3, digit == 0 ? 1 : (digit - 1) % 3);
-    }
-    const auto add = [&](int row, int column, TouchKey* key, std::function<void()> act) {
-        keys->addWidget(acting(key, std::move(act)), row, column);
+    const auto add = [&](QPoint usual, QPoint inLow, TouchKey* key, std::function<void()> act) {
+        const QPoint place = low ? inLow : usual;
+        keys->addWidget(acting(key, std::move(act)), place.y(), place.x());
     };
-    add(3, 0, new TouchKey("keySign", QString(QChar(0xb1))), [this] { m_entry.turnSign(); });
-    if (m_entry.hasPoint()) {
-        add(3, 2, new TouchKey("keyPoint", "."), [this] { m_entry.typePoint(); });
+    for (int digit = 0; digit <= 9; ++digit) {
+        const QPoint place(digit == 0 ? 1 : (digit - 1) % 3, 3 - (digit + 2) / 3);
+        add(place, digit == 0 ? QPoint(3, 2) : place,
+            new TouchKey(QString("key%1").arg(digit), QString::number(digit)),
+            [this, digit] { m_entry.typeDigit(digit); });
     }
-    add(0, 3, new TouchKey("keyBackspace", Symbol::Backspace, tr("Backspace")),
+    add({0, 3}, {3, 1}, new TouchKey("keySign", QString(QChar(0xb1))),
+        [this] { m_entry.turnSign(); });
+    if (m_entry.hasPoint()) {
+        add({2, 3}, {4, 1}, new TouchKey("keyPoint", "."), [this] { m_entry.typePoint(); });
+    }
+    add({3, 0}, {3, 0}, new TouchKey("keyBackspace", Symbol::Backspace, tr("Backspace")),
         [this] { m_entry.backspace(); });
     auto* const clear = new TouchKey("keyClear", "C");
     clear->setAccessibleName(tr("Clear"));
-    add(1, 3, clear, [this] { m_entry.clear(); });
-    add(0, 4, new TouchKey("keyUp", Symbol::Up, tr("Step up")), [this] { m_entry.step(1); });
-    add(1, 4, new TouchKey("keyDown", Symbol::Down, tr("Step down")), [this] { m_entry.step(-1); });
-    keys->addWidget(m_cancel, 2, 3, 1, 2);
-    keys->addWidget(m_ok, 3, 3, 1, 2);
-    for (int column = 0; column < 5; ++column) {
+    add({3, 1}, {4, 0}, clear, [this] { m_entry.clear(); });
+    add({4, 0}, {5, 0}, new TouchKey("keyUp", Symbol::Up, tr("Step up")),
+        [this] { m_entry.step(1); });
+    add({4, 1}, {5, 1}, new TouchKey("keyDown", Symbol::Down, tr("Step down")),
+        [this] { m_entry.step(-1); });
+    keys->addWidget(m_cancel, 2, low ? 4 : 3, 1, low ? 1 : 2);
+    keys->addWidget(m_ok, low ? 2 : 3, low ? 5 : 3, 1, low ? 1 : 2);
+    const int columns = low ? 6 : 5;
+    for (int column = 0; column < columns; ++column) {
         keys->setColumnStretch(column, 1);
-        keys->setColumnMinimumWidth(column, leastKeyWidth(5));
+        keys->setColumnMinimumWidth(column, leastKeyWidth(columns));
     }
     return keys;
 }

@@ -26,6 +26,8 @@ protected:
 
 private:
     QLayout* createKeys();
+
+    static constexpr int kRows = 4;
 };
 
 PinPad::PinPad(QWidget* parent, const QString& label) : EntryDialog(parent, {}, label, label)
@@ -41,24 +43,26 @@ PinPad::PinPad(QWidget* parent, const QString& label) : EntryDialog(parent, {}, 
     connect(m_display, &QLineEdit::textChanged, m_ok,
             [this] { m_ok->setEnabled(!pin().isEmpty()); });
     m_ok->setEnabled(false);
-    auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(m_label);
-    layout->addWidget(m_display);
-    layout->addLayout(createKeys(), 1);
-    m_reason->setParent(this);
     m_reason->hide();
-    fitIntoScreen({480, 440}, 4);
+    placeHead({4, kRows})->addLayout(createKeys(), 1);
+    fitIntoScreen({480, 440}, qMin(kRows, room().height()));
     setFocus();
 }
 
+/// Where the screen has room for three rows only, the lowest one goes to the right of them.
 QLayout* PinPad::createKeys()
 {
+    const bool low = room().height() < kRows;
     auto* const keys = new QGridLayout;
     for (int digit = 0; digit <= 9; ++digit) {
         const QString text = QString::number(digit);
         auto* const key = new TouchKey("key" + text, text);
         connect(key, &QPushButton::clicked, m_display, [this, text] { m_display->insert(text); });
-        keys->addWidget(key, 3 - (digit + 2) / 3, digit == 0 ? 1 : (digit - 1) % 3);
+        if (digit == 0 && low) {
+            keys->addWidget(key, 2, 3);
+        } else {
+            keys->addWidget(key, 3 - (digit + 2) / 3, digit == 0 ? 1 : (digit - 1) % 3);
+        }
     }
     auto* const backspace =
         new TouchKey("keyBackspace", TouchKey::Symbol::Backspace, tr("Backspace"));
@@ -68,13 +72,14 @@ QLayout* PinPad::createKeys()
     connect(clear, &QPushButton::clicked, m_display, &QLineEdit::clear);
     keys->addWidget(backspace, 0, 3);
     keys->addWidget(clear, 1, 3);
-    keys->addWidget(m_cancel, 2, 3);
-    keys->addWidget(m_ok, 3, 3);
-    for (int column = 0; column < 4; ++column) {
-        keys->setColumnMinimumWidth(column, leastKeyWidth(4));
+    const int last = low ? 4 : 3;
+    keys->addWidget(m_cancel, low ? 1 : 2, last);
+    keys->addWidget(m_ok, low ? 2 : 3, last);
+    for (int column = 0; column <= last; ++column) {
+        keys->setColumnMinimumWidth(column, leastKeyWidth(last + 1));
     }
-    keys->setColumnStretch(3, 1);
-    keys->setColumnMinimumWidth(3, m_cancel->sizeHint().width()); // Whatever language it is in.
+    keys->setColumnStretch(last, 1);
+    keys->setColumnMinimumWidth(last, m_cancel->sizeHint().width()); // In any language.
     return keys;
 }
 

@@ -3,6 +3,7 @@
 #include "norvo/ScreenKeyboardDialog.h"
 
 #include "host/gui/dialogs/EntryDialog.h"
+#include "host/gui/dialogs/KeyPages.h"
 #include "host/gui/dialogs/KeyboardLayouts.h"
 #include "host/gui/dialogs/TouchKey.h"
 #include "host/gui/dialogs/VariantKeys.h"
@@ -37,17 +38,17 @@ public:
     QString text() const { return m_display->text(); }
 
 private:
-    QHBoxLayout* addRow();
-    void widenKeys(const QHBoxLayout& row);
-    void createDigitRow();
-    void createCharacterRows();
-    void createBottomRow();
-    void fitRow(int row);
+    void createDigitKeys();
+    void watchLanguageKey();
+    void createRows();
+    void createPages();
     TouchKey* createCharacterKey(int row, int column);
+    void fitRow(int row);
+    void fillPages();
     QStringList variants(int row, int column) const;
     void chooseLanguage(int language);
     TouchKey* editingKey(const QString& name, TouchKey::Symbol symbol,
-                         const QString& accessibleName, std::function<void()> edit);
+                         const QString& accessibleName, std::function<void(QLineEdit*)> edit);
     TouchKey* switchKey(TouchKey* key);
     const KeyboardLayout& layoutInUse() const;
     QChar character(int row, int column) const;
@@ -55,14 +56,15 @@ private:
     void showLayout();
     void judge();
 
-    static constexpr int kSpacing = 4;
-    static constexpr int kMargin = 2 * kSpacing;
+    static constexpr QSize kKeys{13, 5}; ///< Columns and rows of the largest layout.
 
     /// The last language chosen stays for the dialogs to come; none is chosen at first.
     static inline int s_chosenLanguage = -1;
 
     int m_language = s_chosenLanguage < 0 ? KeyboardLayouts::preferred() : s_chosenLanguage;
     QHBoxLayout* m_rows[3] = {};
+    KeyPages* m_pages = nullptr; ///< In place of the rows, where the screen is too small for them.
+    QList<TouchKey*> m_digits;
     QVector<TouchKey*> m_characterKeys[3]; ///< Of the longest layout so far; the rest are hidden.
     VariantKeys* m_variants;
     TouchKey* m_shift;
@@ -70,6 +72,9 @@ private:
     TouchKey* m_symbols;
     TouchKey* m_nextLanguage;
     TouchKey* m_space;
+    TouchKey* m_backspace;
+    TouchKey* m_left;
+    TouchKey* m_right;
     const Check m_check;
     const QString m_refusal;
 };
@@ -84,64 +89,79 @@ ScreenKeyboard::ScreenKeyboard(QWidget* parent, Qt::WindowFlags flags, const QSt
       m_symbols(switchKey(new TouchKey("keySymbols", "#+="))),
       m_nextLanguage(new TouchKey("keyLanguage", QString())),
       m_space(new TouchKey("keySpace", QString())),
+      m_backspace(editingKey("keyBackspace", TouchKey::Symbol::Backspace, tr("Backspace"),
+                             &QLineEdit::backspace)),
+      m_left(editingKey("keyLeft", TouchKey::Symbol::Left, tr("Cursor left"),
+                        [](QLineEdit* display) { display->cursorBackward(false); })),
+      m_right(editingKey("keyRight", TouchKey::Symbol::Right, tr("Cursor right"),
+                         [](QLineEdit* display) { display->cursorForward(false); })),
       m_check(std::move(check)),
       m_refusal(refusal.isEmpty() ? tr("This text is not accepted") : refusal)
 {
     setObjectName("ScreenKeyboardDialog");
-    auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-    layout->setSpacing(kSpacing);
-    layout->addWidget(m_label);
-    layout->addWidget(m_display);
-    layout->addWidget(m_reason);
-    createDigitRow();
-    createCharacterRows();
-    createBottomRow();
+    placeHead(kKeys);
+    createDigitKeys();
+    watchLanguageKey();
+    connect(m_space, &QPushButton::clicked, this, [this] { type(" "); });
+    if (room().width() < kKeys.width() || room().height() < kKeys.height()) {
+        createPages();
+    } else {
+        createRows();
+    }
     m_display->setText(text);
     m_display->setPlaceholderText(hint);
     m_display->setFocus();
     connect(m_display, &QLineEdit::textChanged, this, &ScreenKeyboard::judge);
     showLayout();
     judge();
-    fitIntoScreen({960, 480}, 5);
+    fitIntoScreen({960, 480}, m_pages ? m_pages->rows() : kKeys.height());
 }
 
-QHBoxLayout* ScreenKeyboard::addRow()
+void ScreenKeyboard::createDigitKeys()
 {
-    auto* const row = new QHBoxLayout;
-    static_cast<QVBoxLayout*>(layout())->addLayout(row, 1);
-    return row;
-}
-
-void ScreenKeyboard::widenKeys(const QHBoxLayout& row)
-{
-    for (int i = 0; i < row.count(); ++i) {
-        row.itemAt(i)->widget()->setMinimumWidth(leastKeyWidth(row.count()));
-    }
-}
-
-void ScreenKeyboard::createDigitRow()
-{
-    QHBoxLayout* const row = addRow();
     for (int column = 0; column < 10; ++column) {
         const QString digit = QString::number((column + 1) % 10);
-        auto* const key = new TouchKey("key" + digit, digit);
-        connect(key, &QPushButton::clicked, this, [this, digit] { type(digit); });
-        row->addWidget(key, 1);
+        m_digits.append(new TouchKey("key" + digit, digit));
+        connect(m_digits.last(), &QPushButton::clicked, this, [this, digit] { type(digit); });
     }
-    row->addWidget(editingKey("keyBackspace", TouchKey::Symbol::Backspace, tr("Backspace"),
-                              [this] { m_display->backspace(); }),
-                   1);
-    widenKeys(*row);
 }
 
-void ScreenKeyboard::createCharacterRows()
+void ScreenKeyboard::watchLanguageKey()
 {
-    for (QHBoxLayout*& row : m_rows) {
-        row = addRow();
-    }
-    m_rows[2]->addWidget(m_shift, 1);
-    m_rows[2]->addWidget(m_caps, 1);
+    connect(m_nextLanguage, &QPushButton::clicked, this,
+            [this] { chooseLanguage((m_language + 1) % KeyboardLayouts::languages().size()); });
+    m_variants->watch(
+        *m_nextLanguage, [] { return languageNames(); },
+        [this](const QString& name) { chooseLanguage(languageNames().indexOf(name)); });
+}
+
+void ScreenKeyboard::createRows()
+{
+    const auto addRow = [this](const QList<TouchKey*>& keys) {
+        auto* const row = new QHBoxLayout;
+        static_cast<QVBoxLayout*>(layout())->addLayout(row, 1);
+        for (TouchKey* const key : keys) {
+            const bool isWide = key == m_ok || key == m_cancel;
+            row->addWidget(key, key == m_space ? 3 : isWide ? 2 : 1);
+            key->setMinimumWidth(leastKeyWidth(keys.size()));
+        }
+        return row;
+    };
+    addRow(m_digits + QList<TouchKey*>{m_backspace});
+    m_rows[0] = addRow({});
+    m_rows[1] = addRow({});
+    m_rows[2] = addRow({m_shift, m_caps});
+    addRow({m_symbols, m_nextLanguage, m_left, m_space, m_right, m_cancel, m_ok});
+    const int step = leastKeyWidth(kKeys.width()) + layout()->spacing();
+    layout()->addItem(new QSpacerItem(kKeys.width() * step, 0)); // for any language
+}
+
+void ScreenKeyboard::createPages()
+{
+    const QList<TouchKey*> steady{m_shift, m_backspace, m_space, m_cancel, m_ok};
+    m_pages = new KeyPages(room().expandedTo({steady.size() + 1, 2}), steady);
+    m_pages->layout()->setSpacing(layout()->spacing());
+    static_cast<QVBoxLayout*>(layout())->addWidget(m_pages, 1);
 }
 
 TouchKey* ScreenKeyboard::createCharacterKey(int row, int column)
@@ -152,7 +172,9 @@ TouchKey* ScreenKeyboard::createCharacterKey(int row, int column)
     m_variants->watch(
         *key, [this, row, column] { return variants(row, column); },
         [this](const QString& variant) { type(variant); });
-    m_rows[row]->insertWidget(row == 2 ? column + 1 : column, key, 1);
+    if (!m_pages) {
+        m_rows[row]->insertWidget(row == 2 ? column + 1 : column, key, 1);
+    }
     return key;
 }
 
@@ -160,41 +182,29 @@ TouchKey* ScreenKeyboard::createCharacterKey(int row, int column)
 void ScreenKeyboard::fitRow(int row)
 {
     const int length = layoutInUse().rows[row].size();
-    QVector<TouchKey*>& keys = m_characterKeys[row];
-    while (keys.size() < length) {
-        keys.append(createCharacterKey(row, keys.size()));
-    }
     const int inRow = length + (row == 2 ? 2 : 0);
     const int width = leastKeyWidth(inRow);
-    for (int column = 0; column < keys.size(); ++column) {
-        keys[column]->setVisible(column < length);
-        keys[column]->setMinimumWidth(width);
+    for (int column = 0; column < m_characterKeys[row].size(); ++column) {
+        m_characterKeys[row][column]->setVisible(column < length);
+        m_characterKeys[row][column]->setMinimumWidth(width);
     }
     m_shift->setMinimumWidth(width); // the last row counts
     m_caps->setMinimumWidth(width);
 }
 
-void ScreenKeyboard::createBottomRow()
+/// Letters first.
+void ScreenKeyboard::fillPages()
 {
-    connect(m_nextLanguage, &QPushButton::clicked, this,
-            [this] { chooseLanguage((m_language + 1) % KeyboardLayouts::languages().size()); });
-    m_variants->watch(
-        *m_nextLanguage, [] { return languageNames(); },
-        [this](const QString& name) { chooseLanguage(languageNames().indexOf(name)); });
-    connect(m_space, &QPushButton::clicked, this, [this] { type(" "); });
-    QHBoxLayout* const row = addRow();
-    row->addWidget(m_symbols, 1);
-    row->addWidget(m_nextLanguage, 1);
-    row->addWidget(editingKey("keyLeft", TouchKey::Symbol::Left, tr("Cursor left"),
-                              [this] { m_display->cursorBackward(false); }),
-                   1);
-    row->addWidget(m_space, 3);
-    row->addWidget(editingKey("keyRight", TouchKey::Symbol::Right, tr("Cursor right"),
-                              [this] { m_display->cursorForward(false); }),
-                   1);
-    row->addWidget(m_cancel, 2);
-    row->addWidget(m_ok, 2);
-    widenKeys(*row);
+    QList<TouchKey*> letters;
+    QList<TouchKey*> others;
+    for (int row = 0; row < 3; ++row) {
+        const QString& plain = layoutInUse().rows[row];
+        for (int column = 0; column < plain.size(); ++column) {
+            (plain[column].isLetter() ? letters : others) << m_characterKeys[row][column];
+        }
+    }
+    m_pages->setKeys(letters + others + m_digits +
+                     QList<TouchKey*>{m_symbols, m_nextLanguage, m_caps, m_left, m_right});
 }
 
 void ScreenKeyboard::chooseLanguage(int language)
@@ -205,10 +215,11 @@ void ScreenKeyboard::chooseLanguage(int language)
 }
 
 TouchKey* ScreenKeyboard::editingKey(const QString& name, TouchKey::Symbol symbol,
-                                     const QString& accessibleName, std::function<void()> edit)
+                                     const QString& accessibleName,
+                                     std::function<void(QLineEdit*)> edit)
 {
     auto* const key = new TouchKey(name, symbol, accessibleName);
-    connect(key, &QPushButton::clicked, this, edit);
+    connect(key, &QPushButton::clicked, this, [this, edit = std::move(edit)] { edit(m_display); });
     return key;
 }
 
@@ -249,10 +260,20 @@ void ScreenKeyboard::type(const QString& text)
 void ScreenKeyboard::showLayout()
 {
     for (int row = 0; row < 3; ++row) {
-        fitRow(row);
-        for (int column = 0; column < layoutInUse().rows[row].size(); ++column) {
-            m_characterKeys[row][column]->setPlainText(character(row, column));
+        QVector<TouchKey*>& keys = m_characterKeys[row];
+        const int length = layoutInUse().rows[row].size();
+        while (keys.size() < length) {
+            keys.append(createCharacterKey(row, keys.size()));
         }
+        for (int column = 0; column < length; ++column) {
+            keys[column]->setPlainText(character(row, column));
+        }
+        if (!m_pages) {
+            fitRow(row);
+        }
+    }
+    if (m_pages) {
+        fillPages();
     }
     const QVector<KeyboardLayout>& languages = KeyboardLayouts::languages();
     const KeyboardLayout& next = languages[(m_language + 1) % languages.size()];

@@ -70,12 +70,16 @@ void TouchKey::setPlainText(const QString& text)
     setText(escaped.replace('&', QLatin1String("&&")));
 }
 
-int TouchKey::wantedSize() const
+int TouchKey::touchSize() const
 {
     QStyleOptionButton option;
     option.initFrom(this);
-    return qMax(kSize,
-                style()->sizeFromContents(QStyle::CT_PushButton, &option, QSize(), this).height());
+    return style()->sizeFromContents(QStyle::CT_PushButton, &option, QSize(), this).height();
+}
+
+int TouchKey::wantedSize() const
+{
+    return qMax(kSize, touchSize());
 }
 
 void TouchKey::paintEvent(QPaintEvent*)

@@ -22,8 +22,8 @@ public:
     TouchKey(const QString& objectName, Symbol symbol, const QString& accessibleName);
 
     void setPlainText(const QString& text); ///< As it is, "&" included.
-    /// What the style asks for what is touched, in pixels; kSize where that is more.
-    int wantedSize() const;
+    int touchSize() const;                  ///< What the style asks for what is touched, in pixels.
+    int wantedSize() const;                 ///< That, or kSize where it is more.
 
 protected:
     void paintEvent(QPaintEvent* event) override;

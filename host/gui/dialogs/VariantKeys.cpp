@@ -32,21 +32,41 @@ void VariantKeys::open()
     qDeleteAll(m_row);
     m_row.clear();
     setGeometry(parentWidget()->rect());
-    constexpr int spacing = 4;
-    const QRect held(m_held->mapTo(parentWidget(), QPoint()), m_held->size());
-    const int step = qMin(held.width() + spacing, width() / m_shown.size());
-    const int least = held.center().x() - (m_shown.size() * step) / 2;
-    int left = qBound(0, least, qMax(0, width() - m_shown.size() * step));
-    for (const QString& variant : qAsConst(m_shown)) {
+    const QVector<QRect> places = placesFor(m_shown.size());
+    for (const QRect& place : places) {
+        const QString variant = m_shown[m_row.size()];
         auto* const key = new TouchKey(QString("variant%1").arg(m_row.size()), variant);
         key->setParent(this);
-        key->setGeometry(left, held.top() - held.height() - spacing, step - spacing, held.height());
+        key->setGeometry(place);
         connect(key, &QPushButton::clicked, this, [this, variant] { pick(variant); });
         m_row.append(key);
-        left += step;
     }
     raise();
     show();
+}
+
+/// Row by row above the held key, and round it where there is no room above: the finger is on it.
+QVector<QRect> VariantKeys::placesFor(int count) const
+{
+    constexpr int spacing = 4;
+    const QRect held(m_held->mapTo(parentWidget(), QPoint()), m_held->size());
+    const QRect finger = held.adjusted(0, held.height() / 4, 0, 0);
+    const QSize size(qMin(held.width(), held.height()), held.height());
+    const QSize step = size + QSize(spacing, spacing);
+    const int inRow = qBound(1, width() / step.width(), count);
+    const int rows = (count + inRow - 1) / inRow;
+    const int middle = held.center().x() - inRow * step.width() / 2;
+    const QPoint corner(qBound(0, middle, qMax(0, width() - inRow * step.width())),
+                        qMax(0, held.top() - rows * step.height()));
+    QVector<QRect> places;
+    for (int i = 0; places.size() < count; ++i) {
+        const QPoint moved(i % inRow * step.width(), i / inRow * step.height());
+        const QRect place(corner + moved, size);
+        if (!place.intersects(finger)) {
+            places.append(place);
+        }
+    }
+    return places;
 }
 
 void VariantKeys::pick(const QString& variant)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QHash>
+#include <QRect>
 #include <QStringList>
 #include <QTimer>
 #include <QVector>
@@ -13,10 +14,10 @@ namespace norvo {
 
 class TouchKey;
 
-/// Keys with the variants of another, in a row over the key that is held for 400 ms. A tap picks
+/// Keys with the variants of another, in rows over the key that is held for 400 ms. A tap picks
 /// one, or a finger that slides onto it and lifts; a tap beside them picks none.
 ///
-/// Covers the whole dialog, whose child it is, while the row is seen.
+/// Covers the whole dialog, whose child it is, while they are seen.
 class VariantKeys : public QWidget
 {
     Q_OBJECT
@@ -44,6 +45,7 @@ private:
     };
 
     void open();
+    QVector<QRect> placesFor(int count) const;
     void pick(const QString& variant);
     bool slide(const QPoint& globalPlace, bool isLifted);
 

@@ -86,7 +86,8 @@ void ControlPainter::button(QPainter& painter, const QStyleOption& option, Mark 
                          : isFilled ? m_theme.textOnAccent
                                     : m_theme.text;
     const double radius = m_target / 8.0;
-    const QPointF center(option.rect.left() + m_target / 3.0, QRectF(option.rect).center().y());
+    const double left = qMin(m_target / 3.0, option.rect.width() / 6.0); // keys can be narrow
+    const QPointF center(option.rect.left() + left, QRectF(option.rect).center().y());
     painter.setPen(QPen(color, kRing));
     painter.setBrush(mark == Mark::On ? QBrush(color) : QBrush(Qt::NoBrush));
     painter.drawEllipse(center, radius, radius);

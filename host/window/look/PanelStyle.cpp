@@ -147,7 +147,8 @@ void PanelStyle::drawButtonLabel(const QStyleOptionButton& option, QPainter* pai
     QStyleOptionButton label(option);
     label.palette.setColor(QPalette::ButtonText, m_paint.buttonText(option));
     if (markOf(widget, option) != ControlPainter::Mark::None) {
-        label.rect.setLeft(label.rect.left() + m_paint.markSize());
+        const int mark = qMin(m_paint.markSize(), label.rect.width() / 4);
+        label.rect.setLeft(label.rect.left() + mark);
     }
     QProxyStyle::drawControl(CE_PushButtonLabel, &label, painter, widget);
 }

@@ -4,10 +4,9 @@
 #include "host/window/look/Look.h"
 #include "host/window/look/TouchSize.h"
 
-#include "ModalDialog.h"
+#include "host/gui/dialogs/KeyboardUse.h"
 #include "TestMain.h"
 #include "norvo/NumpadDialog.h"
-#include "norvo/ScreenKeyboardDialog.h"
 
 #include <QPushButton>
 #include <QScreen>
@@ -29,6 +28,9 @@ private slots:
     void cleanupTestCase() { QApplication::setStyle("fusion"); }
     void keysAreForAFinger_data();
     void keysAreForAFinger();
+    void keyboardHasAllKeys_data() { keyboardLayouts(); }
+    void keyboardHasAllKeys();
+    void variantsAreForAFinger();
     void okIsFilledAndBold();
     void enterIsOk();
 };
@@ -50,6 +52,60 @@ double luminance(const QColor& colour)
     };
     return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
            0.0722 * linear(colour.blueF());
+}
+
+/// Those of a dialog that are on view.
+QList<QPushButton*> keysOf(const QWidget& dialog)
+{
+    QList<QPushButton*> keys;
+    for (auto* const key : dialog.findChildren<QPushButton*>()) {
+        if (key->isVisible()) {
+            keys.append(key);
+        }
+    }
+    return keys;
+}
+
+QRect placeIn(const QWidget& dialog, const QWidget& key)
+{
+    return {key.mapTo(&dialog, QPoint()), key.size()};
+}
+
+/// That they are whole, apart from each other, and large enough.
+void checkKeys(const QWidget& dialog, int target)
+{
+    QApplication::processEvents(); // what a tap before has begun
+    QRegion taken;
+    for (const QPushButton* const key : keysOf(dialog)) {
+        const QRect place = placeIn(dialog, *key);
+        QVERIFY2(dialog.rect().contains(place), qPrintable(key->objectName()));
+        QVERIFY2(!taken.intersects(place), qPrintable(key->objectName()));
+        QVERIFY2(std::min(place.width(), place.height()) >= target,
+                 qPrintable(QString("%1: %2x%3, not %4")
+                                .arg(key->objectName())
+                                .arg(place.width())
+                                .arg(place.height())
+                                .arg(target)));
+        taken += place;
+    }
+}
+
+/// Whether there are further pages of keys and the next one has come into view.
+bool turnPage(QWidget& dialog)
+{
+    auto* const more = dialog.findChild<QPushButton*>("keyMore");
+    if (!more || !more->isVisible()) {
+        return false;
+    }
+    QTest::mouseClick(more, Qt::LeftButton);
+    return !more->text().contains("\n1/");
+}
+
+void tapOnAnyPage(QWidget& dialog, const QString& name)
+{
+    while (!key(dialog, name).isVisible() && turnPage(dialog)) {
+    }
+    tap(dialog, name);
 }
 
 } // namespace
@@ -75,7 +131,6 @@ void tst_DialogKeysHere::keysAreForAFinger_data()
     QTest::newRow("PIN") << Open([] { norvo::PinDialog::getPin(nullptr, "PIN"); });
 }
 
-/// Where a screen has no room for that, the dialog takes all of it.
 void tst_DialogKeysHere::keysAreForAFinger()
 {
     QFETCH(Open, open);
@@ -87,21 +142,76 @@ void tst_DialogKeysHere::keysAreForAFinger()
                                                                     .arg(dialog.height())
                                                                     .arg(dialog.x())
                                                                     .arg(dialog.y())));
-        QSize least = screen.size();
-        for (const QPushButton* key : dialog.findChildren<QPushButton*>()) {
-            if (key->isVisible()) {
-                least = least.boundedTo(key->size());
-                QVERIFY2(dialog.rect().contains(key->geometry()), qPrintable(key->objectName()));
-            }
-        }
-        qInfo("%dx%d, target %d: keys of %dx%d at least in %dx%d", screen.width(), screen.height(),
-              target, least.width(), least.height(), dialog.width(), dialog.height());
-        QVERIFY(least.width() >= target || dialog.width() > screen.width() * 0.97);
-        QVERIFY(least.height() >= target || dialog.height() > screen.height() * 0.97);
-        QVERIFY(least.width() >= 48 && least.height() >= 64);
+        checkKeys(dialog, target);
     });
     open();
     QCOMPARE(modal.count(), 1);
+}
+
+/// On as many pages as the screen makes of them; what a key shows is typed.
+void tst_DialogKeysHere::keyboardHasAllKeys()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, letters);
+    const Answer answer = enter({}, [&](QWidget& dialog) {
+        for (int i = 0; i < 10 && key(dialog, "keySpace").text() != language; ++i) {
+            tapOnAnyPage(dialog, "keyLanguage");
+        }
+        QCOMPARE(key(dialog, "keySpace").text(), language);
+        QStringList names;
+        QString typed;
+        do {
+            checkKeys(dialog, property("target").toInt());
+            for (QPushButton* const key : keysOf(dialog)) {
+                names.append(key->objectName());
+                if (key->text().size() == 1) {
+                    QTest::mouseClick(key, Qt::LeftButton);
+                    typed += key->text();
+                }
+            }
+        } while (turnPage(dialog));
+        QCOMPARE(display(dialog).text(), typed);
+        for (const QChar character : letters + "0123456789") {
+            QVERIFY2(typed.contains(character), qPrintable(QString(character)));
+        }
+        for (const char* const name :
+             {"ok", "cancel", "keySpace", "keyBackspace", "keyShift", "keyCaps", "keyLeft",
+              "keyRight", "keySymbols", "keyLanguage"}) {
+            QVERIFY2(names.contains(name), name);
+        }
+        tapOnAnyPage(dialog, "keySymbols");
+        checkKeys(dialog, property("target").toInt());
+        tapOnAnyPage(dialog, "key1-0");
+        QCOMPARE(display(dialog).text(), typed + "!");
+        tap(dialog, "ok");
+    });
+    QVERIFY(answer.ok);
+}
+
+void tst_DialogKeysHere::variantsAreForAFinger()
+{
+    enter({}, [&](QWidget& dialog) {
+        while (key(dialog, "keySpace").text() != "English") {
+            tapOnAnyPage(dialog, "keyLanguage");
+        }
+        QPushButton* held = nullptr;
+        for (QPushButton* const key : keysOf(dialog)) {
+            held = key->text() == "a" ? key : held;
+        }
+        QVERIFY(held);
+        const QPoint finger = placeIn(dialog, *held).center();
+        QTest::mousePress(held, Qt::LeftButton);
+        auto* const variants = dialog.findChild<QWidget*>("variants");
+        QTRY_VERIFY(variants->isVisible());
+        checkKeys(*variants, property("target").toInt());
+        QCOMPARE(keysOf(*variants).size(), 7);
+        for (const QPushButton* const variant : keysOf(*variants)) {
+            QVERIFY(!placeIn(dialog, *variant).contains(finger));
+        }
+        QTest::mouseRelease(held, Qt::LeftButton);
+        QTest::mouseClick(keysOf(*variants).at(1), Qt::LeftButton);
+        QCOMPARE(display(dialog).text(), QStringLiteral(u"à"));
+    });
 }
 
 void tst_DialogKeysHere::okIsFilledAndBold()

@@ -89,6 +89,24 @@ inline void goRoundTo(QWidget& dialog, const QString& language)
     QCOMPARE(key(dialog, "keySpace").text(), language);
 }
 
+/// Rows of a test's data: the languages and the letters of their alphabets.
+inline void keyboardLayouts()
+{
+    const QString latin("abcdefghijklmnopqrstuvwxyz");
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("letters");
+    QTest::newRow("en") << "English" << latin;
+    QTest::newRow("bg") << QStringLiteral(u"Български")
+                        << QStringLiteral(u"абвгдежзийклмнопрстуфхцчшщъьюя");
+    QTest::newRow("de") << "Deutsch" << latin + QStringLiteral(u"äöüß");
+    QTest::newRow("fr") << QStringLiteral(u"Français") << latin + QStringLiteral(u"éèàùç");
+    QTest::newRow("es") << QStringLiteral(u"Español") << latin + QStringLiteral(u"ñ¿¡");
+    QTest::newRow("ru") << QStringLiteral(u"Русский")
+                        << QStringLiteral(u"абвгдеёжзийклмнопрстуфхцчшщъыьэюя");
+    QTest::newRow("el") << QStringLiteral(u"Ελληνικά")
+                        << QStringLiteral(u"αβγδεζηθικλμνξοπρσςτυφχψω");
+}
+
 inline bool isRed(QWidget& dialog)
 {
     const QColor colour =

@@ -8,7 +8,6 @@
 namespace {
 
 constexpr double kLeastMm = 12.7;
-const char* const kLatin = "abcdefghijklmnopqrstuvwxyz";
 
 } // namespace
 
@@ -37,19 +36,7 @@ private:
 
 void tst_ScreenKeyboardLayouts::layouts()
 {
-    const QString latin(kLatin);
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<QString>("letters");
-    QTest::newRow("en") << "English" << latin;
-    QTest::newRow("bg") << QStringLiteral(u"Български")
-                        << QStringLiteral(u"абвгдежзийклмнопрстуфхцчшщъьюя");
-    QTest::newRow("de") << "Deutsch" << latin + QStringLiteral(u"äöüß");
-    QTest::newRow("fr") << QStringLiteral(u"Français") << latin + QStringLiteral(u"éèàùç");
-    QTest::newRow("es") << QStringLiteral(u"Español") << latin + QStringLiteral(u"ñ¿¡");
-    QTest::newRow("ru") << QStringLiteral(u"Русский")
-                        << QStringLiteral(u"абвгдеёжзийклмнопрстуфхцчшщъыьэюя");
-    QTest::newRow("el") << QStringLiteral(u"Ελληνικά")
-                        << QStringLiteral(u"αβγδεζηθικλμνξοπρσςτυφχψω");
+    keyboardLayouts();
 }
 
 void tst_ScreenKeyboardLayouts::firstLanguageIsThePanels_data()
