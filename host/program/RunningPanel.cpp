@@ -120,15 +120,15 @@ void RunningPanel::addKeys()
     });
 }
 
-ToolSetting RunningPanel::toolSetting() const
+ToolSetting RunningPanel::toolSetting()
 {
     ToolSetting setting;
     setting.keySize = TouchSize::pixels(m_description.look.touch, *m_window.screen());
     const QFileInfo file(m_description.file);
     setting.fileStart = file.absolutePath() + '/' + file.completeBaseName();
-    if (const Access* const access = m_access.access()) {
-        setting.mayWrite = [access] { return access->allows(Role::Operate); };
-    }
+    setting.permit = [this](std::function<void()> action) {
+        m_access.require(Role::Operate, std::move(action));
+    };
     return setting;
 }
 

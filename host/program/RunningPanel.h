@@ -43,7 +43,7 @@ public:
 
 private:
     void addKeys();
-    ToolSetting toolSetting() const; ///< Of its graphs.
+    ToolSetting toolSetting(); ///< Of its graphs.
     void record();                   ///< What is done, in the audit.
 
     const PanelDescription& m_description;

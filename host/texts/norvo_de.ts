@@ -650,13 +650,5 @@
         <source>Not saved</source>
         <translation>Nicht gesichert</translation>
     </message>
-    <message>
-        <source>Locked</source>
-        <translation>Gesperrt</translation>
-    </message>
-    <message>
-        <source>Unlock the panel to save.</source>
-        <translation>Zum Sichern die Tafel entsperren.</translation>
-    </message>
 </context>
 </TS>

@@ -650,13 +650,5 @@
         <source>Not saved</source>
         <translation>Не сохранено</translation>
     </message>
-    <message>
-        <source>Locked</source>
-        <translation>Заблокировано</translation>
-    </message>
-    <message>
-        <source>Unlock the panel to save.</source>
-        <translation>Чтобы сохранить, разблокируйте панель.</translation>
-    </message>
 </context>
 </TS>

@@ -31,6 +31,18 @@ constexpr int kLeastPlot = 160; // pixels, upright
 constexpr int kStateTextPixels = 13;
 constexpr int kSheetWidth = 440;
 
+void tellSaved(QWidget& opener, const QString& file, const QString& reason)
+{
+    auto* const sheet =
+        new Sheet(opener, file.isEmpty() ? ToolPane::tr("Not saved") : ToolPane::tr("Saved"));
+    auto* const label = new QLabel(file.isEmpty() ? reason : file);
+    label->setFont(sheet->font());
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    sheet->content().addWidget(label);
+    sheet->present({kSheetWidth, 1});
+}
+
 } // namespace
 
 ToolPane::ToolPane(BaseWidget& display, QCustomPlot& plot, const ToolSetting& setting)
@@ -163,26 +175,20 @@ QByteArray ToolPane::picture() const
 
 void ToolPane::save(ToolKey& key, const QString& end, const QByteArray& content)
 {
-    QString title = tr("Saved");
-    QString text;
-    QString reason;
-    if (m_setting.mayWrite && !m_setting.mayWrite()) {
-        title = tr("Locked");
-        text = tr("Unlock the panel to save.");
-    } else {
-        text = writeNewFile(m_setting.fileStart, end, content, reason);
-        if (text.isEmpty()) {
-            title = tr("Not saved");
-            text = reason;
+    const QPointer<ToolKey> opener(&key);
+    const QString start = m_setting.fileStart;
+    const auto write = [opener, start, end, content] {
+        QString reason;
+        const QString file = writeNewFile(start, end, content, reason);
+        if (opener) {
+            tellSaved(*opener, file, reason);
         }
+    };
+    if (m_setting.permit) {
+        m_setting.permit(write);
+    } else {
+        write();
     }
-    auto* const sheet = new Sheet(key, title);
-    auto* const label = new QLabel(text);
-    label->setFont(QFont(label->font().family(), sheet->font().pointSize()));
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    sheet->content().addWidget(label);
-    sheet->present({kSheetWidth, 1});
 }
 
 void ToolPane::keyPressEvent(QKeyEvent* event)

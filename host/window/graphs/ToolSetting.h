@@ -10,9 +10,10 @@ namespace norvo {
 /// What the tools of a graph know of the panel around it.
 struct ToolSetting
 {
-    int keySize = 0;                ///< In pixels, of what is touched.
-    QString fileStart;              ///< Of files that are saved: a folder and how a name begins.
-    std::function<bool()> mayWrite; ///< Whether whoever is there may save. Null: always.
+    int keySize = 0;   ///< In pixels, of what is touched.
+    QString fileStart; ///< Of files that are saved: a folder and how a name begins.
+    /// Does it where whoever is there may save, else asks first. Null: everybody may.
+    std::function<void(std::function<void()> action)> permit;
 };
 
 } // namespace norvo
