@@ -44,7 +44,7 @@ public:
 private:
     void addKeys();
     ToolSetting toolSetting(); ///< Of its graphs.
-    void record();                   ///< What is done, in the audit.
+    void record();             ///< What is done, in the audit.
 
     const PanelDescription& m_description;
     SourceWatch m_sources;

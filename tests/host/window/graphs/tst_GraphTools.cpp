@@ -225,17 +225,25 @@ void tst_GraphTools::dataGoOnArrivingWhilePaused()
 void tst_GraphTools::pauseOutlastsTheWindowOfTheGraph()
 {
     ToolPanel panel;
-    panel.send("a", {{9, 0.2}, {8.5, 0.9}});
+    const auto sendSpan = [&panel](double from, double to) {
+        for (double ago = from; ago > to; ago -= 0.5) {
+            panel.send("a", {{ago, ago}});
+        }
+    };
+    sendSpan(19, 9);
     panel.waitForFrames(2);
     panel.open();
     panel.tap("graphPause");
-    panel.send("a", {{-60, 0.5}}); // A minute later: all before has left the window.
-    panel.send("a", {{-60.1, 0.5}});
+    const int count = panel.copy().graph(0)->data()->size();
+    sendSpan(9, -10); // The same piece, without a gap: it drops its first ten seconds.
     panel.waitForFrames(2);
     QCOMPARE(panel.plot()->graphCount(), 1);
-    QCOMPARE(panel.copy().graphCount(), 1);
-    QCOMPARE(panel.copy().graph(0)->data()->size(), 2);
-    QCOMPARE(panel.copy().graph(0)->data()->constBegin()->value, 0.2);
+    QVERIFY(qAbs(panel.plot()->graph(0)->data()->constBegin()->value - 10) < 1);
+    QCOMPARE(panel.copy().graph(0)->data()->size(), count);
+    QCOMPARE(panel.copy().graph(0)->data()->constBegin()->value, 19.0);
+    panel.send("a", {{-60, 0.5}}); // After a gap: the whole piece goes.
+    panel.waitForFrames(2);
+    QCOMPARE(panel.copy().graph(0)->data()->size(), count);
 }
 
 void tst_GraphTools::stateIsSaidInWords()
@@ -306,6 +314,9 @@ void tst_GraphTools::tabAndSpaceReachTheTools()
     QCOMPARE(QApplication::focusWidget(), panel.key("graphPause"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
     QVERIFY(panel.copy().isHeld());
+    panel.key("graphClose")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), panel.widget("last")->findChild<QPushButton*>());
 }
 
 void tst_GraphTools::deletedGraphClosesTheTools()
