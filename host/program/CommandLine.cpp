@@ -3,9 +3,11 @@
 #include "host/program/CommandLine.h"
 
 #include "host/panel/file/look/LookReader.h"
+#include "host/program/ExportHistory.h"
 #include "host/program/PanelInput.h"
 
 #include <QCommandLineParser>
+#include <QDateTime>
 #include <QFileInfo>
 #include <QImageWriter>
 #include <QRegularExpression>
@@ -31,6 +33,9 @@ const QCommandLineOption kDescribe("describe", {}, "TYPE");
 const QCommandLineOption kDescribeAll("describe-all");
 const QCommandLineOption kSchema("schema");
 const QCommandLineOption kMakePin("make-pin");
+const QCommandLineOption kExport("export", {}, "OUT.csv");
+const QCommandLineOption kFrom("from", {}, "TIME");
+const QCommandLineOption kTo("to", {}, "TIME");
 const QCommandLineOption kFormat("format", {}, "FORMAT");
 const QCommandLineOption kAfter("after", {}, "MS");
 const QCommandLineOption kSize("size", {}, "WxH");
@@ -73,7 +78,7 @@ QStringList qtArguments(const QCommandLineParser& parser)
 const QList<QList<QCommandLineOption>> kAlternatives{
     {kState, kNoState},
     {kSet, kCheck, kScreenshot, kFullscreen, kKiosk, kTypes, kDescribe, kDescribeAll, kSchema,
-     kMakePin},
+     kMakePin, kExport},
 };
 
 QString contradiction(const QCommandLineParser& parser)
@@ -94,6 +99,11 @@ QString contradiction(const QCommandLineParser& parser)
     for (const QCommandLineOption* option : {&kAfter, &kSize}) {
         if (parser.isSet(*option) && !parser.isSet(kScreenshot)) {
             return QString("--%1 goes with --screenshot only").arg(option->names().constLast());
+        }
+    }
+    for (const QCommandLineOption* option : {&kFrom, &kTo}) {
+        if (parser.isSet(*option) && !parser.isSet(kExport)) {
+            return QString("--%1 goes with --export only").arg(option->names().constLast());
         }
     }
     return {};
@@ -127,6 +137,9 @@ Options::Action actionOf(const QCommandLineParser& parser)
     }
     if (parser.isSet(kMakePin)) {
         return Options::Action::MakePin;
+    }
+    if (parser.isSet(kExport)) {
+        return Options::Action::Export;
     }
     return parser.isSet(kScreenshot) ? Options::Action::Screenshot : Options::Action::Run;
 }
@@ -231,6 +244,32 @@ void readPictureOptions(const QCommandLineParser& parser, Options& options, QStr
     }
 }
 
+qint64 momentOf(const QCommandLineParser& parser, const QCommandLineOption& option,
+                qint64 otherwise, QString& error)
+{
+    if (!parser.isSet(option)) {
+        return otherwise;
+    }
+    const auto moment = toMoment(parser.value(option), QDateTime::currentDateTime());
+    if (!moment) {
+        error =
+            QString("--%1 needs a time such as 2026-03-01T12:00, 2026-03-01T12:00:00Z or \"1 h\" "
+                    "ago, not \"%2\"")
+                .arg(option.names().constLast(), parser.value(option));
+    }
+    return moment.value_or(otherwise);
+}
+
+void readExportOptions(const QCommandLineParser& parser, Options& options, QString& error)
+{
+    options.exportFile = parser.value(kExport);
+    options.exportFrom = momentOf(parser, kFrom, options.exportFrom, error);
+    options.exportTo = momentOf(parser, kTo, options.exportTo, error);
+    if (error.isEmpty() && options.exportFrom > options.exportTo) {
+        error = "--from is later than --to";
+    }
+}
+
 std::optional<PanelLook::Theme> themeNamed(const QString& name, QString& error)
 {
     const auto found = themeNames().constFind(name);
@@ -255,9 +294,10 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
 {
     QCommandLineParser parser;
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // As Qt's own are.
-    parser.addOptions({kPlugins,     kState,  kNoState,    kAudit,  kFullscreen, kKiosk, kTheme,
-                       kCheck,       kSet,    kScreenshot, kAfter,  kSize,       kTypes, kDescribe,
-                       kDescribeAll, kSchema, kMakePin,    kFormat, kVerbose,    kHelp,  kVersion});
+    parser.addOptions({kPlugins, kState,    kNoState,     kAudit,      kFullscreen, kKiosk,
+                       kTheme,   kCheck,    kSet,         kScreenshot, kAfter,      kSize,
+                       kTypes,   kDescribe, kDescribeAll, kSchema,     kMakePin,    kExport,
+                       kFrom,    kTo,       kFormat,      kVerbose,    kHelp,       kVersion});
     parser.addOptions(kQtOptions);
     Options options;
     if (!parser.parse(arguments)) {
@@ -282,6 +322,9 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
     options.qtArguments = qtArguments(parser);
     if (error.isEmpty() && options.action == Options::Action::Screenshot) {
         readPictureOptions(parser, options, error);
+    }
+    if (error.isEmpty() && options.action == Options::Action::Export) {
+        readExportOptions(parser, options, error);
     }
     if (error.isEmpty()) {
         options.changes = paramChanges(parser.values(kSet), error);
@@ -312,6 +355,8 @@ norvo-panel --describe-all                       the same of all types; --format
                                                  or json says how
 norvo-panel --schema                             a JSON Schema of panel files, for editors that
                                                  complete and check them
+norvo-panel --export OUT.csv PANEL.yaml          writes what the panel's history holds as a table;
+                                                 --from TIME and --to TIME say of when
 norvo-panel --make-pin                           asks for a PIN and prints the hash that stands for
                                                  it in a panel file
 
@@ -328,6 +373,9 @@ files in a panel file are relative to its folder.
                      leaves it, SIGTERM does
   --theme THEME      light, dark or system, whatever the panel file says
   --after MS         takes the picture after so many milliseconds (500)
+  --from TIME        exports no values before; TIME is 2026-03-01T12:00 in local time, the same with
+                     a zone, or how long ago, as "1 h"
+  --to TIME          exports no values after
   --size WxH         the picture's size in pixels; else what the panel needs
   --verbose          writes debug messages, too
   -h, --help         shows this text

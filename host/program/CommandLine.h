@@ -10,6 +10,7 @@
 #include <QStringList>
 #include <QVector>
 
+#include <limits>
 #include <optional>
 
 namespace norvo {
@@ -35,6 +36,7 @@ struct Options
         DescribeAll,
         Schema,
         MakePin,
+        Export,
         Help,
         Version
     };
@@ -57,6 +59,10 @@ struct Options
     QByteArray pictureFormat; ///< What the picture file's ending says; one that Qt can write.
     QSize pictureSize;        ///< Empty: what the panel needs.
     int pictureAfterMs = 500; ///< From the start of the event loop to the picture.
+
+    QString exportFile;    ///< "-" is standard output.
+    qint64 exportFrom = 0; ///< Milliseconds since the epoch; both ends are included.
+    qint64 exportTo = std::numeric_limits<qint64>::max();
 
     bool isListing() const ///< Of device types, without a panel.
     {

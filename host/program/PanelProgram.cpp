@@ -10,6 +10,7 @@
 #include "host/panel/state/StateFile.h"
 #include "host/program/streams/Console.h"
 #include "host/program/Display.h"
+#include "host/program/ExportHistory.h"
 #include "host/program/MakePin.h"
 #include "host/program/PanelInput.h"
 #include "host/program/PluginSet.h"
@@ -299,6 +300,9 @@ int runProgram(const Options& options)
     if (!application) {
         Console::reportError(reason);
         return 1;
+    }
+    if (options.action == Options::Action::Export) {
+        return exportHistory(options);
     }
     PluginSet plugins;
     if (!loadPlugins(plugins, options.pluginFolders)) {

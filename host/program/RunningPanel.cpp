@@ -102,6 +102,7 @@ void RunningPanel::stop()
 {
     m_alarms.stop();
     if (m_history) {
+        m_graphMemory.reset();
         m_history->stop();
     }
     m_panel.stop();
@@ -140,6 +141,8 @@ void RunningPanel::start(PanelPlan plan, Diagnostics& diagnostics)
     m_alarms.listen(plan);
     if (m_history) {
         m_history->listen(plan);
+        m_graphMemory.emplace(*m_history);
+        m_graphMemory->listen(plan);
     }
     if (m_audit) {
         m_operator.listen(plan);

@@ -13,6 +13,7 @@
 #include "host/window/access/AccessFace.h"
 #include "host/window/alarms/AlarmFace.h"
 #include "host/window/graphs/ToolSetting.h"
+#include "host/window/history/GraphMemory.h"
 #include "host/window/marks/StateMarks.h"
 #include "host/window/status/StaleMarks.h"
 
@@ -60,6 +61,7 @@ private:
     OperatorWatch m_operator;
     std::optional<AuditTrail> m_audit;       ///< Where the panel has one.
     std::optional<HistoryService> m_history; ///< Likewise.
+    std::optional<GraphMemory> m_graphMemory;
 };
 
 } // namespace norvo

@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/window/history/GraphMemory.h"
+
+#include "host/panel/plan/Node.h"
+#include "host/panel/plan/PanelPlan.h"
+#include "host/services/signals/SignalTap.h"
+#include "host/window/history/CurveFeeder.h"
+
+#include "norvo/BaseDevice.h"
+#include "norvo/BaseWidget.h"
+
+#include <QDateTime>
+#include <QTimer>
+
+#include <algorithm>
+#include <future>
+#include <map>
+
+namespace norvo {
+
+namespace {
+
+const QString kPeriod = QStringLiteral("widget/timePeriod");
+const QString kTimeout = QStringLiteral("widget/timeout");
+const QString kValueOut = QStringLiteral("output(double,QString,double)");
+const QString kFillOut = QStringLiteral("outputFill(QString,bool)");
+constexpr int kMaxRelays = 4;                // In a row.
+constexpr std::chrono::seconds kPatience{2}; // For what is read since the start.
+constexpr double kHeld = 1e9;                // Seconds: longer than any window.
+
+QString nameOf(const QString& signature)
+{
+    return signature.section('(', 0, 0);
+}
+
+bool hasSignal(const BaseDevice& device, const QString& signature)
+{
+    return device.metaObject()->indexOfSignal(signature.toLatin1().constData()) >= 0;
+}
+
+bool isTimeGraph(const BaseDevice& device)
+{
+    return device.params().contains(kPeriod) && hasSignal(device, kValueOut);
+}
+
+/// Whether what it sends is what it is given: it only says how a graph is to draw it.
+bool isCurveRelay(const BaseDevice& device)
+{
+    return hasSignal(device, "output(double)") && hasSignal(device, "setColor(QString)") &&
+           hasSignal(device, "setFilled(bool)");
+}
+
+} // namespace
+
+/// A recorded signal that feeds a curve.
+struct GraphMemory::Source
+{
+    QString device;
+    QString signal;
+    double holdSeconds;
+};
+
+struct GraphMemory::Graph
+{
+    struct Curve
+    {
+        std::vector<std::future<HistoryService::Points>> reads;
+        double holdSeconds = 0;
+    };
+
+    QPointer<Node> node;
+    QHash<QString, QVector<Source>> sources; ///< By sender.
+    std::map<QString, Curve> waiting;        ///< For the first value of the sender.
+    QHash<QString, bool> fills;              ///< By sender, as the graph was told.
+};
+
+GraphMemory::GraphMemory(HistoryService& history) : m_history(history) {}
+GraphMemory::~GraphMemory() = default;
+
+void GraphMemory::listen(const PanelPlan& plan)
+{
+    m_wires = plan.wires;
+    for (Node* const node : plan.nodes) {
+        m_nodes.insert(node->id(), node);
+    }
+    for (Node* const node : plan.nodes) {
+        if (!node->device() || !isTimeGraph(*node->device())) {
+            continue;
+        }
+        auto graph = std::make_unique<Graph>();
+        graph->node = node;
+        for (const PlannedWire& wire : plan.wires) {
+            if (wire.to == node->id() && nameOf(wire.slot) == "input") {
+                graph->sources[wire.from] += sourcesOf(wire, 0);
+            }
+        }
+        BaseDevice& device = *node->device();
+        SignalTap::open(
+            device, kValueOut,
+            [this, &graph = *graph](const SignalArguments& arguments) { hear(graph, arguments); },
+            *this);
+        SignalTap::open(
+            device, kFillOut,
+            [&graph = *graph](const SignalArguments& arguments) {
+                graph.fills[arguments.at(0).toString()] = arguments.at(1).toBool();
+            },
+            *this);
+        fill(*graph);
+        m_graphs.push_back(std::move(graph));
+    }
+}
+
+QVector<GraphMemory::Source> GraphMemory::sourcesOf(const PlannedWire& wire, int depth) const
+{
+    if (const HistorySignal* recorded = m_history.recorded(wire.from, nameOf(wire.signal))) {
+        const double every = double(recorded->every.count()) * 0.001;
+        return {{wire.from, nameOf(wire.signal), recorded->deadband ? kHeld : every * 2}};
+    }
+    QVector<Source> sources;
+    const Node* const node = m_nodes.value(wire.from);
+    if (depth < kMaxRelays && node && node->device() && isCurveRelay(*node->device())) {
+        for (const PlannedWire& before : m_wires) {
+            if (before.to == wire.from && nameOf(before.slot) == "input") {
+                sources += sourcesOf(before, depth + 1);
+            }
+        }
+    }
+    return sources;
+}
+
+void GraphMemory::fill(const QString& graph)
+{
+    for (const auto& one : m_graphs) {
+        if (one->node && one->node->id() == graph) {
+            fill(*one);
+        }
+    }
+}
+
+void GraphMemory::fill(Graph& graph)
+{
+    const double period = graph.node->device()->getParam(kPeriod);
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    const qint64 begin = now - qint64(std::max(period, 0.0) * 1000);
+    const double thinned = 4 * period / kMaxPoints; // Between two points, where there are too many.
+    graph.waiting.clear();
+    for (auto sender = graph.sources.cbegin(); sender != graph.sources.cend(); ++sender) {
+        for (const Source& source : *sender) {
+            Graph::Curve& curve = graph.waiting[sender.key()];
+            curve.reads.push_back(
+                m_history.read({source.device, source.signal, begin, now, kMaxPoints}));
+            curve.holdSeconds = std::max({curve.holdSeconds, source.holdSeconds, thinned});
+        }
+    }
+}
+
+/// Before the graph's widget does.
+void GraphMemory::hear(Graph& graph, const SignalArguments& arguments)
+{
+    if (graph.waiting.empty() || !graph.node) {
+        return;
+    }
+    const QString sender = arguments.at(1).toString();
+    const auto found = graph.waiting.find(sender);
+    BaseWidget* const widget = graph.node->widget();
+    if (found == graph.waiting.end() || !widget || !CurveFeeder::canFeed(*widget)) {
+        return;
+    }
+    RememberedCurve curve;
+    curve.holdSeconds = found->second.holdSeconds;
+    for (auto& read : found->second.reads) {
+        if (read.wait_for(kPatience) == std::future_status::ready) {
+            curve.points += read.get();
+        }
+    }
+    if (found->second.reads.size() > 1) {
+        std::stable_sort(
+            curve.points.begin(), curve.points.end(),
+            [](const HistoryPoint& a, const HistoryPoint& b) { return a.time < b.time; });
+    }
+    graph.waiting.erase(found);
+
+    BaseDevice& device = *graph.node->device();
+    const double now = arguments.at(2).toDouble();
+    const double period = device.getParam(kPeriod);
+    CurveFeeder feeder(*widget, sender, device.getParam(kTimeout));
+    feeder.setFilled(graph.fills.value(sender));
+    feeder.feed(curve, now - period, now);
+    if (graph.fills.value(sender)) { // The value that the graph takes next may begin a new piece.
+        QTimer::singleShot(0, widget, [widget, sender] {
+            QMetaObject::invokeMethod(widget, "inputFill", Q_ARG(QString, sender),
+                                      Q_ARG(bool, true));
+        });
+    }
+}
+
+} // namespace norvo

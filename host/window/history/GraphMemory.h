@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "host/panel/plan/PlannedWire.h"
+#include "host/services/history/HistoryService.h"
+
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+#include <QVector>
+
+#include <memory>
+#include <vector>
+
+namespace norvo {
+
+class Node;
+class SignalArguments;
+struct PanelPlan;
+
+/// Gives time graphs what the history holds of their window, as if the panel had run all the time.
+///
+/// A curve begins with the first value of its sender, as ever. Just before the graph takes that
+/// value, its own input is given the recorded ones in their order: so its own rules name, colour,
+/// break and drop them, and nothing of it is touched. A time graph is what passes values on as
+/// output(double,QString,double) and has a parameter "widget/timePeriod".
+class GraphMemory : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kMaxPoints = 100000; ///< Of a curve; more are thinned out.
+
+    explicit GraphMemory(HistoryService& history); ///< Which outlives it.
+    ~GraphMemory() override;
+
+    /// Before the plan is applied, and once the history listens to it.
+    void listen(const PanelPlan& plan);
+    /// Once more, for a graph that shows nothing yet, as after its widget was made anew.
+    void fill(const QString& graph);
+
+private:
+    struct Source;
+    struct Graph;
+
+    QVector<Source> sourcesOf(const PlannedWire& wire, int depth) const;
+    void fill(Graph& graph);
+    void hear(Graph& graph, const SignalArguments& arguments);
+
+    HistoryService& m_history;
+    QVector<PlannedWire> m_wires;
+    QHash<QString, QPointer<Node>> m_nodes;
+    std::vector<std::unique_ptr<Graph>> m_graphs;
+};
+
+} // namespace norvo
