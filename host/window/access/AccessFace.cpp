@@ -28,6 +28,8 @@ namespace norvo {
 namespace {
 
 constexpr int kSheetWidth = 420; // pixels, at least
+constexpr int kActivationMs = 10;
+constexpr int kActivationTries = 50;
 
 AccessFace* s_face = nullptr; ///< Of the panel that runs; there is one.
 
@@ -130,13 +132,25 @@ void AccessFace::ask(BaseWidget& device, const Intent& intent)
         m_question.clear();
         if (result == QDialog::Accepted) {
             emit confirmed(id, intent.value);
-            // Once the panel has the focus again.
-            QTimer::singleShot(0, this, [this, intent] { m_confirmGuard->perform(intent); });
+            performWhenActive(intent, kActivationTries);
         } else {
             emit declined(id, intent.value);
         }
     });
     m_question->present({kSheetWidth, 1});
+}
+
+/// A face of QML takes a key only where it has the focus, which comes back with that of the window;
+/// where that does not come, the rest does not need it.
+void AccessFace::performWhenActive(const Intent& intent, int triesLeft)
+{
+    QTimer::singleShot(kActivationMs, this, [this, intent, triesLeft] {
+        if (m_window.isActiveWindow() || triesLeft <= 1) {
+            m_confirmGuard->perform(intent);
+        } else {
+            performWhenActive(intent, triesLeft - 1);
+        }
+    });
 }
 
 /// Not within the event that asks for it: the pad runs until it is closed.

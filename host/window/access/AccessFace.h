@@ -57,6 +57,7 @@ private:
     bool isLocked(const BaseWidget& device) const;
     void followRole();
     void ask(BaseWidget& device, const Intent& intent);
+    void performWhenActive(const Intent& intent, int triesLeft);
     void askForPin(Role needed, const std::function<void()>& wanted = {},
                    const QString& remark = {});
     void unlock();

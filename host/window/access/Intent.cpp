@@ -272,12 +272,6 @@ Intent Intents::keyAgain(QWidget& widget, const QKeyEvent& event)
     const QPointer<QWidget> guard(&widget);
     const QKeyEvent like(QEvent::KeyPress, event.key(), event.modifiers(), event.text());
     return {{}, [guard, key = like.key(), modifiers = like.modifiers(), text = like.text()] {
-                // The window may not be the active one yet, and a scene without the focus takes no
-                // key.
-                if (guard && !guard->hasFocus()) {
-                    QFocusEvent focus(QEvent::FocusIn);
-                    QCoreApplication::sendEvent(guard, &focus);
-                }
                 for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
                     if (guard) {
                         sendKey(*guard, type, QKeyEvent(type, key, modifiers, text));

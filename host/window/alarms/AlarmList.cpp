@@ -5,11 +5,11 @@
 #include "host/services/alarms/AlarmService.h"
 #include "host/window/alarms/AlarmSign.h"
 #include "host/window/look/TouchSize.h"
+#include "host/window/sheet/SheetTable.h"
 
 #include <QDateTime>
 #include <QHeaderView>
 #include <QScreen>
-#include <QScroller>
 
 namespace norvo {
 
@@ -43,17 +43,9 @@ AlarmList::AlarmList(AlarmService& service, const QHash<QString, QString>& pages
 {
     setObjectName("alarms");
     setHorizontalHeaderLabels({tr("Priority"), tr("Time"), tr("Alarm"), tr("Device"), tr("State")});
-    setEditTriggers(NoEditTriggers);
-    setSelectionBehavior(SelectRows);
-    setShowGrid(false);
-    setAlternatingRowColors(true);
-    setTabKeyNavigation(false);
-    setVerticalScrollMode(ScrollPerPixel);
-    QScroller::grabGesture(viewport(), QScroller::TouchGesture);
-    verticalHeader()->hide();
+    SheetTable::prepare(*this);
     verticalHeader()->setDefaultSectionSize(
         TouchSize::pixels(PanelLook::Touch::Fingers, *screen()));
-    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     horizontalHeader()->setSectionResizeMode(Text, QHeaderView::Stretch);
     m_delay.setInterval(kIntervalMs);
@@ -229,12 +221,7 @@ void AlarmList::refresh()
 void AlarmList::show(int index, const Row& row)
 {
     const int size = fontMetrics().height();
-    for (int column = 0; column < ColumnCount; ++column) {
-        if (!item(index, column)) {
-            setItem(index, column, new QTableWidgetItem);
-        }
-        item(index, column)->setText(row.cells[column]);
-    }
+    SheetTable::fill(*this, index, row.cells);
     item(index, Priority)->setIcon(AlarmSign::icon(row.priority, row.isFilled, size, palette()));
 }
 

@@ -4,11 +4,11 @@
 
 #include "host/services/status/SourceWatch.h"
 #include "host/window/look/TouchSize.h"
+#include "host/window/sheet/SheetTable.h"
 
 #include <QHeaderView>
 #include <QLocale>
 #include <QScreen>
-#include <QScroller>
 #include <QTimer>
 
 namespace norvo {
@@ -46,18 +46,11 @@ SourceList::SourceList(const SourceWatch& watch) : QTableWidget(0, ColumnCount),
     setObjectName("sourceList");
     setHorizontalHeaderLabels(
         {tr("Source"), tr("State"), tr("Since"), tr("Values per second"), tr("Last message")});
-    setEditTriggers(NoEditTriggers);
-    setSelectionBehavior(SelectRows);
+    SheetTable::prepare(*this);
     setSelectionMode(SingleSelection);
     setWordWrap(true);
-    setShowGrid(false);
-    setAlternatingRowColors(true);
-    setVerticalScrollMode(ScrollPerPixel);
-    QScroller::grabGesture(viewport(), QScroller::TouchGesture);
-    verticalHeader()->hide();
     verticalHeader()->setDefaultSectionSize(
         TouchSize::pixels(PanelLook::Touch::Fingers, *screen()));
-    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     horizontalHeader()->setSectionResizeMode(Message, QHeaderView::Stretch);
     connect(&watch, &SourceWatch::changed, this, &SourceList::refresh);
@@ -94,12 +87,7 @@ void SourceList::refresh()
                                 rate == m_rates.constEnd() ? QString(QChar(0x2026))
                                                            : QLocale().toString(*rate, 'f', 1),
                                 source.message};
-        for (int column = 0; column < ColumnCount; ++column) {
-            if (!item(row, column)) {
-                setItem(row, column, new QTableWidgetItem);
-            }
-            item(row, column)->setText(texts[column]);
-        }
+        SheetTable::fill(*this, row, texts);
     }
 }
 

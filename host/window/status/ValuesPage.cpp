@@ -4,6 +4,7 @@
 
 #include "host/window/look/TouchSize.h"
 #include "host/window/sheet/Sheet.h"
+#include "host/window/sheet/SheetTable.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -12,7 +13,6 @@
 #include <QLocale>
 #include <QPushButton>
 #include <QScreen>
-#include <QScroller>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -55,13 +55,7 @@ ValuesPage::ValuesPage(ValueTable& table)
     m_rows->setObjectName("values");
     m_rows->setHorizontalHeaderLabels({tr("Device"), tr("Output"), tr("Last value"), tr("Ago"),
                                        tr("Values per second"), tr("Values")});
-    m_rows->setEditTriggers(QTableWidget::NoEditTriggers);
-    m_rows->setSelectionBehavior(QTableWidget::SelectRows);
-    m_rows->setAlternatingRowColors(true);
-    m_rows->setShowGrid(false);
-    m_rows->setVerticalScrollMode(QTableWidget::ScrollPerPixel);
-    QScroller::grabGesture(m_rows->viewport(), QScroller::TouchGesture);
-    m_rows->verticalHeader()->hide();
+    SheetTable::prepare(*m_rows);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_filter);
@@ -69,7 +63,6 @@ ValuesPage::ValuesPage(ValueTable& table)
     connect(m_filter, &QLineEdit::textChanged, this, &ValuesPage::narrow);
     startTimer(kIntervalMs);
     refresh();
-    m_rows->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     m_rows->resizeColumnsToContents();
     m_rows->horizontalHeader()->setSectionResizeMode(Value, QHeaderView::Stretch);
 }
@@ -84,13 +77,7 @@ void ValuesPage::refresh()
     const QVector<Reading> readings = m_table.look();
     m_rows->setRowCount(readings.size());
     for (int row = 0; row < readings.size(); ++row) {
-        const QStringList cells = cellsOf(readings[row]);
-        for (int column = 0; column < ColumnCount; ++column) {
-            if (!m_rows->item(row, column)) {
-                m_rows->setItem(row, column, new QTableWidgetItem);
-            }
-            m_rows->item(row, column)->setText(cells[column]);
-        }
+        SheetTable::fill(*m_rows, row, cellsOf(readings[row]));
     }
     narrow();
 }

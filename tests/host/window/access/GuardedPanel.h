@@ -14,12 +14,13 @@
 
 #include "norvo/BaseDevice.h"
 
+#include <QQuickWidget>
+
 /// A panel of real devices in its window, with its lock and its questions.
 class GuardedPanel : public ShownPanel
 {
 public:
     explicit GuardedPanel(const QByteArray& text)
-
         : ShownPanel(text, {900, 1500}), face(panelOf(text), knowledge(), {}, window)
     {
         face.show(panel);
@@ -41,6 +42,14 @@ public:
     {
         QVERIFY(face.access()->tryPin(pin, norvo::Role::Operate));
         QTRY_VERIFY(!face.access()->isLocked());
+    }
+
+    /// What a hand touches of the device.
+    QWidget* part(const QString& id) const
+    {
+        const BaseWidget* const widget = panel.widget(id);
+        auto* const scene = widget ? widget->findChild<QQuickWidget*>() : nullptr;
+        return scene ? scene : widget ? widget->focusProxy() : nullptr;
     }
 
     /// What the devices have sent, "pump toggled(bool)" and so on.

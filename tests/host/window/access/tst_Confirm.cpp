@@ -1,86 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "GuardedPanel.h"
-#include "HandWays.h"
-#include "host/window/access/GuardedControl.h"
-#include "host/window/access/QuestionSheet.h"
+#include "AskedPanel.h"
 #include "TestMain.h"
-
-#include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QLineEdit>
-#include <QQuickWidget>
+#include "host/window/access/GuardedControl.h"
 
 using namespace norvo;
+using namespace asked;
 
-namespace {
-
-const QByteArray kDevices =
-    "devices:\n"
-    "  pump: {device: button, confirm: \"Start pump 1?\", params: {text: \"&Pump\"}}\n"
-    "  step: {device: button, confirm: yes, params: {text: Step, mode: click}}\n"
-    "  agree: {device: checkbox, confirm: yes, params: {widget/label: Agree}}\n"
-    "  speed:\n"
-    "    device: slider\n"
-    "    confirm: yes\n"
-    "    params: {widget/orientation: horizontal, widget/maxValue: 10}\n"
-    "  mode: {device: dropdownlist, confirm: yes, params: {options: Slow|Fast|Full}}\n"
-    "  target: {device: input, confirm: yes, params: {name: Target, type: spin, max: 50}}\n"
-    "  rate: {device: input, confirm: yes, params: {type: double, max: 50}}\n"
-    "  name: {device: input, confirm: yes, params: {type: string}}\n"
-    "  face:\n"
-    "    device: qml_widget\n"
-    "    confirm: yes\n"
-    "    params: {sourceType: file, sourceData: \"" NORVO_SOURCE_DIR
-    "/tests/host/window/access/Face.qml\"}\n"
-    "  other: {device: button, params: {mode: click}}\n"
-    "connections:\n"
-    "  - other.clicked -> step.click\n";
-
-QWidget* partOf(const GuardedPanel& shown, const QString& id)
-{
-    const BaseWidget* const widget = shown.panel.widget(id);
-    if (auto* const scene = widget->findChild<QQuickWidget*>()) {
-        return scene;
-    }
-    return widget->focusProxy();
-}
-
-/// What the control shows, whatever it is.
-QString stateOf(QWidget* part)
-{
-    if (const auto* const button = qobject_cast<QAbstractButton*>(part)) {
-        return button->isChecked() ? "on" : "off";
-    }
-    if (const auto* const slider = qobject_cast<QSlider*>(part)) {
-        return QString::number(slider->value());
-    }
-    if (const auto* const list = qobject_cast<QComboBox*>(part)) {
-        return list->currentText();
-    }
-    if (const auto* const spin = qobject_cast<QDoubleSpinBox*>(part)) {
-        return spin->text();
-    }
-    const auto* const line = qobject_cast<QLineEdit*>(part);
-    return line ? line->text() : QString();
-}
-
-QuestionSheet* openQuestion()
-{
-    return qobject_cast<QuestionSheet*>(QApplication::activeModalWidget());
-}
-
-/// Presses Yes as a person does, once it can be pressed.
-void sayYes(QuestionSheet& question)
-{
-    auto* const yes = question.findChild<QPushButton*>("yes");
-    QTRY_VERIFY(yes->isEnabled());
-    QTest::mouseClick(yes, Qt::LeftButton);
-}
-
-} // namespace
-
-/// What asks before a control changes: nothing passes it.
+/// What asks before a control changes: nothing passes it but a wire.
 class tst_Confirm : public QObject
 {
     Q_OBJECT
@@ -94,19 +21,6 @@ private slots:
     void nothingPassesTheQuestion();
     void yesDoesWhatWasMeant_data();
     void yesDoesWhatWasMeant();
-    void enterAndEscapeSayNo_data();
-    void enterAndEscapeSayNo();
-    void keyboardAloneSaysYes();
-    void questionTimesOutToNo();
-    void yesWaitsForTheSecondTapOfAHurriedHand();
-    void questionsDoNotStack();
-    void dragOffAButtonAsksNothing();
-    void draggedSliderIsAskedForTheValueUnderTheFinger();
-    void chosenItemOfTheOpenListIsAskedFor();
-    void tapThatOpensTheListAsksNothing();
-    void fieldIsAskedAfterItsDialog_data();
-    void fieldIsAskedAfterItsDialog();
-    void cancelledDialogAsksNothing();
     void stateThatCameMeanwhileIsNotTurnedRound();
     void wireIsNotAsked();
     void valuesByWireReachIt();
@@ -127,7 +41,7 @@ void tst_Confirm::nothingPassesTheQuestion()
 {
     QFETCH(QString, id);
     GuardedPanel shown(kDevices);
-    QWidget* const part = partOf(shown, id);
+    QWidget* const part = shown.part(id);
     QApplication::clipboard()->setText("5");
     const QString before = stateOf(part);
     shown.sent.clear();
@@ -199,6 +113,25 @@ void tst_Confirm::yesDoesWhatWasMeant_data()
                                   << "Really operate face?"
                                   << "face"
                                   << "";
+    QTest::newRow("scene, letter") << "face"
+                                   << "letter"
+                                   << "Really operate face?"
+                                   << "face"
+                                   << "";
+    QTest::newRow("scene, Space") << "face"
+                                  << "Space"
+                                  << "Really operate face?"
+                                  << "face"
+                                  << "";
+    QTest::newRow("slider, touch") << "speed"
+                                   << "touch" << slider << "speed: 10"
+                                   << "10";
+    QTest::newRow("slider, touch drag") << "speed"
+                                        << "touch drag" << slider << "speed: 10"
+                                        << "10";
+    QTest::newRow("slider, wheel") << "speed"
+                                   << "wheel" << slider << "speed: 6"
+                                   << "6";
     QTest::newRow("scene, touch") << "face"
                                   << "touch"
                                   << "Really operate face?"
@@ -211,7 +144,7 @@ void tst_Confirm::yesDoesWhatWasMeant()
     QFETCH(QString, id);
     QFETCH(QString, way);
     GuardedPanel shown(kDevices);
-    QWidget* const part = partOf(shown, id);
+    QWidget* const part = shown.part(id);
     shown.sent.clear();
     ways::all().value(way)(*part);
     QTRY_VERIFY(openQuestion());
@@ -228,250 +161,17 @@ void tst_Confirm::yesDoesWhatWasMeant()
     QTRY_VERIFY(!openQuestion());
 }
 
-void tst_Confirm::enterAndEscapeSayNo_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::newRow("Enter") << int(Qt::Key_Return);
-    QTest::newRow("Enter of the number pad") << int(Qt::Key_Enter);
-    QTest::newRow("Escape") << int(Qt::Key_Escape);
-    QTest::newRow("Space") << int(Qt::Key_Space);
-}
-
-void tst_Confirm::enterAndEscapeSayNo()
-{
-    QFETCH(int, key);
-    GuardedPanel shown(kDevices);
-    shown.sent.clear();
-    ways::click(*partOf(shown, "pump"));
-    QTRY_VERIFY(openQuestion());
-    const QSignalSpy declined(&shown.face, &AccessFace::declined);
-    QTest::qWait(QuestionSheet::kPauseMs + 50);
-    QWidget* const focus = QApplication::focusWidget();
-    QTest::keyClick(focus ? focus : openQuestion(), Qt::Key(key));
-    QTRY_COMPARE(declined.size(), 1);
-    QVERIFY(!openQuestion());
-    QCOMPARE(shown.sent, QStringList());
-}
-
-void tst_Confirm::keyboardAloneSaysYes()
-{
-    GuardedPanel shown(kDevices);
-    ways::all().value("Space")(*partOf(shown, "pump"));
-    QTRY_VERIFY(openQuestion());
-    auto* const yes = openQuestion()->findChild<QPushButton*>("yes");
-    QTRY_VERIFY(yes->isEnabled());
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QVERIFY(yes->hasFocus());
-    QTest::keyClick(yes, Qt::Key_Return);
-    QTRY_COMPARE(stateOf(partOf(shown, "pump")), QString("on"));
-}
-
-void tst_Confirm::questionTimesOutToNo()
-{
-    GuardedPanel shown(kDevices);
-    shown.sent.clear();
-    ways::click(*partOf(shown, "pump"));
-    QTRY_VERIFY(openQuestion());
-    QVERIFY(openQuestion()->findChild<QPushButton*>("no")->text().contains("30"));
-    openQuestion()->setSecondsLeft(1);
-    QTRY_VERIFY(!openQuestion());
-    QCOMPARE(shown.sent, QStringList());
-}
-
-void tst_Confirm::yesWaitsForTheSecondTapOfAHurriedHand()
-{
-    GuardedPanel shown(kDevices);
-    shown.sent.clear();
-    ways::click(*partOf(shown, "pump"));
-    QVERIFY(openQuestion());
-    QTest::mouseClick(openQuestion()->findChild<QPushButton*>("yes"), Qt::LeftButton);
-    QVERIFY(openQuestion());
-    QCOMPARE(shown.sent, QStringList());
-}
-
-void tst_Confirm::questionsDoNotStack()
-{
-    GuardedPanel shown(kDevices);
-    ways::click(*partOf(shown, "pump"));
-    const QPointer<QuestionSheet> first(openQuestion());
-    QVERIFY(first);
-    ways::all().value("Space")(*partOf(shown, "agree"));
-    ways::accessibleValue(*partOf(shown, "speed"));
-    QCOMPARE(shown.window.findChildren<QuestionSheet*>().size(), 1);
-    first->reject();
-    QTRY_VERIFY(!openQuestion());
-}
-
-void tst_Confirm::dragOffAButtonAsksNothing()
-{
-    GuardedPanel shown(kDevices);
-    QWidget* const part = partOf(shown, "step");
-    QTest::mousePress(part, Qt::LeftButton);
-    QTest::mouseRelease(part, Qt::LeftButton, {}, part->rect().bottomRight() + QPoint(50, 50));
-    QTest::qWait(20);
-    QVERIFY(!openQuestion());
-}
-
-void tst_Confirm::draggedSliderIsAskedForTheValueUnderTheFinger()
-{
-    GuardedPanel shown(kDevices);
-    auto* const slider = shown.only<QSlider>("speed");
-    shown.sent.clear();
-    const QPoint from(5, slider->height() / 2); // On the handle.
-    const QPoint to(slider->width() / 2, slider->height() / 2);
-    QTest::mousePress(slider, Qt::LeftButton, {}, from);
-    QMouseEvent move(QEvent::MouseMove, to, slider->mapToGlobal(to), Qt::NoButton, Qt::LeftButton,
-                     Qt::NoModifier);
-    QApplication::sendEvent(slider, &move);
-    QCOMPARE(slider->value(), 0);
-    QTest::mouseRelease(slider, Qt::LeftButton, {}, to);
-    QTRY_VERIFY(openQuestion());
-    QCOMPARE(openQuestion()->findChild<QLabel*>("value")->text(), QString("speed: 5"));
-    QCOMPARE(slider->value(), 0);
-    QVERIFY(!slider->isSliderDown());
-    QCOMPARE(shown.sent, QStringList());
-    sayYes(*openQuestion());
-    QTRY_COMPARE(slider->value(), 5);
-    QCOMPARE(shown.sent.count("speed output(double)"), 1);
-}
-
-void tst_Confirm::chosenItemOfTheOpenListIsAskedFor()
-{
-    GuardedPanel shown(kDevices);
-    auto* const list = shown.only<QComboBox>("mode");
-    shown.sent.clear();
-    QTest::mousePress(list, Qt::LeftButton);
-    QVERIFY(list->view()->isVisible());
-    const QRect item = list->view()->visualRect(list->model()->index(2, 0));
-    QTest::mouseClick(list->view()->viewport(), Qt::LeftButton, {}, item.center());
-    QTRY_VERIFY(openQuestion());
-    QVERIFY(!list->view()->isVisible());
-    QCOMPARE(openQuestion()->findChild<QLabel*>("value")->text(), QString("mode: Full"));
-    QCOMPARE(list->currentIndex(), 0);
-    QCOMPARE(shown.sent, QStringList());
-    sayYes(*openQuestion());
-    QTRY_COMPARE(list->currentText(), QString("Full"));
-    QVERIFY(shown.sent.contains("mode output(int)"));
-
-    // The same by keys alone, and a No.
-    shown.sent.clear();
-    QTest::keyClick(list, Qt::Key_F4);
-    QVERIFY(list->view()->isVisible());
-    QCOMPARE(list->currentIndex(), 2);
-    QCOMPARE(list->view()->currentIndex().row(), 2);
-    QTest::keyClick(list->view(), Qt::Key_Up);
-    QCOMPARE(list->view()->currentIndex().row(), 1);
-    QCOMPARE(list->currentIndex(), 2);
-    QTest::keyClick(list->view(), Qt::Key_Return);
-    QTRY_VERIFY(openQuestion());
-    openQuestion()->reject();
-    QCOMPARE(list->currentText(), QString("Full"));
-    QCOMPARE(shown.sent, QStringList());
-}
-
-void tst_Confirm::tapThatOpensTheListAsksNothing()
-{
-    GuardedPanel shown(kDevices);
-    auto* const list = shown.only<QComboBox>("mode");
-    QTest::mousePress(list, Qt::LeftButton);
-    const QPoint at =
-        list->view()->viewport()->mapFromGlobal(list->mapToGlobal(list->rect().center()));
-    QTest::mouseRelease(list->view()->viewport(), Qt::LeftButton, {}, at);
-    QTest::qWait(20);
-    QVERIFY(!openQuestion());
-    QVERIFY(list->view()->isVisible());
-    list->hidePopup();
-}
-
-void tst_Confirm::fieldIsAskedAfterItsDialog_data()
-{
-    QTest::addColumn<QString>("id");
-    QTest::addColumn<QString>("way");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("asked");
-    QTest::addColumn<QString>("state");
-    QTest::newRow("spin box, digit") << "target"
-                                     << "digit"
-                                     << "42"
-                                     << "Target: 42.00"
-                                     << "42.00";
-    QTest::newRow("spin box, Enter") << "target"
-                                     << "Enter"
-                                     << "42"
-                                     << "Target: 42.00"
-                                     << "42.00";
-    QTest::newRow("number, tap") << "rate"
-                                 << "click"
-                                 << "42"
-                                 << "rate: 42"
-                                 << "42";
-    QTest::newRow("number, touch") << "rate"
-                                   << "touch"
-                                   << "42"
-                                   << "rate: 42"
-                                   << "42";
-    QTest::newRow("number, digit") << "rate"
-                                   << "digit"
-                                   << "42"
-                                   << "rate: 42"
-                                   << "42";
-    QTest::newRow("text, tap") << "name"
-                               << "click"
-                               << "abc"
-                               << "name: abc"
-                               << "abc";
-    QTest::newRow("text, letter") << "name"
-                                  << "letter"
-                                  << "abc"
-                                  << "name: abc"
-                                  << "abc";
-}
-
-void tst_Confirm::fieldIsAskedAfterItsDialog()
-{
-    QFETCH(QString, id);
-    QFETCH(QString, way);
-    QFETCH(QString, typed);
-    GuardedPanel shown(kDevices);
-    QWidget* const part = partOf(shown, id);
-    shown.sent.clear();
-    const ModalDialog dialog([&typed](QWidget& opened) {
-        auto* const display = opened.findChild<QLineEdit*>("display");
-        QTest::keyClicks(display->isReadOnly() ? &opened : display, typed);
-        QTest::mouseClick(opened.findChild<QWidget*>("ok"), Qt::LeftButton);
-    });
-    ways::all().value(way)(*part);
-    QTRY_VERIFY(openQuestion());
-    QTEST(openQuestion()->findChild<QLabel*>("value")->text(), "asked");
-    QCOMPARE(shown.sent, QStringList());
-    sayYes(*openQuestion());
-    QTRY_VERIFY(!shown.sent.isEmpty());
-    QTEST(stateOf(part), "state");
-}
-
-void tst_Confirm::cancelledDialogAsksNothing()
-{
-    GuardedPanel shown(kDevices);
-    shown.sent.clear();
-    const ModalDialog dialog([](QWidget&) {});
-    ways::click(*partOf(shown, "rate"));
-    QTRY_COMPARE(dialog.count(), 1);
-    QTest::qWait(20);
-    QVERIFY(!openQuestion());
-    QCOMPARE(shown.sent, QStringList());
-}
-
 void tst_Confirm::stateThatCameMeanwhileIsNotTurnedRound()
 {
     GuardedPanel shown(kDevices);
-    ways::click(*partOf(shown, "pump"));
+    ways::click(*shown.part("pump"));
     QTRY_VERIFY(openQuestion());
     QVERIFY(QMetaObject::invokeMethod(shown.panel.device("pump"), "setToggled", Q_ARG(bool, true)));
-    QCOMPARE(stateOf(partOf(shown, "pump")), QString("on"));
+    QCOMPARE(stateOf(shown.part("pump")), QString("on"));
     shown.sent.clear();
     sayYes(*openQuestion());
     QTRY_VERIFY(!openQuestion());
-    QCOMPARE(stateOf(partOf(shown, "pump")), QString("on"));
+    QCOMPARE(stateOf(shown.part("pump")), QString("on"));
     QCOMPARE(shown.sent, QStringList());
 }
 
@@ -479,7 +179,7 @@ void tst_Confirm::wireIsNotAsked()
 {
     GuardedPanel shown(kDevices);
     shown.sent.clear();
-    ways::click(*partOf(shown, "other"));
+    ways::click(*shown.part("other"));
     QVERIFY(!openQuestion());
     QVERIFY(shown.sent.contains("step clicked()"));
 }
@@ -487,7 +187,7 @@ void tst_Confirm::wireIsNotAsked()
 void tst_Confirm::valuesByWireReachIt()
 {
     GuardedPanel shown(kDevices);
-    ways::click(*partOf(shown, "pump"));
+    ways::click(*shown.part("pump"));
     QTRY_VERIFY(openQuestion());
     QVERIFY(QMetaObject::invokeMethod(shown.panel.device("speed"), "input", Q_ARG(double, 3)));
     QCOMPARE(shown.only<QSlider>("speed")->value(), 3);
@@ -499,7 +199,7 @@ void tst_Confirm::lockClosesTheQuestion()
     GuardedPanel shown(GuardedPanel::pinsInFile() + kDevices);
     shown.unlock();
     shown.sent.clear();
-    ways::click(*partOf(shown, "pump"));
+    ways::click(*shown.part("pump"));
     QTRY_VERIFY(openQuestion());
     shown.face.access()->lock();
     QVERIFY(!openQuestion());
@@ -512,7 +212,7 @@ void tst_Confirm::lockedControlIsNotAsked()
     QString opened;
     const ModalDialog dialog(
         [&opened](QWidget& shownDialog) { opened = shownDialog.objectName(); });
-    ways::click(*partOf(shown, "pump"));
+    ways::click(*shown.part("pump"));
     QTRY_COMPARE(opened, QString("PinDialog"));
     QVERIFY(!openQuestion());
 }

@@ -34,19 +34,6 @@ const QByteArray kDevices =
     "  halt: {device: stop, access: operate}\n"
     "  shown: {device: label, params: {Value: x}}\n";
 
-/// What a hand touches of the device.
-QWidget* partOf(const GuardedPanel& shown, const QString& id)
-{
-    const BaseWidget* const widget = shown.panel.widget(id);
-    if (!widget) {
-        return nullptr;
-    }
-    if (auto* const scene = widget->findChild<QQuickWidget*>()) {
-        return scene;
-    }
-    return widget->focusProxy();
-}
-
 } // namespace
 
 /// What a locked control takes, by every way: nothing.
@@ -92,7 +79,7 @@ void tst_Lock::lockedControlTakesNothing()
 {
     QFETCH(QString, id);
     GuardedPanel shown(GuardedPanel::pinsInFile() + kDevices);
-    QWidget* const part = partOf(shown, id);
+    QWidget* const part = shown.part(id);
     QVERIFY(part);
     QApplication::clipboard()->setText("5");
     shown.sent.clear();
@@ -134,7 +121,7 @@ void tst_Lock::openControlTakesIt()
     QFETCH(QString, way);
     GuardedPanel shown(GuardedPanel::pinsInFile() + kDevices);
     shown.unlock();
-    QWidget* const part = partOf(shown, id);
+    QWidget* const part = shown.part(id);
     QApplication::clipboard()->setText("5");
     shown.sent.clear();
     ways::all().value(way)(*part);
@@ -157,7 +144,7 @@ void tst_Lock::panelWithoutPinsHasNoLock()
     QVERIFY(!shown.window.findChild<LockKey*>());
     QVERIFY(!shown.window.findChild<LockMark*>());
     QVERIFY(!shown.window.strip().isVisible());
-    QTest::mouseClick(partOf(shown, "pump"), Qt::LeftButton);
+    QTest::mouseClick(shown.part("pump"), Qt::LeftButton);
     QVERIFY(!shown.sent.isEmpty());
 }
 
@@ -189,10 +176,10 @@ void tst_Lock::tapOnALockedControlOpensItByPin()
         }
         tap(dialog, "ok");
     });
-    ways::tapByTouch(*partOf(shown, "pump"));
+    ways::tapByTouch(*shown.part("pump"));
     QTRY_COMPARE(shown.face.access()->role(), Role::Operate);
     QCOMPARE(shown.sent, QStringList()); // The tap itself is lost.
-    QTest::mouseClick(partOf(shown, "pump"), Qt::LeftButton);
+    QTest::mouseClick(shown.part("pump"), Qt::LeftButton);
     QVERIFY(shown.sent.contains("pump toggled(bool)"));
 }
 
@@ -203,8 +190,8 @@ void tst_Lock::keyboardAloneUnlocks()
         QTest::keyClicks(&dialog, pins::kOperate);
         QTest::keyClick(&dialog, Qt::Key_Return);
     });
-    partOf(shown, "pump")->setFocus();
-    QTest::keyClick(partOf(shown, "pump"), Qt::Key_Space);
+    shown.part("pump")->setFocus();
+    QTest::keyClick(shown.part("pump"), Qt::Key_Space);
     QTRY_COMPARE(shown.face.access()->role(), Role::Operate);
     QTest::keyClick(shown.window.windowHandle(), Qt::Key_L, Qt::ControlModifier);
     QTRY_VERIFY(shown.face.access()->isLocked());
@@ -239,19 +226,19 @@ void tst_Lock::engineersControlStaysLockedToOperators()
     GuardedPanel shown(GuardedPanel::pinsInFile() + "devices:\n"
                                                     "  pump: {device: button, access: engineer}\n"
                                                     "  free: {device: button, access: view}\n");
-    QTest::mouseClick(partOf(shown, "free"), Qt::LeftButton);
+    QTest::mouseClick(shown.part("free"), Qt::LeftButton);
     QVERIFY(shown.sent.contains("free toggled(bool)"));
     shown.unlock();
     shown.sent.clear();
     {
         const ModalDialog pad([](QWidget&) {});
-        QTest::mouseClick(partOf(shown, "pump"), Qt::LeftButton);
+        QTest::mouseClick(shown.part("pump"), Qt::LeftButton);
         QTRY_COMPARE(pad.count(), 1);
     }
     QCOMPARE(shown.sent, QStringList());
     QVERIFY(shown.face.access()->tryPin(pins::kEngineer, Role::Engineer));
     QTRY_COMPARE(shown.face.access()->role(), Role::Engineer);
-    QTest::mouseClick(partOf(shown, "pump"), Qt::LeftButton);
+    QTest::mouseClick(shown.part("pump"), Qt::LeftButton);
     QVERIFY(shown.sent.contains("pump toggled(bool)"));
 }
 
@@ -280,7 +267,7 @@ void tst_Lock::handThatIsOnAtTheLockLetsGo()
     QFETCH(QString, id);
     GuardedPanel shown(GuardedPanel::pinsInFile() + kDevices);
     shown.unlock();
-    QWidget* const part = partOf(shown, id);
+    QWidget* const part = shown.part(id);
     QTest::mousePress(part, Qt::LeftButton);
     shown.sent.clear();
     shown.face.access()->lock();
@@ -330,7 +317,7 @@ void tst_Lock::tabPassesALockedControl()
 {
     GuardedPanel shown(GuardedPanel::pinsInFile() + kDevices);
     for (const char* id : {"pump", "speed", "mode", "name", "face"}) {
-        QWidget* const part = partOf(shown, id);
+        QWidget* const part = shown.part(id);
         part->setFocus();
         QVERIFY2(part->hasFocus(), id);
         QTest::keyClick(part, Qt::Key_Tab);
@@ -341,7 +328,7 @@ void tst_Lock::tabPassesALockedControl()
 void tst_Lock::stopIsFreeUnlessThePanelLocksIt()
 {
     GuardedPanel shown(GuardedPanel::pinsInFile() + "devices: {halt: {device: stop}}\n");
-    QTest::mousePress(partOf(shown, "halt"), Qt::LeftButton);
+    QTest::mousePress(shown.part("halt"), Qt::LeftButton);
     QVERIFY(shown.sent.contains("halt stopped(bool)"));
 }
 
