@@ -74,6 +74,7 @@ void AlarmService::listen(const PanelPlan& plan)
     restore();
     m_model.setListener([this](const AlarmEvent& event) { record(event); });
     listenTo(plan);
+    setTimer(); // A shelf may be over.
     note();
 }
 

@@ -22,6 +22,7 @@ private slots:
     void rolesCountByThemselves();
     void rightPinForgetsItsRoleAndThoseBelow();
     void restartWaitsInFull();
+    void panelsOnOneFileCountForThemselves();
     void countIsOnDiskBeforeThePinIsLookedAt();
     void damagedFileCostsTheLongestWait_data();
     void damagedFileCostsTheLongestWait();
@@ -121,6 +122,24 @@ void tst_PinAttempts::restartWaitsInFull()
     PinAttempts third(file, clock());
     third.read();
     QCOMPARE(third.waitMs(Role::Operate), 0);
+}
+
+void tst_PinAttempts::panelsOnOneFileCountForThemselves()
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath("count");
+    PinAttempts first(file, clock());
+    PinAttempts second(file, clock());
+    for (int i = 0; i < 4; ++i) {
+        first.count({Role::Operate});
+    }
+    QCOMPARE(first.waitMs(Role::Operate), 2000);
+    QCOMPARE(second.waitMs(Role::Operate), 0);
+    second.count({Role::Operate});
+    QFile kept(file);
+    QVERIFY(kept.open(QIODevice::ReadOnly));
+    QCOMPARE(kept.readAll(), QByteArray("operate: 1\n"));
+    QCOMPARE(first.waitMs(Role::Operate), 2000);
 }
 
 void tst_PinAttempts::countIsOnDiskBeforeThePinIsLookedAt()

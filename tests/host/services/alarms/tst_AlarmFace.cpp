@@ -58,6 +58,14 @@ struct Seen
     norvo::AlarmFace face;
 };
 
+norvo::AlarmSetting low()
+{
+    norvo::AlarmSetting setting = AlarmPanel::above80();
+    setting.id = "low";
+    setting.priority = norvo::AlarmPriority::Low;
+    return setting;
+}
+
 } // namespace
 
 /// What the operator sees and does about alarms.
@@ -80,10 +88,7 @@ private slots:
 
     void tapAcknowledgesTheWorst()
     {
-        norvo::AlarmSetting low = AlarmPanel::above80();
-        low.id = "low";
-        low.priority = norvo::AlarmPriority::Low;
-        Seen seen({low, AlarmPanel::above80()});
+        Seen seen({low(), AlarmPanel::above80()});
         seen.send(90);
         QTRY_VERIFY(seen.bar().isVisible());
         QTest::mouseClick(&seen.bar(), Qt::LeftButton);
@@ -93,9 +98,7 @@ private slots:
 
     void holdAcknowledgesAll()
     {
-        norvo::AlarmSetting low = AlarmPanel::above80();
-        low.id = "low";
-        Seen seen({low, AlarmPanel::above80()});
+        Seen seen({low(), AlarmPanel::above80()});
         seen.send(90);
         QTRY_VERIFY(seen.bar().isVisible());
         QTest::mousePress(&seen.bar(), Qt::LeftButton);
@@ -126,6 +129,60 @@ private slots:
         QTest::mouseClick(&seen.bar(), Qt::LeftButton); // -> normal
         QTRY_VERIFY(!seen.bar().isVisible());
         QVERIFY(seen.window.strip().isHidden());
+    }
+
+    void delaysAndDeadBandAreSeen()
+    {
+        norvo::AlarmSetting setting = AlarmPanel::above80();
+        setting.delay = norvo::Duration(300);
+        setting.offDelay = norvo::Duration(300);
+        setting.limit.deadband = 5;
+        Seen seen({setting});
+        seen.send(90);
+        seen.send(10); // Shorter than the delay.
+        QTest::qWait(400);
+        QVERIFY(seen.window.strip().isHidden());
+        seen.send(90);
+        QVERIFY(seen.window.strip().isHidden());
+        QTRY_VERIFY(seen.bar().isVisible());
+        seen.send(76); // Within the dead band.
+        QTest::qWait(400);
+        QVERIFY(seen.bar().line().endsWith("–  active"));
+        seen.send(75);
+        QVERIFY(seen.bar().line().endsWith("–  active"));
+        QTRY_VERIFY(seen.bar().line().endsWith("–  over, not acknowledged"));
+    }
+
+    void firstIsMarkedUntilItIsNormal()
+    {
+        norvo::AlarmSetting first = low();
+        first.limit.number = 50;
+        Seen seen({first, AlarmPanel::above80()});
+        seen.send(60);
+        seen.send(90);
+        QTRY_COMPARE(seen.key("alarmList").text(), QString("Alarms 2"));
+        QTest::mouseClick(&seen.key("alarmList"), Qt::LeftButton);
+        const auto isMarked = [&seen](int row) {
+            return seen.list()->item(row, 2)->text().contains("[first]");
+        };
+        QVERIFY(!isMarked(0)); // The worst.
+        QVERIFY(isMarked(1));
+        seen.panel.service.acknowledge({seen.panel.service.model().find("low")});
+        seen.send(10);
+        QTRY_COMPARE(seen.list()->rowCount(), 1);
+        QVERIFY(!isMarked(0));
+    }
+
+    void shelfEndsByItselfAndTheStripComesBack()
+    {
+        Seen seen;
+        seen.send(90);
+        QTRY_VERIFY(seen.bar().isVisible());
+        seen.panel.service.shelve({seen.panel.service.model().find("talker.output above 80")},
+                                  norvo::Duration(300));
+        QTRY_VERIFY(seen.window.strip().isHidden());
+        QTRY_VERIFY(seen.bar().isVisible());
+        QVERIFY(seen.bar().line().endsWith("–  active"));
     }
 
     void keyboardAloneAcknowledges()
@@ -167,10 +224,7 @@ private slots:
 
     void listIsFiltered()
     {
-        norvo::AlarmSetting low = AlarmPanel::above80();
-        low.id = "low";
-        low.priority = norvo::AlarmPriority::Low;
-        Seen seen({low, AlarmPanel::above80()});
+        Seen seen({low(), AlarmPanel::above80()});
         seen.send(90);
         QTRY_VERIFY(seen.bar().isVisible());
         QTest::mouseClick(&seen.key("alarmList"), Qt::LeftButton);

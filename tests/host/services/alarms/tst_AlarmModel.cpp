@@ -182,6 +182,24 @@ private slots:
         QCOMPARE(m_heard.constLast(), QString("a unshelved"));
     }
 
+    void clockThatIsSetMovesNeitherDelayNorShelf()
+    {
+        m_alarm = add("late", Duration(2000));
+        set(true);
+        for (const qint64 wall : {0LL, 99000000000LL, -5LL}) {
+            m_now += 600;
+            m_model->advance({m_now, wall});
+            QCOMPARE(state(), State::Normal);
+        }
+        m_model->advance({m_now + 200, 0});
+        QCOMPARE(state(), State::ActiveUnacknowledged);
+        m_model->shelve(m_alarm, Duration(1000), {m_now, 0});
+        m_model->advance({m_now + 999, 99000000000LL});
+        QVERIFY(m_model->at(m_alarm).isShelved());
+        m_model->advance({m_now + 1000, -99000000000LL});
+        QVERIFY(!m_model->at(m_alarm).isShelved());
+    }
+
     void shelfEndsByHandAndIsBounded()
     {
         set(true);

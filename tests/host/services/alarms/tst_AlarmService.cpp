@@ -127,6 +127,40 @@ private slots:
         QCOMPARE(panel.alarm(other.id).state, State::Normal);
     }
 
+    void shelfAcrossARestartGoesByTheClockWithinItsBounds_data()
+    {
+        QTest::addColumn<qint64>("hoursLeft"); // By the clock as it is now.
+        QTest::addColumn<int>("hours");
+        QTest::newRow("as it was") << 2LL << 2;
+        QTest::newRow("set back by days") << 50LL << 24;
+        QTest::newRow("set forward") << -1LL << 0;
+    }
+
+    void shelfAcrossARestartGoesByTheClockWithinItsBounds()
+    {
+        QFETCH(qint64, hoursLeft);
+        QFETCH(int, hours);
+        const qint64 hour = 3600000;
+        const QString file =
+            m_folder.filePath(QString(QTest::currentDataTag()) + ".shelf.alarms.jsonl");
+        {
+            norvo::AlarmHistory history(file);
+            history.read();
+            const qint64 now = QDateTime::currentMSecsSinceEpoch();
+            history.add({now, "shelved", AlarmPanel::above80().id, "talker",
+                         norvo::AlarmPriority::High, "Too hot", "", State::ActiveUnacknowledged,
+                         now, now + hoursLeft * hour});
+        }
+        AlarmPanel panel(file);
+        panel.start();
+        const qint64 left = panel.alarm().shelvedUntil.steady - panel.service.now().steady;
+        QVERIFY2(left <= hours * hour && left > (hours - 1) * hour,
+                 qPrintable(QString::number(left)));
+        if (hours == 0) {
+            QTRY_VERIFY(!panel.alarm().isShelved());
+        }
+    }
+
     void deviceThatRunsAgainHasNoAlarm()
     {
         const QString file = m_folder.filePath("b.alarms.jsonl");
