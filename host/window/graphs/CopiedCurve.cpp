@@ -35,6 +35,7 @@ void CopiedCurve::drawFill(QCPPainter* painter, QVector<QPointF>* lines) const
         }
     }
     painter->save();
+    painter->setAntialiasing(false); // Which also takes back its shift by half a pixel.
     painter->setOpacity(opacity);
     painter->drawImage(area.topLeft(), layer);
     painter->restore();

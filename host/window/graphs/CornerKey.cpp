@@ -5,12 +5,13 @@
 #include "host/window/graphs/ToolKey.h"
 
 #include <QPainter>
+#include <QtMath>
 
 namespace norvo {
 
 namespace {
 
-constexpr double kPlate = 0.5;   // of the key
+constexpr double kPlate = 0.54;  // of the key
 constexpr double kSymbol = 0.7;  // of the plate
 constexpr double kEdge = 1;      // pixels
 constexpr double kFocusEdge = 3; // likewise, with the focus
@@ -28,24 +29,51 @@ void CornerKey::setBare(bool isBare)
     update();
 }
 
+void CornerKey::changeEvent(QEvent* event)
+{
+    m_plate = QPixmap();
+    QAbstractButton::changeEvent(event);
+}
+
 void CornerKey::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const double edge = hasFocus() ? kFocusEdge : kEdge;
-    painter.setPen(QPen(palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid), edge));
     if (m_isBare) {
         if (hasFocus()) {
-            painter.drawRect(QRectF(rect()).adjusted(edge, edge, -edge, -edge));
+            painter.setPen(QPen(palette().color(QPalette::Highlight), kFocusEdge));
+            painter.drawRect(
+                QRectF(rect()).adjusted(kFocusEdge, kFocusEdge, -kFocusEdge, -kFocusEdge));
         }
         return;
     }
-    const double side = m_size * kPlate;
-    const QRectF plate(edge, height() - side - edge, side, side);
+    const double ratio = painter.deviceTransform().m11();
+    const int state = (hasFocus() ? 1 : 0) + (isDown() ? 2 : 0);
+    if (m_plate.isNull() || m_painted != state || m_plate.devicePixelRatioF() != ratio) {
+        m_painted = state;
+        m_plate = QPixmap(QSizeF(side(), side()).toSize() * ratio);
+        m_plate.setDevicePixelRatio(ratio);
+        m_plate.fill(Qt::transparent);
+        QPainter plate(&m_plate);
+        paintPlate(plate);
+    }
+    painter.drawPixmap(QPointF(0, height() - side()), m_plate);
+}
+
+int CornerKey::side() const
+{
+    return qCeil(m_size * kPlate);
+}
+
+void CornerKey::paintPlate(QPainter& painter) const
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    const double edge = hasFocus() ? kFocusEdge : kEdge;
+    painter.setPen(QPen(palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid), edge));
+    const QRectF plate = QRectF(0, 0, side(), side()).adjusted(edge, edge, -edge, -edge);
     painter.setBrush(palette().color(isDown() ? QPalette::Highlight : QPalette::Button));
     painter.drawRoundedRect(plate, 4, 4);
     painter.setPen(palette().color(isDown() ? QPalette::HighlightedText : QPalette::ButtonText));
-    const double margin = side * (1 - kSymbol) / 2;
+    const double margin = plate.width() * (1 - kSymbol) / 2;
     ToolKey::paint(painter, plate.adjusted(margin, margin, -margin, -margin),
                    ToolKey::Symbol::Tools);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QPixmap>
 
 namespace norvo {
 
@@ -17,11 +18,17 @@ public:
     void setBare(bool isBare); ///< Only the frame of the focus is seen.
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override; ///< With each frame of the plot below.
 
 private:
+    int side() const; ///< Of the plate, in pixels.
+    void paintPlate(QPainter& painter) const;
+
     const int m_size;
     bool m_isBare = false;
+    QPixmap m_plate;   ///< As it was last painted.
+    int m_painted = 0; ///< In which state.
 };
 
 } // namespace norvo

@@ -104,7 +104,8 @@ void Cursor::paintValues(QPainter& painter, int x) const
 {
     int textWidth = 0;
     for (const QString& text : m_texts) {
-        textWidth = std::max(textWidth, fontMetrics().horizontalAdvance(text));
+        textWidth =
+            std::max(textWidth, fontMetrics().horizontalAdvance(text) + 1); // It is rounded.
     }
     textWidth = std::min(textWidth, kMaxTextWidth);
     const int line = fontMetrics().height();

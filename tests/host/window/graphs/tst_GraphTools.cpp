@@ -31,6 +31,7 @@ private slots:
     void shortPressOnASmallGraphOpensNothing();
     void keysHaveRoomOnASmallGraph();
     void liveCopyFollowsTheGraph();
+    void copyLooksAsTheGraph();
     void areaOfACurveIsOfOneColour();
     void pausedPictureStandsStill();
     void dataGoOnArrivingWhilePaused();
@@ -165,6 +166,30 @@ void tst_GraphTools::liveCopyFollowsTheGraph()
     QCOMPARE(panel.copy().graphCount(), 3);
     QVERIFY(panel.copy().legend->visible());
     QCOMPARE(panel.copy().legend->itemCount(), panel.plot()->legend->itemCount());
+}
+
+void tst_GraphTools::copyLooksAsTheGraph()
+{
+    ToolPanel panel;
+    QVector<double> values;
+    for (int i = 0; i < 60; ++i) {
+        values.append(4 + 4 * std::sin(i * 0.3));
+    }
+    panel.sendArray(values);
+    norvo::PlotCopy copy(*panel.plot("spectrum"));
+    copy.setPalette(panel.plot("spectrum")->palette());
+    copy.resize(panel.plot("spectrum")->size());
+    copy.replot();
+    const QImage own = ToolPanel::pictureOf(panel.plot("spectrum"));
+    const QImage copied = ToolPanel::pictureOf(&copy);
+    QCOMPARE(copied.size(), own.size());
+    int different = 0;
+    for (int y = 0; y < own.height(); ++y) {
+        for (int x = 0; x < own.width(); ++x) {
+            different += qAbs(qGray(own.pixel(x, y)) - qGray(copied.pixel(x, y))) > 40;
+        }
+    }
+    QVERIFY2(different < 30, qPrintable(QString::number(different)));
 }
 
 void tst_GraphTools::areaOfACurveIsOfOneColour()
