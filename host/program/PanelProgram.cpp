@@ -212,6 +212,10 @@ void PanelRun::settle(PanelDescription& description) const
                                                      : m_auditPath;
     HistorySetting& history = description.history;
     const bool hasFile = !history.file.isEmpty() || !m_input.isStandardInput();
+    if (history.isGiven && !hasFile && m_options.keepsState) {
+        Console::report(m_input.name() + ": warning: history names no file, and a panel from "
+                                         "standard input has none beside it; nothing is recorded");
+    }
     history.isGiven = history.isGiven && m_options.keepsState && hasFile && !isPicture();
     history.file = history.file.isEmpty() ? m_historyPath : history.file;
 }

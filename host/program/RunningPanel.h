@@ -38,6 +38,7 @@ public:
     PanelWindow& window() { return m_window; }
     AccessFace& access() { return m_access; }
     HistoryService* history() { return m_history ? &*m_history : nullptr; } ///< Null without one.
+    GraphMemory* graphMemory() { return m_graphMemory ? &*m_graphMemory : nullptr; } ///< Likewise.
 
     void start(PanelPlan plan, Diagnostics& diagnostics); ///< Once.
     void stop();

@@ -11,8 +11,8 @@ namespace norvo {
 
 namespace {
 
-constexpr qint64 kSortInterval = 60 * 1000; // Milliseconds.
-constexpr qint64 kTrimInterval = 10 * 1000;
+constexpr qint64 kSortInterval = 60'000; // Milliseconds.
+constexpr qint64 kTrimInterval = 10'000;
 constexpr int kMaxFreedPages = 2000; // By one step.
 constexpr int kSlices = 100;         // Of the time that the file holds; one is removed at a step.
 

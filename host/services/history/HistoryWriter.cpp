@@ -10,6 +10,12 @@
 
 namespace norvo {
 
+namespace {
+
+const QString kWaiting = QStringLiteral("values wait until it can be");
+
+} // namespace
+
 HistoryWriter::HistoryWriter(const QString& fileName, const QStringList& names,
                              const HistoryStore::Limits& limits)
     : m_fileName(fileName),
@@ -92,10 +98,11 @@ bool HistoryWriter::isReady()
         opening = m_store.open(now.wall);
     }
     if (opening != HistoryStore::Opening::Open) {
-        fail(m_store.error());
-        if (opening == HistoryStore::Opening::Busy) {
-            m_batch.clear(); // The other panel has them.
+        const bool isBusy = opening == HistoryStore::Opening::Busy;
+        if (isBusy) {
+            m_batch.clear(); // The other one has its own.
         }
+        fail(m_store.error(), isBusy ? "nothing is recorded here" : kWaiting);
         return false;
     }
     m_clock.emplace(now, m_store.newest());
@@ -130,9 +137,9 @@ void HistoryWriter::write()
         m_batch.clear();
         noteSuccess();
     } else if (!m_store.isCorrupt()) {
-        fail(m_store.error());
+        fail(m_store.error(), kWaiting);
     } else if (!setAside()) {
-        fail(m_store.error());
+        fail(m_store.error(), kWaiting);
         m_store.close();
     }
 }
@@ -179,12 +186,11 @@ void HistoryWriter::serve(const std::vector<Job>& jobs)
     }
 }
 
-void HistoryWriter::fail(const QString& reason)
+void HistoryWriter::fail(const QString& reason, const QString& consequence)
 {
     if (!m_isFailing) {
         m_isFailing = true;
-        report(
-            QString("the history cannot be written: %1; values are kept for a while").arg(reason));
+        report(QString("the history cannot be written: %1; %2").arg(reason, consequence));
     }
 }
 

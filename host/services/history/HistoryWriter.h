@@ -50,7 +50,7 @@ private:
     void noteSuccess();
     void follow();
     void serve(const std::vector<Job>& jobs);
-    void fail(const QString& reason);
+    void fail(const QString& reason, const QString& consequence);
     void report(const QString& text);
 
     const QString m_fileName;

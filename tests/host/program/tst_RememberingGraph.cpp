@@ -92,6 +92,7 @@ private slots:
     void valuesThatWereLeftOutBreakNothing();
     void curvesComeInTheOrderOfTheirFirstValues();
     void curveOfARelayIsThatOfItsSource();
+    void graphWhoseWidgetBeginsAnewIsFilledOnceMore();
     void windowOfManyValuesIsFilledSoon();
 };
 
@@ -184,6 +185,27 @@ void tst_RememberingGraph::curveOfARelayIsThatOfItsSource()
     QCOMPARE(panel.plot().graph(2)->pen().color(), QColor("blue"));
     QTRY_COMPARE(panel.plot().graph(2)->brush().color().alpha(), 128);
     QCOMPARE(panel.plot().graph(1)->brush().color().alpha(), 128);
+}
+
+void tst_RememberingGraph::graphWhoseWidgetBeginsAnewIsFilledOnceMore()
+{
+    Remembering panel({{0, 20, 1}}, "1", "", "");
+    panel.send("one", 7);
+    panel.send("one", 8);
+    BaseWidget& widget = *panel.panel.panel().widget("graph");
+    widget.deinitialise();
+    widget.initialise();
+    panel.panel.graphMemory()->fill("graph");
+    panel.send("one", 9);
+    const auto plots = widget.findChildren<QCustomPlot*>();
+    QCOMPARE(plots.size(), 2);
+    QStringList values;
+    for (int i = 0; i < plots.last()->graphCount(); ++i) {
+        for (const auto& point : *plots.last()->graph(i)->data()) {
+            values.append(QString::number(point.value));
+        }
+    }
+    QCOMPARE(values, QStringList({"1", "7", "8", "9"}));
 }
 
 void tst_RememberingGraph::windowOfManyValuesIsFilledSoon()
