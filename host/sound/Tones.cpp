@@ -42,12 +42,13 @@ QByteArray toneOf(const QByteArray& priority, int rate, int channels)
     const Tone tone = tones.value(priority);
     const int perStroke = int((kStroke + kGap) * rate);
     QByteArray samples(tone.strokes * perStroke * channels * 2, Qt::Uninitialized);
+    char* next = samples.data();
     for (int i = 0; i < tone.strokes * perStroke; ++i) {
         const double time = double(i % perStroke) / rate;
         const double value = time < kStroke ? strokeAt(time, tone.hertz) : 0;
         for (int channel = 0; channel < channels; ++channel) {
-            qToLittleEndian(qint16(std::lround(value * 32767)),
-                            samples.data() + (i * channels + channel) * 2);
+            qToLittleEndian(qint16(std::lround(value * 32767)), next);
+            next += sizeof(qint16);
         }
     }
     return samples;

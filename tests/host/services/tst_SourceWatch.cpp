@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "ListenedPanel.h"
+#include "TestLink.h"
 #include "TestMain.h"
 #include "host/services/status/SourceWatch.h"
 
-#include "norvo/SourceDevice.h"
+#include "norvo/BaseDevice.h"
 
 #include <QtTest>
 
@@ -12,27 +13,6 @@ using norvo::Source;
 using norvo::SourceWatch;
 
 namespace {
-
-class Link : public SourceDevice
-{
-    Q_OBJECT
-
-public:
-    static DeviceTypeInfo typeInfo() { return {}; }
-    using SourceDevice::reportFault;
-    using SourceDevice::setConnected;
-
-protected:
-    QString defineOutput(int, const QString&, const PortDefinition&) override { return {}; }
-    QString defineInput(int, const QString&, const PortDefinition&) override { return {}; }
-    void receive(int, const QVariant&) override {}
-
-signals:
-    void output(double value);
-
-public slots:
-    void input(double /*value*/) {}
-};
 
 class Program : public BaseDevice
 {

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "../ListenedPanel.h"
+#include "../TestLink.h"
 #include "host/services/alarms/AlarmService.h"
 #include "host/services/status/SourceWatch.h"
 
 #include "norvo/BaseGuiDevice.h"
 #include "norvo/BaseWidget.h"
-#include "norvo/SourceDevice.h"
 
 /// Says what a test has it say, as a readout does: a value, and alerts behind it.
 class Talker : public BaseDevice
@@ -35,21 +35,6 @@ class Broken : public BaseDevice
 public:
     static DeviceTypeInfo typeInfo() { return {}; }
     bool initialise() override { return error("no such port"); }
-};
-
-class Link : public SourceDevice
-{
-    Q_OBJECT
-
-public:
-    static DeviceTypeInfo typeInfo() { return {}; }
-    using SourceDevice::reportFault;
-    using SourceDevice::setConnected;
-
-protected:
-    QString defineOutput(int, const QString&, const PortDefinition&) override { return {}; }
-    QString defineInput(int, const QString&, const PortDefinition&) override { return {}; }
-    void receive(int, const QVariant&) override {}
 };
 
 /// Stands on a page.
