@@ -5,6 +5,7 @@
 #include "host/panel/file/look/LookReader.h"
 #include "host/program/ExportHistory.h"
 #include "host/program/PanelInput.h"
+#include "host/program/options/ServeOptions.h"
 
 #include <QCommandLineParser>
 #include <QDateTime>
@@ -74,41 +75,6 @@ QStringList qtArguments(const QCommandLineParser& parser)
     return arguments;
 }
 
-/// Options of which no two make sense beside each other.
-const QList<QList<QCommandLineOption>> kAlternatives{
-    {kState, kNoState},
-    {kSet, kCheck, kScreenshot, kFullscreen, kKiosk, kTypes, kDescribe, kDescribeAll, kSchema,
-     kMakePin, kExport},
-};
-
-QString contradiction(const QCommandLineParser& parser)
-{
-    for (const auto& alternatives : kAlternatives) {
-        QStringList set;
-        for (const QCommandLineOption& option : alternatives) {
-            set += parser.isSet(option) ? QStringList("--" + option.names().constLast())
-                                        : QStringList();
-        }
-        if (set.size() > 1) {
-            return QString("%1 and %2 do not go together").arg(set[0], set[1]);
-        }
-    }
-    if (parser.isSet(kFormat) && !parser.isSet(kDescribe) && !parser.isSet(kDescribeAll)) {
-        return "--format goes with --describe and --describe-all only";
-    }
-    for (const QCommandLineOption* option : {&kAfter, &kSize}) {
-        if (parser.isSet(*option) && !parser.isSet(kScreenshot)) {
-            return QString("--%1 goes with --screenshot only").arg(option->names().constLast());
-        }
-    }
-    for (const QCommandLineOption* option : {&kFrom, &kTo}) {
-        if (parser.isSet(*option) && !parser.isSet(kExport)) {
-            return QString("--%1 goes with --export only").arg(option->names().constLast());
-        }
-    }
-    return {};
-}
-
 Options::Action actionOf(const QCommandLineParser& parser)
 {
     if (parser.isSet(kHelp)) {
@@ -142,6 +108,44 @@ Options::Action actionOf(const QCommandLineParser& parser)
         return Options::Action::Export;
     }
     return parser.isSet(kScreenshot) ? Options::Action::Screenshot : Options::Action::Run;
+}
+
+/// Options of which no two make sense beside each other.
+const QList<QList<QCommandLineOption>> kAlternatives{
+    {kState, kNoState},
+    {kSet, kCheck, kScreenshot, kFullscreen, kKiosk, kTypes, kDescribe, kDescribeAll, kSchema,
+     kMakePin, kExport},
+};
+
+QString contradiction(const QCommandLineParser& parser)
+{
+    for (const auto& alternatives : kAlternatives) {
+        QStringList set;
+        for (const QCommandLineOption& option : alternatives) {
+            set += parser.isSet(option) ? QStringList("--" + option.names().constLast())
+                                        : QStringList();
+        }
+        if (set.size() > 1) {
+            return QString("%1 and %2 do not go together").arg(set[0], set[1]);
+        }
+    }
+    if (parser.isSet(kFormat) && !parser.isSet(kDescribe) && !parser.isSet(kDescribeAll)) {
+        return "--format goes with --describe and --describe-all only";
+    }
+    if (parser.isSet("serve") && actionOf(parser) != Options::Action::Run) {
+        return "--serve goes with a panel that runs only";
+    }
+    for (const QCommandLineOption* option : {&kAfter, &kSize}) {
+        if (parser.isSet(*option) && !parser.isSet(kScreenshot)) {
+            return QString("--%1 goes with --screenshot only").arg(option->names().constLast());
+        }
+    }
+    for (const QCommandLineOption* option : {&kFrom, &kTo}) {
+        if (parser.isSet(*option) && !parser.isSet(kExport)) {
+            return QString("--%1 goes with --export only").arg(option->names().constLast());
+        }
+    }
+    return {};
 }
 
 /// Spaces around the names are no part of them; all behind the "=" is the value.
@@ -298,6 +302,7 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
                        kTheme,   kCheck,    kSet,         kScreenshot, kAfter,      kSize,
                        kTypes,   kDescribe, kDescribeAll, kSchema,     kMakePin,    kExport,
                        kFrom,    kTo,       kFormat,      kVerbose,    kHelp,       kVersion});
+    parser.addOptions(ServeOptions::all());
     parser.addOptions(kQtOptions);
     Options options;
     if (!parser.parse(arguments)) {
@@ -318,6 +323,9 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
     options.verbose = parser.isSet(kVerbose);
     if (error.isEmpty() && parser.isSet(kTheme)) {
         options.theme = themeNamed(parser.value(kTheme), error);
+    }
+    if (error.isEmpty()) {
+        options.view = ServeOptions::read(parser, error);
     }
     options.qtArguments = qtArguments(parser);
     if (error.isEmpty() && options.action == Options::Action::Screenshot) {
@@ -368,6 +376,13 @@ files in a panel file are relative to its folder.
   --no-state         keeps nothing from one run to the next
   --audit FILE       records what is done at the panel in FILE, a JSON line each, not in the file
                      that the panel file names
+  --serve [ADDRESS:]PORT
+                     shows the panel to browsers, to be looked at only; to those of this machine
+                     unless an ADDRESS is given, 0.0.0.0 for all
+  --serve-token FILE the first line of FILE is what viewers must know; needed with an ADDRESS that
+                     others reach
+  --serve-cert FILE  a certificate in PEM form, and with --serve-key FILE its key, for https
+  --serve-viewers N  how many may look at the same time (4)
   --fullscreen       covers the whole screen; F11 changes to and fro, Escape leaves it
   --kiosk            covers the whole screen to the end, without a pointer: no key, menu or closing
                      leaves it, SIGTERM does

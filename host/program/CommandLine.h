@@ -3,6 +3,7 @@
 
 #include "host/catalogue/Listing.h"
 #include "host/panel/file/look/PanelLook.h"
+#include "host/services/view/ViewSettings.h"
 
 #include <QByteArray>
 #include <QSize>
@@ -49,7 +50,8 @@ struct Options
     QStringList pluginFolders; ///< In addition to the default ones.
     QString stateFile;         ///< Empty: beside the panel file.
     bool keepsState = true;
-    QString auditFile; ///< Empty: what the panel file says.
+    QString auditFile;                ///< Empty: what the panel file says.
+    std::optional<ViewSettings> view; ///< None: the panel is not served.
     bool fullscreen = false;
     bool kiosk = false;                    ///< On the whole screen, which nobody can leave.
     std::optional<PanelLook::Theme> theme; ///< None: what the panel file says.

@@ -245,6 +245,9 @@ int PanelRun::runPanel(PanelPlan plan, const PanelDescription& description, Stat
     if (!m_signals.isStopRequested()) {
         reportAll(diagnostics);
     }
+    if (m_options.view) {
+        running.serve(*m_options.view);
+    }
     const int status = show(running.window());
     running.stop();
     state.save();

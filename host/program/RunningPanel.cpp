@@ -4,6 +4,7 @@
 
 #include "host/program/streams/Console.h"
 #include "host/services/access/Access.h"
+#include "host/services/view/ValuesJson.h"
 #include "host/window/PanelPages.h"
 #include "host/window/access/GuardedControl.h"
 #include "host/window/accessible/Accessibility.h"
@@ -98,8 +99,24 @@ void RunningPanel::record()
     audit.noteStart();
 }
 
+void RunningPanel::serve(const ViewSettings& settings)
+{
+    m_values.hearAll(m_panel); // A viewer may ask for any.
+    const QString title = titleOf(m_description);
+    const ViewSubject subject{m_window, title,
+                              [this, title] { return valuesJson(title, m_values, m_sources); }};
+    QString error;
+    m_view = makeView(settings, subject, error);
+    if (m_view) {
+        Console::print(QString("the panel can be seen at %1").arg(m_view->url()));
+    } else {
+        Console::reportError(QString("the panel cannot be served: %1").arg(error));
+    }
+}
+
 void RunningPanel::stop()
 {
+    m_view.reset();
     m_alarms.stop();
     if (m_history) {
         m_graphMemory.reset();

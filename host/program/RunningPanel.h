@@ -9,6 +9,7 @@
 #include "host/services/history/HistoryService.h"
 #include "host/services/status/SourceWatch.h"
 #include "host/services/values/ValueTable.h"
+#include "host/services/view/View.h"
 #include "host/window/PanelWindow.h"
 #include "host/window/access/AccessFace.h"
 #include "host/window/alarms/AlarmFace.h"
@@ -42,6 +43,8 @@ public:
 
     void start(PanelPlan plan, Diagnostics& diagnostics); ///< Once.
     void stop();
+    /// From now on, until stop(); what is wrong with it is reported, and the panel runs on.
+    void serve(const ViewSettings& settings);
 
 private:
     void addKeys();
@@ -63,6 +66,7 @@ private:
     std::optional<AuditTrail> m_audit;       ///< Where the panel has one.
     std::optional<HistoryService> m_history; ///< Likewise.
     std::optional<GraphMemory> m_graphMemory;
+    std::unique_ptr<View> m_view;            ///< Where it is served.
 };
 
 } // namespace norvo

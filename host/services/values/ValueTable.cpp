@@ -54,7 +54,6 @@ struct ValueTable::Heard
     QVariantList values;
     quint64 count = 0;
     qint64 stamp = 0;
-    quint64 countAtLook = 0;
 };
 
 QString shownText(const QVariant& value)
@@ -143,27 +142,42 @@ void ValueTable::hear(const QString& id, BaseDevice& device, const QString& outp
     }
 }
 
-QVector<Reading> ValueTable::look()
+QVector<Reading> ValueTable::readings() const
 {
     const qint64 now = nowMs();
-    const double seconds = double(std::max<qint64>(now - m_lastLook, 1)) / 1000.0;
-    m_lastLook = now;
     QVector<Reading> readings;
     for (const auto& heard : m_heard) {
         QStringList texts;
         for (const QVariant& value : qAsConst(heard->values)) {
             texts.append(shownText(value));
         }
-        const QString text = texts.join(", ");
-        readings.append({heard->device, heard->output, text.left(kMaxText), heard->count,
-                         heard->count > 0 ? now - heard->stamp : -1,
-                         double(heard->count - heard->countAtLook) / seconds});
-        heard->countAtLook = heard->count;
+        Reading reading;
+        reading.device = heard->device;
+        reading.output = heard->output;
+        reading.value = texts.join(", ").left(kMaxText);
+        reading.values = heard->values;
+        reading.count = heard->count;
+        reading.ageMs = heard->count > 0 ? now - heard->stamp : -1;
+        readings.append(reading);
     }
     std::sort(readings.begin(), readings.end(), [](const Reading& a, const Reading& b) {
         return a.device == b.device ? a.output < b.output : a.device < b.device;
     });
     return readings;
+}
+
+QVector<Reading> ValueTable::look()
+{
+    const qint64 now = nowMs();
+    const double seconds = double(std::max<qint64>(now - m_lastLook, 1)) / 1000.0;
+    m_lastLook = now;
+    QVector<Reading> all = readings();
+    for (Reading& reading : all) {
+        quint64& before = m_countsAtLook[reading.device + ' ' + reading.output];
+        reading.perSecond = double(reading.count - before) / seconds;
+        before = reading.count;
+    }
+    return all;
 }
 
 } // namespace norvo

@@ -21,9 +21,10 @@ struct PanelPlan;
 /// The last value of an output, when it came, and how often values come.
 struct Reading
 {
-    QString device; ///< Id.
-    QString output; ///< Full signature.
-    QString value;  ///< As text in one line, 200 characters at most; empty before the first.
+    QString device;      ///< Id.
+    QString output;      ///< Full signature.
+    QString value;       ///< As text in one line, 200 characters at most; empty before the first.
+    QVariantList values; ///< As they were sent.
     quint64 count = 0;
     qint64 ageMs = -1;      ///< -1 before the first.
     double perSecond = 0.0; ///< Between the last two looks.
@@ -47,7 +48,9 @@ public:
     void listen(const PanelPlan& plan); ///< Before the plan is applied.
     void complete(const Panel& panel);  ///< Once it is: some have their outputs no sooner.
     void hearAll(const Panel& panel);   ///< Again, too.
-    QVector<Reading> look(); ///< In the order of the devices' ids, then of the signatures.
+    /// In the order of the devices' ids, then of the signatures; without how often values come.
+    QVector<Reading> readings() const;
+    QVector<Reading> look(); ///< Likewise, with how often since the look before.
 
 private:
     struct Heard;
@@ -57,6 +60,7 @@ private:
     QHash<QString, QStringList> m_wired;   ///< Outputs by device.
     QHash<QString, QStringList> m_outputs; ///< That are heard, by device.
     std::vector<std::unique_ptr<Heard>> m_heard;
+    QHash<QString, quint64> m_countsAtLook; ///< By device and output.
     qint64 m_lastLook;
 };
 
