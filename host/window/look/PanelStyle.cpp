@@ -24,13 +24,14 @@ ControlPainter::Mark markOf(const QWidget* widget, const QStyleOption& option)
     return option.state & QStyle::State_On ? ControlPainter::Mark::On : ControlPainter::Mark::Off;
 }
 
-/// Seven-segment digits fill the height of their font: without air they touch the frame.
+/// Seven-segment digits fill the height of their font: without air they touch the frame. A label
+/// draws a new text within its contents alone, so the air belongs to these: digits reach beyond
+/// their font by up to two pixels, which would stay.
 void addAir(QLabel& label)
 {
-    constexpr int share = 8; // of the height, above and below
+    constexpr int share = 8; // of the height, all around
     if (QFontInfo(label.font()).family().startsWith(QLatin1String("DSEG"))) {
-        const int air = label.fontMetrics().height() / share;
-        label.setContentsMargins(0, air, 0, air);
+        label.setMargin(label.fontMetrics().height() / share + 2);
     }
 }
 

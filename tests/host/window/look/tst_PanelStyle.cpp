@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
@@ -38,6 +39,7 @@ private slots:
     void scrollBarGoesAPageOn();
     void focusIsSeen_data();
     void focusIsSeen();
+    void digitsStayWhereANewTextIsDrawn();
 };
 
 namespace {
@@ -271,6 +273,32 @@ void tst_PanelStyle::focusIsSeen()
         // At least the outline of a small check box.
         QVERIFY2(changed >= 80,
                  qPrintable(QString("%1 %2").arg(control->metaObject()->className()).arg(changed)));
+    }
+}
+
+/// What they leave elsewhere would stay when the text changes.
+void tst_PanelStyle::digitsStayWhereANewTextIsDrawn()
+{
+    wear(PanelLook::Theme::Light);
+    for (int points = 10; points < 80; ++points) {
+        QLabel label("888");
+        label.setFont(QFont("DSEG7 Classic", points));
+        label.setAlignment(Qt::AlignCenter);
+        label.setStyleSheet("background-color: black; color: white");
+        label.resize(label.sizeHint());
+        label.show();
+        const QImage picture = label.grab().toImage();
+        QRect drawn;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                drawn |= qRed(picture.pixel(x, y)) > 0 ? QRect(x, y, 1, 1) : QRect();
+            }
+        }
+        QVERIFY(drawn.height() > 5);
+        QVERIFY2(label.contentsRect().contains(drawn), qPrintable(QString::number(points)));
+        // The air that keeps them off a frame.
+        QVERIFY2(drawn.top() > 0 && drawn.bottom() < label.height() - 1,
+                 qPrintable(QString::number(points)));
     }
 }
 
