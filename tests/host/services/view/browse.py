@@ -1,3 +1,4 @@
+#!/usr/bin/python3
 """Opens a page in a headless browser and answers what is asked of it on standard input.
 
 browse.py BROWSER URL WIDTH HEIGHT, then one expression of JavaScript in a line each; what it comes to
