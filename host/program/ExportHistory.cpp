@@ -3,7 +3,7 @@
 #include "host/program/ExportHistory.h"
 
 #include "host/panel/file/services/Duration.h"
-#include "host/program/CommandLine.h"
+#include "host/program/options/CommandLine.h"
 #include "host/program/PanelInput.h"
 #include "host/program/streams/Console.h"
 #include "host/services/history/HistoryQuery.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "host/program/CommandLine.h"
+#include "host/program/options/CommandLine.h"
 
 namespace norvo {
 

@@ -6,7 +6,7 @@
 #include "host/catalogue/Listing.h"
 #include "host/catalogue/Schema.h"
 #include "host/panel/file/EditDistance.h"
-#include "host/program/CommandLine.h"
+#include "host/program/options/CommandLine.h"
 #include "host/program/streams/Console.h"
 #include "host/yaml/Quote.h"
 

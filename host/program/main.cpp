@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/program/CommandLine.h"
+#include "host/program/options/CommandLine.h"
 #include "host/program/streams/Console.h"
 #include "host/program/PanelProgram.h"
 #include "host/program/streams/QtMessages.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/program/CommandLine.h"
+#include "host/program/options/CommandLine.h"
 #include "TestMain.h"
 
 #include <QtTest>
