@@ -66,7 +66,7 @@ private:
     std::optional<AuditTrail> m_audit;       ///< Where the panel has one.
     std::optional<HistoryService> m_history; ///< Likewise.
     std::optional<GraphMemory> m_graphMemory;
-    std::unique_ptr<View> m_view;            ///< Where it is served.
+    std::unique_ptr<View> m_view; ///< Where it is served.
 };
 
 } // namespace norvo
