@@ -2,7 +2,8 @@
 #pragma once
 
 #include <QObject>
-#include <QVariant>
+
+#include <optional>
 
 class BaseWidget;
 
@@ -19,8 +20,8 @@ public:
     static void follow(BaseWidget& widget);
     static const LastValue* of(const BaseWidget& widget); ///< Null where it is not followed.
 
-    bool isState() const { return m_isState; }        ///< Of yes or no.
-    const QVariant& value() const { return m_value; } ///< Invalid before the first.
+    bool isState() const { return m_isState; }              ///< Of yes or no, which are 1 and 0.
+    std::optional<double> value() const { return m_value; } ///< None before the first.
 
 private slots:
     void set(double value) { m_value = value; }
@@ -30,7 +31,7 @@ private:
     LastValue(QObject* widget, bool isState) : QObject(widget), m_isState(isState) {}
 
     const bool m_isState;
-    QVariant m_value;
+    std::optional<double> m_value;
 };
 
 } // namespace norvo

@@ -114,11 +114,11 @@ QString paintedValue(const BaseWidget& widget)
     if (!last) {
         return withUnit(largestText(widget), widget);
     }
-    if (!last->value().isValid()) {
+    const std::optional<double> value = last->value();
+    if (!value) {
         return {};
     }
-    return last->isState() ? stateText(last->value().toBool())
-                           : withUnit(QString::number(last->value().toDouble()), widget);
+    return last->isState() ? stateText(*value != 0) : withUnit(QString::number(*value), widget);
 }
 
 } // namespace
