@@ -193,6 +193,9 @@ void ControlPainter::slider(QPainter& painter, const QStyleOptionSlider& option,
 void ControlPainter::scrollBar(QPainter& painter, const QStyleOptionSlider& option,
                                const QRect& handle) const
 {
+    if (option.minimum >= option.maximum) {
+        return; // there is nothing to scroll
+    }
     const SmoothPainting smooth(painter);
     const double side = m_target / 3.0;
     const bool isLevel = option.orientation == Qt::Horizontal;

@@ -37,6 +37,7 @@ private slots:
     void grooveGoesToTheFinger();
     void handleThatIsTouchedStays();
     void scrollBarGoesAPageOn();
+    void scrollBarWithNothingToScrollIsEmpty();
     void focusIsSeen_data();
     void focusIsSeen();
     void digitsStayWhereANewTextIsDrawn();
@@ -237,6 +238,22 @@ void tst_PanelStyle::scrollBarGoesAPageOn()
     QCOMPARE(bar.value(), 10);
     QTest::mouseClick(&bar, Qt::LeftButton, Qt::NoModifier, QPoint(24, 2));
     QCOMPARE(bar.value(), 0);
+}
+
+void tst_PanelStyle::scrollBarWithNothingToScrollIsEmpty()
+{
+    wear(PanelLook::Theme::Light);
+    QScrollBar bar(Qt::Vertical);
+    bar.resize(kTarget, 200);
+    const auto hasHandle = [&bar] {
+        const QImage picture = bar.grab().toImage();
+        return picture.pixel(kTarget / 2, 100) != picture.pixel(1, 100);
+    };
+    bar.setRange(0, 10);
+    bar.setPageStep(100);
+    QVERIFY(hasHandle());
+    bar.setRange(0, 0);
+    QVERIFY(!hasHandle());
 }
 
 void tst_PanelStyle::focusIsSeen_data()
