@@ -8,6 +8,13 @@
 #include "host/window/alarms/AlarmList.h"
 #include "host/window/strip/PanelStrip.h"
 
+#include <QAccessible>
+
+// Nothing else tells Qt that a screen reader is there; see cmake/debian-packages-test.txt.
+#include <private/qguiapplication_p.h>
+#include <qpa/qplatformaccessibility.h>
+#include <qpa/qplatformintegration.h>
+
 using norvo::AlarmBar;
 using norvo::AlarmList;
 using State = norvo::AlarmState;
@@ -65,6 +72,39 @@ norvo::AlarmSetting low()
     setting.priority = norvo::AlarmPriority::Low;
     return setting;
 }
+
+/// Notes of what a screen reader is alerted.
+class Reader
+{
+public:
+    Reader() : m_before(QAccessible::installUpdateHandler(note))
+    {
+        s_alerts.clear();
+        turn(true);
+    }
+    ~Reader()
+    {
+        turn(false);
+        QAccessible::installUpdateHandler(m_before);
+    }
+
+    const QStringList& alerts() const { return s_alerts; }
+
+private:
+    static void turn(bool on)
+    {
+        QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(on);
+    }
+    static void note(QAccessibleEvent* event)
+    {
+        if (event->type() == QAccessible::Alert) {
+            s_alerts.append(event->accessibleInterface()->text(QAccessible::Name));
+        }
+    }
+
+    static inline QStringList s_alerts;
+    const QAccessible::UpdateHandler m_before;
+};
 
 } // namespace
 
@@ -310,6 +350,23 @@ private slots:
         QFile table(file);
         QVERIFY(table.open(QIODevice::ReadOnly));
         QCOMPARE(table.readAll().count('\n'), 2);
+    }
+
+    void screenReaderIsAlertedWhenOneBegins()
+    {
+        const Reader reader;
+        Seen seen;
+        seen.send(90);
+        QTRY_COMPARE(reader.alerts().size(), 1);
+        const QString told = reader.alerts().constFirst();
+        QVERIFY2(told.contains("Too hot (90)"), qPrintable(told));
+        QTRY_VERIFY(seen.bar().isVisible());
+        QTest::mouseClick(&seen.bar(), Qt::LeftButton);
+        seen.send(10);
+        QTRY_VERIFY(seen.window.strip().isHidden());
+        QCOMPARE(reader.alerts().size(), 1);
+        seen.send(90);
+        QTRY_COMPARE(reader.alerts().size(), 2);
     }
 
     void soundIsSilencedByItsKey()
