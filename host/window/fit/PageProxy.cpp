@@ -2,7 +2,9 @@
 
 #include "host/window/fit/PageProxy.h"
 
+#include <QCoreApplication>
 #include <QTouchEvent>
+#include <QWidget>
 
 #include <algorithm>
 
