@@ -11,6 +11,7 @@ namespace norvo {
 
 namespace {
 
+constexpr int kEnough = std::numeric_limits<int>::max();
 constexpr int kPage = 5000; // Rows of one statement: none keeps the writer's log from being reused.
 
 /// Both tables hold rows of a signal: the newest are still to be sorted in among the others.
@@ -19,11 +20,13 @@ const QString kRows = QStringLiteral(
     "time <= :to UNION ALL SELECT time, seq, value FROM recent WHERE signal = :id AND time >= "
     ":from AND "
     "time <= :to) ");
-const QString kPageOfRows = QStringLiteral("SELECT time, seq, value FROM samples WHERE signal = "
-                                           ":id AND (time, seq) > (:from, :seq) AND time <= "
-                                           ":to UNION ALL SELECT time, seq, value FROM recent "
-                                           "WHERE signal = :id AND (time, seq) > (:from, :seq) "
-                                           "AND time <= :to ORDER BY 1, 2 LIMIT :limit");
+const QString kPageOfRows = QStringLiteral(
+    "SELECT time, seq, value FROM samples WHERE signal = ? AND (time, seq) > (?, ?) AND time <= ? "
+    "ORDER BY time, seq LIMIT ?");
+/// All of them lie behind those of the other table.
+const QString kRecentRows = QStringLiteral(
+    "SELECT time, seq, value FROM recent WHERE signal = ? AND (time, seq) > (?, ?) AND time <= ? "
+    "ORDER BY time, seq LIMIT ?");
 
 HistoryValue valueOf(const QVariant& stored)
 {
@@ -90,30 +93,48 @@ QVector<HistoryPoint> HistoryQuery::read(const HistoryRange& range)
 
 bool HistoryQuery::forEach(const HistoryRange& range, const Take& take)
 {
-    const int id = idOf(range);
-    qint64 time = range.from;
-    int seq = -1;
-    QSqlQuery query = m_database.prepared(kPageOfRows);
-    for (int count = kPage; id >= 0 && count == kPage;) {
-        query.bindValue(":id", id);
-        query.bindValue(":from", time);
-        query.bindValue(":seq", seq);
-        query.bindValue(":to", range.to);
-        query.bindValue(":limit", kPage);
-        if (!m_database.run(query)) {
-            m_error = m_database.error();
-            return false;
+    Cursor cursor{idOf(range), range.from, -1, range.to};
+    QSqlQuery samples = m_database.prepared(kPageOfRows);
+    QSqlQuery recent = m_database.prepared(kRecentRows);
+    bool isDone = cursor.signal < 0;
+    bool isSound = true;
+    while (isSound && !isDone) {
+        // Rows move from one table to the other; within a transaction they stand still.
+        isSound = m_database.run("BEGIN");
+        int count = isSound ? takePage(samples, cursor, kPage, take) : -1;
+        if (count >= 0 && count < kPage) {
+            isDone = true;
+            count = takePage(recent, cursor, -1, take);
         }
-        for (count = 0; query.next(); ++count) {
-            time = query.value(0).toLongLong();
-            seq = query.value(1).toInt();
-            if (!take({time, valueOf(query.value(2))})) {
-                return true;
-            }
-        }
-        query.finish();
+        isSound = count >= 0;
+        isDone = isDone || count == kEnough;
+        samples.finish();
+        recent.finish();
+        isSound = m_database.run("COMMIT") && isSound;
     }
-    return true;
+    m_error = isSound ? QString() : m_database.error();
+    return isSound;
+}
+
+/// Returns how many there were, kEnough where `take` wants no more, or -1 after an error.
+int HistoryQuery::takePage(QSqlQuery& query, Cursor& cursor, int limit, const Take& take)
+{
+    const QVariantList values{cursor.signal, cursor.time, cursor.seq, cursor.to, limit};
+    for (int i = 0; i < values.size(); ++i) {
+        query.bindValue(i, values[i]);
+    }
+    if (!m_database.run(query)) {
+        return -1;
+    }
+    int count = 0;
+    for (; query.next(); ++count) {
+        cursor.time = query.value(0).toLongLong();
+        cursor.seq = query.value(1).toInt();
+        if (!take({cursor.time, valueOf(query.value(2))})) {
+            return kEnough;
+        }
+    }
+    return count;
 }
 
 QVector<HistoryPoint> HistoryQuery::thinned(int id, const HistoryRange& range)

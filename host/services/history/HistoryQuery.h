@@ -47,6 +47,16 @@ public:
     bool forEach(const HistoryRange& range, const Take& take);
 
 private:
+    /// Where the reading of a signal stands.
+    struct Cursor
+    {
+        int signal; ///< -1: not in the history.
+        qint64 time;
+        int seq;
+        qint64 to;
+    };
+
+    int takePage(QSqlQuery& query, Cursor& cursor, int limit, const Take& take);
     int idOf(const HistoryRange& range);
     QVector<HistoryPoint> thinned(int id, const HistoryRange& range);
 
