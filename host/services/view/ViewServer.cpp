@@ -16,6 +16,7 @@ namespace {
 constexpr int kMaxOpen = 64;         // Connections, with those of viewers.
 constexpr int kPatienceMs = 10000;   // For a head, for an encryption, for an answer that is taken.
 constexpr quint64 kMaxHeard = 1024;  // Bytes of a message from a viewer, none of which is read.
+constexpr int kSendBuffer = 65536;   // Bytes; what lies in it grows old before it is seen.
 const char kPatience[] = "patience"; // Ends a connection that has not become a viewer's by then.
 
 QByteArray fileNamed(const char* name)
@@ -115,6 +116,7 @@ void ViewServer::incomingConnection(qintptr descriptor)
     connect(socket, &QObject::destroyed, this, [this] { --m_openCount; });
     connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
     connect(socket, &QTcpSocket::readyRead, this, [this, socket] { readHead(*socket); });
+    socket->setSocketOption(QAbstractSocket::SendBufferSizeSocketOption, kSendBuffer);
     auto* const patience = new QTimer(socket);
     patience->setObjectName(kPatience);
     connect(patience, &QTimer::timeout, socket, &QTcpSocket::abort);

@@ -38,8 +38,10 @@ QByteArray messageOf(const QImage& picture, const QRect& rect)
     return message;
 }
 
-QString textOf(const QJsonObject& object)
+/// With the time, from which a viewer knows how late it hears.
+QString textOf(QJsonObject object)
 {
+    object.insert("at", QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs));
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
@@ -211,8 +213,7 @@ void Viewers::sendTo(Viewer& viewer)
         }
         viewer.pending = QRegion();
     }
-    viewer.connection->sendTextMessage(
-        textOf({{"at", QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs)}}));
+    viewer.connection->sendTextMessage(textOf({}));
     viewer.sinceSent.start();
 }
 

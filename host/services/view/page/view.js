@@ -19,6 +19,7 @@ const pen = canvas.getContext("2d");
 const state = document.getElementById("state");
 
 let lastHeard = 0; // When the panel last said that the picture is true; 0: never.
+let clockOffset = Infinity; // From the panel's clock to ours, with the shortest delay that was seen.
 let delayMs = firstDelayMs;
 let drawing = Promise.resolve(); // Pieces are drawn in the order in which they came.
 
@@ -32,6 +33,8 @@ function showState() {
 }
 
 function take(message) {
+  const said = Date.parse(message.at);
+  clockOffset = Math.min(clockOffset, Date.now() - said);
   if ("width" in message) {
     document.title = message.title;
     document.getElementById("title").textContent = message.title;
@@ -42,7 +45,7 @@ function take(message) {
       canvas.height = message.height;
     }
   } else {
-    lastHeard = Date.now();
+    lastHeard = said + clockOffset; // On a slow line that may be a while ago.
     showState();
   }
 }
@@ -55,6 +58,7 @@ async function draw(data) {
 }
 
 function connect() {
+  clockOffset = Infinity; // The clocks may have been set.
   const address = new URL("stream", location.href);
   address.protocol = location.protocol === "https:" ? "wss:" : "ws:";
   const socket = new WebSocket(address);

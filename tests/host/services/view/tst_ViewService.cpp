@@ -80,7 +80,7 @@ public:
     {
         connect(this, &QWebSocket::textMessageReceived, this, [this](const QString& text) {
             const QJsonObject message = QJsonDocument::fromJson(text.toUtf8()).object();
-            if (message.contains("at")) {
+            if (!message.contains("width")) {
                 ++aliveCount;
             } else {
                 title = message["title"].toString();
