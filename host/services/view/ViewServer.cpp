@@ -181,6 +181,9 @@ void ViewServer::answer(QTcpSocket& socket, const HttpHead& head)
 
 void ViewServer::answerValues(QTcpSocket& socket)
 {
+    if (m_valuesAge.isValid() && !m_valuesAge.hasExpired(kValuesMs)) {
+        return reply(socket, "200 OK", "application/json", m_values);
+    }
     m_waiting.append(&socket);
     if (m_waiting.size() == 1) {
         emit valuesWanted();
@@ -189,6 +192,8 @@ void ViewServer::answerValues(QTcpSocket& socket)
 
 void ViewServer::setValues(const QByteArray& json)
 {
+    m_values = json;
+    m_valuesAge.start();
     const auto waiting = std::exchange(m_waiting, {});
     for (const auto& socket : waiting) {
         if (socket) {

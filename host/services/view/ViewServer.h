@@ -5,6 +5,7 @@
 #include "host/services/view/ViewSettings.h"
 #include "host/services/view/Viewers.h"
 
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QSslCertificate>
 #include <QSslKey>
@@ -26,6 +27,8 @@ public:
     QString url() const;
     Viewers& viewers() { return m_viewers; }
     void setValues(const QByteArray& json); ///< The answer to valuesWanted().
+
+    static constexpr int kValuesMs = 100; ///< So long values answer for those who ask meanwhile.
 
 signals:
     void valuesWanted(); ///< Not again before they are there.
@@ -50,7 +53,9 @@ private:
     QList<QSslCertificate> m_certificates;
     QSslKey m_key;
     QList<QPointer<QTcpSocket>> m_waiting; ///< For values.
-    int m_openCount = 0;                   ///< Connections.
+    QByteArray m_values;
+    QElapsedTimer m_valuesAge; ///< Invalid before the first.
+    int m_openCount = 0;       ///< Connections.
 };
 
 } // namespace norvo

@@ -139,6 +139,7 @@ class tst_ViewService : public QObject
 private slots:
     void pageIsServed();
     void valuesAreServed();
+    void panelIsAskedForValuesNowAndThen();
     void headInPiecesIsRead();
     void headThatIsTooLongIsRefused();
     void viewerSeesThePanel();
@@ -177,7 +178,21 @@ void tst_ViewService::valuesAreServed()
 {
     const Served served;
     QVERIFY(answerTo(served.port(), get("/values")).endsWith("\r\n\r\n{\"asked\":1}"));
+    QTest::qWait(2 * norvo::ViewServer::kValuesMs);
     QVERIFY(answerTo(served.port(), get("/values")).endsWith("\r\n\r\n{\"asked\":2}"));
+}
+
+/// However often somebody asks.
+void tst_ViewService::panelIsAskedForValuesNowAndThen()
+{
+    const Served served;
+    QElapsedTimer clock;
+    clock.start();
+    constexpr int kRequests = 100;
+    for (int i = 0; i < kRequests; ++i) {
+        QVERIFY(answerTo(served.port(), get("/values")).contains("{\"asked\":"));
+    }
+    QVERIFY(served.asked <= 2 + clock.elapsed() / norvo::ViewServer::kValuesMs);
 }
 
 void tst_ViewService::headInPiecesIsRead()
