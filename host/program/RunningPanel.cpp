@@ -138,15 +138,22 @@ void RunningPanel::addKeys()
     });
 }
 
-ToolSetting RunningPanel::toolSetting()
+ToolSetting RunningPanel::toolSetting(const QString& graph)
 {
     ToolSetting setting;
     setting.keySize = TouchSize::pixels(m_description.look.touch, *m_window.screen());
     const QFileInfo file(m_description.file);
-    setting.fileStart = file.absolutePath() + '/' + file.completeBaseName();
+    setting.fileStart = file.absolutePath() + '/' + file.completeBaseName() + '-' + graph;
     setting.permit = [this](std::function<void()> action) {
         m_access.require(Role::Operate, std::move(action));
     };
+    if (m_graphMemory && m_graphMemory->remembers(graph)) {
+        setting.readEarlier = [this, graph](double from, double to, QObject& receiver, auto done) {
+            if (m_graphMemory) { // Until the panel stops.
+                m_graphMemory->read(graph, from, to, receiver, std::move(done));
+            }
+        };
+    }
     return setting;
 }
 
@@ -171,7 +178,7 @@ void RunningPanel::start(PanelPlan plan, Diagnostics& diagnostics)
     m_alarms.complete(m_panel, m_sources);
     m_alarmFace.complete(m_panel);
     m_access.show(m_panel);
-    GraphTools::addTo(m_panel, toolSetting());
+    GraphTools::addTo(m_panel, [this](const QString& graph) { return toolSetting(graph); });
     if (m_audit) {
         m_operator.complete(m_panel);
     }

@@ -48,8 +48,8 @@ public:
 
 private:
     void addKeys();
-    ToolSetting toolSetting(); ///< Of its graphs.
-    void record();             ///< What is done, in the audit.
+    ToolSetting toolSetting(const QString& graph);
+    void record(); ///< What is done, in the audit.
 
     const PanelDescription& m_description;
     SourceWatch m_sources;

@@ -639,6 +639,14 @@
         <translation>Nicht live: %1</translation>
     </message>
     <message>
+        <source>reading earlier values</source>
+        <translation>frühere Werte werden gelesen</translation>
+    </message>
+    <message>
+        <source>beginning of the record</source>
+        <translation>Beginn der Aufzeichnung</translation>
+    </message>
+    <message>
         <source>range by hand</source>
         <translation>Bereich von Hand</translation>
     </message>

@@ -639,6 +639,14 @@
         <translation>Не сейчас: %1</translation>
     </message>
     <message>
+        <source>reading earlier values</source>
+        <translation>читаются более ранние значения</translation>
+    </message>
+    <message>
+        <source>beginning of the record</source>
+        <translation>начало записи</translation>
+    </message>
+    <message>
         <source>range by hand</source>
         <translation>шкала вручную</translation>
     </message>

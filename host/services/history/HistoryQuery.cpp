@@ -78,9 +78,9 @@ QVector<HistoryPoint> HistoryQuery::read(const HistoryRange& range)
 {
     QVector<HistoryPoint> points;
     if (range.maxRows <= 0) {
-        forEach(range, [&points](const HistoryPoint& point) {
+        forEach(range, [&](const HistoryPoint& point) {
             points.append(point);
-            return true;
+            return !range.isFirstOnly;
         });
         return points;
     }
@@ -142,9 +142,10 @@ QVector<HistoryPoint> HistoryQuery::thinned(int id, const HistoryRange& range)
     QVector<HistoryPoint> points;
     const qint64 span =
         std::max<qint64>(1, (range.to - range.from) / std::max(1, range.maxRows / 2));
-    for (const QString extreme : {"min", "max"}) {
-        QSqlQuery query = m_database.prepared(kRows.arg("time, " + extreme + "(value)") +
-                                              "GROUP BY (time - :from) / :span");
+    const QString gaps = kRows.arg("max(time), value") + "WHERE value IS NULL ";
+    for (const QString& rows :
+         {kRows.arg("time, min(value)"), kRows.arg("time, max(value)"), gaps}) {
+        QSqlQuery query = m_database.prepared(rows + "GROUP BY (time - :from) / :span");
         query.bindValue(":id", id);
         query.bindValue(":from", range.from);
         query.bindValue(":to", range.to);

@@ -17,8 +17,9 @@ struct HistoryRange
     QString device; ///< Its id.
     QString signal; ///< Its name, without types.
     qint64 from = 0;
-    qint64 to = 0;   ///< Milliseconds since the epoch, UTC, as `from`.
-    int maxRows = 0; ///< More are thinned out; 0: all.
+    qint64 to = 0;            ///< Milliseconds since the epoch, UTC, as `from`.
+    int maxRows = 0;          ///< More are thinned out, but no gap; 0: all.
+    bool isFirstOnly = false; ///< Only the oldest of them.
 };
 
 /// Reads a history's file, also while a panel writes it. Belongs to the thread that made it.

@@ -28,16 +28,15 @@ QCustomPlot* plotIn(const QWidget& display)
 
 } // namespace
 
-void GraphTools::addTo(const Panel& panel, const ToolSetting& setting)
+void GraphTools::addTo(const Panel& panel,
+                       const std::function<ToolSetting(const QString& device)>& settingOf)
 {
     for (const Node* const node : panel.nodes()) {
         BaseWidget* const widget = panel.widget(node->id());
         const QCustomPlot* const plot =
             widget && widget->parentWidget() ? plotIn(*widget) : nullptr;
         if (plot && plot->plottableCount() == plot->graphCount()) {
-            ToolSetting own = setting;
-            own.fileStart += '-' + node->id();
-            new GraphTools(*widget, own);
+            new GraphTools(*widget, settingOf(node->id()));
         }
     }
 }

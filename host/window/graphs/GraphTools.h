@@ -6,6 +6,8 @@
 
 #include <QTimer>
 
+#include <functional>
+
 class BaseWidget;
 class QCustomPlot;
 
@@ -26,7 +28,8 @@ public:
     static constexpr int kLongPressMs = 600;
 
     /// Over each display of the panel that shows curves; each owned by the page that it is on.
-    static void addTo(const Panel& panel, const ToolSetting& setting);
+    static void addTo(const Panel& panel,
+                      const std::function<ToolSetting(const QString& device)>& settingOf);
 
     GraphTools(BaseWidget& display, const ToolSetting& setting);
 

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <utility>
 
 namespace norvo {
 
@@ -14,6 +16,7 @@ namespace {
 constexpr double kMinSeconds = 0.01;   // that are seen
 constexpr double kMinNumbers = 1;      // likewise, where there are no times
 constexpr double kSecondsInLabels = 4; // below which labels of whole seconds say the same twice
+constexpr double kBreak = 0.001;       // seconds from the end of a curve to where it is none
 constexpr double kMinValues = 1e-9;    // that are seen, as a part of the largest of them
 
 void copyAxis(QCPAxis& to, const QCPAxis& from)
@@ -48,8 +51,9 @@ QCPRange zoomed(const QCPRange& range, double factor, double around)
 
 } // namespace
 
-PlotCopy::PlotCopy(QCustomPlot& source)
-    : m_source(&source),
+PlotCopy::PlotCopy(QCustomPlot& source, ReadEarlier readEarlier)
+    : m_readEarlier(std::move(readEarlier)),
+      m_source(&source),
       m_timeFormat(plots::timeFormat(*source.xAxis)),
       m_showsTimes(!m_timeFormat.isEmpty())
 {
@@ -137,6 +141,9 @@ void PlotCopy::hold()
     m_heldAt = QDateTime::currentDateTime();
     m_oldest = xAxis->range().lower;
     m_newest = xAxis->range().upper;
+    m_readFrom = xAxis->range().lower;
+    m_recordBegin = 0;
+    ++m_hold;
     for (const Pair& pair : qAsConst(m_pairs)) {
         plots::detach(*pair.copy);
         if (plots::pointsBegin(*pair.copy) != plots::pointsEnd(*pair.copy)) {
@@ -151,6 +158,8 @@ void PlotCopy::goLive()
     m_isHeld = false;
     m_areValuesFixed = false;
     m_heldAt = {};
+    m_wanted.reset();
+    m_isReading = false;
     follow();
     emit viewChanged();
 }
@@ -172,6 +181,7 @@ void PlotCopy::moveKeys(double by)
     const double most = std::max(0.0, m_newest - range.upper);
     const double least = std::min(0.0, m_oldest - range.lower);
     const double distance = qBound(least, by * range.size(), most);
+    want({range.lower + by * range.size(), range.upper + by * range.size()});
     setKeys(range.lower + distance, range.upper + distance);
     refresh();
     emit viewChanged();
@@ -190,9 +200,112 @@ void PlotCopy::zoomKeys(double factor, double around)
     if (factor < 1 && range.size() < (m_showsTimes ? kMinSeconds : kMinNumbers)) {
         return;
     }
+    want(range);
     setKeys(std::max(range.lower, m_oldest), std::min(range.upper, m_newest));
     refresh();
     emit viewChanged();
+}
+
+bool PlotCopy::isAtBeginning() const
+{
+    return m_isHeld && m_recordBegin >= m_oldest && xAxis->range().lower <= m_oldest;
+}
+
+/// Has what is before the oldest point read, a whole range more than is wanted.
+void PlotCopy::want(const QCPRange& keys)
+{
+    m_wanted.reset();
+    if (!m_readEarlier || keys.lower >= m_oldest || m_recordBegin >= m_oldest) {
+        return;
+    }
+    m_wanted = keys;
+    if (m_isReading) {
+        return;
+    }
+    m_isReading = true;
+    const double from = std::max(m_recordBegin, keys.lower - keys.size());
+    m_readEarlier(from, m_readFrom, *this,
+                  [this, from, hold = m_hold](const EarlierPoints& earlier) {
+                      if (m_isHeld && hold == m_hold) {
+                          take(from, earlier);
+                      }
+                  });
+}
+
+void PlotCopy::take(double from, const EarlierPoints& earlier)
+{
+    for (const EarlierCurve& curve : earlier.curves) {
+        prepend(curve);
+    }
+    m_isReading = false;
+    m_readFrom = from;
+    m_recordBegin = earlier.begin;
+    m_oldest = std::min(m_oldest, std::max(from, m_recordBegin));
+    if (m_wanted) {
+        const double lower = std::max(m_wanted->lower, m_oldest);
+        setKeys(lower, std::min(lower + m_wanted->size(), m_newest));
+        m_wanted.reset();
+    }
+    refresh();
+    emit viewChanged();
+}
+
+/// Points that are no number stand at both ends of a break.
+void PlotCopy::prepend(const EarlierCurve& earlier)
+{
+    QCPGraph* const piece = oldestPiece(earlier.name);
+    if (!piece) {
+        return;
+    }
+    const bool isEmpty = plots::pointsBegin(*piece) == plots::pointsEnd(*piece);
+    const double end = isEmpty ? m_newest : plots::pointsBegin(*piece)->key;
+    QVector<double> keys;
+    QVector<double> values;
+    const auto add = [&keys, &values](double key, double value) {
+        keys.append(key);
+        values.append(value);
+    };
+    const auto breakBefore = [&](double key) {
+        constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+        if (keys.isEmpty()) {
+            return;
+        }
+        const bool isBroken = std::isnan(values.constLast());
+        if (!isBroken && key - keys.constLast() > earlier.longestPause) {
+            add(keys.constLast() + kBreak, nan);
+            add(key - kBreak, nan);
+        } else if (isBroken) {
+            add(key - kBreak, nan);
+        }
+    };
+    for (const QPointF& point : earlier.points) {
+        if (point.x() < end) {
+            breakBefore(point.x());
+            add(point.x(), point.y());
+        }
+    }
+    if (!isEmpty) {
+        breakBefore(end);
+    }
+    piece->addData(keys, values);
+}
+
+/// Null: there is no such curve.
+QCPGraph* PlotCopy::oldestPiece(const QString& curve) const
+{
+    QCPGraph* oldest = nullptr;
+    double begin = std::numeric_limits<double>::infinity();
+    for (const Pair& pair : m_pairs) {
+        if (pair.copy->name() == curve) {
+            const auto first = plots::pointsBegin(*pair.copy);
+            const bool isEmpty = first == plots::pointsEnd(*pair.copy);
+            if (!oldest || (!isEmpty && first->key < begin)) {
+                oldest = pair.copy;
+                begin = isEmpty ? begin : first->key;
+            }
+        }
+    }
+    return oldest;
 }
 
 void PlotCopy::zoomValues(double factor, double around)

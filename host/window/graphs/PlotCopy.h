@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "host/window/graphs/EarlierPoints.h"
 #include "host/window/graphs/PlotCalls.h"
 
 #include <QDateTime>
 #include <QPointer>
 #include <QSet>
 #include <QVector>
+
+#include <optional>
 
 namespace norvo {
 
@@ -16,17 +19,22 @@ class CopiedCurve;
 /// moved, with curves hidden. The other plot goes on untouched.
 ///
 /// It is live until it is held: then it keeps the points that it had, whatever the other drops.
+/// What was before them is read when it is moved or zoomed beyond them, and forgotten when it is
+/// live.
 class PlotCopy : public QCustomPlot
 {
     Q_OBJECT
 
 public:
-    explicit PlotCopy(QCustomPlot& source); ///< Of graphs only. May be deleted before.
+    /// `source` is of graphs only and may be deleted before.
+    explicit PlotCopy(QCustomPlot& source, ReadEarlier readEarlier = {});
 
     bool isHeld() const { return m_isHeld; }
     bool areValuesFixed() const { return m_areValuesFixed; } ///< By hand.
     bool showsTimes() const { return m_showsTimes; }         ///< Else numbers from 1.
     QDateTime heldAt() const { return m_heldAt; }            ///< Valid while held.
+    bool isReading() const { return m_isReading; }           ///< What was earlier.
+    bool isAtBeginning() const;                              ///< Of all that was recorded.
 
     void hold();
     void goLive();                 ///< With the other's ranges; what is hidden stays so.
@@ -63,8 +71,13 @@ private:
     void markHidden();
     void setKeys(double lower, double upper);
     void setValues(double lower, double upper);
+    void want(const QCPRange& keys);
+    void take(double from, const EarlierPoints& earlier);
+    void prepend(const EarlierCurve& earlier);
+    QCPGraph* oldestPiece(const QString& curve) const;
     void refresh();
 
+    const ReadEarlier m_readEarlier; ///< Null: there is none.
     QPointer<QCustomPlot> m_source;
     QVector<Pair> m_pairs;
     QSet<QString> m_hidden;
@@ -74,6 +87,11 @@ private:
     bool m_areValuesFixed = false;
     double m_oldest = 0; ///< While held: the range that there is anything of.
     double m_newest = 0;
+    double m_readFrom = 0;    ///< Up to where it was read.
+    double m_recordBegin = 0; ///< As far as is known.
+    int m_hold = 0;           ///< Number of the present one, which alone takes what is read.
+    bool m_isReading = false;
+    std::optional<QCPRange> m_wanted; ///< To be shown once it is read.
     QDateTime m_heldAt;
 };
 

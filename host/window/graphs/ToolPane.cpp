@@ -49,7 +49,7 @@ ToolPane::ToolPane(BaseWidget& display, QCustomPlot& plot, const ToolSetting& se
     : Overlay(display),
       m_shown(&plot),
       m_setting(setting),
-      m_plot(new PlotCopy(plot)),
+      m_plot(new PlotCopy(plot, setting.readEarlier)),
       m_cursor(new Cursor(*m_plot)),
       m_state(new QLabel)
 {
@@ -150,6 +150,11 @@ void ToolPane::followView()
                     .arg(m_plot->showsTimes()
                              ? rangeText(*m_plot)
                              : m_plot->heldAt().toString("hh:mm:ss") + ", " + rangeText(*m_plot));
+    }
+    if (m_plot->isReading()) {
+        says << tr("reading earlier values");
+    } else if (m_plot->isAtBeginning()) {
+        says << tr("beginning of the record");
     }
     if (m_plot->areValuesFixed()) {
         says << tr("range by hand");

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "host/window/graphs/EarlierPoints.h"
+
 #include <QString>
 
 #include <functional>
@@ -14,6 +16,7 @@ struct ToolSetting
     QString fileStart; ///< Of files that are saved: a folder and how a name begins.
     /// Does it where whoever is there may save, else asks first. Null: everybody may.
     std::function<void(std::function<void()> action)> permit;
+    ReadEarlier readEarlier; ///< Null: of what was before its window nothing is known.
 };
 
 } // namespace norvo

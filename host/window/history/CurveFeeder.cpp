@@ -16,12 +16,19 @@ namespace {
 constexpr char kInput[] = "input(double,QString,double)";
 constexpr int kMaxBridge = 5000; // Points in one pause.
 
-double numberOf(const HistoryValue& value)
-{
-    return value.kind == HistoryValue::Kind::Text ? value.text.toDouble() : value.number;
-}
-
 } // namespace
+
+double valueOnCurve(const HistoryValue& value)
+{
+    switch (value.kind) {
+    case HistoryValue::Kind::Gap:
+        return std::numeric_limits<double>::quiet_NaN();
+    case HistoryValue::Kind::Text:
+        return value.text.toDouble();
+    default:
+        return value.number;
+    }
+}
 
 bool CurveFeeder::canFeed(const BaseWidget& graph)
 {
@@ -43,7 +50,7 @@ void CurveFeeder::feed(const RememberedCurve& curve, double begin, double end)
         if (point.value.kind == HistoryValue::Kind::Gap) {
             isBroken = true;
         } else if (time >= begin && time < end) {
-            const double value = numberOf(point.value);
+            const double value = valueOnCurve(point.value);
             if (!isBroken) {
                 bridge(value, time, curve.holdSeconds);
             } else if (!m_isEmpty && time - m_timeout <= m_lastTime) {

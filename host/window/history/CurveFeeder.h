@@ -10,6 +10,9 @@ class BaseWidget;
 
 namespace norvo {
 
+/// As a time graph takes it: 0 for a text that is no number. NaN for a gap.
+double valueOnCurve(const HistoryValue& value);
+
 /// Recorded values of a curve.
 struct RememberedCurve
 {

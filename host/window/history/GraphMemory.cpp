@@ -15,7 +15,9 @@
 
 #include <algorithm>
 #include <future>
+#include <limits>
 #include <map>
+#include <utility>
 
 namespace norvo {
 
@@ -25,6 +27,7 @@ const QString kPeriod = QStringLiteral("widget/timePeriod");
 const QString kTimeout = QStringLiteral("widget/timeout");
 const QString kValueOut = QStringLiteral("output(double,QString,double)");
 const QString kFillOut = QStringLiteral("outputFill(QString,bool)");
+const QString kNameOut = QStringLiteral("outputName(QString,QString)");
 constexpr int kMaxRelays = 4;                // In a row.
 constexpr std::chrono::seconds kPatience{2}; // For what is read since the start.
 constexpr double kHeld = 1e9;                // Seconds: longer than any window.
@@ -73,6 +76,29 @@ struct GraphMemory::Graph
     QHash<QString, QVector<Source>> sources; ///< By sender.
     std::map<QString, Curve> waiting;        ///< For the first value of the sender.
     QHash<QString, bool> fills;              ///< By sender, as the graph was told.
+    QHash<QString, QString> names;           ///< Likewise; else the sender's own.
+
+    QString nameOf(const QString& sender) const { return names.value(sender, sender); }
+};
+
+/// What is still to come for one who asked.
+struct GraphMemory::Reading
+{
+    EarlierPoints earlier;
+    std::function<void(const EarlierPoints&)> done;
+    int missing = 0;
+
+    void take()
+    {
+        if (--missing > 0) {
+            return;
+        }
+        for (EarlierCurve& curve : earlier.curves) {
+            std::stable_sort(curve.points.begin(), curve.points.end(),
+                             [](const QPointF& a, const QPointF& b) { return a.x() < b.x(); });
+        }
+        done(earlier);
+    }
 };
 
 GraphMemory::GraphMemory(HistoryService& history) : m_history(history) {}
@@ -106,6 +132,12 @@ void GraphMemory::listen(const PanelPlan& plan)
                 graph.fills[arguments.at(0).toString()] = arguments.at(1).toBool();
             },
             *this);
+        SignalTap::open(
+            device, kNameOut,
+            [&graph = *graph](const SignalArguments& arguments) {
+                graph.names[arguments.at(0).toString()] = arguments.at(1).toString();
+            },
+            *this);
         fill(*graph);
         m_graphs.push_back(std::move(graph));
     }
@@ -129,12 +161,75 @@ QVector<GraphMemory::Source> GraphMemory::sourcesOf(const PlannedWire& wire, int
     return sources;
 }
 
-void GraphMemory::fill(const QString& graph)
+GraphMemory::Graph* GraphMemory::find(const QString& graph) const
 {
     for (const auto& one : m_graphs) {
         if (one->node && one->node->id() == graph) {
-            fill(*one);
+            return one.get();
         }
+    }
+    return nullptr;
+}
+
+void GraphMemory::fill(const QString& graph)
+{
+    if (Graph* const found = find(graph)) {
+        fill(*found);
+    }
+}
+
+bool GraphMemory::remembers(const QString& graph) const
+{
+    const Graph* const found = find(graph);
+    return found && std::any_of(found->sources.cbegin(), found->sources.cend(),
+                                [](const auto& sources) { return !sources.isEmpty(); });
+}
+
+void GraphMemory::read(const QString& name, double from, double to, QObject& receiver,
+                       std::function<void(const EarlierPoints&)> done)
+{
+    const Graph* const graph = find(name);
+    if (!graph) {
+        return;
+    }
+    const auto begin = qint64(from * 1000);
+    const auto end = qint64(to * 1000);
+    const double timeout = graph->node->device()->getParam(kTimeout);
+    const double thinned = 4 * (to - from) / kMaxEarlier;
+    QHash<QString, int> count;
+    for (auto sender = graph->sources.keyBegin(); sender != graph->sources.keyEnd(); ++sender) {
+        ++count[graph->nameOf(*sender)];
+    }
+    const auto reading = std::make_shared<Reading>();
+    reading->earlier.begin = std::numeric_limits<double>::infinity();
+    reading->done = std::move(done);
+    const auto takeFirst = [reading](const HistoryService::Points& points) {
+        if (!points.isEmpty()) {
+            const double first = double(points.first().time) * 0.001;
+            reading->earlier.begin = std::min(reading->earlier.begin, first);
+        }
+        reading->take();
+    };
+    for (auto sender = graph->sources.cbegin(); sender != graph->sources.cend(); ++sender) {
+        EarlierCurve curve{graph->nameOf(sender.key()), {}, std::max(timeout, thinned)};
+        if (sender->isEmpty() || count.value(curve.name) > 1) {
+            continue;
+        }
+        const int number = reading->earlier.curves.size();
+        const auto take = [reading, number](const HistoryService::Points& points) {
+            for (const HistoryPoint& point : points) {
+                reading->earlier.curves[number].points.append(
+                    {double(point.time) * 0.001, valueOnCurve(point.value)});
+            }
+            reading->take();
+        };
+        for (const Source& source : *sender) {
+            curve.longestPause = std::max(curve.longestPause, source.holdSeconds);
+            reading->missing += 2;
+            m_history.read({source.device, source.signal, begin, end, kMaxEarlier}, receiver, take);
+            m_history.read({source.device, source.signal, 0, end, 0, true}, receiver, takeFirst);
+        }
+        reading->earlier.curves.append(curve);
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "host/panel/plan/PlannedWire.h"
 #include "host/services/history/HistoryService.h"
+#include "host/window/graphs/EarlierPoints.h"
 
 #include <QHash>
 #include <QObject>
@@ -10,6 +11,7 @@
 #include <QStringList>
 #include <QVector>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -31,6 +33,7 @@ class GraphMemory : public QObject
 
 public:
     static constexpr int kMaxPoints = 100000; ///< Of a curve; more are thinned out.
+    static constexpr int kMaxEarlier = 4000;  ///< Of a curve in one read(), likewise.
 
     explicit GraphMemory(HistoryService& history); ///< Which outlives it.
     ~GraphMemory() override;
@@ -40,11 +43,20 @@ public:
     /// Once more, for a graph that shows nothing yet, as after its widget was made anew.
     void fill(const QString& graph);
 
+    bool remembers(const QString& graph) const; ///< Anything of it.
+    /// What it held between two times, in seconds since the epoch, beside the panel's thread; later
+    /// calls `done` unless `receiver` is gone or the panel stops. Two curves of one name cannot be
+    /// told apart: neither is read.
+    void read(const QString& graph, double from, double to, QObject& receiver,
+              std::function<void(const EarlierPoints&)> done);
+
 private:
     struct Source;
     struct Graph;
+    struct Reading;
 
     QVector<Source> sourcesOf(const PlannedWire& wire, int depth) const;
+    Graph* find(const QString& graph) const;
     void fill(Graph& graph);
     void hear(Graph& graph, const SignalArguments& arguments);
 

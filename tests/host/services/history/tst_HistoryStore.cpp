@@ -81,6 +81,8 @@ private slots:
     void rowsOfOneMillisecondKeepTheirOrder();
     void lastRunEndsWithAGap();
     void moreRowsThanAskedForAreThinnedToTheirExtremes();
+    void gapIsNeverThinnedOut();
+    void oldestRowIsReadAlone();
     void rowsAreReadOneByOneInOrder();
     void oldRowsGo();
     void fileStaysBelowItsSize();
@@ -164,6 +166,27 @@ void tst_HistoryStore::moreRowsThanAskedForAreThinnedToTheirExtremes()
     QVERIFY(texts.size() > 50);
     QVERIFY(texts.join(' ').contains("7777@"));
     QVERIFY(texts.join(' ').contains("-77@"));
+}
+
+void tst_HistoryStore::gapIsNeverThinnedOut()
+{
+    Stored stored;
+    QVERIFY(stored.fill(kStart, 1000));
+    QVERIFY(stored.store->append({{0, {kStart + 1'000'001, HistoryValue::gap()}},
+                                  {0, {kStart + 1'000'002, HistoryValue::of(1.0)}}}));
+    const QStringList texts = stored.read({"a", "x", kStart, kStart + 1'999'999, 100});
+    QVERIFY(texts.size() < 110);
+    QCOMPARE(texts.filter("-@"), QStringList("-@1000001"));
+}
+
+void tst_HistoryStore::oldestRowIsReadAlone()
+{
+    Stored stored;
+    QVERIFY(stored.fill(kStart, 10));
+    QCOMPARE(stored.read({"a", "x", 0, 2 * kStart, 0, true}), QStringList("0@0"));
+    QVERIFY(stored.store->tidy(kStart + kMinute));
+    QCOMPARE(stored.read({"a", "x", 0, 2 * kStart, 0, true}), QStringList("0@0"));
+    QCOMPARE(stored.read({"a", "x", kStart + 1500, 2 * kStart, 0, true}), QStringList("2@2000"));
 }
 
 void tst_HistoryStore::rowsAreReadOneByOneInOrder()
