@@ -118,6 +118,7 @@ private slots:
     void curveIsReadUnderItsNameInTheLegend();
     void zoomingOutReadsTheHistory();
     void gapOfTheHistoryIsAGap();
+    void pointIsReadOnce();
     void beginOfTheRecordIsSaid();
     void liveForgetsWhatWasRead();
     void liveWhileReadingStaysLive();
@@ -192,6 +193,26 @@ void tst_GraphHistory::gapOfTheHistoryIsAGap()
         }
     }
     QCOMPARE(before, QVector<double>({71, 46}));
+    QVERIFY(std::isnan(panel.valueAt("one", 42.7))); // Next to its end.
+    QCOMPARE(panel.valueAt("one", 42.5), 42.5);
+}
+
+void tst_GraphHistory::pointIsReadOnce()
+{
+    // A sender that is quiet: its points have left the window, and the graph still has them.
+    RecordedGraph panel(each(0, 100, 0));
+    QMetaObject::invokeMethod(panel.running->panel().device("one"), "input", Q_ARG(double, 7));
+    panel.open();
+    const QCPGraphDataContainer& own = *panel.plot()->graph(1)->data();
+    QTRY_VERIFY(own.constBegin()->key + 2 < panel.plot()->xAxis->range().lower);
+    panel.waitForFrames(1);
+    QTest::keyClick(&panel.copy(), Qt::Key_Space);
+    panel.backTo(60);
+    const QCPGraphDataContainer& points = *panel.copy().graph(1)->data();
+    QVERIFY(points.size() > own.size());
+    for (auto point = points.constBegin() + 1; point != points.constEnd(); ++point) {
+        QVERIFY2(point->key > (point - 1)->key, qPrintable(QString::number(point->value)));
+    }
 }
 
 void tst_GraphHistory::beginOfTheRecordIsSaid()
