@@ -77,7 +77,13 @@ Viewers::Viewers(int maxCount, const QString& title) : m_maxCount(maxCount), m_t
     connect(&m_timer, &QTimer::timeout, this, &Viewers::tick);
 }
 
-Viewers::~Viewers() = default;
+/// At the end of their thread nothing is deleted later.
+Viewers::~Viewers()
+{
+    for (const auto& viewer : m_viewers) {
+        delete viewer->connection.release();
+    }
+}
 
 void Viewers::add(QWebSocket* connection, QTcpSocket* carrier)
 {

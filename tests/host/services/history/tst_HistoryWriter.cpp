@@ -17,6 +17,8 @@ using namespace norvo;
 
 namespace {
 
+constexpr int kPatience = 60000; // ms, under sanitizers, too.
+
 constexpr HistoryStore::Limits kLimits{1000LL * 24 * 3600 * 1000, 500'000'000};
 
 struct Written
@@ -110,11 +112,12 @@ void tst_HistoryWriter::secondWriterRecordsNothingAndTakesOver()
     written.start();
     written.add(2);
     QCOMPARE(written.read().size(), 1);
-    QTRY_COMPARE(written.problems.size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(written.problems.size(), 1, kPatience);
     QVERIFY2(written.problems[0].contains("another program writes it"),
              qPrintable(written.problems[0]));
     first.reset();
-    QTRY_VERIFY(written.problems.size() > 1); // It says that it writes from now on.
+    QTRY_VERIFY_WITH_TIMEOUT(written.problems.size() > 1,
+                             kPatience); // It says that it writes from now on.
     written.add(3);
     const auto points = written.read();
     QCOMPARE(points.size(), 3); // The gap of the first one's end between them.
@@ -141,7 +144,7 @@ void tst_HistoryWriter::fullDiskIsToldOnceAndWritingGoesOn()
         written.add(20);
     }
     QCOMPARE(::setrlimit(RLIMIT_FSIZE, &before), 0);
-    QTRY_COMPARE(written.problems.size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(written.problems.size(), 2, kPatience);
     QVERIFY2(written.problems[0].contains("cannot be written"), qPrintable(written.problems[0]));
     QVERIFY2(written.problems[1].contains("values are recorded again; "),
              qPrintable(written.problems[1]));
@@ -164,9 +167,9 @@ void tst_HistoryWriter::missingFolderIsToldAndTriedAgain()
     written.start();
     written.add(1);
     QCOMPARE(written.read().size(), 0);
-    QTRY_COMPARE(written.problems.size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(written.problems.size(), 1, kPatience);
     QVERIFY(QDir(written.folder.path()).mkdir("later"));
-    QTRY_VERIFY(!written.read().isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(!written.read().isEmpty(), kPatience);
 }
 
 void tst_HistoryWriter::foreignFileIsSetAside()
@@ -179,7 +182,7 @@ void tst_HistoryWriter::foreignFileIsSetAside()
     written.start();
     written.add(1);
     QCOMPARE(written.read().size(), 1);
-    QTRY_COMPARE(written.problems.size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(written.problems.size(), 1, kPatience);
     QVERIFY2(written.problems[0].endsWith("h.sqlite.bad, and a new history begins"),
              qPrintable(written.problems[0]));
     QVERIFY(QFile::exists(written.path + ".bad"));
