@@ -172,9 +172,10 @@ void Viewers::show(const Frame& frame)
     QRegion changes;
     for (const Tile& tile : frame.tiles) {
         const QRect rect = QRect(tile.at, tile.image.size()) & m_picture.rect();
+        const int offset = rect.left() * int(sizeof(QRgb));
         for (int y = 0; y < rect.height(); ++y) {
-            std::memcpy(m_picture.scanLine(rect.top() + y) + rect.left() * int(sizeof(QRgb)),
-                        tile.image.constScanLine(y), size_t(rect.width()) * sizeof(QRgb));
+            std::memcpy(m_picture.scanLine(rect.top() + y) + offset, tile.image.constScanLine(y),
+                        size_t(rect.width()) * sizeof(QRgb));
         }
         changes += rect;
     }
