@@ -82,7 +82,7 @@ void tst_OutputBarLumenoLife::traceEndsLeftOfTheBarAtFourPixelsASecond()
         gauge.device.input(0.35);
         return traceColumns(gauge, 0.35);
     };
-    QTRY_VERIFY(columnsSoFar().size() >= 6);
+    QTRY_VERIFY_WITH_TIMEOUT(columnsSoFar().size() >= 6, 60000); // Under sanitizers, too.
     const double seconds = clock.elapsed() * 0.001;
     const QVector<int> columns = columnsSoFar();
     QCOMPARE(columns.last(), gauge.centre() - 7);
