@@ -2,7 +2,8 @@
 
 #include "host/program/SetParams.h"
 
-#include "host/panel/file/PanelEdit.h"
+#include "host/panel/edit/NewProblems.h"
+#include "host/panel/edit/ParamEdit.h"
 #include "host/panel/file/PanelFile.h"
 #include "host/panel/plan/PanelPlan.h"
 #include "host/panel/state/AtomicFile.h"
@@ -15,8 +16,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QRegularExpression>
-#include <QSet>
 
 #include <algorithm>
 #include <memory>
@@ -43,7 +42,7 @@ YamlEdit::Error unknownName(const ParamChange& change, const YamlEdit& edit,
                             const PanelDescription& panel, const DeviceManager& manager)
 {
     const DeviceSetting* const setting = find(change.device, panel);
-    const bool isInFile = PanelEdit::hasDevice(edit, change.device);
+    const bool isInFile = ParamEdit::hasDevice(edit, change.device);
     if (!setting && !isInFile) {
         return std::nullopt; // The edit says so.
     }
@@ -86,21 +85,12 @@ struct Reading
     PanelDescription panel;
 };
 
-/// What the check reports now and has not reported before. Lines may have moved.
+/// What the check reports now and has not reported before.
 void reportNew(const DiagnosticList& before, const DiagnosticList& now)
 {
-    const auto withoutLines = [](const Diagnostic& one) {
-        static const QRegularExpression line("\\bline \\d+");
-        return QString(one.text).remove(line);
-    };
-    QSet<QString> known;
-    for (const Diagnostic& one : before) {
-        known.insert(withoutLines(one));
-    }
-    for (const Diagnostic& one : now) {
-        if (!known.contains(withoutLines(one))) {
-            report(Diagnostic::Severity::Warning, one.file, {one.place, one.text});
-        }
+    const DiagnosticList added = newProblems(before, now);
+    for (const Diagnostic& one : added) {
+        report(Diagnostic::Severity::Warning, one.file, {one.place, one.text});
     }
 }
 
@@ -145,7 +135,7 @@ int setParams(const QString& file, const QString& stateFile, const QVector<Param
     for (const ParamChange& change : changes) {
         YamlEdit::Error error = unknownName(change, edit, before.panel, manager);
         error =
-            error ? error : PanelEdit::setParam(edit, change.device, change.param, change.value);
+            error ? error : ParamEdit::setParam(edit, change.device, change.param, change.value);
         if (error) {
             report(Diagnostic::Severity::Error, file, *error);
             isRefused = true;

@@ -14,6 +14,7 @@ namespace norvo {
 struct YamlSplice;
 
 /// Edits a YAML text by splicing: every byte outside the place of an edit stays, comments too.
+/// A copy is cheap.
 ///
 /// What is written takes the style of what it replaces, or of its siblings. After each edit the new
 /// text is read, and the edit counts only if it reads as it should. What would change a second use
@@ -59,7 +60,7 @@ private:
     Error apply(const std::vector<YamlSplice>& candidates, const YamlNodePtr& expected,
                 const Place& place);
 
-    std::unique_ptr<const SourceText> m_source;
+    std::shared_ptr<const SourceText> m_source; ///< Copies share it.
     YamlEntry m_root; ///< A value without a key.
     Error m_error;
     int m_editBegin = 0;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/panel/file/PanelEdit.h"
+#include "host/panel/edit/ParamEdit.h"
 
 #include "host/panel/file/EditDistance.h"
 #include "host/yaml/Quote.h"
@@ -111,13 +111,13 @@ YamlEdit::Error insertParam(YamlEdit& edit, const Path& params, const QString& n
 
 } // namespace
 
-bool PanelEdit::hasDevice(const YamlEdit& edit, const QString& device)
+bool ParamEdit::hasDevice(const YamlEdit& edit, const QString& device)
 {
     const YamlNode* const devices = valueOf(edit.root(), "devices");
     return devices && valueOf(*devices, device);
 }
 
-YamlEdit::Error PanelEdit::setParam(YamlEdit& edit, const QString& device, const QString& name,
+YamlEdit::Error ParamEdit::setParam(YamlEdit& edit, const QString& device, const QString& name,
                                     const QString& value)
 {
     if (edit.error()) {
@@ -137,6 +137,11 @@ YamlEdit::Error PanelEdit::setParam(YamlEdit& edit, const QString& device, const
     const Path found = known ? findParam(*known, name) : Path();
     return found.isEmpty() ? insertParam(edit, params, name, YamlTree::text(value))
                            : edit.setText(params + found, value);
+}
+
+YamlEdit::Error ParamEdit::removeParam(YamlEdit&, const QString&, const QString&)
+{
+    return TextError{{}, "not done yet"};
 }
 
 } // namespace norvo

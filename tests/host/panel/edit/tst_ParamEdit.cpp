@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/panel/file/PanelEdit.h"
+#include "host/panel/edit/ParamEdit.h"
 #include "TestMain.h"
 
 #include <QtTest>
 
 using norvo::YamlEdit;
-using norvo::PanelEdit::setParam;
+using norvo::ParamEdit::setParam;
 
-class tst_PanelEdit : public QObject
+class tst_ParamEdit : public QObject
 {
     Q_OBJECT
 
@@ -20,7 +20,7 @@ private slots:
     void brokenPanelsAreRefused();
 };
 
-void tst_PanelEdit::parameterIsFoundOrSpelledAsItsSiblings_data()
+void tst_ParamEdit::parameterIsFoundOrSpelledAsItsSiblings_data()
 {
     QTest::addColumn<QByteArray>("before");
     QTest::addColumn<QString>("name");
@@ -111,7 +111,7 @@ void tst_PanelEdit::parameterIsFoundOrSpelledAsItsSiblings_data()
         "  a: {device: x, params: {widget: {row: 7} }}\n");
 }
 
-void tst_PanelEdit::parameterIsFoundOrSpelledAsItsSiblings()
+void tst_ParamEdit::parameterIsFoundOrSpelledAsItsSiblings()
 {
     QFETCH(QByteArray, before);
     QFETCH(QString, name);
@@ -121,7 +121,7 @@ void tst_PanelEdit::parameterIsFoundOrSpelledAsItsSiblings()
     QTEST(edit.text(), "after");
 }
 
-void tst_PanelEdit::unknownDeviceComesWithTheNearestName()
+void tst_ParamEdit::unknownDeviceComesWithTheNearestName()
 {
     const QByteArray panel("devices: {start: {device: x}}\n");
     YamlEdit edit(panel);
@@ -132,7 +132,7 @@ void tst_PanelEdit::unknownDeviceComesWithTheNearestName()
     QCOMPARE(edit.text(), panel);
 }
 
-void tst_PanelEdit::brokenPanelsAreRefused_data()
+void tst_ParamEdit::brokenPanelsAreRefused_data()
 {
     QTest::addColumn<QByteArray>("panel");
     QTest::newRow("empty") << QByteArray();
@@ -156,7 +156,7 @@ void tst_PanelEdit::brokenPanelsAreRefused_data()
         << QByteArray("devices: {a: {params: &p {x: 1}}, b: {device: x, params: *p}}\n");
 }
 
-void tst_PanelEdit::brokenPanelsAreRefused()
+void tst_ParamEdit::brokenPanelsAreRefused()
 {
     QFETCH(QByteArray, panel);
     YamlEdit edit(panel);
@@ -166,5 +166,5 @@ void tst_PanelEdit::brokenPanelsAreRefused()
     QCOMPARE(edit.text(), panel);
 }
 
-NORVO_GUILESS_TEST(tst_PanelEdit)
-#include "tst_PanelEdit.moc"
+NORVO_GUILESS_TEST(tst_ParamEdit)
+#include "tst_ParamEdit.moc"

@@ -7,8 +7,8 @@
 
 namespace norvo {
 
-/// Edits of a panel file in a panel's words.
-namespace PanelEdit {
+/// Edits of the parameters of a panel file's devices.
+namespace ParamEdit {
 
 /// Whether the file itself has the device, not a template of it.
 bool hasDevice(const YamlEdit& edit, const QString& device);
@@ -18,7 +18,9 @@ bool hasDevice(const YamlEdit& edit, const QString& device);
 /// as in other devices. Whether the device's type has it is not looked at.
 YamlEdit::Error setParam(YamlEdit& edit, const QString& device, const QString& name,
                          const QString& value);
+/// The parameter has its default again. One that is not there is no error.
+YamlEdit::Error removeParam(YamlEdit& edit, const QString& device, const QString& name);
 
-} // namespace PanelEdit
+} // namespace ParamEdit
 
 } // namespace norvo

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "host/panel/file/Diagnostics.h"
+
+namespace norvo {
+
+/// What is reported now and was not before. Lines may have moved.
+DiagnosticList newProblems(const DiagnosticList& before, const DiagnosticList& now);
+
+} // namespace norvo
