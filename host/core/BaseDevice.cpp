@@ -37,6 +37,11 @@ void BaseDevice::addSignal(const QString& signal)
     m_incoming.append(signal);
 }
 
+void BaseDevice::removeSignal(const QString& signal)
+{
+    m_incoming.removeOne(signal);
+}
+
 QString BaseDevice::getObjectName() const
 {
     return objectName();

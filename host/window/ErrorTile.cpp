@@ -27,7 +27,8 @@ QLabel* addText(QVBoxLayout& layout, const QString& text)
 
 } // namespace
 
-ErrorTile::ErrorTile(const QString& id, const QString& reason, QWidget* parent) : QFrame(parent)
+ErrorTile::ErrorTile(const QString& id, const QString& reason, QWidget* parent)
+    : QFrame(parent), m_reason(reason)
 {
     setObjectName(id);
     setStyleSheet(kLook);

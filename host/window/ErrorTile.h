@@ -14,6 +14,11 @@ class ErrorTile : public QFrame
 public:
     /// `id` also becomes the object name.
     ErrorTile(const QString& id, const QString& reason, QWidget* parent = nullptr);
+
+    const QString& reason() const { return m_reason; }
+
+private:
+    const QString m_reason;
 };
 
 } // namespace norvo

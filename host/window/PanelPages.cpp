@@ -21,8 +21,18 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 namespace norvo {
+
+namespace {
+
+QVector<int> weightsOf(const PanelLook::Weights& byArea, const QString& area)
+{
+    return byArea.value(area, byArea.value({}));
+}
+
+} // namespace
 
 PanelPages::PanelPages(QWidget* parent) : PanelSurface(parent)
 {
@@ -30,9 +40,23 @@ PanelPages::PanelPages(QWidget* parent) : PanelSurface(parent)
     layout->setContentsMargins(0, 0, 0, 0);
 }
 
+PanelPages::~PanelPages()
+{
+    release();
+    clear();
+}
+
 void PanelPages::setLook(const PanelLook& look)
 {
+    const bool isTouchNew = look.touch != m_look.touch;
     m_look = look;
+    for (int i = 0; i < m_grids.size(); ++i) {
+        const QString area = m_areas.value(i);
+        m_grids[i]->setWeights(weightsOf(look.rows, area), weightsOf(look.columns, area));
+    }
+    if (isTouchNew && m_keys) {
+        addKeys();
+    }
 }
 
 PageGrid* PanelPages::grid(const QString& area) const
@@ -71,54 +95,109 @@ void PanelPages::bringIntoView(QWidget& widget)
 
 void PanelPages::setAreas(const QStringList& areas)
 {
-    const QString shown = m_tabs ? m_areas.value(m_tabs->currentIndex()) : QString();
-    // Widgets that stay wait outside of the pages; tiles go with them.
+    m_oldTiles = m_tiles;
+    if (!m_content || areas.isEmpty() != m_areas.isEmpty()) {
+        rebuild(areas);
+    } else if (areas != m_areas) {
+        changeTabs(areas);
+    }
+}
+
+void PanelPages::rebuild(const QStringList& areas)
+{
     for (PageGrid* grid : qAsConst(m_grids)) {
-        while (const std::unique_ptr<QLayoutItem> item{grid->takeAt(0)}) {
-            if (!qobject_cast<ErrorTile*>(item->widget())) {
-                item->widget()->setParent(this);
-            }
-        }
+        takeWidgets(*grid);
     }
     clear();
     m_areas = areas;
     build();
-    if (m_tabs) {
-        m_tabs->setCurrentIndex(qMax(0, areas.indexOf(shown)));
+}
+
+/// Pages of areas that stay keep what stands on them, and how far they are scrolled.
+void PanelPages::changeTabs(const QStringList& areas)
+{
+    const QString shown = m_areas.value(m_tabs->currentIndex());
+    QHash<QString, QWidget*> pages;
+    QHash<QString, PageGrid*> grids;
+    delete std::exchange(m_keys, nullptr);
+    for (int i = 0; i < m_areas.size(); ++i) {
+        pages.insert(m_areas[i], m_tabs->widget(0));
+        grids.insert(m_areas[i], m_grids[i]);
+        m_tabs->removeTab(0);
     }
-    // Once the widgets are placed, and made of their parts.
-    QTimer::singleShot(0, this, [this] {
-        std::for_each(m_grids.cbegin(), m_grids.cend(),
-                      [](const PageGrid* grid) { orderFocus(*grid); });
-    });
+    m_grids.clear();
+    m_areas = areas;
+    for (const QString& area : areas) {
+        QWidget* page = pages.take(area);
+        PageGrid* grid = grids.take(area);
+        if (!page) {
+            page = new FingerScrollArea(makePage(area, grid));
+        }
+        m_grids.append(grid);
+        addTab(page, area);
+    }
+    for (PageGrid* grid : qAsConst(grids)) {
+        takeWidgets(*grid);
+        m_unordered.remove(grid);
+    }
+    qDeleteAll(pages);
+    m_tabs->setCurrentIndex(qMax(0, areas.indexOf(shown)));
+    addKeys();
+}
+
+/// Widgets wait outside of the pages for where they are placed next; tiles go.
+void PanelPages::takeWidgets(PageGrid& grid)
+{
+    while (const std::unique_ptr<QLayoutItem> item{grid.takeAt(0)}) {
+        QWidget* const widget = item->widget();
+        m_placed.remove(widget);
+        widget->setParent(this);
+        if (qobject_cast<ErrorTile*>(widget)) {
+            m_tiles.remove(widget->objectName());
+            m_oldTiles.remove(widget->objectName());
+            delete widget;
+        }
+    }
 }
 
 void PanelPages::build()
 {
     if (m_areas.isEmpty()) {
-        m_content = makePage({});
+        PageGrid* grid = nullptr;
+        m_content = makePage({}, grid);
+        m_grids.append(grid);
     } else {
         m_tabs = new QTabWidget;
         m_tabs->setDocumentMode(true); // without a frame
         for (const QString& area : qAsConst(m_areas)) {
-            m_tabs->addTab(new FingerScrollArea(makePage(area)), QString(area).replace("&", "&&"));
+            PageGrid* grid = nullptr;
+            addTab(new FingerScrollArea(makePage(area, grid)), area);
+            m_grids.append(grid);
         }
         m_content = new QWidget;
         auto* const column = new QVBoxLayout(m_content);
-        m_keys = new PageKeys(*m_tabs, TouchSize::pixels(m_look.touch, *screen()));
-        column->addWidget(m_keys);
         column->addWidget(m_tabs, 1);
+        addKeys();
     }
     layout()->addWidget(m_content);
 }
 
-QWidget* PanelPages::makePage(const QString& area)
+void PanelPages::addTab(QWidget* page, const QString& area)
 {
-    const auto weights = [&area](const PanelLook::Weights& byArea) {
-        return byArea.value(area, byArea.value({}));
-    };
+    m_tabs->addTab(page, QString(area).replace("&", "&&"));
+}
+
+void PanelPages::addKeys()
+{
+    delete m_keys;
+    m_keys = new PageKeys(*m_tabs, TouchSize::pixels(m_look.touch, *screen()));
+    static_cast<QVBoxLayout*>(m_content->layout())->insertWidget(0, m_keys);
+}
+
+QWidget* PanelPages::makePage(const QString& area, PageGrid*& grid)
+{
     auto* const page = new CardPage;
-    m_grids.append(new PageGrid(page, weights(m_look.rows), weights(m_look.columns)));
+    grid = new PageGrid(page, weightsOf(m_look.rows, area), weightsOf(m_look.columns, area));
     return page;
 }
 
@@ -126,13 +205,64 @@ void PanelPages::place(QWidget* widget, const Cells& cells)
 {
     PageGrid* const page = grid(cells.area);
     Q_ASSERT(page);
+    const auto known = m_placed.constFind(widget);
+    if (known != m_placed.constEnd()) {
+        if (known->grid == page && known->cells == cells) {
+            return;
+        }
+        known->grid->removeWidget(widget);
+        orderFocusSoon(*known->grid);
+    } else {
+        connect(widget, &QObject::destroyed, this, &PanelPages::forget, Qt::UniqueConnection);
+        Accessibility::follow(*widget);
+    }
+    m_placed.insert(widget, {page, cells});
     page->place(widget, cells.row, cells.column, cells.rowspan, cells.colspan);
-    Accessibility::follow(*widget);
+    orderFocusSoon(*page);
+}
+
+void PanelPages::forget(QObject* widget)
+{
+    m_placed.remove(widget);
+}
+
+/// Once the widgets are placed, and made of their parts.
+void PanelPages::orderFocusSoon(PageGrid& grid)
+{
+    if (m_unordered.isEmpty()) {
+        QTimer::singleShot(0, this, [this] {
+            for (PageGrid* const changed : qAsConst(m_grids)) {
+                if (m_unordered.contains(changed)) {
+                    orderFocus(*changed);
+                }
+            }
+            m_unordered.clear();
+        });
+    }
+    m_unordered.insert(&grid);
 }
 
 void PanelPages::placeError(const QString& id, const QString& text, const Cells& cells)
 {
-    place(new ErrorTile(id, text), cells);
+    ErrorTile* tile = m_oldTiles.value(id);
+    if (tile && tile->reason() == text) {
+        m_oldTiles.remove(id);
+    } else {
+        tile = new ErrorTile(id, text);
+        m_tiles.insert(id, tile);
+    }
+    place(tile, cells);
+}
+
+void PanelPages::endPlacing()
+{
+    for (auto tile = m_oldTiles.cbegin(); tile != m_oldTiles.cend(); ++tile) {
+        if (m_tiles.value(tile.key()) == *tile) {
+            m_tiles.remove(tile.key());
+        }
+        delete *tile;
+    }
+    m_oldTiles.clear();
 }
 
 void PanelPages::release()
@@ -142,6 +272,7 @@ void PanelPages::release()
     }
     qDeleteAll(m_grids);
     m_grids.clear();
+    m_placed.clear();
 }
 
 void PanelPages::clear()
@@ -151,6 +282,10 @@ void PanelPages::clear()
     m_tabs = nullptr;
     m_keys = nullptr;
     m_grids.clear();
+    m_placed.clear();
+    m_tiles.clear();
+    m_oldTiles.clear();
+    m_unordered.clear();
 }
 
 } // namespace norvo

@@ -2,8 +2,11 @@
 #pragma once
 
 #include "host/panel/file/look/PanelLook.h"
+#include "host/panel/plan/Placement.h"
 #include "host/panel/run/PanelSurface.h"
 
+#include <QHash>
+#include <QSet>
 #include <QStringList>
 
 class QAbstractButton;
@@ -11,6 +14,7 @@ class QTabWidget;
 
 namespace norvo {
 
+class ErrorTile;
 class PageGrid;
 class PageKeys;
 
@@ -21,8 +25,9 @@ class PanelPages : public PanelSurface
 
 public:
     explicit PanelPages(QWidget* parent = nullptr);
+    ~PanelPages() override; ///< Deletes what stands on it.
 
-    void setLook(const PanelLook& look); ///< From the next setAreas() on.
+    void setLook(const PanelLook& look); ///< Its weights and what is touched.
 
     /// Null for an unknown area; the one grid where there are no tabs.
     PageGrid* grid(const QString& area) const;
@@ -35,19 +40,39 @@ public:
     void setAreas(const QStringList& areas) override; ///< The tab that is seen stays, if it can.
     void place(QWidget* widget, const Cells& cells) override;
     void placeError(const QString& id, const QString& text, const Cells& cells) override;
+    void endPlacing() override;
     void release() override;
     void clear() override;
 
+private slots:
+    void forget(QObject* widget);
+
 private:
+    struct Placed
+    {
+        PageGrid* grid;
+        Cells cells;
+    };
+
     void build();
-    QWidget* makePage(const QString& area);
+    void rebuild(const QStringList& areas);
+    void changeTabs(const QStringList& areas);
+    void takeWidgets(PageGrid& grid);
+    QWidget* makePage(const QString& area, PageGrid*& grid);
+    void addTab(QWidget* page, const QString& area);
+    void addKeys();
+    void orderFocusSoon(PageGrid& grid);
 
     PanelLook m_look;
     QStringList m_areas;
     QWidget* m_content = nullptr; ///< The one page, or the tabs and their keys.
     QTabWidget* m_tabs = nullptr; ///< Null where there is one page.
     PageKeys* m_keys = nullptr;   ///< Likewise.
-    QList<PageGrid*> m_grids;
+    QList<PageGrid*> m_grids;     ///< By area.
+    QHash<QObject*, Placed> m_placed;
+    QHash<QString, ErrorTile*> m_tiles;    ///< By id.
+    QHash<QString, ErrorTile*> m_oldTiles; ///< Of them, those that nobody has placed again.
+    QSet<PageGrid*> m_unordered;           ///< Where the tab key does not yet follow the cells.
 };
 
 } // namespace norvo

@@ -53,6 +53,9 @@ public:
     void setDescription(const QString& description);
     QString description() const { return m_description; }
 
+    /// Takes back what addSignal() has noted. Only the host does it, when it cuts a wire.
+    void removeSignal(const QString& signal);
+
     /// True from after a successful initialise() until the stop. Only the host sets it.
     bool isRunning() const { return m_running; }
     void setRunning(bool running) { m_running = running; }

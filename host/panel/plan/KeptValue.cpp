@@ -2,6 +2,8 @@
 
 #include "host/panel/plan/KeptValue.h"
 
+#include "host/panel/plan/Placement.h"
+
 #include "norvo/BaseDevice.h"
 #include "norvo/BaseWidget.h"
 
@@ -14,10 +16,6 @@
 namespace norvo {
 
 namespace {
-
-/// Of the place in the grid.
-const QStringList kPlaceParams{"widget/row", "widget/column", "widget/rowspan", "widget/colspan",
-                               "widget/area"};
 
 QString argumentOf(const QString& method)
 {
@@ -59,7 +57,7 @@ QString KeptValue::settings() const
     QStringList texts;
     const auto& params = m_device.params();
     for (auto param = params.constBegin(); param != params.constEnd(); ++param) {
-        if (!kPlaceParams.contains(param.key(), Qt::CaseInsensitive)) {
+        if (!isPlacementParam(param.key())) {
             texts.append(param.key() + '=' + param.value().value());
         }
     }

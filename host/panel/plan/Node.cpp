@@ -8,6 +8,7 @@
 
 #include "norvo/BaseGuiDevice.h"
 #include "norvo/BaseWidget.h"
+#include "norvo/Categories.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,14 +17,46 @@ namespace norvo {
 
 namespace {
 
-/// The value that the file gives a parameter, or an empty text.
-QString settingOf(const DeviceSetting& setting, const QString& param)
+/// The value that counts where the file gives a parameter more than once; null: it does not.
+const QString* givenValue(const DeviceSetting& setting, const QString& param)
 {
     const auto found = std::find_if(
-        setting.params.cbegin(), setting.params.cend(), [&param](const ParamSetting& entry) {
+        setting.params.crbegin(), setting.params.crend(), [&param](const ParamSetting& entry) {
             return entry.name.text.compare(param, Qt::CaseInsensitive) == 0;
         });
-    return found == setting.params.cend() ? QString() : found->value.text;
+    return found == setting.params.crend() ? nullptr : &found->value.text;
+}
+
+bool isSameParam(const ParamSetting& a, const ParamSetting& b)
+{
+    return a.name.text == b.name.text && a.value.text == b.value.text;
+}
+
+bool isSamePort(const PortSetting& a, const PortSetting& b)
+{
+    return a.isOutput == b.isOutput && a.name.text == b.name.text &&
+           a.definition.text == b.definition.text && a.options == b.options;
+}
+
+bool isSameAccess(const DeviceAccess& a, const DeviceAccess& b)
+{
+    return a.role == b.role && a.isConfirmed == b.isConfirmed && a.question == b.question;
+}
+
+/// But those of placement.
+bool areSameParams(const QVector<ParamSetting>& a, const QVector<ParamSetting>& b)
+{
+    const auto next = [](auto param, auto end) {
+        return std::find_if(
+            param, end, [](const ParamSetting& one) { return !isPlacementParam(one.name.text); });
+    };
+    auto one = next(a.cbegin(), a.cend());
+    auto other = next(b.cbegin(), b.cend());
+    while (one != a.cend() && other != b.cend() && isSameParam(*one, *other)) {
+        one = next(one + 1, a.cend());
+        other = next(other + 1, b.cend());
+    }
+    return one == a.cend() && other == b.cend();
 }
 
 } // namespace
@@ -65,35 +98,41 @@ bool Node::isShowable() const
     return m_state == State::Failed || guiDevice();
 }
 
-Cells Node::wantedCells() const
+Cells Node::wantedCells(const DeviceSetting& setting) const
 {
-    return readCells([this](const QString& param) {
-        if (m_device) {
-            const auto& params = m_device->params();
-            const auto found = params.find(param);
-            if (found != params.constEnd()) {
-                return found->value();
-            }
+    return readCells([&](const QString& param) {
+        const QString* const given = givenValue(setting, param);
+        if (given || !m_device) {
+            return given ? *given : QString();
         }
-        return settingOf(m_setting, param);
+        const auto declared = m_device->params().constFind(param);
+        return declared == m_device->params().constEnd() ? QString() : declared->defaultValue();
     });
 }
 
 bool Node::isMadeFrom(const DeviceSetting& setting) const
 {
-    const auto isSameParam = [](const ParamSetting& a, const ParamSetting& b) {
-        return a.name.text == b.name.text && a.value.text == b.value.text;
-    };
-    const auto isSamePort = [](const PortSetting& a, const PortSetting& b) {
-        return a.isOutput == b.isOutput && a.name.text == b.name.text &&
-               a.definition.text == b.definition.text && a.options == b.options;
-    };
     return setting.id.text == m_setting.id.text && setting.type.text == m_setting.type.text &&
            setting.network == m_setting.network && setting.keep == m_setting.keep &&
-           std::equal(setting.params.cbegin(), setting.params.cend(), m_setting.params.cbegin(),
-                      m_setting.params.cend(), isSameParam) &&
+           isSameAccess(setting.access, m_setting.access) &&
+           areSameParams(setting.params, m_setting.params) &&
            std::equal(setting.ports.cbegin(), setting.ports.cend(), m_setting.ports.cbegin(),
                       m_setting.ports.cend(), isSamePort);
+}
+
+void Node::takeOver(const DeviceSetting& setting)
+{
+    m_setting = setting;
+    if (!m_device) {
+        return;
+    }
+    for (const QString& param :
+         {kWidgetRow, kWidgetColumn, kWidgetRowspan, kWidgetColspan, kWidgetArea}) {
+        if (m_device->params().contains(param)) {
+            const QString* const given = givenValue(setting, param);
+            m_device->setParam(param, given ? *given : m_device->getParam(param).defaultValue());
+        }
+    }
 }
 
 bool Node::initialise()

@@ -47,9 +47,13 @@ public:
     BaseDevice* device() const { return m_device.get(); }  ///< Null for an unknown type.
     BaseWidget* widget() const;                            ///< Null without one.
     bool isShowable() const; ///< Wants cells: it has a widget or, having failed, a tile.
-    Cells wantedCells() const;
-    /// Whether a device of this setting would be the same: places in the file make no difference.
+    /// What the setting, or else the device's default, asks for.
+    Cells wantedCells(const DeviceSetting& setting) const;
+    /// Whether a device of this setting would be the same: places in the file, and those on the
+    /// page, make no difference.
     bool isMadeFrom(const DeviceSetting& setting) const;
+    /// Takes such a setting over: from now on the device has its placement parameters.
+    void takeOver(const DeviceSetting& setting);
 
     bool initialise(); ///< Once; called again, it only says how that went.
     void setRunning();
@@ -79,7 +83,7 @@ private:
     void fail(const QStringList& errors);
     BaseGuiDevice* guiDevice() const;
 
-    const DeviceSetting m_setting;
+    DeviceSetting m_setting;
     const std::unique_ptr<BaseDevice> m_device;
     std::unique_ptr<KeptValue> m_keptValue;
     QPointer<BaseWidget> m_widget; ///< The surface may die first.

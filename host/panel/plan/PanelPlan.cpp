@@ -42,7 +42,8 @@ public:
         addNodes(running);
         applySavedState(saved, m_nodes, m_diagnostics);
         initialiseNodes();
-        reportPlacement(m_plan.layOut(), m_plan.nodes, m_plan.cells, m_diagnostics);
+        reportPlacement(m_plan.layOut(), m_plan.nodes, m_plan.settings, m_plan.cells,
+                        m_diagnostics);
         reportMisspeltIds(m_description, m_diagnostics);
         addWires();
         addAlarms();
@@ -58,10 +59,14 @@ private:
         for (Node* node : running) {
             known.insert(node->id(), node);
         }
+        m_plan.settings = m_description.devices;
         for (const DeviceSetting& setting : m_description.devices) {
             Node* const same = known.value(setting.id.text);
             const bool stays =
                 same && same->isUsable() && same->errors().isEmpty() && same->isMadeFrom(setting);
+            if (stays) {
+                checkKept(setting, *same);
+            }
             Node* const node = stays ? same : makeNode(setting);
             m_nodes.insert(setting.id.text, node);
             if (m_suggestedIds.size() < kMaxSuggestedIds) {
@@ -81,20 +86,33 @@ private:
             setParams(setting, *node->device());
             m_knowledge.checkSense(setting, *node->device(), m_diagnostics);
             m_ports.add(setting, *node->device());
-            addKeeping(*node);
+            const auto methods = m_knowledge.keptMethods(setting.type.text);
+            if (methods && setting.keep != Keep::No) {
+                node->keepValue(*methods, setting.keep == Keep::Sending);
+            }
+            checkKeep(setting, methods.has_value());
         } else if (!type.text.isEmpty()) {
             m_diagnostics.error(type.place, [&] { return unknownType(type.text, m_manager); });
         }
         return node;
     }
 
-    void addKeeping(Node& node)
+    /// Tells again what was told of the device when it was made, at the places of now.
+    void checkKept(const DeviceSetting& setting, const Node& node)
     {
-        const DeviceSetting& setting = node.setting();
-        const auto methods = m_knowledge.keptMethods(setting.type.text);
-        if (methods && setting.keep != Keep::No) {
-            node.keepValue(*methods, setting.keep == Keep::Sending);
-        } else if (!methods && setting.keep != Keep::Unsaid) {
+        for (const ParamSetting& param : setting.params) {
+            const QString declared = node.device()->params().storedKey(param.name.text);
+            if (!declared.isEmpty()) {
+                checkValue(param, declared, node.device()->getParam(declared));
+            }
+        }
+        m_knowledge.checkSense(setting, *node.device(), m_diagnostics);
+        checkKeep(setting, m_knowledge.keptMethods(setting.type.text).has_value());
+    }
+
+    void checkKeep(const DeviceSetting& setting, bool isKnown)
+    {
+        if (!isKnown && setting.keep != Keep::Unsaid) {
             m_diagnostics.warning(setting.keepPlace, [&] {
                 return QString("%1 takes no value from an operator that could be kept")
                     .arg(setting.type.text);
@@ -122,7 +140,7 @@ private:
 
     void checkValue(const ParamSetting& setting, const QString& name, const Param& param)
     {
-        QString error = placementError(name, param.value());
+        QString error = placementError(name, setting.value.text);
         if (error.isEmpty()) {
             error = param.fault();
         }
@@ -366,7 +384,7 @@ Placement PanelPlan::layOut()
     for (int i = 0; i < cells.size(); ++i) {
         if (nodes[i]->isShowable()) {
             shown.push_back(i);
-            wanted.append(nodes[i]->wantedCells());
+            wanted.append(nodes[i]->wantedCells(settings[i]));
         }
     }
     Placement placement(wanted);

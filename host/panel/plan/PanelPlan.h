@@ -28,6 +28,7 @@ struct PanelPlan
 {
     std::vector<std::unique_ptr<Node>> made; ///< Devices that are new.
     std::vector<Node*> nodes;                ///< All, in the order of the file.
+    QVector<DeviceSetting> settings;         ///< One for each node: what the file says of it.
     QStringList areas;                       ///< The tabs; empty: none.
     QVector<Cells> cells;            ///< One for each node; means nothing for one not shown.
     QVector<PlannedWire> wires;      ///< In the order of the file.
@@ -37,7 +38,8 @@ struct PanelPlan
     /// Makes each device once, gives it its parameters, and resolves connections and cells. Where
     /// a type's methods are known no sooner than after initialise(), or `knowledge` says that it
     /// starts nothing, the device is initialised here and stays so; that it fails is an error of
-    /// this device. A node of `running` that has an equal setting is taken over instead.
+    /// this device. A node of `running` that has an equal setting is taken over instead; it is
+    /// checked as a new one, and is not changed before the plan is applied.
     ///
     /// What included files name is found from the panel's folder, whoever reads the panel.
     ///

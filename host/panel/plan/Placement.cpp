@@ -197,6 +197,15 @@ Cells readCells(const std::function<QString(const QString&)>& valueOf)
     return cells;
 }
 
+bool isPlacementParam(const QString& param)
+{
+    const auto is = [&param](const QString& name) {
+        return param.compare(name, Qt::CaseInsensitive) == 0;
+    };
+    return is(kWidgetRow) || is(kWidgetColumn) || is(kWidgetRowspan) || is(kWidgetColspan) ||
+           is(kWidgetArea);
+}
+
 QString placementError(const QString& param, const QString& value)
 {
     if ((!isSpan(param) && !isPosition(param)) || readNumber(param, value)) {
@@ -259,12 +268,12 @@ void Placement::findOverlaps(int later, const QVector<int>& placed)
 namespace {
 
 void reportOverlaps(const Placement& placement, const std::vector<Node*>& nodes,
-                    Diagnostics& diagnostics)
+                    const QVector<DeviceSetting>& settings, Diagnostics& diagnostics)
 {
     std::vector<const PlacedText*> shown;
-    for (const Node* node : nodes) {
-        if (node->isShowable()) {
-            shown.push_back(&node->setting().id);
+    for (size_t i = 0; i < nodes.size(); ++i) {
+        if (nodes[i]->isShowable()) {
+            shown.push_back(&settings[int(i)].id);
         }
     }
     for (const Placement::Overlap& overlap : placement.overlaps()) {
@@ -281,14 +290,14 @@ void reportOverlaps(const Placement& placement, const std::vector<Node*>& nodes,
     }
 }
 
-void reportHugeGrid(const std::vector<Node*>& nodes, const QVector<Cells>& places,
+void reportHugeGrid(const QVector<DeviceSetting>& settings, const QVector<Cells>& places,
                     Diagnostics& diagnostics)
 {
-    for (size_t i = 0; i < nodes.size(); ++i) {
-        const Cells& cells = places[int(i)];
+    for (int i = 0; i < settings.size(); ++i) {
+        const Cells& cells = places[i];
         if (std::max(cells.row + cells.rowspan, cells.column + cells.colspan) >
             Placement::kMaxLines) {
-            const PlacedText& id = nodes[i]->setting().id;
+            const PlacedText& id = settings[i].id;
             diagnostics.error(id.place,
                               QString("%1 would lie beyond %2 rows or columns, the limit of "
                                       "a panel")
@@ -301,10 +310,11 @@ void reportHugeGrid(const std::vector<Node*>& nodes, const QVector<Cells>& place
 } // namespace
 
 void reportPlacement(const Placement& placement, const std::vector<Node*>& nodes,
-                     const QVector<Cells>& places, Diagnostics& diagnostics)
+                     const QVector<DeviceSetting>& settings, const QVector<Cells>& places,
+                     Diagnostics& diagnostics)
 {
-    reportOverlaps(placement, nodes, diagnostics);
-    reportHugeGrid(nodes, places, diagnostics);
+    reportOverlaps(placement, nodes, settings, diagnostics);
+    reportHugeGrid(settings, places, diagnostics);
 }
 
 } // namespace norvo

@@ -12,6 +12,7 @@ namespace norvo {
 
 class Diagnostics;
 class Node;
+struct DeviceSetting;
 
 /// Where a device asks to be shown, or is.
 struct Cells
@@ -23,11 +24,20 @@ struct Cells
     int column = -1;
     int rowspan = 1;
     int colspan = 1;
+
+    bool operator==(const Cells& other) const
+    {
+        return area == other.area && row == other.row && column == other.column &&
+               rowspan == other.rowspan && colspan == other.colspan;
+    }
 };
 
 /// Reads the placement parameters; one that does not read, or is out of range, counts as not
 /// given. `valueOf` gives a parameter's text by its name.
 Cells readCells(const std::function<QString(const QString&)>& valueOf);
+
+/// Whether it is one of the five that say where a widget stands, in any case of letters.
+bool isPlacementParam(const QString& param);
 
 /// What is wrong with the text of a placement parameter, and what would be right. Empty when
 /// nothing is, or when it is no placement parameter.
@@ -70,9 +80,10 @@ private:
     QVector<Overlap> m_overlaps;
 };
 
-/// Reports nodes that share cells, and the first that lies too far out. `places` are the cells of
-/// all nodes, `placement` is of those that are shown.
+/// Reports nodes that share cells, and the first that lies too far out. `settings` and `places` are
+/// what the file says of all nodes and their cells, `placement` is of those that are shown.
 void reportPlacement(const Placement& placement, const std::vector<Node*>& nodes,
-                     const QVector<Cells>& places, Diagnostics& diagnostics);
+                     const QVector<DeviceSetting>& settings, const QVector<Cells>& places,
+                     Diagnostics& diagnostics);
 
 } // namespace norvo

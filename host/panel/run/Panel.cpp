@@ -65,6 +65,17 @@ BaseWidget* Panel::widget(const QString& id) const
     return node ? node->widget() : nullptr;
 }
 
+QHash<QString, Cells> Panel::cells() const
+{
+    QHash<QString, Cells> cells;
+    for (size_t i = 0; i < m_nodes.size(); ++i) {
+        if (m_nodes[i]->isShowable()) {
+            cells.insert(m_nodes[i]->id(), m_cells[int(i)]);
+        }
+    }
+    return cells;
+}
+
 void Panel::stop()
 {
     Diagnostics nothing({});
@@ -83,6 +94,7 @@ void Panel::apply(PanelPlan plan, Diagnostics& diagnostics)
     // so that the other devices hear a value before the device's own widget reacts to it, and
     // perhaps makes it send the next.
     const QSet<Node*> rewired = connectWires(plan.wires);
+    forgetCutWires();
     show(plan, rewired, diagnostics);
     for (const auto& node : m_nodes) {
         node->postInitialise();
@@ -150,9 +162,33 @@ void Panel::cutAllBut(const QVector<PlannedWire>& wires, const QSet<Node*>& stay
         for (const auto& connection : {cut.back().before, cut.back().direct, cut.back().after}) {
             QObject::disconnect(connection);
         }
+        const PlannedWire plan = cut.back().plan;
         cut.pop_back();
+        if (staying.contains(m_byId.value(plan.to))) {
+            m_cut.append(plan);
+        }
+        emit this->cut(plan);
     }
     m_wires = std::move(kept);
+}
+
+/// A device that stays still names as its far ends what was cut.
+void Panel::forgetCutWires()
+{
+    const auto nameOf = [](const PlannedWire& wire) { return wire.from + '.' + wire.signal; };
+    if (m_cut.isEmpty()) {
+        return;
+    }
+    QSet<QString> wired;
+    for (const LiveWire& wire : m_wires) {
+        wired.insert(wire.plan.to + ' ' + nameOf(wire.plan));
+    }
+    for (const PlannedWire& wire : qAsConst(m_cut)) {
+        if (!wired.contains(wire.to + ' ' + nameOf(wire))) {
+            m_byId.value(wire.to)->device()->removeSignal(nameOf(wire));
+        }
+    }
+    m_cut.clear();
 }
 
 void Panel::takeOver(PanelPlan& plan)
@@ -166,9 +202,13 @@ void Panel::takeOver(PanelPlan& plan)
     }
     m_nodes.clear();
     m_byId.clear();
-    for (Node* node : plan.nodes) {
+    for (size_t i = 0; i < plan.nodes.size(); ++i) {
+        Node* const node = plan.nodes[i];
         m_nodes.push_back(std::move(all[node]));
         m_byId.insert(node->id(), node);
+        if (node->state() == Node::State::Running) {
+            node->takeOver(plan.settings[int(i)]);
+        }
         connect(node, &Node::parameterWritten, this, &Panel::parameterWritten,
                 Qt::UniqueConnection);
     }
@@ -219,6 +259,7 @@ void Panel::connectWire(const PlannedWire& plan, Node& from, Node& to)
     if (!wire.provider || !wire.receiver) {
         return;
     }
+    emit connecting(plan);
     LiveWire live{plan, {}, nullptr, {}, {}};
     KeptValue* const kept = to.keptValue();
     const auto type = plan.isQueued ? Qt::QueuedConnection : Qt::AutoConnection;
@@ -238,10 +279,12 @@ void Panel::connectWire(const PlannedWire& plan, Node& from, Node& to)
     if (!to.device()->getIncomingConnections().contains(incoming)) {
         to.device()->addSignal(incoming);
     }
+    emit connected(plan);
 }
 
 void Panel::show(PanelPlan& plan, const QSet<Node*>& rewired, Diagnostics& diagnostics)
 {
+    m_cells = plan.cells;
     if (!m_surface) {
         return;
     }
@@ -249,6 +292,7 @@ void Panel::show(PanelPlan& plan, const QSet<Node*>& rewired, Diagnostics& diagn
     if (std::any_of(m_nodes.cbegin(), m_nodes.cend(),
                     [](const auto& node) { return node->state() == Node::State::Failed; })) {
         plan.layOut();
+        m_cells = plan.cells;
     }
     m_surface->setAreas(plan.areas);
     for (size_t i = 0; i < m_nodes.size(); ++i) {
@@ -261,6 +305,7 @@ void Panel::show(PanelPlan& plan, const QSet<Node*>& rewired, Diagnostics& diagn
             initialiseWidget(node, plan.cells[int(i)]);
         }
     }
+    m_surface->endPlacing();
 }
 
 /// A widget that cannot show what it is for gives its cells to a tile.

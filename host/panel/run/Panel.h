@@ -37,10 +37,11 @@ public:
     BaseDevice* device(const QString& id) const;
     /// Null likewise, and for a device that has no widget or did not start.
     BaseWidget* widget(const QString& id) const;
+    QHash<QString, Cells> cells() const; ///< By id, of each device or tile that is seen.
 
     /// Ends what the plan does not hold, in reverse order, and starts what it holds in addition. A
     /// start is the first plan, a stop the empty one; a plan that was made with nodes() lets those
-    /// with equal settings run on. Reports devices that fail at it.
+    /// with equal settings run on, perhaps in other cells. Reports devices that fail at it.
     void apply(PanelPlan plan, Diagnostics& diagnostics);
     void stop(); ///< Applies the empty plan. Leaves the surface empty.
 
@@ -48,12 +49,18 @@ signals:
     /// A device has changed one of the parameters that it keeps, or an operator its value, while it
     /// was running.
     void parameterWritten(QString device, QString param, QString value);
+    /// Before a wire is connected, once it is, and once it is cut: what is connected at the one and
+    /// the other hears each value before it arrives and after.
+    void connecting(const norvo::PlannedWire& wire);
+    void connected(const norvo::PlannedWire& wire);
+    void cut(const norvo::PlannedWire& wire);
 
 private:
     struct LiveWire;
 
     void endAllBut(const PanelPlan& plan);
     void cutAllBut(const QVector<PlannedWire>& wires, const QSet<Node*>& staying);
+    void forgetCutWires();
     void takeOver(PanelPlan& plan);
     void initialise(Diagnostics& diagnostics);
     QSet<Node*> connectWires(const QVector<PlannedWire>& wires);
@@ -64,8 +71,10 @@ private:
 
     QPointer<PanelSurface> m_surface;
     std::vector<std::unique_ptr<Node>> m_nodes; ///< In the order of the file.
+    QVector<Cells> m_cells;                     ///< One for each.
     QHash<QString, Node*> m_byId;
     std::vector<LiveWire> m_wires; ///< In the order in which they were connected.
+    QVector<PlannedWire> m_cut;    ///< Just now, of devices that stay.
 };
 
 } // namespace norvo

@@ -15,12 +15,15 @@ class PanelSurface : public QWidget
 public:
     using QWidget::QWidget;
 
-    /// Makes a grid for each area, or one grid when there is none. What stands in the cells goes
-    /// from them; widgets that stay are to be placed again.
+    /// Makes a grid for each area, or one grid when there is none; grids of areas that were there
+    /// before stay. All widgets that stay are to be placed again.
     virtual void setAreas(const QStringList& areas) = 0;
-    virtual void place(QWidget* widget, const Cells& cells) = 0; ///< The area must exist.
+    /// The area must exist. Where the widget stands there already, nothing happens.
+    virtual void place(QWidget* widget, const Cells& cells) = 0;
     /// Says in these cells what is wrong with a device.
     virtual void placeError(const QString& id, const QString& text, const Cells& cells) = 0;
+    /// All is placed: what placeError() has not said again since setAreas() goes.
+    virtual void endPlacing() = 0;
     /// Gives the grids up, so that widgets can be deleted one by one without a search for each.
     virtual void release() = 0;
     virtual void clear() = 0; ///< Deletes what is left.

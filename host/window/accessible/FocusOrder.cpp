@@ -5,6 +5,7 @@
 #include "host/window/marks/Overlay.h"
 
 #include <QGridLayout>
+#include <QHash>
 #include <QMap>
 #include <QWidget>
 
@@ -19,16 +20,25 @@ bool takesTab(const QWidget& widget, const QWidget& cell)
            widget.window() == cell.window();
 }
 
+using Overlays = QMultiHash<QWidget*, Overlay*>; // By what they lie over.
+
+Overlays overlaysOn(const QWidget& page)
+{
+    Overlays overlays;
+    const auto found = page.findChildren<Overlay*>(QString(), Qt::FindDirectChildrenOnly);
+    for (Overlay* const overlay : found) {
+        overlays.insert(overlay->display(), overlay);
+    }
+    return overlays;
+}
+
 /// The cell, its parts, and what lies over it.
-QWidgetList controlsOf(QWidget& cell)
+QWidgetList controlsOf(QWidget& cell, const Overlays& overlays)
 {
     QWidgetList controls = QWidgetList{&cell} + cell.findChildren<QWidget*>();
-    const auto overlays =
-        cell.parentWidget()->findChildren<Overlay*>(QString(), Qt::FindDirectChildrenOnly);
-    for (const Overlay* const overlay : overlays) {
-        if (overlay->display() == &cell) {
-            controls += overlay->findChildren<QWidget*>();
-        }
+    for (auto over = overlays.constFind(&cell); over != overlays.cend() && over.key() == &cell;
+         ++over) {
+        controls += (*over)->findChildren<QWidget*>();
     }
     return controls;
 }
@@ -46,9 +56,10 @@ void orderFocus(const QGridLayout& grid)
         grid.getItemPosition(i, &row, &column, &rows, &columns);
         byCell.insert({row, column}, grid.itemAt(i)->widget());
     }
+    const Overlays overlays = overlaysOn(*grid.parentWidget());
     QWidget* before = nullptr;
     for (QWidget* const cell : qAsConst(byCell)) {
-        for (QWidget* const control : controlsOf(*cell)) {
+        for (QWidget* const control : controlsOf(*cell, overlays)) {
             if (takesTab(*control, *cell)) {
                 if (before) {
                     QWidget::setTabOrder(before, control);

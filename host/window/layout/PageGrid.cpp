@@ -45,6 +45,15 @@ PageGrid::PageGrid(QWidget* page, const QVector<int>& rowWeights, const QVector<
     setSpacing(kSpacing);
 }
 
+void PageGrid::setWeights(const QVector<int>& rowWeights, const QVector<int>& columnWeights)
+{
+    if (rowWeights != m_rowWeights || columnWeights != m_columnWeights) {
+        m_rowWeights = rowWeights;
+        m_columnWeights = columnWeights;
+        invalidate();
+    }
+}
+
 void PageGrid::place(QWidget* widget, int row, int column, int rowspan, int colspan)
 {
     addChildWidget(widget);

@@ -18,6 +18,7 @@ public:
     /// Weights: shares of what is left, from the first row or column; empty: as said above.
     PageGrid(QWidget* page, const QVector<int>& rowWeights, const QVector<int>& columnWeights);
 
+    void setWeights(const QVector<int>& rowWeights, const QVector<int>& columnWeights);
     void place(QWidget* widget, int row, int column, int rowspan, int colspan);
     QVector<const PanelCell*> cells() const;
 
@@ -33,8 +34,8 @@ private:
     QVector<int> rowStretches() const;
     QVector<int> columnStretches() const;
 
-    const QVector<int> m_rowWeights;
-    const QVector<int> m_columnWeights;
+    QVector<int> m_rowWeights;
+    QVector<int> m_columnWeights;
     bool m_isArranged = false;
 };
 

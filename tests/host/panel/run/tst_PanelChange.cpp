@@ -91,6 +91,7 @@ public:
     {
         recordStep("surface", QString("says of %1 at %2: %3").arg(id).arg(cells.row).arg(text));
     }
+    void endPlacing() override {}
     void release() override { recordStep("surface", "release"); }
     void clear() override { recordStep("surface", "clear"); }
 };
