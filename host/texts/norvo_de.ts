@@ -17,6 +17,161 @@
     </message>
 </context>
 <context>
+    <name>norvo::ConflictSheet</name>
+    <message>
+        <source>The file was changed by others, too</source>
+        <translation>Die Datei wurde auch von anderen geändert</translation>
+    </message>
+    <message>
+        <source>Decide later</source>
+        <translation>Später entscheiden</translation>
+    </message>
+    <message>
+        <source>Take theirs</source>
+        <translation>Ihre Fassung nehmen</translation>
+    </message>
+    <message>
+        <source>Save mine over it</source>
+        <translation>Meine darüber sichern</translation>
+    </message>
+    <message>
+        <source>Here, not saved</source>
+        <translation>Hier, nicht gesichert</translation>
+    </message>
+    <message>
+        <source>In the file</source>
+        <translation>In der Datei</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::EditSession</name>
+    <message>
+        <source>It is made %1: change it there</source>
+        <translation>Es entsteht %1: dort ändern</translation>
+    </message>
+    <message>
+        <source>It stands in another file</source>
+        <translation>Es steht in einer anderen Datei</translation>
+    </message>
+    <message>
+        <source>line %1: %2</source>
+        <translation>Zeile %1: %2</translation>
+    </message>
+    <message>
+        <source>Add %1</source>
+        <translation>%1 hinzufügen</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::EditedFile</name>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>%1 lässt sich nicht schreiben: %2</translation>
+    </message>
+    <message>
+        <source>The file was changed by others, and does not run: %1</source>
+        <translation>Die Datei wurde von anderen geändert und läuft nicht: %1</translation>
+    </message>
+    <message>
+        <source>Take over what others have changed</source>
+        <translation>Änderungen anderer übernehmen</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::EditorFrame</name>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Sichern</translation>
+    </message>
+    <message>
+        <source>End editing</source>
+        <translation>Bearbeiten beenden</translation>
+    </message>
+    <message>
+        <source>Settings of the selected device</source>
+        <translation>Einstellungen des gewählten Geräts</translation>
+    </message>
+    <message>
+        <source>Add a device</source>
+        <translation>Gerät hinzufügen</translation>
+    </message>
+    <message>
+        <source>Connections</source>
+        <translation>Verbindungen</translation>
+    </message>
+    <message>
+        <source>Settings of the panel</source>
+        <translation>Einstellungen des Panels</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Gerät</translation>
+    </message>
+    <message>
+        <source>Wires</source>
+        <translation>Drähte</translation>
+    </message>
+    <message>
+        <source>Panel</source>
+        <translation>Panel</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Tap a device for its outputs and inputs, then what to connect</source>
+        <translation>Gerät antippen zeigt Ausgänge und Eingänge; dann das Ziel antippen</translation>
+    </message>
+    <message>
+        <source>Tap a type, then the cell that it goes to</source>
+        <translation>Typ antippen, dann die Zelle, in die er soll</translation>
+    </message>
+    <message>
+        <source>Tap a device to select it, draw it to move it</source>
+        <translation>Gerät antippen wählt es, ziehen bewegt es</translation>
+    </message>
+    <message>
+        <source>Undo: %1</source>
+        <translation>Rückgängig: %1</translation>
+    </message>
+    <message>
+        <source>Redo: %1</source>
+        <translation>Wiederholen: %1</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Zeigen</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::MenuSheet</name>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+</context>
+<context>
     <name>norvo::PanelWindow</name>
     <message>
         <source>This panel cannot start</source>
@@ -98,6 +253,56 @@
     <message>
         <source>More</source>
         <translation>Mehr</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::SaveSheet</name>
+    <message>
+        <source>There are changes that are not saved</source>
+        <translation>Es gibt nicht gesicherte Änderungen</translation>
+    </message>
+    <message>
+        <source>Edit on</source>
+        <translation>Weiter bearbeiten</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Sichern</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::StartSheet</name>
+    <message>
+        <source>A new panel</source>
+        <translation>Ein neues Panel</translation>
+    </message>
+    <message>
+        <source>What shall it begin with? All of it can be changed.</source>
+        <translation>Womit soll es beginnen? Alles lässt sich ändern.</translation>
+    </message>
+    <message>
+        <source>An empty page</source>
+        <translation>Eine leere Seite</translation>
+    </message>
+    <message>
+        <source>Hello</source>
+        <translation>Hallo</translation>
+    </message>
+    <message>
+        <source>Readings</source>
+        <translation>Messwerte</translation>
+    </message>
+    <message>
+        <source>Controls</source>
+        <translation>Bedienung</translation>
+    </message>
+    <message>
+        <source>This machine</source>
+        <translation>Diese Maschine</translation>
     </message>
 </context>
 <context>

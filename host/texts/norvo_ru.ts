@@ -17,6 +17,161 @@
     </message>
 </context>
 <context>
+    <name>norvo::ConflictSheet</name>
+    <message>
+        <source>The file was changed by others, too</source>
+        <translation>Файл изменён и другими</translation>
+    </message>
+    <message>
+        <source>Decide later</source>
+        <translation>Решить позже</translation>
+    </message>
+    <message>
+        <source>Take theirs</source>
+        <translation>Взять их вариант</translation>
+    </message>
+    <message>
+        <source>Save mine over it</source>
+        <translation>Сохранить мой поверх</translation>
+    </message>
+    <message>
+        <source>Here, not saved</source>
+        <translation>Здесь, не сохранено</translation>
+    </message>
+    <message>
+        <source>In the file</source>
+        <translation>В файле</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::EditSession</name>
+    <message>
+        <source>It is made %1: change it there</source>
+        <translation>Создано %1: менять там</translation>
+    </message>
+    <message>
+        <source>It stands in another file</source>
+        <translation>Оно в другом файле</translation>
+    </message>
+    <message>
+        <source>line %1: %2</source>
+        <translation>строка %1: %2</translation>
+    </message>
+    <message>
+        <source>Add %1</source>
+        <translation>Добавить %1</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::EditedFile</name>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>%1 не записать: %2</translation>
+    </message>
+    <message>
+        <source>The file was changed by others, and does not run: %1</source>
+        <translation>Файл изменён другими и не запускается: %1</translation>
+    </message>
+    <message>
+        <source>Take over what others have changed</source>
+        <translation>Принять чужие изменения</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::EditorFrame</name>
+    <message>
+        <source>Menu</source>
+        <translation>Меню</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Отменить</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Повторить</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Сохранить</translation>
+    </message>
+    <message>
+        <source>End editing</source>
+        <translation>Закончить правку</translation>
+    </message>
+    <message>
+        <source>Settings of the selected device</source>
+        <translation>Настройки выбранного устройства</translation>
+    </message>
+    <message>
+        <source>Add a device</source>
+        <translation>Добавить устройство</translation>
+    </message>
+    <message>
+        <source>Connections</source>
+        <translation>Связи</translation>
+    </message>
+    <message>
+        <source>Settings of the panel</source>
+        <translation>Настройки панели</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Новое</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Устройство</translation>
+    </message>
+    <message>
+        <source>Wires</source>
+        <translation>Связи</translation>
+    </message>
+    <message>
+        <source>Panel</source>
+        <translation>Панель</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Готово</translation>
+    </message>
+    <message>
+        <source>Tap a device for its outputs and inputs, then what to connect</source>
+        <translation>Коснитесь устройства, затем того, с чем соединить</translation>
+    </message>
+    <message>
+        <source>Tap a type, then the cell that it goes to</source>
+        <translation>Коснитесь типа, затем ячейки для него</translation>
+    </message>
+    <message>
+        <source>Tap a device to select it, draw it to move it</source>
+        <translation>Коснитесь устройства, чтобы выбрать; тяните, чтобы двигать</translation>
+    </message>
+    <message>
+        <source>Undo: %1</source>
+        <translation>Отменить: %1</translation>
+    </message>
+    <message>
+        <source>Redo: %1</source>
+        <translation>Повторить: %1</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Файл</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Показать</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::MenuSheet</name>
+    <message>
+        <source>Menu</source>
+        <translation>Меню</translation>
+    </message>
+</context>
+<context>
     <name>norvo::PanelWindow</name>
     <message>
         <source>This panel cannot start</source>
@@ -98,6 +253,56 @@
     <message>
         <source>More</source>
         <translation>Ещё</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::SaveSheet</name>
+    <message>
+        <source>There are changes that are not saved</source>
+        <translation>Есть несохранённые изменения</translation>
+    </message>
+    <message>
+        <source>Edit on</source>
+        <translation>Продолжить правку</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Отбросить</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Сохранить</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::StartSheet</name>
+    <message>
+        <source>A new panel</source>
+        <translation>Новая панель</translation>
+    </message>
+    <message>
+        <source>What shall it begin with? All of it can be changed.</source>
+        <translation>С чего начать? Всё можно изменить.</translation>
+    </message>
+    <message>
+        <source>An empty page</source>
+        <translation>Пустая страница</translation>
+    </message>
+    <message>
+        <source>Hello</source>
+        <translation>Привет</translation>
+    </message>
+    <message>
+        <source>Readings</source>
+        <translation>Показания</translation>
+    </message>
+    <message>
+        <source>Controls</source>
+        <translation>Управление</translation>
+    </message>
+    <message>
+        <source>This machine</source>
+        <translation>Эта машина</translation>
     </message>
 </context>
 <context>

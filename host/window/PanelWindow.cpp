@@ -8,6 +8,7 @@
 #include "host/window/strip/PanelStrip.h"
 
 #include <QCloseEvent>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMetaMethod>
@@ -106,7 +107,10 @@ QWidget* makeErrorPage(const Diagnostics& diagnostics)
 } // namespace
 
 PanelWindow::PanelWindow(const QString& title)
-    : m_page(new QWidget), m_scroll(new FingerScrollArea(m_page)), m_strip(new PanelStrip(this))
+    : m_page(new QWidget),
+      m_scroll(new FingerScrollArea(m_page)),
+      m_row(new QHBoxLayout),
+      m_strip(new PanelStrip(this))
 {
     setWindowTitle(title);
     m_scroll->setFrameShape(QFrame::NoFrame);
@@ -115,8 +119,20 @@ PanelWindow::PanelWindow(const QString& title)
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(m_scroll, 1);
+    m_row->setSpacing(0);
+    m_row->addWidget(m_scroll, 1);
+    layout->addLayout(m_row, 1);
     layout->addWidget(m_strip);
+}
+
+void PanelWindow::addBar(QWidget* bar)
+{
+    static_cast<QVBoxLayout*>(layout())->insertWidget(0, bar);
+}
+
+void PanelWindow::addSide(QWidget* pane)
+{
+    m_row->addWidget(pane);
 }
 
 QWidget* PanelWindow::page() const

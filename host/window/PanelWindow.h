@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+class QHBoxLayout;
 class QScrollArea;
 
 namespace norvo {
@@ -27,6 +28,8 @@ public:
 
     QWidget* page() const; ///< Empty at first, without layout; the window owns it.
     PanelStrip& strip() const { return *m_strip; } ///< Below the page, and never scaled.
+    void addBar(QWidget* bar);   ///< Above the page, as wide as the window. Taken over.
+    void addSide(QWidget* pane); ///< Beside the page, at its right. Taken over.
     /// Replaces the page. It has a key to read the file again where readAgainRequested() is heard.
     void showErrors(const Diagnostics& diagnostics);
     /// From now on the page is as large as `design` says, and drawn so much larger or smaller that
@@ -53,6 +56,7 @@ private:
 
     QWidget* m_page;
     QScrollArea* m_scroll; ///< Around the page, or around the view that scales it.
+    QHBoxLayout* m_row;    ///< Of the page and what stands beside it.
     PanelStrip* m_strip;
     QRect m_windowGeometry; ///< Before the whole screen was covered.
     QMetaObject::Connection m_screenChange;
