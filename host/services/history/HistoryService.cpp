@@ -9,6 +9,7 @@
 
 #include "norvo/BaseDevice.h"
 
+#include <QCoreApplication>
 #include <QPointer>
 
 #include <utility>
@@ -111,16 +112,18 @@ void HistoryService::read(const HistoryRange& range, QObject& receiver,
                           std::function<void(Points)> done)
 {
     if (!m_writer) {
+        QTimer::singleShot(0, &receiver, [done = std::move(done)] { done({}); });
         return;
     }
-    m_writer->read([this, range, target = QPointer<QObject>(&receiver),
+    m_writer->read([range, target = QPointer<QObject>(&receiver),
                     done = std::move(done)](HistoryQuery* query, qint64 ahead) {
         const auto tell = [target, done, points = readNow(range, query, ahead)] {
             if (target) {
                 done(points);
             }
         };
-        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+        // Neither the receiver nor the service may be left by then.
+        QMetaObject::invokeMethod(QCoreApplication::instance(), tell, Qt::QueuedConnection);
     });
 }
 

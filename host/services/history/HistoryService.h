@@ -44,8 +44,8 @@ public:
     const HistorySignal* recorded(const QString& device, const QString& signal) const;
 
     /// Reads beside the panel's thread, and then calls `done` in the panel's, unless `receiver` is
-    /// gone. All that was sent before the call is among it. Times are the wall clock's of now, even
-    /// where that was set back meanwhile.
+    /// gone; with nothing where nothing can be read. All that was sent before the call is among it.
+    /// Times are the wall clock's of now, even where that was set back meanwhile.
     void read(const HistoryRange& range, QObject& receiver, std::function<void(Points)> done);
     /// The same for one who can wait; empty where nothing is recorded.
     std::future<Points> read(const HistoryRange& range);

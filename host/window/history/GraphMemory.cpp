@@ -185,24 +185,31 @@ bool GraphMemory::remembers(const QString& graph) const
                                 [](const auto& sources) { return !sources.isEmpty(); });
 }
 
-void GraphMemory::read(const QString& name, double from, double to, QObject& receiver,
+void GraphMemory::read(const QString& graph, double from, double to, QObject& receiver,
                        std::function<void(const EarlierPoints&)> done)
 {
-    const Graph* const graph = find(name);
-    if (!graph) {
-        return;
-    }
-    const auto begin = qint64(from * 1000);
-    const auto end = qint64(to * 1000);
-    const double timeout = graph->node->device()->getParam(kTimeout);
-    const double thinned = 4 * (to - from) / kMaxEarlier;
-    QHash<QString, int> count;
-    for (auto sender = graph->sources.keyBegin(); sender != graph->sources.keyEnd(); ++sender) {
-        ++count[graph->nameOf(*sender)];
-    }
     const auto reading = std::make_shared<Reading>();
     reading->earlier.begin = std::numeric_limits<double>::infinity();
     reading->done = std::move(done);
+    if (const Graph* const found = find(graph)) {
+        read(*found, from, to, receiver, reading);
+    }
+    if (reading->missing == 0) {
+        QTimer::singleShot(0, &receiver, [reading] { reading->done(reading->earlier); });
+    }
+}
+
+void GraphMemory::read(const Graph& graph, double from, double to, QObject& receiver,
+                       const std::shared_ptr<Reading>& reading)
+{
+    const auto begin = qint64(from * 1000);
+    const auto end = qint64(to * 1000);
+    const double timeout = graph.node->device()->getParam(kTimeout);
+    const double thinned = 4 * (to - from) / kMaxEarlier;
+    QHash<QString, int> count;
+    for (auto sender = graph.sources.keyBegin(); sender != graph.sources.keyEnd(); ++sender) {
+        ++count[graph.nameOf(*sender)];
+    }
     const auto takeFirst = [reading](const HistoryService::Points& points) {
         if (!points.isEmpty()) {
             const double first = double(points.first().time) * 0.001;
@@ -210,8 +217,8 @@ void GraphMemory::read(const QString& name, double from, double to, QObject& rec
         }
         reading->take();
     };
-    for (auto sender = graph->sources.cbegin(); sender != graph->sources.cend(); ++sender) {
-        EarlierCurve curve{graph->nameOf(sender.key()), {}, std::max(timeout, thinned)};
+    for (auto sender = graph.sources.cbegin(); sender != graph.sources.cend(); ++sender) {
+        EarlierCurve curve{graph.nameOf(sender.key()), {}, std::max(timeout, thinned)};
         if (sender->isEmpty() || count.value(curve.name) > 1) {
             continue;
         }

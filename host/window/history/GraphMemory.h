@@ -45,8 +45,8 @@ public:
 
     bool remembers(const QString& graph) const; ///< Anything of it.
     /// What it held between two times, in seconds since the epoch, beside the panel's thread; later
-    /// calls `done` unless `receiver` is gone or the panel stops. Two curves of one name cannot be
-    /// told apart: neither is read.
+    /// calls `done` unless `receiver` is gone, even where there is nothing to read. Two curves of
+    /// one name cannot be told apart: neither is read.
     void read(const QString& graph, double from, double to, QObject& receiver,
               std::function<void(const EarlierPoints&)> done);
 
@@ -58,6 +58,8 @@ private:
     QVector<Source> sourcesOf(const PlannedWire& wire, int depth) const;
     Graph* find(const QString& graph) const;
     void fill(Graph& graph);
+    void read(const Graph& graph, double from, double to, QObject& receiver,
+              const std::shared_ptr<Reading>& reading);
     void hear(Graph& graph, const SignalArguments& arguments);
 
     HistoryService& m_history;

@@ -38,7 +38,8 @@ struct Start
 class RecordedGraph : public Start, public QTemporaryDir, public ToolPanel
 {
 public:
-    explicit RecordedGraph(const QVector<Row>& rows, const QByteArray& settings = "")
+    explicit RecordedGraph(const QVector<Row>& rows, const QByteArray& settings = "",
+                           const QByteArray& relayName = "Pump")
         : ToolPanel(
               "history: {file: " + stored(filePath("h.sqlite"), rows) +
               ", signals: {one.output: " + settings +
@@ -47,7 +48,9 @@ public:
               "  one: {device: graph_settings}\n"
               "  new: {device: graph_settings}\n"
               "  raw: {device: graph_settings}\n"
-              "  relay: {device: graph_settings, params: {name: Pump}}\n"
+              "  relay: {device: graph_settings, params: {name: " +
+              relayName +
+              "}}\n"
               "  trend: {device: output_graph, params: {widget: {row: 0, timePeriod: 20, timeout: "
               "6}}}\n"
               "  other: {device: output_graph, params: {widget: {row: 1, timePeriod: 20}}}\n"
@@ -123,6 +126,9 @@ private slots:
     void liveForgetsWhatWasRead();
     void liveWhileReadingStaysLive();
     void graphWithoutHistoryEndsAtItsWindow();
+    void curvesOfOneNameAreNotRead();
+    void stoppedHistoryIsNotWaitedFor();
+    void unreadableHistoryIsNotWaitedFor();
 };
 
 void tst_GraphHistory::heldGraphScrollsBackIntoTheHistory()
@@ -273,6 +279,53 @@ void tst_GraphHistory::graphWithoutHistoryEndsAtItsWindow()
     QCOMPARE(panel.copy("other").xAxis->range(), held);
     QVERIFY(!panel.state("other").contains(kReading));
     QVERIFY(!panel.state("other").contains(kBeginning));
+}
+
+void tst_GraphHistory::curvesOfOneNameAreNotRead()
+{
+    RecordedGraph panel(each(0, 200, 0) + each(1, 200, 0), "", "one");
+    panel.openHeld();
+    const QCPRange held = panel.copy().xAxis->range();
+    panel.back();
+    panel.back();
+    QVERIFY(panel.state().contains(kReading)); // The answer comes later, as any other.
+    QTRY_VERIFY2(!panel.state().contains(kReading), qPrintable(panel.state()));
+    QCOMPARE(panel.copy().xAxis->range(), held);
+    QVERIFY(panel.copy().graph(1)->data()->size() < 25);
+}
+
+void tst_GraphHistory::stoppedHistoryIsNotWaitedFor()
+{
+    RecordedGraph panel(each(0, 200, 0));
+    panel.openHeld();
+    panel.back();
+    panel.back();
+    QVERIFY(panel.state().contains(kReading));
+    panel.running->history()->stop(); // What was asked for before is read to the end.
+    QTRY_VERIFY2(!panel.state().contains(kReading), qPrintable(panel.state()));
+    QVERIFY(panel.copy().graph(1)->data()->size() > 25);
+    for (int i = 0; i < 20 && !panel.state().contains(kReading); ++i) {
+        panel.back();
+    }
+    QVERIFY(panel.state().contains(kReading));
+    QTRY_VERIFY2(!panel.state().contains(kReading), qPrintable(panel.state()));
+}
+
+void tst_GraphHistory::unreadableHistoryIsNotWaitedFor()
+{
+    RecordedGraph panel(each(0, 200, 0));
+    panel.openHeld();
+    for (const char* const end : {"", "-wal"}) {
+        QFile file(panel.filePath("h.sqlite") + end);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.write(QByteArray(int(file.size()), 'x')) > 0);
+    }
+    const QCPRange held = panel.copy().xAxis->range();
+    panel.back();
+    panel.back();
+    QVERIFY(panel.state().contains(kReading));
+    QTRY_VERIFY2(!panel.state().contains(kReading), qPrintable(panel.state()));
+    QCOMPARE(panel.copy().xAxis->range(), held);
 }
 
 NORVO_TEST(tst_GraphHistory)
