@@ -864,4 +864,50 @@
         <translation>Nicht gesichert</translation>
     </message>
 </context>
+<context>
+    <name>norvo::Port</name>
+    <message>
+        <source>number</source>
+        <translation>Zahl</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>yes/no</source>
+        <translation>Ja/Nein</translation>
+    </message>
+    <message>
+        <source>array</source>
+        <translation>Feld von Zahlen</translation>
+    </message>
+    <message>
+        <source>bytes</source>
+        <translation>Bytes</translation>
+    </message>
+    <message>
+        <source>any value</source>
+        <translation>jeden Wert</translation>
+    </message>
+    <message>
+        <source>a pulse</source>
+        <translation>einen Impuls</translation>
+    </message>
+    <message>
+        <source>%1 or %2</source>
+        <translation>%1 oder %2</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::PortList</name>
+    <message>
+        <source>%1 is connected to %2 already</source>
+        <translation>%1 ist mit %2 schon verbunden</translation>
+    </message>
+    <message>
+        <source>%1 carries %2, %3 takes %4</source>
+        <translation>%1 liefert %2, %3 nimmt %4</translation>
+    </message>
+</context>
 </TS>

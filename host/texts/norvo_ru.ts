@@ -864,4 +864,50 @@
         <translation>Не сохранено</translation>
     </message>
 </context>
+<context>
+    <name>norvo::Port</name>
+    <message>
+        <source>number</source>
+        <translation>число</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>текст</translation>
+    </message>
+    <message>
+        <source>yes/no</source>
+        <translation>да/нет</translation>
+    </message>
+    <message>
+        <source>array</source>
+        <translation>массив</translation>
+    </message>
+    <message>
+        <source>bytes</source>
+        <translation>байты</translation>
+    </message>
+    <message>
+        <source>any value</source>
+        <translation>любое значение</translation>
+    </message>
+    <message>
+        <source>a pulse</source>
+        <translation>импульс</translation>
+    </message>
+    <message>
+        <source>%1 or %2</source>
+        <translation>%1 или %2</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::PortList</name>
+    <message>
+        <source>%1 is connected to %2 already</source>
+        <translation>%1 уже соединён с %2</translation>
+    </message>
+    <message>
+        <source>%1 carries %2, %3 takes %4</source>
+        <translation>%1 передаёт %2, %3 принимает %4</translation>
+    </message>
+</context>
 </TS>

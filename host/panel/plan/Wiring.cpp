@@ -220,6 +220,31 @@ QMetaMethod signalOf(const Wire& wire)
     return meta->method(meta->indexOfSignal(wire.signal.toUtf8().constData()));
 }
 
+/// What a connection can mean, and what that was chosen from.
+struct Meaning
+{
+    Meaning(const End& source, const End& target)
+        : signalMethods(candidates(source)), slotMethods(candidates(target))
+    {
+        addConverted(target, signalMethods, slotMethods);
+        pairs = fittingPairs(signalMethods, slotMethods);
+        Pairs equal;
+        std::copy_if(pairs.cbegin(), pairs.cend(), std::back_inserter(equal), isEqual);
+        if (!equal.isEmpty()) {
+            pairs = withoutLoss(equal, source, target);
+        }
+    }
+
+    Methods signalMethods;
+    Methods slotMethods;
+    Pairs pairs;
+};
+
+Wire wireOf(const Pair& pair)
+{
+    return {pair.signal.object, pair.signal.signature, pair.slot.object, pair.slot.signature};
+}
+
 } // namespace
 
 std::optional<Wire> resolveConnection(const ConnectionSetting& connection, BaseDevice& from,
@@ -227,39 +252,39 @@ std::optional<Wire> resolveConnection(const ConnectionSetting& connection, BaseD
 {
     const End source{connection.from, from, QMetaMethod::Signal};
     const End target{connection.to, to, QMetaMethod::Slot};
-    const Methods signalMethods = candidates(source);
-    Methods slotMethods = candidates(target);
-    addConverted(target, signalMethods, slotMethods);
-    if (signalMethods.isEmpty()) {
+    const Meaning meaning(source, target);
+    if (meaning.signalMethods.isEmpty()) {
         diagnostics.error(connection.from.method.place, [&] { return unknownMethod(source); });
     }
-    if (slotMethods.isEmpty()) {
+    if (meaning.slotMethods.isEmpty()) {
         diagnostics.error(connection.to.method.place, [&] { return unknownMethod(target); });
     }
-    if (signalMethods.isEmpty() || slotMethods.isEmpty()) {
+    if (meaning.signalMethods.isEmpty() || meaning.slotMethods.isEmpty()) {
         return std::nullopt;
     }
-
-    Pairs pairs = fittingPairs(signalMethods, slotMethods);
-    Pairs equal;
-    std::copy_if(pairs.cbegin(), pairs.cend(), std::back_inserter(equal), isEqual);
-    if (!equal.isEmpty()) {
-        pairs = withoutLoss(equal, source, target);
-    }
-    if (pairs.isEmpty()) {
-        diagnostics.error(connection.whole.place,
-                          [&] { return typeMismatch(source, target, signalMethods, slotMethods); });
-        return std::nullopt;
-    }
-    if (pairs.size() > 1) {
+    if (meaning.pairs.isEmpty()) {
         diagnostics.error(connection.whole.place, [&] {
-            return QString("%1 can mean several pairs; choose one of: %2")
-                .arg(inQuotes(connection.whole.text), listed(pairs, source, target));
+            return typeMismatch(source, target, meaning.signalMethods, meaning.slotMethods);
         });
         return std::nullopt;
     }
-    const Pair& pair = pairs.constFirst();
-    return Wire{pair.signal.object, pair.signal.signature, pair.slot.object, pair.slot.signature};
+    if (meaning.pairs.size() > 1) {
+        diagnostics.error(connection.whole.place, [&] {
+            return QString("%1 can mean several pairs; choose one of: %2")
+                .arg(inQuotes(connection.whole.text), listed(meaning.pairs, source, target));
+        });
+        return std::nullopt;
+    }
+    return wireOf(meaning.pairs.constFirst());
+}
+
+QVector<Wire> possibleWires(const ConnectionSetting& connection, BaseDevice& from, BaseDevice& to)
+{
+    const Meaning meaning({connection.from, from, QMetaMethod::Signal},
+                          {connection.to, to, QMetaMethod::Slot});
+    QVector<Wire> wires;
+    std::transform(meaning.pairs.cbegin(), meaning.pairs.cend(), std::back_inserter(wires), wireOf);
+    return wires;
 }
 
 bool canBeQueued(const Wire& wire)

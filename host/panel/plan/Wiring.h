@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QVector>
 
 #include <optional>
 
@@ -30,6 +31,10 @@ struct Wire
 /// what would be right.
 std::optional<Wire> resolveConnection(const ConnectionSetting& connection, BaseDevice& from,
                                       BaseDevice& to, Diagnostics& diagnostics);
+
+/// All that the connection can mean by these rules: one where it is resolved, several where the
+/// author has to choose, none where nothing fits.
+QVector<Wire> possibleWires(const ConnectionSetting& connection, BaseDevice& from, BaseDevice& to);
 
 /// Whether the values of the wire can be stored, which a queued connection needs.
 bool canBeQueued(const Wire& wire);
