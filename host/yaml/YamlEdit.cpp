@@ -127,6 +127,40 @@ YamlEdit::Error YamlEdit::setText(const Path& path, const QString& text)
                  expected, entry.place);
 }
 
+YamlEdit::Error YamlEdit::renameKey(const Path& path, const QString& key)
+{
+    Trail trail;
+    if (Error error = find(path, trail)) {
+        return error;
+    }
+    const YamlEntry& entry = *trail.entries.back();
+    if (!entry.key || trail.indices.empty()) {
+        return TextError{entry.place, "this is no entry of a map"};
+    }
+    const int index = trail.indices.back();
+    Uses uses;
+    collectUses(m_root, *m_source, nullptr, uses);
+    const Place use = uses.value(entry.key.get());
+    if (use.line > 0) {
+        return usedElsewhere(entry.key->place, use);
+    }
+    trail.entries.pop_back();
+    trail.indices.pop_back();
+    if (Error error = refuseShared(trail)) {
+        return error;
+    }
+    const YamlEntry& parent = *trail.entries.back();
+    if (indexOf(*parent.value, key) >= 0) {
+        return TextError{entry.key->place,
+                         QString("the key %1 is there already").arg(inQuotes(key))};
+    }
+    const auto expected = changed(root(), trail.indices, 0, [&](YamlNode& node) {
+        node.entries[size_t(index)].key = YamlTree::text(key);
+    });
+    return apply(YamlSplices(*m_source, m_root).renamings(parent, index, key), expected,
+                 entry.key->place);
+}
+
 YamlEdit::Error YamlEdit::insert(const Path& map, const QString& key, const YamlNodePtr& value,
                                  const QString& after)
 {
@@ -243,17 +277,24 @@ YamlEdit::Error YamlEdit::insertEntry(const Trail& trail, const YamlEntry& entry
     const int depth = int(trail.indices.size());
     const int last = int(target.value->entries.size()) - 1;
     const int behind = after < 0 ? last : after;
-    const YamlSplices splices(*m_source, m_root);
     const bool isAbsent = target.value->kind == YamlNode::Kind::Absent;
-    const YamlSplice splice =
-        isAbsent ? splices.creation(depth == 0 ? nullptr : *(trail.entries.cend() - 2),
-                                    depth == 0 ? -1 : trail.indices.back(), entry, depth)
-                 : splices.insertion(target, entry, behind, depth);
+    const YamlEntry* const parent = depth == 0 ? nullptr : *(trail.entries.cend() - 2);
+    std::vector<YamlSplice> candidates;
+    for (const bool writesLines : {true, false}) {
+        const YamlSplices splices(*m_source, m_root, writesLines);
+        if (isAbsent || (depth == 1 && last < 0 && !parent->value->isFlow)) {
+            candidates.push_back(
+                splices.creation(parent, depth == 0 ? -1 : trail.indices.back(), entry, depth));
+        }
+        if (!isAbsent) {
+            candidates.push_back(splices.insertion(target, entry, behind, depth));
+        }
+    }
     const auto expected = changed(root(), trail.indices, 0, [&](YamlNode& node) {
         node.kind = entry.key ? YamlNode::Kind::Map : YamlNode::Kind::List;
         node.entries.insert(node.entries.begin() + (behind + 1), entry);
     });
-    return apply({splice}, expected, target.place);
+    return apply(candidates, expected, target.place);
 }
 
 /// The first splice after which the text reads as expected.

@@ -38,6 +38,8 @@ public:
 
     /// Replaces a text, or what is absent.
     Error setText(const Path& path, const QString& text);
+    /// Gives an entry of a map another key; it stays where it is.
+    Error renameKey(const Path& path, const QString& key);
     /// Inserts an entry into a map, or where a value is absent; behind the key `after`, or last.
     Error insert(const Path& map, const QString& key, const YamlNodePtr& value,
                  const QString& after = {});
@@ -61,7 +63,7 @@ private:
                 const Place& place);
 
     std::shared_ptr<const SourceText> m_source; ///< Copies share it.
-    YamlEntry m_root; ///< A value without a key.
+    YamlEntry m_root;                           ///< A value without a key.
     Error m_error;
     int m_editBegin = 0;
     int m_editEnd = 0;

@@ -26,13 +26,13 @@ public:
     int contentOf(const YamlEntry& entry) const;
     /// Behind the value; not for one that is absent.
     int endOf(const YamlEntry& entry) const;
+    int keyEndOf(const YamlEntry& entry) const; ///< Behind the key of an entry of a map.
     /// True for a list or a map in brackets, false for a pair in brackets without its own.
     bool hasBracket(const YamlEntry& entry) const;
 
 private:
     int beginOf(const YamlEntry& parent, int index) const;
     int endOf(const YamlEntry& parent, int index) const;
-    int keyEndOf(const YamlEntry& entry) const;
     int behindSign(const YamlEntry& entry, bool& hasSign) const;
     int textEnd(const YamlNode& node, int mark) const;
     int blockEnd(const QByteArray& characters, int header) const;

@@ -3,17 +3,19 @@
 #include "host/yaml/YamlSplices.h"
 
 #include "host/yaml/YamlScan.h"
-#include "host/yaml/YamlText.h"
 
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <functional>
 
 namespace norvo {
 
 namespace {
 
 const QString kDefaultStep = "  ";
+constexpr int kMaxLine = 100; // Longer ones are broken where nothing says how others are written.
+constexpr int kMaxModels = 8; // Entries whose quotes are looked at.
 
 bool isFilled(const YamlEntry& entry)
 {
@@ -82,6 +84,24 @@ std::vector<YamlSplice> YamlSplices::replacements(const YamlEntry& parent, int i
     return splices;
 }
 
+std::vector<YamlSplice> YamlSplices::renamings(const YamlEntry& parent, int index,
+                                               const QString& key) const
+{
+    const YamlEntry& entry = parent.value->entries[size_t(index)];
+    const int begin = YamlScan::skipProperties(m_source, entry.keyMark);
+    const int end = m_spans.keyEndOf(entry);
+    const char first = m_source.at(begin);
+    std::vector<YamlSplice> splices;
+    if (first == '"') {
+        splices.push_back({begin, end, YamlText::doubleQuoted(key)});
+    } else if (const auto single = YamlText::singleQuoted(key); first == '\'' && single) {
+        splices.push_back({begin, end, *single});
+    }
+    splices.push_back({begin, end, YamlText::leastQuotedKey(key)});
+    splices.push_back({begin, end, YamlText::doubleQuoted(key)});
+    return splices;
+}
+
 YamlSplice YamlSplices::insertion(const YamlEntry& parent, const YamlEntry& entry, int after,
                                   int depth) const
 {
@@ -89,7 +109,8 @@ YamlSplice YamlSplices::insertion(const YamlEntry& parent, const YamlEntry& entr
         return flowInsertion(parent, entry, after);
     }
     const int end = m_spans.spanOf(parent, after).end;
-    const QString written = blockEntry(entry, indentOf(parent), {&parent, depth, end});
+    const QString written =
+        blockEntry(entry, indentOf(parent), {&parent, depth, end, quotesOf(parent)});
     const int lineFeed = m_source.lineEnd(end);
     if (lineFeed == m_source.size()) {
         return {lineFeed, lineFeed, lineEnd() + written};
@@ -100,8 +121,9 @@ YamlSplice YamlSplices::insertion(const YamlEntry& parent, const YamlEntry& entr
 YamlSplice YamlSplices::flowInsertion(const YamlEntry& parent, const YamlEntry& entry,
                                       int after) const
 {
-    const QString written = (entry.key ? YamlText::leastQuotedKey(entry.key->text) + ": " : "") +
-                            YamlText::flow(*entry.value);
+    const YamlQuotes quotes = quotesOf(parent);
+    const QString written = (entry.key ? YamlText::quotedKey(entry.key->text, quotes) + ": " : "") +
+                            YamlText::flow(*entry.value, quotes);
     if (after < 0) {
         const int open = m_spans.contentOf(parent) + 1;
         return {open, open, written};
@@ -132,24 +154,32 @@ YamlSplice YamlSplices::creation(const YamlEntry* parent, int index, const YamlE
         const int end = m_source.size();
         const bool isOnNewLine = end == m_source.start() || m_source.at(end - 1) == '\n';
         return {end, end,
-                (isOnNewLine ? QString() : lineEnd()) + blockEntry(entry, {}, {nullptr, 0, end}) +
-                    lineEnd()};
+                (isOnNewLine ? QString() : lineEnd()) +
+                    blockEntry(entry, {}, {nullptr, 0, end, {}}) + lineEnd()};
     }
     const YamlSpan span = m_spans.spanOf(*parent, index);
     const YamlEntry& target = parent->value->entries[size_t(index)];
     const YamlEntry* const model =
-        target.key ? modelOf(target.key->text, {parent, depth - 1, span.begin}) : nullptr;
+        target.key ? modelOf(target.key->text, {parent, depth - 1, span.begin, {}}) : nullptr;
     const bool isBlock =
         !parent->value->isFlow && span.hasSign && (depth == 1 || (model && !model->value->isFlow));
     if (isBlock) {
         const QString indent = indentOf(*parent) + stepOf(model);
         const int end = lineBreak(span.end);
-        return {end, end, lineEnd() + blockEntry(entry, indent, {nullptr, depth, span.end})};
+        const YamlQuotes quotes = quotesOf(*parent);
+        const QString written =
+            lineEnd() + blockEntry(entry, indent, {nullptr, depth, span.end, quotes});
+        if (target.value->kind == YamlNode::Kind::Absent) {
+            return {end, end, written};
+        }
+        const int begin = span.value - (m_source.at(span.value - 1) == ' ' ? 1 : 0);
+        return {begin, end, part(span.end, end) + written};
     }
     YamlNode node;
     node.kind = entry.key ? YamlNode::Kind::Map : YamlNode::Kind::List;
     node.entries = {entry};
-    return {span.end, span.end, separator(span, parent->value->isFlow) + YamlText::flow(node)};
+    const QString written = YamlText::flow(node, quotesOf(*parent));
+    return {span.end, span.end, separator(span, parent->value->isFlow) + written};
 }
 
 YamlSplice YamlSplices::removal(const YamlEntry& parent, int index) const
@@ -225,23 +255,65 @@ QString YamlSplices::blockEntry(const YamlEntry& entry, const QString& indent,
     const YamlNode& value = *entry.value;
     if (!entry.key) {
         return indent + "- " +
-               (value.isText() ? YamlText::leastQuoted(value.text, false) : YamlText::flow(value));
+               (value.isText() ? YamlText::quoted(value.text, false, spot.quotes)
+                               : YamlText::flow(value, spot.quotes));
     }
-    QString written = indent + YamlText::leastQuotedKey(entry.key->text) + ':';
-    if (value.isText()) {
-        return written + ' ' + YamlText::leastQuoted(value.text, false);
-    }
+    QString written = indent + YamlText::quotedKey(entry.key->text, spot.quotes) + ':';
     const YamlEntry* const model = modelOf(entry.key->text, spot);
-    const bool isBlock =
-        !value.entries.empty() && (spot.depth == 0 || (model && !model->value->isFlow));
-    if (!isBlock) {
-        return written + ' ' + YamlText::flow(value);
+    const QString below = indent + stepOf(model);
+    if (value.isText()) {
+        const bool hasLines = m_writesLines && value.text.contains('\n');
+        const auto lines =
+            hasLines ? YamlText::block(value.text, "|", below, lineEnd()) : std::nullopt;
+        return written + ' ' + (lines ? *lines : YamlText::quoted(value.text, false, spot.quotes));
     }
-    for (const YamlEntry& below : value.entries) {
-        written += lineEnd() +
-                   blockEntry(below, indent + stepOf(model), {nullptr, spot.depth + 1, spot.place});
+    const QString flow = YamlText::flow(value, spot.quotes);
+    const bool isLong =
+        written.size() + flow.size() >= kMaxLine || (m_writesLines && flow.contains("\\n"));
+    const bool isBlock =
+        !value.entries.empty() && (spot.depth == 0 || (model ? !model->value->isFlow : isLong));
+    if (!isBlock) {
+        return written + ' ' + flow;
+    }
+    for (const YamlEntry& one : value.entries) {
+        written +=
+            lineEnd() + blockEntry(one, below, {nullptr, spot.depth + 1, spot.place, spot.quotes});
     }
     return written;
+}
+
+/// The quotes that the first siblings of a new entry have without need.
+YamlQuotes YamlSplices::quotesOf(const YamlEntry& parent) const
+{
+    YamlQuotes quotes;
+    bool hasPlainKey = false;
+    bool hasPlainText = false;
+    const auto quoteAt = [this](int mark) {
+        const QChar first = m_source.at(YamlScan::skipProperties(m_source, mark));
+        return first == '"' || first == '\'' ? first : QChar();
+    };
+    const std::function<void(const YamlEntry&)> look = [&](const YamlEntry& entry) {
+        if (entry.key) {
+            quotes.key = quoteAt(entry.keyMark);
+            hasPlainKey = hasPlainKey || quotes.key.isNull();
+        }
+        if (entry.value->kind == YamlNode::Kind::Text && !entry.isAlias) {
+            const QString& text = entry.value->text;
+            const QChar quote = quoteAt(entry.mark);
+            const bool isNeedless = !quote.isNull() && YamlText::leastQuoted(text, true) == text;
+            quotes.text = isNeedless ? quote : quotes.text;
+            hasPlainText = hasPlainText ||
+                           (quote.isNull() && YamlText::quoted(text, true, {'"', '"'}) != text);
+        }
+        for (size_t i = 0; i < entry.value->entries.size() && !entry.isAlias; ++i) {
+            look(entry.value->entries[i]);
+        }
+    };
+    const auto& entries = parent.value->entries;
+    for (size_t i = 0; i < std::min(entries.size(), size_t(kMaxModels)); ++i) {
+        look(entries[i]);
+    }
+    return {hasPlainKey ? QChar() : quotes.key, hasPlainText ? QChar() : quotes.text};
 }
 
 /// A list or map whose style one of this key takes: one of the same key and depth, else its

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/yaml/YamlSpans.h"
+#include "host/yaml/YamlText.h"
 
 #include <QString>
 
@@ -24,19 +25,22 @@ struct YamlSplice
 class YamlSplices
 {
 public:
-    YamlSplices(const SourceText& source, const YamlEntry& root)
-        : m_source(source), m_spans(source), m_root(root)
+    /// `writesLines`: new texts of several lines are written as such, not as escapes.
+    YamlSplices(const SourceText& source, const YamlEntry& root, bool writesLines = false)
+        : m_source(source), m_spans(source), m_root(root), m_writesLines(writesLines)
     {}
 
     /// Writes a text in the place of an entry's value. The best first.
     std::vector<YamlSplice> replacements(const YamlEntry& parent, int index,
                                          const QString& text) const;
+    /// Writes another key of an entry. The best first.
+    std::vector<YamlSplice> renamings(const YamlEntry& parent, int index, const QString& key) const;
     /// Writes an entry behind that of the index `after`, or into an empty list or map. `depth`:
     /// entries above the new one; 0 at the top.
     YamlSplice insertion(const YamlEntry& parent, const YamlEntry& entry, int after,
                          int depth) const;
-    /// Writes the first entry of a list or map in the place of an absent value. The root has
-    /// no `parent`.
+    /// Writes the first entry of a list or map in the place of an absent value, or an empty one.
+    /// The root has no `parent`.
     YamlSplice creation(const YamlEntry* parent, int index, const YamlEntry& entry,
                         int depth) const;
     YamlSplice removal(const YamlEntry& parent, int index) const;
@@ -48,12 +52,14 @@ private:
         const YamlEntry* parent; ///< Null for one that is new itself.
         int depth;               ///< Entries above; 0 at the top.
         int place;
+        YamlQuotes quotes;
     };
 
     YamlSplice flowInsertion(const YamlEntry& parent, const YamlEntry& entry, int after) const;
     YamlSplice flowRemoval(const YamlEntry& parent, int index) const;
     YamlSplice emptying(const YamlEntry& parent) const;
     QString blockEntry(const YamlEntry& entry, const QString& indent, const Spot& spot) const;
+    YamlQuotes quotesOf(const YamlEntry& parent) const;
     const YamlEntry* modelOf(const QString& key, const Spot& spot) const;
     QString stepOf(const YamlEntry* model) const;
     QString separator(const YamlSpan& span, bool isFlow) const;
@@ -67,6 +73,7 @@ private:
     const SourceText& m_source;
     const YamlSpans m_spans;
     const YamlEntry& m_root;
+    const bool m_writesLines;
 };
 
 } // namespace norvo

@@ -2,6 +2,7 @@
 
 #include "host/yaml/YamlText.h"
 
+#include <QRegularExpression>
 #include <QStringList>
 #include <QVector>
 
@@ -66,6 +67,12 @@ QString inLeastQuotes(const QString& text)
                                                              : *single;
 }
 
+QString inTheseQuotes(const QString& text, QChar quote)
+{
+    const auto single = quote == '\'' ? YamlText::singleQuoted(text) : std::nullopt;
+    return single ? *single : YamlText::doubleQuoted(text);
+}
+
 } // namespace
 
 QString YamlText::doubleQuoted(const QString& text)
@@ -108,6 +115,18 @@ QString YamlText::leastQuotedKey(const QString& key)
     return !hasEscapes(key) && key != "<<" && isPlainKey(key) ? key : inLeastQuotes(key);
 }
 
+QString YamlText::quoted(const QString& text, bool isFlow, const YamlQuotes& quotes)
+{
+    static const QRegularExpression word("^([-+.0-9].*|true|false|yes|no|on|off|null|~)$");
+    return quotes.text.isNull() || word.match(text).hasMatch() ? leastQuoted(text, isFlow)
+                                                               : inTheseQuotes(text, quotes.text);
+}
+
+QString YamlText::quotedKey(const QString& key, const YamlQuotes& quotes)
+{
+    return quotes.key.isNull() ? leastQuotedKey(key) : inTheseQuotes(key, quotes.key);
+}
+
 std::optional<QString> YamlText::block(const QString& text, const QString& header,
                                        const QString& indent, const QString& lineEnd)
 {
@@ -126,15 +145,15 @@ std::optional<QString> YamlText::block(const QString& text, const QString& heade
     return result;
 }
 
-QString YamlText::flow(const YamlNode& node)
+QString YamlText::flow(const YamlNode& node, const YamlQuotes& quotes)
 {
     if (node.isText()) {
-        return leastQuoted(node.text, true);
+        return quoted(node.text, true, quotes);
     }
     QStringList parts;
     for (const YamlEntry& entry : node.entries) {
-        const QString key = entry.key ? leastQuotedKey(entry.key->text) + ": " : QString();
-        parts += key + flow(*entry.value);
+        const QString key = entry.key ? quotedKey(entry.key->text, quotes) + ": " : QString();
+        parts += key + flow(*entry.value, quotes);
     }
     const bool isList = node.kind == YamlNode::Kind::List;
     return (isList ? '[' : '{') + parts.join(", ") + (isList ? ']' : '}');

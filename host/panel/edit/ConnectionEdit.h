@@ -16,7 +16,9 @@ int indexOf(const YamlEdit& edit, const ConnectionSetting& connection);
 
 /// Writes "from -> to", each "device.method", behind the last connection of the list.
 Error add(YamlEdit& edit, const QString& from, const QString& to);
+Error addText(YamlEdit& edit, const QString& connection); ///< Of the whole text.
 Error replace(YamlEdit& edit, int index, const QString& from, const QString& to);
+/// A list that becomes empty goes with its key.
 Error remove(YamlEdit& edit, int index);
 
 } // namespace ConnectionEdit

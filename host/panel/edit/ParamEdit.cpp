@@ -2,51 +2,16 @@
 
 #include "host/panel/edit/ParamEdit.h"
 
-#include "host/panel/file/EditDistance.h"
-#include "host/yaml/Quote.h"
+#include "host/panel/edit/PanelTree.h"
+
+#include <algorithm>
 
 namespace norvo {
 
 namespace {
 
+using Params = ParamEdit::Params;
 using Path = YamlEdit::Path;
-
-bool isSameName(const QString& a, const QString& b)
-{
-    return a.compare(b, Qt::CaseInsensitive) == 0;
-}
-
-const YamlNode* valueOf(const YamlNode& map, const QString& key)
-{
-    for (const YamlEntry& entry : map.entries) {
-        if (entry.key && entry.key->text == key) {
-            return entry.value.get();
-        }
-    }
-    return nullptr;
-}
-
-/// The keys that lead to the parameter in these maps; empty when it is not there.
-Path findParam(const YamlNode& map, const QString& name)
-{
-    for (const YamlEntry& entry : map.entries) {
-        if (!entry.key) {
-            return {};
-        }
-        const QString& key = entry.key->text;
-        if (isSameName(key, name)) {
-            return {key};
-        }
-        if (entry.value->kind == YamlNode::Kind::Map &&
-            name.startsWith(key + '/', Qt::CaseInsensitive)) {
-            const Path below = findParam(*entry.value, name.mid(key.size() + 1));
-            if (!below.isEmpty()) {
-                return Path{key} + below;
-            }
-        }
-    }
-    return {};
-}
 
 enum class Spelling { Unknown, Nested, Joined };
 
@@ -58,7 +23,7 @@ Spelling spellingOf(const YamlNode& params, const QString& group, QString& key)
         if (!entry.key) {
             break;
         }
-        if (isSameName(entry.key->text, group)) {
+        if (entry.key->text.compare(group, Qt::CaseInsensitive) == 0) {
             key = entry.key->text;
             return Spelling::Nested;
         }
@@ -69,79 +34,167 @@ Spelling spellingOf(const YamlNode& params, const QString& group, QString& key)
     return spelling;
 }
 
-/// How most other devices write them.
-Spelling usualSpelling(const YamlNode& devices, const QString& group)
+/// How most other devices write them; nested where none does.
+Spelling usualSpelling(const YamlEdit& edit, const QString& group)
 {
     int nested = 0;
     int joined = 0;
-    for (const YamlEntry& device : devices.entries) {
-        const YamlNode* const params = valueOf(*device.value, "params");
+    const YamlNode* const devices = PanelTree::devices(edit);
+    for (size_t i = 0; devices && i < devices->entries.size(); ++i) {
+        const YamlNode* const params =
+            PanelTree::valueOf(devices->entries[i].value.get(), "params");
         QString key;
         const Spelling spelling = params ? spellingOf(*params, group, key) : Spelling::Unknown;
         nested += spelling == Spelling::Nested ? 1 : 0;
         joined += spelling == Spelling::Joined ? 1 : 0;
     }
-    return nested > joined ? Spelling::Nested : Spelling::Joined;
+    return nested > joined || joined == 0 ? Spelling::Nested : Spelling::Joined;
 }
 
-YamlEdit::Error insertParam(YamlEdit& edit, const Path& params, const QString& name,
-                            const YamlNodePtr& value)
+/// Which of these placement parameters of the map a new one is written behind; null: last.
+QString placeBehind(const YamlNode& map, const QString& prefix, const QString& name)
 {
-    const YamlNode& devices = *valueOf(edit.root(), "devices");
-    const YamlNode& device = *valueOf(devices, params[1]);
-    const YamlNode* const known = valueOf(device, "params");
-    const int slash = name.indexOf('/');
-    QString key = name.left(slash);
-    const QString rest = name.mid(slash + 1);
-    Spelling spelling = Spelling::Joined;
-    if (slash > 0) {
-        spelling = known ? spellingOf(*known, key, key) : Spelling::Unknown;
-        if (spelling == Spelling::Nested) {
-            return edit.insert(params + Path{key}, rest, value);
+    static const QStringList order{"row", "column", "rowspan", "colspan"};
+    const QString key = prefix.isEmpty() ? name : name.mid(prefix.size());
+    QString behind;
+    for (const QString& one : order.mid(0, std::max(order.indexOf(key.toLower()), 0))) {
+        for (const YamlEntry& entry : map.entries) {
+            const bool isIt =
+                entry.key && entry.key->text.compare(prefix + one, Qt::CaseInsensitive) == 0;
+            behind = isIt ? entry.key->text : behind;
         }
-        spelling = spelling == Spelling::Unknown ? usualSpelling(devices, key) : spelling;
     }
-    const bool isNested = spelling == Spelling::Nested;
-    const QString newKey = isNested ? key : name;
-    const YamlNodePtr newValue = isNested ? YamlTree::map({{rest, value}}) : value;
-    return known ? edit.insert(params, newKey, newValue)
-                 : edit.insert({params[0], params[1]}, "params",
-                               YamlTree::map({{newKey, newValue}}), "device");
+    return behind;
+}
+
+/// The first of these parameters, none of which the device gives, with those that are written in
+/// one with it.
+YamlEdit::Error insertFirst(YamlEdit& edit, const QString& device, Params& params)
+{
+    const Path path{"devices", device, "params"};
+    const YamlNode* const known = PanelTree::valueOf(PanelTree::device(edit, device), "params");
+    if (!known) {
+        const YamlNodePtr all = ParamEdit::newParams(edit, params);
+        params.clear();
+        return edit.insert(path.mid(0, 2), "params", all, "device");
+    }
+    const auto [name, value] = params[0];
+    const int slash = name.indexOf('/');
+    const QString group = name.left(std::max(slash, 0));
+    QString key = group;
+    Spelling spelling = slash > 0 ? spellingOf(*known, group, key) : Spelling::Joined;
+    if (spelling == Spelling::Nested) {
+        params.removeFirst();
+        const YamlNode* const map = PanelTree::valueOf(known, key);
+        return edit.insert(path + Path{key}, name.mid(slash + 1), YamlTree::text(value),
+                           placeBehind(*map, {}, name.mid(slash + 1)));
+    }
+    spelling = spelling == Spelling::Unknown ? usualSpelling(edit, group) : spelling;
+    if (spelling == Spelling::Joined) {
+        params.removeFirst();
+        return edit.insert(path, name, YamlTree::text(value),
+                           slash > 0 ? placeBehind(*known, group + '/', name) : QString());
+    }
+    std::vector<std::pair<QString, YamlNodePtr>> together;
+    const auto isOfGroup = [&](const QPair<QString, QString>& param) {
+        return param.first.startsWith(group + '/', Qt::CaseInsensitive);
+    };
+    for (const auto& param : params) {
+        if (isOfGroup(param)) {
+            together.emplace_back(param.first.mid(slash + 1), YamlTree::text(param.second));
+        }
+    }
+    params.erase(std::remove_if(params.begin(), params.end(), isOfGroup), params.end());
+    return edit.insert(path, group, YamlTree::map(together));
 }
 
 } // namespace
 
 bool ParamEdit::hasDevice(const YamlEdit& edit, const QString& device)
 {
-    const YamlNode* const devices = valueOf(edit.root(), "devices");
-    return devices && valueOf(*devices, device);
+    return PanelTree::device(edit, device) != nullptr;
 }
 
 YamlEdit::Error ParamEdit::setParam(YamlEdit& edit, const QString& device, const QString& name,
                                     const QString& value)
 {
+    return setParams(edit, device, {{name, value}});
+}
+
+YamlEdit::Error ParamEdit::setParams(YamlEdit& edit, const QString& device, const Params& params)
+{
     if (edit.error()) {
         return edit.error();
     }
-    const YamlNode* const devices = valueOf(edit.root(), "devices");
-    const YamlNode* const map = devices ? valueOf(*devices, device) : nullptr;
-    if (!map) {
-        QStringList ids;
-        for (size_t i = 0; devices && i < devices->entries.size(); ++i) {
-            ids += devices->entries[i].key ? devices->entries[i].key->text : QString();
-        }
-        return TextError{{}, "there is no device " + inQuotes(device) + didYouMean(device, ids)};
+    if (!hasDevice(edit, device)) {
+        return PanelTree::noDevice(edit, device);
     }
-    const Path params{"devices", device, "params"};
-    const YamlNode* const known = valueOf(*map, "params");
-    const Path found = known ? findParam(*known, name) : Path();
-    return found.isEmpty() ? insertParam(edit, params, name, YamlTree::text(value))
-                           : edit.setText(params + found, value);
+    YamlEdit next = edit;
+    Params missing;
+    for (const auto& [name, value] : params) {
+        const Path found = PanelTree::findParam(*PanelTree::device(next, device), name);
+        if (found.isEmpty()) {
+            missing.append({name, value});
+        } else if (YamlEdit::Error error =
+                       next.setText(Path{"devices", device, "params"} + found, value)) {
+            return error;
+        }
+    }
+    while (!missing.isEmpty()) {
+        if (YamlEdit::Error error = insertFirst(next, device, missing)) {
+            return error;
+        }
+    }
+    edit = next;
+    return std::nullopt;
 }
 
-YamlEdit::Error ParamEdit::removeParam(YamlEdit&, const QString&, const QString&)
+YamlEdit::Error ParamEdit::removeParam(YamlEdit& edit, const QString& device, const QString& name)
 {
-    return TextError{{}, "not done yet"};
+    if (edit.error()) {
+        return edit.error();
+    }
+    if (!hasDevice(edit, device)) {
+        return PanelTree::noDevice(edit, device);
+    }
+    const YamlNode& map = *PanelTree::device(edit, device);
+    const Path found = PanelTree::findParam(map, name);
+    if (found.isEmpty()) {
+        return std::nullopt;
+    }
+    // A map goes with the last that it holds.
+    Path path{"devices", device, "params"};
+    const YamlNode* node = PanelTree::valueOf(&map, "params");
+    Path removed = path;
+    for (const QString& key : found) {
+        path += key;
+        removed = node->entries.size() > 1 ? path : removed;
+        node = PanelTree::valueOf(node, key);
+    }
+    return edit.remove(removed);
+}
+
+YamlNodePtr ParamEdit::newParams(const YamlEdit& edit, const Params& params)
+{
+    std::vector<std::pair<QString, YamlNodePtr>> entries;
+    QStringList groups;
+    for (const auto& param : params) {
+        const int slash = param.first.indexOf('/');
+        const QString group = param.first.left(std::max(slash, 0));
+        if (slash <= 0 || usualSpelling(edit, group) == Spelling::Joined) {
+            entries.emplace_back(param.first, YamlTree::text(param.second));
+        } else if (!groups.contains(group)) {
+            groups.append(group);
+            std::vector<std::pair<QString, YamlNodePtr>> together;
+            for (const auto& one : params) {
+                if (one.first.startsWith(group + '/')) {
+                    together.emplace_back(one.first.mid(slash + 1), YamlTree::text(one.second));
+                }
+            }
+            entries.emplace_back(group, YamlTree::map(together));
+        }
+    }
+    return YamlTree::map(entries);
 }
 
 } // namespace norvo

@@ -15,10 +15,10 @@ Error add(YamlEdit& edit, const QString& device, bool isOutput, const QString& n
 /// Where the definition is a map, the text behind "as".
 Error setDefinition(YamlEdit& edit, const QString& device, bool isOutput, const QString& name,
                     const QString& definition);
-/// In connections and alarms too.
+/// Wherever the file names it, too.
 Error rename(YamlEdit& edit, const QString& device, bool isOutput, const QString& name,
              const QString& newName);
-/// With its connections.
+/// With its connections and alarms.
 Error remove(YamlEdit& edit, const QString& device, bool isOutput, const QString& name);
 
 } // namespace PortEdit

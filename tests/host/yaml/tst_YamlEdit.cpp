@@ -49,7 +49,8 @@ void tst_YamlEdit::entryIsInsertedInTheStyleOfItsSiblings_data()
         "m:\n  a: |\n    x\n  k: v\n\nn: 2\n");
     row("brackets", "m: {a: 1} # c\n", "m", "m: {a: 1, k: v} # c\n");
     row("spaces in brackets", "m: { a: 1 }", "m", "m: { a: 1, k: v }");
-    row("empty brackets", "m: {}\n", "m", "m: {k: v}\n");
+    row("empty brackets", "m: {} # none\n", "m", "m: # none\n  k: v\n");
+    row("empty brackets below", "a:\n  m: {}\n", "a>m", "a:\n  m: {k: v}\n");
     row("comma at the end", "m: {a: 1,}\n", "m", "m: {a: 1, k: v,}\n");
     row("brackets over lines", "m: {\n  a: 1, # one\n  b: 2 # two\n}\n", "m",
         "m: {\n  a: 1, # one\n  b: 2, # two\n  k: v\n}\n");
@@ -136,7 +137,7 @@ void tst_YamlEdit::itemIsAddedToAList_data()
     row("behind the first", "c:\n  - a # A\n  - b\n", 0, "c:\n  - a # A\n  - x.y -> z\n  - b\n");
     row("compact", "c:\n- a\nd: 1\n", -1, "c:\n- a\n- x.y -> z\nd: 1\n");
     row("brackets", "c: [a, b]\n", -1, "c: [a, b, x.y -> z]\n");
-    row("empty brackets", "c: []\n", -1, "c: [x.y -> z]\n");
+    row("empty brackets", "c: []\n", -1, "c:\n  - x.y -> z\n");
     row("absent", "c:\nd: 1\n", -1, "c:\n  - x.y -> z\nd: 1\n");
     row("absent, beside a compact list", "b:\n- 1\nc:\n", -1, "b:\n- 1\nc:\n- x.y -> z\n");
     row("no last line end", "c:\n  - a", -1, "c:\n  - a\n  - x.y -> z");
