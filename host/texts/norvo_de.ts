@@ -256,6 +256,33 @@
     </message>
 </context>
 <context>
+    <name>norvo::RecoverySheet</name>
+    <message>
+        <source>The last editing ended before its changes were saved</source>
+        <translation>Die letzte Bearbeitung endete, bevor ihre Änderungen gesichert waren</translation>
+    </message>
+    <message>
+        <source>What was not saved</source>
+        <translation>Was nicht gesichert war</translation>
+    </message>
+    <message>
+        <source>In the file</source>
+        <translation>In der Datei</translation>
+    </message>
+    <message>
+        <source>Decide later</source>
+        <translation>Später entscheiden</translation>
+    </message>
+    <message>
+        <source>Drop them</source>
+        <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Take them over</source>
+        <translation>Übernehmen</translation>
+    </message>
+</context>
+<context>
     <name>norvo::SaveSheet</name>
     <message>
         <source>There are changes that are not saved</source>
@@ -421,6 +448,13 @@
     <message>
         <source>no source</source>
         <translation>keine Quelle</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::UnsavedCopy</name>
+    <message>
+        <source>What is not saved cannot be kept as %1: %2</source>
+        <translation>Nicht Gesichertes lässt sich nicht als %1 aufheben: %2</translation>
     </message>
 </context>
 <context>

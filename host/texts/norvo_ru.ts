@@ -256,6 +256,33 @@
     </message>
 </context>
 <context>
+    <name>norvo::RecoverySheet</name>
+    <message>
+        <source>The last editing ended before its changes were saved</source>
+        <translation>Прошлая правка прервалась до сохранения</translation>
+    </message>
+    <message>
+        <source>What was not saved</source>
+        <translation>Что не было сохранено</translation>
+    </message>
+    <message>
+        <source>In the file</source>
+        <translation>В файле</translation>
+    </message>
+    <message>
+        <source>Decide later</source>
+        <translation>Решить позже</translation>
+    </message>
+    <message>
+        <source>Drop them</source>
+        <translation>Отбросить</translation>
+    </message>
+    <message>
+        <source>Take them over</source>
+        <translation>Принять</translation>
+    </message>
+</context>
+<context>
     <name>norvo::SaveSheet</name>
     <message>
         <source>There are changes that are not saved</source>
@@ -421,6 +448,13 @@
     <message>
         <source>no source</source>
         <translation>нет источника</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::UnsavedCopy</name>
+    <message>
+        <source>What is not saved cannot be kept as %1: %2</source>
+        <translation>Несохранённое не записать как %1: %2</translation>
     </message>
 </context>
 <context>

@@ -10,7 +10,7 @@ class EditedFile;
 /// Asks what to do where others have changed the file that has unsaved changes here, and shows
 /// both. Closed without an answer nothing is done.
 ///
-/// The parts can be found by their object names: "mine", "theirs", "keepMine", "takeTheirs".
+/// The parts can be found by their object names: those of TwoTexts, "keepMine", "takeTheirs".
 class ConflictSheet : public Sheet
 {
     Q_OBJECT
@@ -21,9 +21,6 @@ public:
 
 signals:
     void problem(QString text);
-
-private:
-    void addTexts(const QByteArray& mine, const QByteArray& theirs);
 };
 
 } // namespace norvo

@@ -26,6 +26,7 @@ const QCommandLineOption kAudit("audit", {}, "FILE");
 const QCommandLineOption kFullscreen("fullscreen");
 const QCommandLineOption kKiosk("kiosk");
 const QCommandLineOption kTheme("theme", {}, "THEME");
+const QCommandLineOption kEdit("edit");
 const QCommandLineOption kCheck("check");
 const QCommandLineOption kSet("set", {}, "DEVICE.PARAM=VALUE");
 const QCommandLineOption kScreenshot("screenshot", {}, "OUT.png");
@@ -115,6 +116,8 @@ const QList<QList<QCommandLineOption>> kAlternatives{
     {kState, kNoState},
     {kSet, kCheck, kScreenshot, kFullscreen, kKiosk, kTypes, kDescribe, kDescribeAll, kSchema,
      kMakePin, kExport},
+    {kEdit, kSet, kCheck, kScreenshot, kKiosk, kTypes, kDescribe, kDescribeAll, kSchema, kMakePin,
+     kExport},
 };
 
 QString contradiction(const QCommandLineParser& parser)
@@ -176,6 +179,8 @@ QStringList panelFilesOf(const QCommandLineParser& parser, QString& error)
         error = QString("one panel file at a time, not \"%1\" as well").arg(files[1]);
     } else if (files.contains(PanelInput::kStandardInput) && parser.isSet(kSet)) {
         error = "--set needs a file, not standard input";
+    } else if (files.contains(PanelInput::kStandardInput) && parser.isSet(kEdit)) {
+        error = "--edit needs a file, not standard input";
     } else if (files.count(PanelInput::kStandardInput) > 1) {
         error = "standard input can be read once";
     }
@@ -298,10 +303,10 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
 {
     QCommandLineParser parser;
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // As Qt's own are.
-    parser.addOptions({kPlugins, kState,    kNoState,     kAudit,      kFullscreen, kKiosk,
-                       kTheme,   kCheck,    kSet,         kScreenshot, kAfter,      kSize,
-                       kTypes,   kDescribe, kDescribeAll, kSchema,     kMakePin,    kExport,
-                       kFrom,    kTo,       kFormat,      kVerbose,    kHelp,       kVersion});
+    parser.addOptions({kPlugins,     kState,  kNoState,    kAudit,  kFullscreen, kKiosk, kTheme,
+                       kCheck,       kSet,    kScreenshot, kAfter,  kSize,       kTypes, kDescribe,
+                       kDescribeAll, kSchema, kMakePin,    kExport, kFrom,       kTo,    kFormat,
+                       kVerbose,     kHelp,   kVersion,    kEdit});
     parser.addOptions(ServeOptions::all());
     parser.addOptions(kQtOptions);
     Options options;
@@ -320,6 +325,7 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
     options.auditFile = parser.value(kAudit);
     options.fullscreen = parser.isSet(kFullscreen);
     options.kiosk = parser.isSet(kKiosk);
+    options.edits = parser.isSet(kEdit);
     options.verbose = parser.isSet(kVerbose);
     if (error.isEmpty() && parser.isSet(kTheme)) {
         options.theme = themeNamed(parser.value(kTheme), error);

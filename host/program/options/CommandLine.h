@@ -54,6 +54,7 @@ struct Options
     std::optional<ViewSettings> view; ///< None: the panel is not served.
     bool fullscreen = false;
     bool kiosk = false;                    ///< On the whole screen, which nobody can leave.
+    bool edits = false;                    ///< The panel, which may be new, is edited at once.
     std::optional<PanelLook::Theme> theme; ///< None: what the panel file says.
     bool verbose = false;
     QStringList qtArguments; ///< Qt's own options, as QApplication reads them.

@@ -10,6 +10,8 @@ QString CommandLine::helpText()
         R"(Runs an operator panel from a text file.
 
 norvo-panel [options] PANEL.yaml                 runs the panel
+norvo-panel --edit PANEL.yaml                    runs the panel and edits it; a file that is not there
+                                                 is made when it is saved
 norvo-panel --check PANEL.yaml...                reports every error of each panel, no window
 norvo-panel --set DEVICE.PARAM=VALUE PANEL.yaml  writes a parameter's value into the panel file;
                                                  can be given several times, all or none are done

@@ -15,6 +15,7 @@ private slots:
     void panelAloneIsRun();
     void everyOptionArrives();
     void kioskArrives();
+    void editArrives();
     void themeArrives();
     void formAndTypeOfAListingArrive();
     void smallestAndLargestPictureAreTaken();
@@ -70,6 +71,16 @@ void tst_CommandLine::everyOptionArrives()
     QVERIFY(parse({"p.yaml", "--verbose"}, error).verbose);
     QVERIFY(!parse({"p.yaml", "--no-state"}, error).keepsState);
     QCOMPARE(error, QString());
+}
+
+void tst_CommandLine::editArrives()
+{
+    QString error;
+    QVERIFY(!parse({"p.yaml"}, error).edits);
+    const Options options = parse({"--edit", "p.yaml"}, error);
+    QVERIFY(error.isEmpty());
+    QVERIFY(options.edits);
+    QVERIFY(options.action == Options::Action::Run);
 }
 
 void tst_CommandLine::kioskArrives()
@@ -282,6 +293,12 @@ void tst_CommandLine::errorIsReported_data()
                                     << "--state and --no-state do not go together";
     QTest::newRow("check and picture") << QStringList{"--check", "--screenshot", "o", "a"}
                                        << "--check and --screenshot do not go together";
+    QTest::newRow("kiosk and edit") << QStringList{"--edit", "--kiosk", "a"}
+                                    << "--edit and --kiosk do not go together";
+    QTest::newRow("edit and check")
+        << QStringList{"--edit", "--check", "a"} << "--edit and --check do not go together";
+    QTest::newRow("editing standard input")
+        << QStringList{"--edit", "-"} << "--edit needs a file, not standard input";
     QTest::newRow("kiosk and fullscreen") << QStringList{"--fullscreen", "--kiosk", "a"}
                                           << "--fullscreen and --kiosk do not go together";
     QTest::newRow("picture and fullscreen") << QStringList{"--fullscreen", "--screenshot", "o", "a"}

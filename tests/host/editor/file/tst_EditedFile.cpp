@@ -162,9 +162,9 @@ void tst_EditedFile::theSheetShowsBothAndTakesTheirs()
     auto* const sheet =
         new norvo::ConflictSheet(panel->window, *file, panel->session->document().text());
     sheet->present();
-    QVERIFY(sheet->findChild<QPlainTextEdit*>("mine")->toPlainText().contains("text: Mine"));
-    QVERIFY(sheet->findChild<QPlainTextEdit*>("theirs")->toPlainText().contains("text: Theirs"));
-    QCOMPARE(sheet->findChild<QPlainTextEdit*>("mine")->extraSelections().size(), 1);
+    QVERIFY(sheet->findChild<QPlainTextEdit*>("left")->toPlainText().contains("text: Mine"));
+    QVERIFY(sheet->findChild<QPlainTextEdit*>("right")->toPlainText().contains("text: Theirs"));
+    QCOMPARE(sheet->findChild<QPlainTextEdit*>("left")->extraSelections().size(), 1);
     QTest::mouseClick(sheet->findChild<QPushButton*>("takeTheirs"), Qt::LeftButton);
     QCOMPARE(panel->session->document().text(), with("Theirs"));
     QCOMPARE(panel->session->undo(), QString());
