@@ -899,6 +899,17 @@
     </message>
 </context>
 <context>
+    <name>norvo::DeviceShelf</name>
+    <message>
+        <source>Devices that are not seen on the panel</source>
+        <translation>Geräte, die auf der Tafel nicht zu sehen sind</translation>
+    </message>
+    <message>
+        <source>%1 out, %2 in</source>
+        <translation>%1 aus, %2 ein</translation>
+    </message>
+</context>
+<context>
     <name>norvo::Port</name>
     <message>
         <source>number</source>
@@ -934,6 +945,21 @@
     </message>
 </context>
 <context>
+    <name>norvo::PortKeys</name>
+    <message>
+        <source>Output %1</source>
+        <translation>Ausgang %1</translation>
+    </message>
+    <message>
+        <source>Input %1</source>
+        <translation>Eingang %1</translation>
+    </message>
+    <message>
+        <source>All %1 ...</source>
+        <translation>Alle %1 ...</translation>
+    </message>
+</context>
+<context>
     <name>norvo::PortList</name>
     <message>
         <source>%1 is connected to %2 already</source>
@@ -942,6 +968,87 @@
     <message>
         <source>%1 carries %2, %3 takes %4</source>
         <translation>%1 liefert %2, %3 nimmt %4</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::WireCanvas</name>
+    <message>
+        <source>Remove the connection</source>
+        <translation>Verbindung entfernen</translation>
+    </message>
+    <message>
+        <source>Go to the other end</source>
+        <translation>Zum anderen Ende gehen</translation>
+    </message>
+    <message>
+        <source>Connections of the panel</source>
+        <translation>Verbindungen der Tafel</translation>
+    </message>
+    <message>
+        <source>%1 inputs</source>
+        <translation>%1 Eingänge</translation>
+    </message>
+    <message>
+        <source>%1 outputs</source>
+        <translation>%1 Ausgänge</translation>
+    </message>
+    <message>
+        <source>%1 has no inputs</source>
+        <translation>%1 hat keine Eingänge</translation>
+    </message>
+    <message>
+        <source>%1 has no outputs</source>
+        <translation>%1 hat keine Ausgänge</translation>
+    </message>
+    <message>
+        <source>%1 has no outputs and no inputs</source>
+        <translation>%1 hat weder Ausgänge noch Eingänge</translation>
+    </message>
+    <message>
+        <source>Outputs of %1</source>
+        <translation>Ausgänge von %1</translation>
+    </message>
+    <message>
+        <source>Inputs of %1</source>
+        <translation>Eingänge von %1</translation>
+    </message>
+    <message>
+        <source>What is to be passed on?</source>
+        <translation>Was soll weitergegeben werden?</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::WireEdits</name>
+    <message>
+        <source>It is made %1: change it there</source>
+        <translation>Entstanden %1: dort ändern</translation>
+    </message>
+    <message>
+        <source>It stands in another file</source>
+        <translation>Steht in einer anderen Datei</translation>
+    </message>
+    <message>
+        <source>Connect %1 to %2</source>
+        <translation>%1 mit %2 verbinden</translation>
+    </message>
+    <message>
+        <source>Change the connection of %1 to %2</source>
+        <translation>Verbindung von %1 zu %2 ändern</translation>
+    </message>
+    <message>
+        <source>Disconnect %1 from %2</source>
+        <translation>%1 von %2 trennen</translation>
+    </message>
+    <message>
+        <source>Connected. This closes the circle %1; its values are passed on one after the other</source>
+        <translation>Verbunden. Das schließt den Kreis %1; seine Werte werden nacheinander weitergegeben</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::WireValues</name>
+    <message>
+        <source>pulse</source>
+        <translation>Impuls</translation>
     </message>
 </context>
 </TS>

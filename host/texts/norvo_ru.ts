@@ -899,6 +899,17 @@
     </message>
 </context>
 <context>
+    <name>norvo::DeviceShelf</name>
+    <message>
+        <source>Devices that are not seen on the panel</source>
+        <translation>Устройства, которых не видно на панели</translation>
+    </message>
+    <message>
+        <source>%1 out, %2 in</source>
+        <translation>выходов %1, входов %2</translation>
+    </message>
+</context>
+<context>
     <name>norvo::Port</name>
     <message>
         <source>number</source>
@@ -934,6 +945,21 @@
     </message>
 </context>
 <context>
+    <name>norvo::PortKeys</name>
+    <message>
+        <source>Output %1</source>
+        <translation>Выход %1</translation>
+    </message>
+    <message>
+        <source>Input %1</source>
+        <translation>Вход %1</translation>
+    </message>
+    <message>
+        <source>All %1 ...</source>
+        <translation>Все %1 ...</translation>
+    </message>
+</context>
+<context>
     <name>norvo::PortList</name>
     <message>
         <source>%1 is connected to %2 already</source>
@@ -942,6 +968,87 @@
     <message>
         <source>%1 carries %2, %3 takes %4</source>
         <translation>%1 передаёт %2, %3 принимает %4</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::WireCanvas</name>
+    <message>
+        <source>Remove the connection</source>
+        <translation>Удалить соединение</translation>
+    </message>
+    <message>
+        <source>Go to the other end</source>
+        <translation>Перейти к другому концу</translation>
+    </message>
+    <message>
+        <source>Connections of the panel</source>
+        <translation>Соединения панели</translation>
+    </message>
+    <message>
+        <source>%1 inputs</source>
+        <translation>входов: %1</translation>
+    </message>
+    <message>
+        <source>%1 outputs</source>
+        <translation>выходов: %1</translation>
+    </message>
+    <message>
+        <source>%1 has no inputs</source>
+        <translation>У %1 нет входов</translation>
+    </message>
+    <message>
+        <source>%1 has no outputs</source>
+        <translation>У %1 нет выходов</translation>
+    </message>
+    <message>
+        <source>%1 has no outputs and no inputs</source>
+        <translation>У %1 нет ни выходов, ни входов</translation>
+    </message>
+    <message>
+        <source>Outputs of %1</source>
+        <translation>Выходы %1</translation>
+    </message>
+    <message>
+        <source>Inputs of %1</source>
+        <translation>Входы %1</translation>
+    </message>
+    <message>
+        <source>What is to be passed on?</source>
+        <translation>Что передавать?</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::WireEdits</name>
+    <message>
+        <source>It is made %1: change it there</source>
+        <translation>Создано %1: измените там</translation>
+    </message>
+    <message>
+        <source>It stands in another file</source>
+        <translation>Находится в другом файле</translation>
+    </message>
+    <message>
+        <source>Connect %1 to %2</source>
+        <translation>Соединить %1 с %2</translation>
+    </message>
+    <message>
+        <source>Change the connection of %1 to %2</source>
+        <translation>Изменить соединение %1 с %2</translation>
+    </message>
+    <message>
+        <source>Disconnect %1 from %2</source>
+        <translation>Отсоединить %1 от %2</translation>
+    </message>
+    <message>
+        <source>Connected. This closes the circle %1; its values are passed on one after the other</source>
+        <translation>Соединено. Это замыкает круг %1; его значения передаются по очереди</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::WireValues</name>
+    <message>
+        <source>pulse</source>
+        <translation>импульс</translation>
     </message>
 </context>
 </TS>

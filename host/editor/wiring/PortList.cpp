@@ -62,6 +62,28 @@ QVector<Port> portsOf(const QStringList& signatures, bool isOutput,
     return ports;
 }
 
+const PortSetting* namedPort(const Port& port, const DeviceSetting& device)
+{
+    const auto found =
+        std::find_if(device.ports.cbegin(), device.ports.cend(), [&](const PortSetting& named) {
+            return named.isOutput == port.isOutput && named.name.text == port.name;
+        });
+    return found == device.ports.cend() ? nullptr : &*found;
+}
+
+/// What the panel's author has named is what is looked for.
+void putNamedFirst(QVector<Port>& ports, const DeviceSetting& device)
+{
+    for (Port& port : ports) {
+        if (const PortSetting* const named = namedPort(port, device)) {
+            port.meaning = named->definition.text;
+        }
+    }
+    std::stable_partition(ports.begin(), ports.end(), [&device](const Port& port) {
+        return namedPort(port, device) != nullptr;
+    });
+}
+
 /// Of signals that bring a slot the same, that of the text: it is sent for each value.
 QVector<Wire> oneForEachSlot(const QVector<Wire>& wires)
 {
@@ -143,12 +165,8 @@ PortList::Ports PortList::makePorts(const DeviceSetting& setting, const BaseDevi
                        words ? words->outputs : QVector<MethodWords>()),
                portsOf(device.grabMethods({}, QMetaMethod::Slot, false), false,
                        words ? words->inputs : QVector<MethodWords>())};
-    for (const PortSetting& named : setting.ports) {
-        for (Port& port : named.isOutput ? made.outputs : made.inputs) {
-            if (port.name == named.name.text) {
-                port.meaning = named.definition.text;
-            }
-        }
+    for (QVector<Port>* side : {&made.outputs, &made.inputs}) {
+        putNamedFirst(*side, setting);
     }
     if (!isOwn) {
         m_portsOfType.insert(type, made);
@@ -170,11 +188,7 @@ QString PortList::shapeOf(const Port& port) const
     if (!hasMethodsOfItsOwn(device)) {
         return type + '.' + port.name;
     }
-    const bool isNamed =
-        std::any_of(device.ports.cbegin(), device.ports.cend(), [&port](const PortSetting& named) {
-            return named.isOutput == port.isOutput && named.name.text == port.name;
-        });
-    if (!isNamed) {
+    if (!namedPort(port, device)) {
         return port.device + '.' + port.name;
     }
     QStringList arguments;

@@ -44,8 +44,9 @@ class PortList
 public:
     explicit PortList(const EditSession& session);
 
-    /// In the order of declaration, without those for the device's own widget. None of a device
-    /// that is unknown, or whose ports are known after a start only that has failed.
+    /// Those that the panel's author has named, then in the order of declaration; without those for
+    /// the device's own widget. None of a device that is unknown, or whose ports are known after a
+    /// start only that has failed.
     const QVector<Port>& outputs(const QString& device) const;
     const QVector<Port>& inputs(const QString& device) const;
     /// Those that can be the other end of the port.

@@ -1,0 +1,337 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/editor/EditedPanel.h"
+#include "TestMain.h"
+
+#include "host/editor/wiring/DeviceShelf.h"
+#include "host/editor/wiring/WireCanvas.h"
+#include "host/window/look/TouchSize.h"
+
+#include <QAction>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScreen>
+#include <QtTest>
+
+#include <memory>
+
+using norvo::DeviceShelf;
+using norvo::WireCanvas;
+using norvo::WireLine;
+
+namespace {
+
+const QByteArray kPanel =
+    "devices:\n"
+    "  go: {device: button, params: {text: Go, widget: {row: 0, column: 0}}}\n"
+    "  lamp: {device: indicator, params: {widget: {row: 0, column: 2}}}\n"
+    "  goal: {device: input, params: {widget: {row: 1, column: 0}}}\n"
+    "  field: {device: output_digital, params: {widget: {row: 1, column: 2}}}\n"
+    "  wave: {device: generator, params: {interval: 20}}\n"
+    "connections:\n"
+    "  - wave.output(double) -> field.input(double)\n";
+
+const QByteArray kPages =
+    "devices:\n"
+    "  go: {device: button, params: {text: Go, widget: {area: First, row: 0, column: 0}}}\n"
+    "  lamp: {device: indicator, params: {widget: {area: Second, row: 0, column: 0}}}\n"
+    "connections:\n"
+    "  - go.toggled -> lamp.input\n";
+
+/// A panel under a canvas, driven by hand.
+struct WiredPanel : EditedPanel
+{
+    explicit WiredPanel(const QByteArray& text, const QSize& size = {800, 480})
+        : EditedPanel(text, size), canvas(new WireCanvas(*session, &pages()))
+    {
+        QObject::connect(canvas, &WireCanvas::problem,
+                         [this](const QString& said) { problems.append(said); });
+        settle();
+    }
+    ~WiredPanel() { delete canvas; }
+
+    void settle() const
+    {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    }
+    void tap(const QPoint& point) const
+    {
+        QTest::mouseClick(canvas, Qt::LeftButton, {}, point);
+        settle();
+    }
+    /// Anywhere on the device.
+    void tapDevice(const QString& id) const
+    {
+        if (canvas->scene().isOnPage(id)) {
+            tap(canvas->scene().deviceRect(id).center());
+        } else {
+            DeviceShelf& shelf = canvas->shelf();
+            QTest::mouseClick(shelf.viewport(), Qt::LeftButton, {},
+                              shelf.itemRect(id).center() - shelf.viewport()->pos());
+            settle();
+        }
+    }
+    QPushButton* key(const QString& port) const { return canvas->findChild<QPushButton*>(port); }
+    void tapKey(const QString& port) const
+    {
+        QPushButton* const found = key(port);
+        QVERIFY2(found && found->isVisible(), qPrintable(port));
+        QTest::mouseClick(found, Qt::LeftButton);
+        settle();
+    }
+    QListWidget* list() const { return window.findChild<QListWidget*>("pick"); }
+    QStringList connections() const
+    {
+        QStringList texts;
+        for (const auto& one : description().connections) {
+            texts.append(one.whole.text);
+        }
+        return texts;
+    }
+    bool hasSaid(const QString& text) const { return !problems.filter(text).isEmpty(); }
+
+    WireCanvas* canvas;
+    QStringList problems;
+};
+
+} // namespace
+
+class tst_WireCanvas : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aTapShowsTheKeysOfADevice();
+    void threeTapsConnect();
+    void ofSeveralPairsOneIsPicked();
+    void whatDoesNotFitSaysWhyOnTap();
+    void anInputCanBeTakenFirst();
+    void aDeviceOfTheShelfIsConnectedToo();
+    void theKeyboardAloneConnects();
+    void deleteRemovesTheLineThatWasTapped();
+    void aLineOfATemplateIsFixed();
+    void aLineToAnotherPageLeadsThere();
+    void escapeGoesBackStepByStep();
+    void valuesStandOnTheirLines();
+    void nothingIsHeardOncePutAway();
+    void aCircleIsTold();
+};
+
+void tst_WireCanvas::aTapShowsTheKeysOfADevice()
+{
+    WiredPanel panel(kPanel);
+    QVERIFY(panel.canvas->isVisible());
+    panel.tapDevice("go");
+    QCOMPARE(panel.session->selection(), QStringList("go"));
+    const QPushButton* const output = panel.key("go.toggled");
+    const QPushButton* const input = panel.key("go.setToggled");
+    QVERIFY(output && input);
+    QVERIFY(input->geometry().right() < output->geometry().left());
+    const int target =
+        norvo::TouchSize::pixels(norvo::PanelLook::Touch::Fingers, *panel.canvas->screen());
+    for (const QPushButton* key : panel.canvas->findChildren<QPushButton*>()) {
+        QVERIFY2(key->height() >= target && key->width() >= target, qPrintable(key->text()));
+        QVERIFY2(panel.canvas->rect().contains(key->geometry()), qPrintable(key->text()));
+        for (const QPushButton* other : panel.canvas->findChildren<QPushButton*>()) {
+            QVERIFY(other == key || !other->geometry().intersects(key->geometry()));
+        }
+    }
+    panel.tapDevice("lamp");
+    QVERIFY(!panel.key("go.toggled"));
+    QVERIFY(panel.key("lamp.input"));
+}
+
+void tst_WireCanvas::threeTapsConnect()
+{
+    WiredPanel panel(kPanel);
+    panel.tapDevice("go");
+    panel.tapKey("go.toggled");
+    panel.tapDevice("lamp");
+    QCOMPARE(panel.connections().last(), QString("go.toggled -> lamp.input"));
+    QCOMPARE(panel.session->undoName(), QString("Connect go to lamp"));
+    QCOMPARE(panel.canvas->selectedConnection(), 1);
+    QVERIFY2(panel.problems.isEmpty(), qPrintable(panel.problems.join("; ")));
+    panel.session->undo();
+    QCOMPARE(panel.session->document().text(), kPanel);
+}
+
+void tst_WireCanvas::ofSeveralPairsOneIsPicked()
+{
+    WiredPanel panel(kPanel);
+    panel.tapDevice("goal");
+    panel.tapKey("goal.output");
+    panel.tapDevice("field");
+    QVERIFY(panel.list());
+    QVERIFY(panel.list()->item(1)->text().contains("goal.output(QString) -> field.input"));
+    QTest::mouseClick(panel.list()->viewport(), Qt::LeftButton, {},
+                      panel.list()->visualItemRect(panel.list()->item(1)).center());
+    panel.settle();
+    QCOMPARE(panel.connections().last(), QString("goal.output(QString) -> field.input"));
+}
+
+void tst_WireCanvas::whatDoesNotFitSaysWhyOnTap()
+{
+    WiredPanel panel(kPanel);
+    panel.tapDevice("goal");
+    panel.tapKey("goal.output");
+    panel.tapDevice("lamp");
+    QVERIFY(panel.hasSaid("goal.output carries number or text, lamp.input takes yes/no"));
+    QCOMPARE(panel.connections().size(), 1);
+}
+
+void tst_WireCanvas::anInputCanBeTakenFirst()
+{
+    WiredPanel panel(kPanel);
+    panel.tapDevice("lamp");
+    panel.tapKey("lamp.input");
+    panel.tapDevice("go");
+    QCOMPARE(panel.connections().last(), QString("go.toggled -> lamp.input"));
+}
+
+void tst_WireCanvas::aDeviceOfTheShelfIsConnectedToo()
+{
+    WiredPanel panel(kPanel);
+    QCOMPARE(panel.canvas->shelf().devices(), QStringList("wave"));
+    QVERIFY(panel.canvas->shelf().isVisible());
+    QVERIFY(panel.canvas->geometry().bottom() < panel.canvas->shelf().geometry().top());
+    panel.tapDevice("wave");
+    QVERIFY(panel.key("wave.output"));
+    panel.tapKey("wave.output");
+    panel.tapDevice("goal");
+    panel.tapKey("goal.input");
+    QCOMPARE(panel.connections().last(), QString("wave.output -> goal.input"));
+}
+
+void tst_WireCanvas::theKeyboardAloneConnects()
+{
+    WiredPanel panel(kPanel);
+    panel.canvas->setFocus();
+    QTest::keyClick(panel.canvas, Qt::Key_Tab);
+    QCOMPARE(panel.session->selection(), QStringList("go"));
+    QTest::keyClick(panel.canvas, Qt::Key_Return);
+    QWidget* focus = QApplication::focusWidget();
+    for (int i = 0; i < 20 && focus->objectName() != "go.toggled"; ++i) {
+        QTest::keyClick(focus, i % 2 ? Qt::Key_Tab : Qt::Key_Down);
+        focus = QApplication::focusWidget();
+    }
+    QCOMPARE(focus->objectName(), QString("go.toggled"));
+    QTest::keyClick(focus, Qt::Key_Return);
+    panel.settle();
+    QVERIFY(panel.canvas->hasFocus());
+    QTest::keyClick(panel.canvas, Qt::Key_Tab);
+    QTest::keyClick(panel.canvas, Qt::Key_Return);
+    panel.settle();
+    QCOMPARE(panel.connections().last(), QString("go.toggled -> lamp.input"));
+}
+
+void tst_WireCanvas::deleteRemovesTheLineThatWasTapped()
+{
+    WiredPanel panel(kPanel);
+    const WireLine line = panel.canvas->scene().lines().first();
+    panel.tap(line.points[16].toPoint());
+    QCOMPARE(panel.canvas->selectedConnection(), 0);
+    QTest::keyClick(panel.canvas, Qt::Key_Delete);
+    QCOMPARE(panel.connections(), QStringList());
+    QVERIFY(!panel.canvas->actions().first()->isEnabled());
+    QCOMPARE(panel.session->undoName(), QString("Disconnect wave from field"));
+}
+
+void tst_WireCanvas::aLineOfATemplateIsFixed()
+{
+    WiredPanel panel("templates:\n"
+                     "  pair:\n"
+                     "    devices:\n"
+                     "      go: {device: button}\n"
+                     "      lamp: {device: indicator}\n"
+                     "    connections:\n"
+                     "      - go.toggled -> lamp.input\n"
+                     "devices:\n"
+                     "  a: {use: pair}\n");
+    QTest::keyClick(panel.canvas, Qt::Key_Down);
+    QCOMPARE(panel.canvas->selectedConnection(), 0);
+    panel.canvas->actions().first()->trigger();
+    QVERIFY2(panel.hasSaid("It is made"), qPrintable(panel.problems.join("; ")));
+    QCOMPARE(panel.connections().size(), 1);
+}
+
+void tst_WireCanvas::aLineToAnotherPageLeadsThere()
+{
+    WiredPanel panel(kPages);
+    const WireLine line = panel.canvas->scene().lines().first();
+    QCOMPARE(line.away, QString("lamp"));
+    QVERIFY(line.tag.contains("Second"));
+    panel.tap(line.tagRect.center().toPoint());
+    QVERIFY(panel.canvas->scene().isOnPage("lamp"));
+    QCOMPARE(panel.session->selection(), QStringList("lamp"));
+    QCOMPARE(panel.canvas->scene().lines().first().away, QString("go"));
+}
+
+void tst_WireCanvas::escapeGoesBackStepByStep()
+{
+    WiredPanel panel(kPanel);
+    panel.tapDevice("goal");
+    panel.tapKey("goal.output");
+    panel.tapDevice("go"); // Several inputs fit.
+    QVERIFY(panel.key("go.toggle") && !panel.key("go.toggled"));
+    QTest::keyClick(panel.canvas, Qt::Key_Escape);
+    panel.settle();
+    QVERIFY(!panel.key("go.toggle"));
+    QTest::keyClick(panel.canvas, Qt::Key_Escape);
+    panel.tapDevice("lamp"); // Nothing is begun any more.
+    QCOMPARE(panel.connections().size(), 1);
+    QVERIFY(panel.key("lamp.input"));
+}
+
+void tst_WireCanvas::valuesStandOnTheirLines()
+{
+    WiredPanel panel(kPanel);
+    QTRY_VERIFY_WITH_TIMEOUT(panel.canvas->shownValue(0).toDouble() != 0, 60000);
+    const QString first = panel.canvas->shownValue(0);
+    QTRY_VERIFY_WITH_TIMEOUT(panel.canvas->shownValue(0) != first, 60000);
+}
+
+void tst_WireCanvas::nothingIsHeardOncePutAway()
+{
+    WiredPanel panel(kPanel);
+    const auto receivers = [&panel] {
+        struct Counting : QObject
+        {
+            using QObject::receivers;
+        };
+        return static_cast<const Counting*>(static_cast<QObject*>(panel.panel().device("wave")))
+            ->receivers(SIGNAL(output(double)));
+    };
+    QCOMPARE(receivers(), 2);
+    panel.canvas->hide();
+    QCOMPARE(receivers(), 1);
+    panel.canvas->show();
+    QCOMPARE(receivers(), 2);
+    delete panel.canvas;
+    panel.canvas = nullptr;
+    QCOMPARE(receivers(), 1);
+    QVERIFY(!panel.pages().findChild<DeviceShelf*>());
+}
+
+void tst_WireCanvas::aCircleIsTold()
+{
+    WiredPanel panel("devices:\n"
+                     "  a: {device: button}\n"
+                     "  b: {device: indicator}\n"
+                     "connections:\n"
+                     "  - a.toggled -> b.input\n");
+    panel.tapDevice("b");
+    panel.tapKey("b.output");
+    panel.tapDevice("a");
+    panel.tapKey("a.setToggled");
+    if (panel.list()) {
+        QTest::keyClick(panel.list(), Qt::Key_Return);
+    }
+    panel.settle();
+    QCOMPARE(panel.connections().size(), 2);
+    QVERIFY2(panel.hasSaid("a -> b -> a") || panel.hasSaid("b -> a -> b"),
+             qPrintable(panel.problems.join("; ")));
+}
+
+NORVO_TEST(tst_WireCanvas)
+#include "tst_WireCanvas.moc"
