@@ -73,6 +73,14 @@ void addLookKeys(QJsonObject& keys)
     keys.insert("language", textLike("^[a-z]{2,3}([_-][A-Z][a-z]{3})?([_-][A-Z]{2})?$",
                                      "Of the program's own texts and keyboard, such as de or "
                                      "pt_BR; the system's by default."));
+    keys.insert(
+        "pages",
+        QJsonObject{{"type", QJsonArray{"array", "null"}},
+                    {"items", QJsonObject{{"type", QJsonArray{"string", "number", "boolean"}},
+                                          {"minLength", 1}}},
+                    {"uniqueItems", true},
+                    {"description", "The names of the tabs in their order, those without "
+                                    "devices too; tabs that only devices name follow."}});
     keys.insert("rows", weights("The share of the spare height that each row gets, for all tabs "
                                 "or for each by its name; 0: none."));
     keys.insert("columns", weights("The share of the spare width that each column gets, for all "

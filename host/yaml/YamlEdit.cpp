@@ -164,6 +164,18 @@ YamlEdit::Error YamlEdit::renameKey(const Path& path, const QString& key)
 YamlEdit::Error YamlEdit::insert(const Path& map, const QString& key, const YamlNodePtr& value,
                                  const QString& after)
 {
+    return insertKey(map, key, value, after);
+}
+
+YamlEdit::Error YamlEdit::insertFirst(const Path& map, const QString& key, const YamlNodePtr& value)
+{
+    return insertKey(map, key, value, std::nullopt);
+}
+
+/// Behind the key `after`; null: last; none: first.
+YamlEdit::Error YamlEdit::insertKey(const Path& map, const QString& key, const YamlNodePtr& value,
+                                    const std::optional<QString>& after)
+{
     Trail trail;
     if (Error error = find(map, trail)) {
         return error;
@@ -175,14 +187,16 @@ YamlEdit::Error YamlEdit::insert(const Path& map, const QString& key, const Yaml
     if (indexOf(*target.value, key) >= 0) {
         return TextError{target.place, QString("the key %1 is there already").arg(inQuotes(key))};
     }
-    const int behind = after.isNull() ? -1 : indexOf(*target.value, after);
-    if (!after.isNull() && behind < 0) {
-        return TextError{target.place, QString("there is no key %1").arg(inQuotes(after))};
+    const bool isBehind = after && !after->isNull();
+    const int behind = isBehind ? indexOf(*target.value, *after) : -1;
+    if (isBehind && behind < 0) {
+        return TextError{target.place, QString("there is no key %1").arg(inQuotes(*after))};
     }
+    const bool isLast = after && !isBehind;
     YamlEntry entry;
     entry.key = YamlTree::text(key);
     entry.value = value;
-    return insertEntry(trail, entry, behind);
+    return insertEntry(trail, entry, isLast ? int(target.value->entries.size()) : behind + 1);
 }
 
 YamlEdit::Error YamlEdit::add(const Path& list, const YamlNodePtr& value, int after)
@@ -201,7 +215,7 @@ YamlEdit::Error YamlEdit::add(const Path& list, const YamlNodePtr& value, int af
     }
     YamlEntry entry;
     entry.value = value;
-    return insertEntry(trail, entry, after);
+    return insertEntry(trail, entry, after < 0 ? int(target.value->entries.size()) : after + 1);
 }
 
 YamlEdit::Error YamlEdit::remove(const Path& path)
@@ -267,32 +281,31 @@ YamlEdit::Error YamlEdit::refuseShared(const Trail& trail) const
     return std::nullopt;
 }
 
-/// Behind the entry of the index `after`; -1: last.
-YamlEdit::Error YamlEdit::insertEntry(const Trail& trail, const YamlEntry& entry, int after)
+/// As the entry of that index.
+YamlEdit::Error YamlEdit::insertEntry(const Trail& trail, const YamlEntry& entry, int index)
 {
     if (Error error = refuseShared(trail)) {
         return error;
     }
     const YamlEntry& target = *trail.entries.back();
     const int depth = int(trail.indices.size());
-    const int last = int(target.value->entries.size()) - 1;
-    const int behind = after < 0 ? last : after;
+    const bool isEmpty = target.value->entries.empty();
     const bool isAbsent = target.value->kind == YamlNode::Kind::Absent;
     const YamlEntry* const parent = depth == 0 ? nullptr : *(trail.entries.cend() - 2);
     std::vector<YamlSplice> candidates;
     for (const bool writesLines : {true, false}) {
         const YamlSplices splices(*m_source, m_root, writesLines);
-        if (isAbsent || (depth == 1 && last < 0 && !parent->value->isFlow)) {
+        if (isAbsent || (depth == 1 && isEmpty && !parent->value->isFlow)) {
             candidates.push_back(
                 splices.creation(parent, depth == 0 ? -1 : trail.indices.back(), entry, depth));
         }
         if (!isAbsent) {
-            candidates.push_back(splices.insertion(target, entry, behind, depth));
+            candidates.push_back(splices.insertion(target, entry, index - 1, depth));
         }
     }
     const auto expected = changed(root(), trail.indices, 0, [&](YamlNode& node) {
         node.kind = entry.key ? YamlNode::Kind::Map : YamlNode::Kind::List;
-        node.entries.insert(node.entries.begin() + (behind + 1), entry);
+        node.entries.insert(node.entries.begin() + index, entry);
     });
     return apply(candidates, expected, target.place);
 }

@@ -43,6 +43,8 @@ public:
     /// Inserts an entry into a map, or where a value is absent; behind the key `after`, or last.
     Error insert(const Path& map, const QString& key, const YamlNodePtr& value,
                  const QString& after = {});
+    /// The same, before all others.
+    Error insertFirst(const Path& map, const QString& key, const YamlNodePtr& value);
     /// Adds an entry to a list, or where a value is absent; behind the index `after`, or last.
     Error add(const Path& list, const YamlNodePtr& value, int after = -1);
     /// Removes an entry of a map or a list; one that becomes empty stays, as "{}" or "[]".
@@ -58,7 +60,9 @@ private:
 
     Error find(const Path& path, Trail& trail) const;
     Error refuseShared(const Trail& trail) const;
-    Error insertEntry(const Trail& trail, const YamlEntry& entry, int after);
+    Error insertKey(const Path& map, const QString& key, const YamlNodePtr& value,
+                    const std::optional<QString>& after);
+    Error insertEntry(const Trail& trail, const YamlEntry& entry, int index);
     Error apply(const std::vector<YamlSplice>& candidates, const YamlNodePtr& expected,
                 const Place& place);
 

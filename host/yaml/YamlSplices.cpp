@@ -108,6 +108,11 @@ YamlSplice YamlSplices::insertion(const YamlEntry& parent, const YamlEntry& entr
     if (parent.value->isFlow) {
         return flowInsertion(parent, entry, after);
     }
+    if (after < 0) {
+        const int begin = m_spans.spanOf(parent, 0).begin;
+        const QString first = blockEntry(entry, {}, {&parent, depth, begin, quotesOf(parent)});
+        return {begin, begin, first + lineEnd() + indentOf(parent)};
+    }
     const int end = m_spans.spanOf(parent, after).end;
     const QString written =
         blockEntry(entry, indentOf(parent), {&parent, depth, end, quotesOf(parent)});
@@ -125,8 +130,11 @@ YamlSplice YamlSplices::flowInsertion(const YamlEntry& parent, const YamlEntry& 
     const QString written = (entry.key ? YamlText::quotedKey(entry.key->text, quotes) + ": " : "") +
                             YamlText::flow(*entry.value, quotes);
     if (after < 0) {
-        const int open = m_spans.contentOf(parent) + 1;
-        return {open, open, written};
+        const bool isEmpty = parent.value->entries.empty();
+        const int begin = isEmpty ? m_spans.contentOf(parent) + 1 : m_spans.spanOf(parent, 0).begin;
+        const bool isOnLine = isEmpty || !isFirstOnLine(begin);
+        const QString behind = isOnLine ? QString(" ") : lineEnd() + QString(columnOf(begin), ' ');
+        return {begin, begin, isEmpty ? written : written + ',' + behind};
     }
     const YamlSpan span = m_spans.spanOf(parent, after);
     const bool hasOwnLine = isFirstOnLine(span.begin);
@@ -270,8 +278,8 @@ QString YamlSplices::blockEntry(const YamlEntry& entry, const QString& indent,
     const QString flow = YamlText::flow(value, spot.quotes);
     const bool isLong =
         written.size() + flow.size() >= kMaxLine || (m_writesLines && flow.contains("\\n"));
-    const bool isBlock =
-        !value.entries.empty() && (spot.depth == 0 || (model ? !model->value->isFlow : isLong));
+    const bool isBlock = !value.entries.empty() && !value.isFlow &&
+                         (spot.depth == 0 || (model ? !model->value->isFlow : isLong));
     if (!isBlock) {
         return written + ' ' + flow;
     }

@@ -35,7 +35,7 @@ public:
                                          const QString& text) const;
     /// Writes another key of an entry. The best first.
     std::vector<YamlSplice> renamings(const YamlEntry& parent, int index, const QString& key) const;
-    /// Writes an entry behind that of the index `after`, or into an empty list or map. `depth`:
+    /// Writes an entry behind that of the index `after`, before all with -1. `depth`:
     /// entries above the new one; 0 at the top.
     YamlSplice insertion(const YamlEntry& parent, const YamlEntry& entry, int after,
                          int depth) const;

@@ -95,6 +95,16 @@ std::optional<QString> PanelTree::paramOf(const YamlNode& device, const QString&
     return path.isEmpty() || !node->isText() ? std::nullopt : std::make_optional(node->text);
 }
 
+QStringList PanelTree::pages(const YamlEdit& edit)
+{
+    QStringList names;
+    const YamlNode* const list = valueOf(&edit.root(), "pages");
+    for (size_t i = 0; list && i < list->entries.size(); ++i) {
+        names += list->entries[i].value->text;
+    }
+    return names;
+}
+
 QString PanelTree::areaOf(const YamlNode& device)
 {
     if (isUse(device)) {
@@ -106,9 +116,9 @@ QString PanelTree::areaOf(const YamlNode& device)
 
 QString PanelTree::firstArea(const YamlEdit& edit)
 {
-    const YamlNode* const pages = valueOf(&edit.root(), "pages");
-    if (pages && !pages->entries.empty()) {
-        return pages->entries[0].value->text;
+    const QStringList listed = pages(edit);
+    if (!listed.isEmpty()) {
+        return listed[0];
     }
     const YamlNode* const map = devices(edit);
     for (size_t i = 0; map && i < map->entries.size(); ++i) {
@@ -149,13 +159,17 @@ QString PanelTree::keyBefore(const YamlEdit& edit, const QString& key)
 
 YamlEdit::Error PanelTree::insertKey(YamlEdit& edit, const QString& key, const YamlNodePtr& value)
 {
-    return edit.insert({}, key, value, keyBefore(edit, key));
+    const QString before = keyBefore(edit, key);
+    return before.isNull() && edit.root().kind == YamlNode::Kind::Map
+               ? edit.insertFirst({}, key, value)
+               : edit.insert({}, key, value, before);
 }
 
-YamlNodePtr PanelTree::list(const QVector<YamlNodePtr>& values)
+YamlNodePtr PanelTree::list(const QVector<YamlNodePtr>& values, bool isFlow)
 {
     auto node = std::make_shared<YamlNode>();
     node->kind = YamlNode::Kind::List;
+    node->isFlow = isFlow;
     for (const YamlNodePtr& value : values) {
         YamlEntry entry;
         entry.value = value;

@@ -26,6 +26,7 @@ YamlEdit::Path findParam(const YamlNode& device, const QString& name);
 /// The text of a parameter; none when the device does not give it.
 std::optional<QString> paramOf(const YamlNode& device, const QString& name);
 
+QStringList pages(const YamlEdit& edit); ///< That the file lists.
 /// The page that a device or a use asks for; empty: none.
 QString areaOf(const YamlNode& device);
 /// The page of those that ask for none; empty: the file names no page.
@@ -38,7 +39,8 @@ QString keyBefore(const YamlEdit& edit, const QString& key);
 /// Inserts a key of the panel in its place of that order.
 YamlEdit::Error insertKey(YamlEdit& edit, const QString& key, const YamlNodePtr& value);
 
-YamlNodePtr list(const QVector<YamlNodePtr>& values);
+/// `isFlow`: to be written in brackets, whatever stands around it.
+YamlNodePtr list(const QVector<YamlNodePtr>& values, bool isFlow = false);
 
 } // namespace PanelTree
 

@@ -4,6 +4,8 @@
 
 #include "host/panel/edit/PanelTree.h"
 
+#include "norvo/Categories.h"
+
 #include <algorithm>
 
 namespace norvo {
@@ -67,6 +69,18 @@ QString placeBehind(const YamlNode& map, const QString& prefix, const QString& n
     return behind;
 }
 
+/// A position stands before what else a widget has.
+YamlEdit::Error insertParam(YamlEdit& edit, const Path& path, const YamlNode& map,
+                            const QString& prefix, const QString& name, const QString& value)
+{
+    const QString behind = placeBehind(map, prefix, name);
+    const bool isPosition = path.last().compare(kWidgetGroup, Qt::CaseInsensitive) == 0 &&
+                            (name == "row" || name == "column");
+    return isPosition && behind.isNull() && !map.entries.empty()
+               ? edit.insertFirst(path, name, YamlTree::text(value))
+               : edit.insert(path, name, YamlTree::text(value), behind);
+}
+
 /// The first of these parameters, none of which the device gives, with those that are written in
 /// one with it.
 YamlEdit::Error insertFirst(YamlEdit& edit, const QString& device, Params& params)
@@ -86,14 +100,12 @@ YamlEdit::Error insertFirst(YamlEdit& edit, const QString& device, Params& param
     if (spelling == Spelling::Nested) {
         params.removeFirst();
         const YamlNode* const map = PanelTree::valueOf(known, key);
-        return edit.insert(path + Path{key}, name.mid(slash + 1), YamlTree::text(value),
-                           placeBehind(*map, {}, name.mid(slash + 1)));
+        return insertParam(edit, path + Path{key}, *map, {}, name.mid(slash + 1), value);
     }
     spelling = spelling == Spelling::Unknown ? usualSpelling(edit, group) : spelling;
     if (spelling == Spelling::Joined) {
         params.removeFirst();
-        return edit.insert(path, name, YamlTree::text(value),
-                           slash > 0 ? placeBehind(*known, group + '/', name) : QString());
+        return insertParam(edit, path, *known, slash > 0 ? group + '/' : QString(), name, value);
     }
     std::vector<std::pair<QString, YamlNodePtr>> together;
     const auto isOfGroup = [&](const QPair<QString, QString>& param) {

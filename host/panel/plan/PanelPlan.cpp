@@ -60,6 +60,7 @@ private:
             known.insert(node->id(), node);
         }
         m_plan.settings = m_description.devices;
+        m_plan.pages = m_description.look.pages;
         for (const DeviceSetting& setting : m_description.devices) {
             Node* const same = known.value(setting.id.text);
             const bool stays =
@@ -387,7 +388,7 @@ Placement PanelPlan::layOut()
             wanted.append(nodes[i]->wantedCells(settings[i]));
         }
     }
-    Placement placement(wanted);
+    Placement placement(wanted, pages);
     for (size_t i = 0; i < shown.size(); ++i) {
         cells[shown[i]] = placement.cells()[int(i)];
     }

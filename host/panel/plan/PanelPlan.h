@@ -29,7 +29,8 @@ struct PanelPlan
     std::vector<std::unique_ptr<Node>> made; ///< Devices that are new.
     std::vector<Node*> nodes;                ///< All, in the order of the file.
     QVector<DeviceSetting> settings;         ///< One for each node: what the file says of it.
-    QStringList areas;                       ///< The tabs; empty: none.
+    QStringList pages;                       ///< Tabs that the file lists.
+    QStringList areas;                       ///< All tabs; empty: none.
     QVector<Cells> cells;            ///< One for each node; means nothing for one not shown.
     QVector<PlannedWire> wires;      ///< In the order of the file.
     QVector<PlannedAlarm> alarms;    ///< In the order of the file.

@@ -218,9 +218,13 @@ QString placementError(const QString& param, const QString& value)
     return inQuotes(value) + " is not a whole number " + range;
 }
 
-Placement::Placement(const QVector<Cells>& requests) : m_cells(requests)
+Placement::Placement(const QVector<Cells>& requests, const QStringList& pages)
+    : m_areas(pages), m_cells(requests)
 {
     QHash<QString, Grid> grids;
+    for (const QString& page : pages) {
+        grids.insert(page, {});
+    }
     for (const Cells& request : requests) {
         if (!request.area.isEmpty() && !grids.contains(request.area)) {
             m_areas.append(request.area);

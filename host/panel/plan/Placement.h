@@ -63,9 +63,11 @@ public:
         int column;
     };
 
-    explicit Placement(const QVector<Cells>& requests);
+    /// `pages` are areas that come first, whether anything asks for them or not.
+    explicit Placement(const QVector<Cells>& requests, const QStringList& pages = {});
 
-    /// The tabs in the order of their first mention; empty when there are none.
+    /// The tabs: those given, then others in the order of their first mention; empty when there are
+    /// none.
     const QStringList& areas() const { return m_areas; }
     const QVector<Cells>& cells() const { return m_cells; } ///< One for each request.
     /// A pair is named once, and not at all where an earlier one covers all that the two share.

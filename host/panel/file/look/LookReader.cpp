@@ -12,7 +12,7 @@ namespace {
 
 const QSize kMinDesign(64, 64);
 const QSize kMaxDesign(16384, 16384);
-constexpr int kMaxLines = 1000; // Rows or columns with a weight, as many as have a place.
+constexpr int kMaxLines = 1000; // Rows or columns with a weight, as many as have a place; pages.
 
 const QMap<QString, PanelLook::Touch> kTouches{{"fingers", PanelLook::Touch::Fingers},
                                                {"gloves", PanelLook::Touch::Gloves}};
@@ -61,6 +61,24 @@ void readLanguage(const YamlEntry& entry, const ReadContext& context, QString& l
     }
 }
 
+void readPages(const YamlEntry& entry, const ReadContext& context, QStringList& pages)
+{
+    for (const YamlEntry& one :
+         context.entriesOf(entry, YamlNode::Kind::List,
+                           "pages must be a list of the names of tabs, such as [Main, Details]")) {
+        const QString& name = one.value->text;
+        if (!one.value->isText() || name.isEmpty()) {
+            context.refuse(one.place, "the name of a page must be a text, and not empty");
+        } else if (pages.contains(name)) {
+            context.refuse(one.place, QString("the page %1 is given twice").arg(inQuotes(name)));
+        } else if (pages.size() == kMaxLines) {
+            return context.refuse(one.place, "more than 1,000 pages");
+        } else {
+            pages.append(name);
+        }
+    }
+}
+
 QVector<int> readWeights(const YamlEntry& entry, const QString& key, const ReadContext& context)
 {
     const QString error = key + " must be a list of whole numbers from 0 to 100, such as [0, 3, 1]";
@@ -100,7 +118,8 @@ void readTabs(const YamlEntry& entry, const ReadContext& context, PanelLook::Wei
 
 const QStringList& lookKeys()
 {
-    static const QStringList keys{"theme", "touch", "design", "fit", "language", "rows", "columns"};
+    static const QStringList keys{"theme",    "touch", "design", "fit",
+                                  "language", "pages", "rows",   "columns"};
     return keys;
 }
 
@@ -125,6 +144,8 @@ void readLook(const YamlEntry& entry, const ReadContext& context, PanelLook& loo
         readDesign(entry, context, look.design);
     } else if (key == "language") {
         readLanguage(entry, context, look.language);
+    } else if (key == "pages") {
+        readPages(entry, context, look.pages);
     } else {
         readTabs(entry, context, key == "rows" ? look.rows : look.columns);
     }

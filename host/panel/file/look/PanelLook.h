@@ -4,6 +4,7 @@
 #include <QMap>
 #include <QSize>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 namespace norvo {
@@ -24,10 +25,11 @@ struct PanelLook
     Theme theme = Theme::System;
     Touch touch = Touch::Fingers;
     Fit fit = Fit::Grow;
-    QSize design;     ///< In pixels, for which the page was laid out; empty: none was named.
-    QString language; ///< Such as "de" or "pt_BR"; empty: the system's.
-    Weights rows;     ///< None for a tab: rows grow where something in them wants height.
-    Weights columns;  ///< None for a tab: of one width, as far as nothing is cut.
+    QSize design;      ///< In pixels, for which the page was laid out; empty: none was named.
+    QStringList pages; ///< Names of tabs, in their order; those that only devices name follow.
+    QString language;  ///< Such as "de" or "pt_BR"; empty: the system's.
+    Weights rows;      ///< None for a tab: rows grow where something in them wants height.
+    Weights columns;   ///< None for a tab: of one width, as far as nothing is cut.
 };
 
 } // namespace norvo

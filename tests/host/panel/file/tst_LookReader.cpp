@@ -35,13 +35,14 @@ void tst_LookReader::everyKeyIsRead()
 {
     const PanelLook look =
         panels::sound("theme: dark\ntouch: gloves\ndesign: 1024x600\nfit: scale\n"
-                      "language: de\nrows: [0, 3, 100]\ncolumns: [1]\n")
+                      "language: de\npages: [Main, 2]\nrows: [0, 3, 100]\ncolumns: [1]\n")
             .look;
     QCOMPARE(look.theme, PanelLook::Theme::Dark);
     QCOMPARE(look.touch, PanelLook::Touch::Gloves);
     QCOMPARE(look.fit, PanelLook::Fit::Scale);
     QCOMPARE(look.design, QSize(1024, 600));
     QCOMPARE(look.language, QString("de"));
+    QCOMPARE(look.pages, QStringList({"Main", "2"}));
     QCOMPARE(look.rows, (PanelLook::Weights{{"", {0, 3, 100}}}));
     QCOMPARE(look.columns, (PanelLook::Weights{{"", {1}}}));
 }
@@ -83,6 +84,8 @@ void tst_LookReader::faultIsReported_data()
     row("rows: [1, 101]", "11: " + rows);
     row("rows: [1.5]", "8: " + rows);
     row("rows: {Pumps: 1}", "15: " + rows);
+    row("pages: Main",
+        "8: error: pages must be a list of the names of tabs, such as [Main, Details]");
     row("colums: [1]", "1: error: unknown key \"colums\"; did you mean \"columns\"?");
 }
 

@@ -92,8 +92,8 @@ const QVector<FileErrors> kErrors{
     {"merge-key", {"5:5: error: \"<<\" merges nothing here; give the alias as the value itself"}},
     {"merge-key-in-quotes",
      {"1:1: error: unknown key \"<<\"; a panel has title, devices, connections, templates, "
-      "include, access, alarms, audit, history, theme, touch, design, fit, language, rows and "
-      "columns"}},
+      "include, access, alarms, audit, history, theme, touch, design, fit, language, pages, "
+      "rows and columns"}},
     {"key-no-text", {"2:1: error: a key must be a text"}},
     {"key-twice-top",
      {"3:1: error: the key \"title\" is given twice; it is already in line 1, column 1"}},
@@ -116,12 +116,16 @@ const QVector<FileErrors> kErrors{
     {"unknown-key",
      {"1:1: error: unknown key \"devcies\"; did you mean \"devices\"?",
       "2:1: error: unknown key \"layout\"; a panel has title, devices, connections, templates, "
-      "include, access, alarms, audit, history, theme, touch, design, fit, language, rows and "
-      "columns"}},
+      "include, access, alarms, audit, history, theme, touch, design, fit, language, pages, "
+      "rows and columns"}},
     {"unknown-key-of-device",
      {"4:5: error: unknown key \"parms\" of the device \"cpu\"; did you mean \"params\"?",
       "5:5: error: unknown key \"interval\" of the device \"cpu\"; a device has device, params, "
       "outputs, inputs, network, keep, access and confirm, and its parameters stand in params"}},
+    {"pages",
+     {"2:15: error: the name of a page must be a text, and not empty",
+      "2:19: error: the name of a page must be a text, and not empty",
+      "2:35: error: the page \"Main\" is given twice"}},
     {"title-list", {"1:8: error: the title must be a text"}},
     {"devices-list",
      {"2:3: error: devices must be a map: the id of each device, and what it is, as in \"start: "

@@ -61,6 +61,7 @@ private slots:
     void places_data();
     void places();
     void areasInOrderOfFirstMention();
+    void listedPagesComeFirst();
     void readsParameters();
     void textsThatAreNoPlaceCountAsNotGiven();
     void errorsOfPlacementTexts_data();
@@ -167,6 +168,13 @@ void tst_Placement::areasInOrderOfFirstMention()
     QCOMPARE(Placement({at(-1, -1), at(0, 0)}).areas(), QStringList());
     QCOMPARE(Placement({at(-1, -1), in("Motors"), in("Air"), in("Motors"), in("air")}).areas(),
              QStringList({"Motors", "Air", "air"}));
+}
+
+void tst_Placement::listedPagesComeFirst()
+{
+    const Placement placement({at(-1, -1), in("Motors"), in("Air")}, {"Air", "Empty"});
+    QCOMPARE(placement.areas(), QStringList({"Air", "Empty", "Motors"}));
+    QCOMPARE(placesOf(placement), QString("0,0@Air 0,0@Motors 1,0@Air"));
 }
 
 void tst_Placement::readsParameters()
