@@ -7,7 +7,7 @@
 #include "host/catalogue/SenseCheck.h"
 #include "host/panel/file/PanelFile.h"
 #include "host/program/PluginSet.h"
-#include "host/program/RunningPanel.h"
+#include "host/program/run/RunningPanel.h"
 #include "host/services/history/HistoryQuery.h"
 #include "host/services/history/HistoryStore.h"
 

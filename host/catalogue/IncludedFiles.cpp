@@ -71,4 +71,23 @@ void rebaseIncludedFiles(PanelDescription& description, const Catalogue& catalog
     }
 }
 
+QHash<QString, QStringList> shownFiles(PanelDescription description, const Catalogue& catalogue,
+                                       const QString& folder)
+{
+    rebaseIncludedFiles(description, catalogue);
+    QHash<QString, QStringList> files;
+    for (const DeviceSetting& device : qAsConst(description.devices)) {
+        const TypeWords* const words = catalogue.words(device.type.text);
+        for (const ParamSetting& param : device.params) {
+            const ParamWords* const known = words ? words->param(param.name.text) : nullptr;
+            if (known && !param.value.text.isEmpty() &&
+                (known->kind == ParamKind::PictureFile || known->kind == ParamKind::QmlFile)) {
+                files[device.id.text].append(
+                    QDir::cleanPath(QDir(folder).absoluteFilePath(param.value.text)));
+            }
+        }
+    }
+    return files;
+}
+
 } // namespace norvo

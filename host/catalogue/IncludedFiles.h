@@ -3,6 +3,9 @@
 
 #include "host/panel/file/PanelDescription.h"
 
+#include <QHash>
+#include <QStringList>
+
 namespace norvo {
 
 class Catalogue;
@@ -11,5 +14,10 @@ class Catalogue;
 /// to its folder; this makes them relative to the panel's folder, where devices look for them. Only
 /// parameters whose words say that they are files or commands are changed.
 void rebaseIncludedFiles(PanelDescription& description, const Catalogue& catalogue);
+
+/// The pictures and QML documents that parameters name, by device, as absolute paths; `folder` is
+/// the panel's.
+QHash<QString, QStringList> shownFiles(PanelDescription description, const Catalogue& catalogue,
+                                       const QString& folder);
 
 } // namespace norvo

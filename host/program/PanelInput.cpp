@@ -38,15 +38,38 @@ PanelInput::PanelInput(const QString& argument)
       m_startFolder(QDir::currentPath())
 {}
 
+QString PanelInput::path() const
+{
+    return m_isStandardInput ? m_startFolder
+                             : QDir::cleanPath(QDir(m_startFolder).absoluteFilePath(m_name));
+}
+
+QString PanelInput::folder() const
+{
+    return m_isStandardInput ? m_startFolder : QFileInfo(path()).path();
+}
+
 PanelDescription PanelInput::read(Diagnostics& diagnostics) const
 {
-    QDir::setCurrent(m_startFolder);
-    PanelDescription description = m_isStandardInput
-                                       ? PanelFile::parse(readStandardInput(), m_name, diagnostics)
-                                       : PanelFile::read(m_name, diagnostics);
-    if (!m_isStandardInput) {
-        QDir::setCurrent(QFileInfo(m_name).absolutePath());
+    if (m_isStandardInput) {
+        return parse(readStandardInput(), diagnostics);
     }
+    QDir::setCurrent(m_startFolder);
+    QString reason;
+    const auto text = readTextFile(m_name, reason);
+    if (text) {
+        return parse(*text, diagnostics);
+    }
+    diagnostics.error({}, reason);
+    QDir::setCurrent(folder());
+    return {m_name, {}, {}, {}, {}, {}};
+}
+
+PanelDescription PanelInput::parse(const QByteArray& text, Diagnostics& diagnostics) const
+{
+    QDir::setCurrent(m_startFolder);
+    const PanelDescription description = PanelFile::parse(text, m_name, diagnostics);
+    QDir::setCurrent(folder());
     if (description.access.isGiven() && !PinHash::isAvailable()) {
         diagnostics.error(description.access.place, PinHash::kUnavailable);
     }

@@ -23,8 +23,15 @@ public:
     /// to that, for devices, their libraries and their child programs alike. In a panel
     /// from standard input they are relative to the working folder of the start.
     PanelDescription read(Diagnostics& diagnostics) const;
+    /// The same from a text in the place of the file's.
+    PanelDescription parse(const QByteArray& text, Diagnostics& diagnostics) const;
+
+    QString path() const;   ///< Absolute; of standard input that of its working folder.
+    QString folder() const; ///< That names in the panel are relative to.
 
 private:
+    void enterFolder() const;
+
     bool m_isStandardInput;
     QString m_name;
     QString m_startFolder; ///< The working folder of the start.

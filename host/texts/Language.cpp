@@ -17,10 +17,13 @@ namespace norvo {
 
 namespace {
 
+const QString kInstalled = QStringLiteral("norvoLanguage");
+
 void install(QGuiApplication& application, const QLocale& locale, const QString& name,
              const QString& folder)
 {
     auto* const texts = new QTranslator(&application);
+    texts->setObjectName(kInstalled);
     if (texts->load(locale, name, "_", folder)) {
         QCoreApplication::installTranslator(texts);
     } else {
@@ -33,6 +36,7 @@ void install(QGuiApplication& application, const QLocale& locale, const QString&
 void Language::use(QGuiApplication& application, const QString& name)
 {
     initResource();
+    qDeleteAll(application.findChildren<QTranslator*>(kInstalled));
     const QLocale locale = name.isEmpty() ? QLocale::system() : QLocale(name);
     install(application, locale, "qtbase", QLibraryInfo::location(QLibraryInfo::TranslationsPath));
     install(application, locale, "norvo", ":/norvo/texts");

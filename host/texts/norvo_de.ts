@@ -172,6 +172,25 @@
     </message>
 </context>
 <context>
+    <name>norvo::FileFault</name>
+    <message>
+        <source>line %1: </source>
+        <translation>Zeile %1: </translation>
+    </message>
+    <message>
+        <source>The file has an error: %1</source>
+        <translation>Die Datei hat einen Fehler: %1</translation>
+    </message>
+    <message>
+        <source>Errors in the panel&apos;s file</source>
+        <translation>Fehler in der Datei der Tafel</translation>
+    </message>
+    <message>
+        <source>Read again</source>
+        <translation>Neu lesen</translation>
+    </message>
+</context>
+<context>
     <name>norvo::PanelWindow</name>
     <message>
         <source>This panel cannot start</source>

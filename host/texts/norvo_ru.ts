@@ -172,6 +172,25 @@
     </message>
 </context>
 <context>
+    <name>norvo::FileFault</name>
+    <message>
+        <source>line %1: </source>
+        <translation>строка %1: </translation>
+    </message>
+    <message>
+        <source>The file has an error: %1</source>
+        <translation>В файле ошибка: %1</translation>
+    </message>
+    <message>
+        <source>Errors in the panel&apos;s file</source>
+        <translation>Ошибки в файле панели</translation>
+    </message>
+    <message>
+        <source>Read again</source>
+        <translation>Прочитать снова</translation>
+    </message>
+</context>
+<context>
     <name>norvo::PanelWindow</name>
     <message>
         <source>This panel cannot start</source>

@@ -2,6 +2,7 @@
 
 #include "host/window/PanelWindow.h"
 
+#include "host/window/ErrorList.h"
 #include "host/window/fit/ScaledPage.h"
 #include "host/window/layout/FingerScrollArea.h"
 #include "host/window/look/TouchSize.h"
@@ -13,12 +14,11 @@
 #include <QLabel>
 #include <QMetaMethod>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QScreen>
 #include <QScrollArea>
-#include <QTextCursor>
-#include <QTextEdit>
 #include <QVBoxLayout>
+
+#include <memory>
 
 namespace norvo {
 
@@ -26,51 +26,11 @@ namespace {
 
 constexpr int kTitlePoints = 18;
 constexpr int kTextPoints = 12;
-constexpr int kGap = 12; // pixels, between two of them
 
 QFont sized(QFont font, int points)
 {
     font.setPointSize(points);
     return font;
-}
-
-/// The place and the kind in bold, the text below; the file above the first of its errors.
-void append(QTextCursor& cursor, const Diagnostic& diagnostic, bool isFirstOfFile)
-{
-    QTextBlockFormat block;
-    block.setBottomMargin(kGap);
-    QTextCharFormat bold;
-    bold.setFontWeight(QFont::Bold);
-    cursor.setBlockFormat(block);
-    if (isFirstOfFile) {
-        cursor.insertText(diagnostic.file, QTextCharFormat());
-        cursor.insertBlock();
-    }
-    Diagnostic heading = diagnostic;
-    heading.file.clear();
-    heading.text.clear();
-    static const QRegularExpression behindFile("^[: ]+");
-    cursor.insertText(heading.toString().remove(behindFile).trimmed(), bold);
-    cursor.insertText(QString(QChar::LineSeparator) + diagnostic.text, QTextCharFormat());
-}
-
-QTextEdit* makeList(const DiagnosticList& diagnostics)
-{
-    auto* const list = new QTextEdit;
-    list->setReadOnly(true);
-    list->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    list->setFont(sized(list->font(), kTextPoints));
-    QTextCursor cursor(list->document());
-    QString file;
-    for (const Diagnostic& diagnostic : diagnostics) {
-        if (!list->document()->isEmpty()) {
-            cursor.insertBlock();
-        }
-        append(cursor, diagnostic, diagnostic.file != file);
-        file = diagnostic.file;
-    }
-    list->moveCursor(QTextCursor::Start); // It has moved along with what was inserted.
-    return list;
 }
 
 QPushButton* makeKey(PanelWindow& window)
@@ -100,7 +60,7 @@ QWidget* makeErrorPage(const Diagnostics& diagnostics)
     auto* const layout = new QVBoxLayout(page);
     layout->addWidget(title);
     layout->addWidget(summary);
-    layout->addWidget(makeList(diagnostics.sorted()), 1);
+    layout->addWidget(new ErrorList(diagnostics.sorted()), 1);
     return page;
 }
 
@@ -153,6 +113,15 @@ void PanelWindow::scalePage(const QSize& design)
 {
     m_scroll->takeWidget();
     m_scroll->setWidget(new ScaledPage(m_page, design));
+}
+
+void PanelWindow::unscalePage()
+{
+    if (m_scroll->widget() != m_page) {
+        const std::unique_ptr<QWidget> scaled(m_scroll->takeWidget());
+        static_cast<ScaledPage&>(*scaled).givePageBack();
+        m_scroll->setWidget(m_page);
+    }
 }
 
 void PanelWindow::fit(const QSize& limit)

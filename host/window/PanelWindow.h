@@ -35,6 +35,7 @@ public:
     /// From now on the page is as large as `design` says, and drawn so much larger or smaller that
     /// the window holds the whole of it.
     void scalePage(const QSize& design);
+    void unscalePage(); ///< Back to the page's own size; nothing where it has it.
 
     /// Gives the window the size that its page asks for, between kMinSize and `limit`.
     void fit(const QSize& limit);

@@ -79,6 +79,7 @@ struct PanelDescription
     QVector<AlarmSetting> alarms = {}; ///< In the order of the file.
     AuditSetting audit = {};
     HistorySetting history = {};
+    QStringList included = {}; ///< Absolute paths, also of files that cannot be read.
 };
 
 } // namespace norvo

@@ -52,6 +52,7 @@ public:
         } else {
             context.checkKeys(root, ReadContext::Keys::Panel);
             m_library.addPanel(m_file);
+            m_description.included = m_library.included();
             readKeys(root, context);
         }
         return m_description;

@@ -56,6 +56,8 @@ public:
     /// Takes the templates of the panel's file, which is to outlive the library.
     void addPanel(const SourceFile& panel);
 
+    /// Absolute paths of the included files, also of those that cannot be read.
+    QStringList included() const { return m_known.mid(1); }
     const Template* find(const QString& name) const; ///< Null when there is none.
     /// Ends the error about a template that there is not.
     QString suggestion(const QString& wanted) const;

@@ -9,6 +9,8 @@
 #include "host/panel/plan/PlannedWire.h"
 #include "host/panel/plan/SavedState.h"
 
+#include <QSet>
+
 #include <memory>
 #include <vector>
 
@@ -50,6 +52,19 @@ struct PanelPlan
                           const SavedState& saved, Diagnostics& diagnostics,
                           const std::vector<Node*>& running = {},
                           const TypeKnowledge& knowledge = {});
+
+    /// The ids of those that run on; others of the nodes are new, even under an id that was there.
+    QSet<QString> kept() const
+    {
+        QSet<QString> ids;
+        for (const Node* node : nodes) {
+            ids.insert(node->id());
+        }
+        for (const auto& node : made) {
+            ids.remove(node->id());
+        }
+        return ids;
+    }
 
     /// Gives cells to all nodes that are to be seen. To be called again when one that has no
     /// widget has failed, and needs a tile.

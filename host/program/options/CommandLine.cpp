@@ -22,6 +22,7 @@ namespace {
 const QCommandLineOption kPlugins("plugins", {}, "DIR");
 const QCommandLineOption kState("state", {}, "FILE");
 const QCommandLineOption kNoState("no-state");
+const QCommandLineOption kNoReload("no-reload");
 const QCommandLineOption kAudit("audit", {}, "FILE");
 const QCommandLineOption kFullscreen("fullscreen");
 const QCommandLineOption kKiosk("kiosk");
@@ -303,10 +304,10 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
 {
     QCommandLineParser parser;
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // As Qt's own are.
-    parser.addOptions({kPlugins,     kState,  kNoState,    kAudit,  kFullscreen, kKiosk, kTheme,
-                       kCheck,       kSet,    kScreenshot, kAfter,  kSize,       kTypes, kDescribe,
-                       kDescribeAll, kSchema, kMakePin,    kExport, kFrom,       kTo,    kFormat,
-                       kVerbose,     kHelp,   kVersion,    kEdit});
+    parser.addOptions({kPlugins,  kState,       kNoState, kNoReload,   kAudit,  kFullscreen, kKiosk,
+                       kTheme,    kCheck,       kSet,     kScreenshot, kAfter,  kSize,       kTypes,
+                       kDescribe, kDescribeAll, kSchema,  kMakePin,    kExport, kFrom,       kTo,
+                       kFormat,   kVerbose,     kHelp,    kVersion,    kEdit});
     parser.addOptions(ServeOptions::all());
     parser.addOptions(kQtOptions);
     Options options;
@@ -322,6 +323,7 @@ Options CommandLine::parse(const QStringList& arguments, QString& error)
     options.pluginFolders = parser.values(kPlugins);
     options.stateFile = parser.value(kState);
     options.keepsState = !parser.isSet(kNoState);
+    options.reloads = !parser.isSet(kNoReload);
     options.auditFile = parser.value(kAudit);
     options.fullscreen = parser.isSet(kFullscreen);
     options.kiosk = parser.isSet(kKiosk);

@@ -50,6 +50,7 @@ struct Options
     QStringList pluginFolders; ///< In addition to the default ones.
     QString stateFile;         ///< Empty: beside the panel file.
     bool keepsState = true;
+    bool reloads = true;              ///< When the panel's file changes.
     QString auditFile;                ///< Empty: what the panel file says.
     std::optional<ViewSettings> view; ///< None: the panel is not served.
     bool fullscreen = false;

@@ -35,6 +35,7 @@ files in a panel file are relative to its folder.
   --plugins DIR      looks for device plug-ins in DIR, too; can be given several times
   --state FILE       keeps what devices store in FILE, not in PANEL.state.yaml beside the panel
   --no-state         keeps nothing from one run to the next
+  --no-reload        takes no change of the panel's files over while it runs
   --audit FILE       records what is done at the panel in FILE, a JSON line each, not in the file
                      that the panel file names
   --serve [ADDRESS:]PORT

@@ -11,17 +11,36 @@ int AlarmModel::add(const AlarmDefinition& definition)
     const int known = find(definition.id);
     if (known >= 0) {
         m_alarms[size_t(known)].definition = definition;
+        m_retired.erase(known);
         return known;
+    }
+    const int number = freeNumber();
+    if (number >= 0) {
+        m_alarms[size_t(number)].definition = definition;
+        m_byId.insert(definition.id, number);
+    }
+    return number;
+}
+
+int AlarmModel::freeNumber()
+{
+    for (const int retired : m_retired) {
+        Alarm& one = m_alarms[size_t(retired)];
+        if (one.state == AlarmState::Normal && !one.isShelved()) {
+            schedule(retired, 0);
+            m_byId.remove(one.definition.id);
+            m_retired.erase(retired);
+            one = {};
+            m_pending[size_t(retired)] = {};
+            return retired;
+        }
     }
     if (m_alarms.size() >= size_t(kMaxAlarms)) {
         return -1;
     }
-    const int number = int(m_alarms.size());
     m_alarms.emplace_back();
-    m_alarms.back().definition = definition;
     m_pending.emplace_back();
-    m_byId.insert(definition.id, number);
-    return number;
+    return int(m_alarms.size()) - 1;
 }
 
 void AlarmModel::restore(int alarm, AlarmState state, AlarmMoment since, AlarmMoment shelvedUntil,

@@ -40,6 +40,8 @@ public:
     /// The number of the alarm; that of the one with this id, which then gets the new definition.
     /// -1: there are too many.
     int add(const AlarmDefinition& definition);
+    /// The alarm is not defined any more: once it is normal, its number may be another's.
+    void retire(int alarm) { m_retired.insert(alarm); }
     /// The number of the alarm of this id; -1: there is none.
     int find(const QString& id) const { return m_byId.value(id, -1); }
     /// Takes over what an alarm was when the panel last ran. It tells the listener nothing.
@@ -73,6 +75,7 @@ private:
 
     enum class Due { Change, ShelfEnd };
 
+    int freeNumber();
     void begin(int alarm, AlarmMoment now);
     void end(int alarm, AlarmMoment now);
     void enter(int alarm, AlarmState state, AlarmEvent::Kind kind, AlarmMoment now);
@@ -83,6 +86,7 @@ private:
     std::deque<Alarm> m_alarms; ///< References to them stay good.
     std::vector<Pending> m_pending;
     QHash<QString, int> m_byId;
+    std::set<int> m_retired;
     std::set<std::tuple<qint64, int, Due>> m_due; ///< Steady time, and alarm.
     int m_shown = 0;
     int m_burst = 0;

@@ -15,6 +15,7 @@
 #include <QDateTime>
 
 #include <algorithm>
+#include <utility>
 
 namespace norvo {
 
@@ -41,9 +42,19 @@ AlarmDefinition definitionOf(const QString& id, const QString& device, const QSt
 /// The limit of an alarm that the panel names.
 struct AlarmService::Limit
 {
-    AlarmLimit limit;
+    PlannedAlarm planned;
     int alarm = -1;
-    bool isBeyond = false; ///< As the last value said.
+    bool isBeyond = false;                                      ///< As the last value said.
+    std::unique_ptr<QObject> ear = std::make_unique<QObject>(); ///< Owns the tap.
+
+    bool hears(const PlannedAlarm& other) const
+    {
+        const AlarmLimit& mine = planned.setting.limit;
+        const AlarmLimit& its = other.setting.limit;
+        return planned.setting.device == other.setting.device &&
+               planned.signature == other.signature && mine.kind == its.kind &&
+               mine.text == its.text && mine.isYes == its.isYes && mine.deadband == its.deadband;
+    }
 };
 
 AlarmService::AlarmService(const QString& historyFile, QObject* parent)
@@ -70,9 +81,12 @@ AlarmMoment AlarmService::now() const
 
 void AlarmService::listen(const PanelPlan& plan)
 {
-    m_history.read();
-    restore();
-    m_model.setListener([this](const AlarmEvent& event) { record(event); });
+    if (!m_isListening) {
+        m_isListening = true;
+        m_history.read();
+        restore();
+        m_model.setListener([this](const AlarmEvent& event) { record(event); });
+    }
     listenTo(plan);
     setTimer(); // A shelf may be over.
     note();
@@ -102,38 +116,62 @@ void AlarmService::restore()
 
 void AlarmService::listenTo(const PanelPlan& plan)
 {
+    const QSet<QString> kept = plan.kept();
+    m_readouts.forgetAllBut(kept);
+    const QVector<int> stillHeard = m_readouts.alarms();
+    m_defined = QSet<int>(stillHeard.cbegin(), stillHeard.cend());
     QHash<QString, Node*> nodes;
     for (Node* const node : plan.nodes) {
         nodes.insert(node->id(), node);
-        m_readouts.listen(*node);
+        if (!kept.contains(node->id())) {
+            m_readouts.listen(*node);
+        }
+    }
+    QHash<int, std::unique_ptr<Limit>*> before;
+    std::vector<std::unique_ptr<Limit>> limits = std::exchange(m_limits, {});
+    for (auto& limit : limits) {
+        before.insert(limit->alarm, &limit);
     }
     for (const PlannedAlarm& planned : plan.alarms) {
         const int alarm = define(definitionOf(planned.setting));
         if (alarm < 0) {
             continue;
         }
+        std::unique_ptr<Limit>* const known = before.value(alarm);
+        if (known && *known && (*known)->hears(planned) && kept.contains(planned.setting.device)) {
+            m_limits.push_back(std::move(*known));
+            continue;
+        }
         m_limits.push_back(std::make_unique<Limit>());
-        Limit& limit = *m_limits.back();
-        limit = {planned.setting.limit, alarm, m_model.at(alarm).isActive()};
-        SignalTap::open(
-            *nodes.value(planned.setting.device)->device(), planned.signature,
-            [this, &limit](const SignalArguments& arguments) {
-                const QVariant value = arguments.at(0);
-                const auto isBeyond = isBeyondLimit(limit.limit, value, limit.isBeyond);
-                if (isBeyond) {
-                    const bool isNew = *isBeyond && !limit.isBeyond;
-                    limit.isBeyond = *isBeyond;
-                    set(limit.alarm, *isBeyond, isNew ? shownText(value) : QString());
-                }
-            },
-            *this);
+        m_limits.back()->planned = planned;
+        m_limits.back()->alarm = alarm;
+        m_limits.back()->isBeyond = m_model.at(alarm).isActive();
+        listenTo(planned, *nodes.value(planned.setting.device)->device(), *m_limits.back());
     }
+}
+
+void AlarmService::listenTo(const PlannedAlarm& planned, BaseDevice& device, Limit& limit)
+{
+    SignalTap::open(
+        device, planned.signature,
+        [this, &limit](const SignalArguments& arguments) {
+            const QVariant value = arguments.at(0);
+            const auto isBeyond = isBeyondLimit(limit.planned.setting.limit, value, limit.isBeyond);
+            if (isBeyond) {
+                const bool isNew = *isBeyond && !limit.isBeyond;
+                limit.isBeyond = *isBeyond;
+                set(limit.alarm, *isBeyond, isNew ? shownText(value) : QString());
+            }
+        },
+        *limit.ear);
 }
 
 int AlarmService::define(const AlarmDefinition& definition)
 {
     const int alarm = m_model.add(definition);
-    m_defined.insert(alarm);
+    if (alarm >= 0) {
+        m_defined.insert(alarm);
+    }
     return alarm;
 }
 
@@ -159,8 +197,10 @@ void AlarmService::complete(const Panel& panel, const SourceWatch& sources)
     for (int alarm = 0; alarm < int(m_model.alarms().size()); ++alarm) {
         if (!m_defined.contains(alarm)) { // There is no such thing any more.
             set(alarm, false);
+            m_model.retire(alarm);
         }
     }
+    disconnect(&sources, &SourceWatch::changed, this, nullptr);
     connect(&sources, &SourceWatch::changed, this, [this, &sources] { takeSources(sources); });
     takeSources(sources);
 }

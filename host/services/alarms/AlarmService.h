@@ -16,11 +16,14 @@
 #include <optional>
 #include <utility>
 
+class BaseDevice;
+
 namespace norvo {
 
 class Panel;
 class SourceWatch;
 struct PanelPlan;
+struct PlannedAlarm;
 
 /// The alarms of a running panel: those that its file names, and those that come by themselves,
 /// of readouts, of devices that did not start, and of sources that are lost. It listens only.
@@ -36,7 +39,9 @@ public:
     explicit AlarmService(const QString& historyFile, QObject* parent = nullptr);
     ~AlarmService() override;
 
-    void listen(const PanelPlan& plan); ///< Before the plan is applied; reads the history.
+    /// Before each plan is applied. The first time it reads the history; later the states of alarms
+    /// that are still defined live on, and others end.
+    void listen(const PanelPlan& plan);
     /// Once it is, and once `sources` is complete, which is to outlive this.
     void complete(const Panel& panel, const SourceWatch& sources);
 
@@ -73,6 +78,7 @@ private:
 
     int define(const AlarmDefinition& definition);
     void listenTo(const PanelPlan& plan);
+    void listenTo(const PlannedAlarm& planned, BaseDevice& device, Limit& limit);
     void restore();
     void set(int alarm, bool isOn, const QString& detail = {});
     void takeSources(const SourceWatch& sources);
@@ -88,11 +94,12 @@ private:
     AlarmHistory m_history;
     ReadoutAlerts m_readouts;
     std::vector<std::unique_ptr<Limit>> m_limits;
-    QSet<int> m_defined; ///< By this run; others are from the history.
+    QSet<int> m_defined; ///< By the panel of now; others are from before.
     QTimer m_due;
     QTimer m_tell;
     qint64 m_told = -kTellDelayMs; ///< When changed() was last emitted; steady.
     int m_begun = -1;              ///< The worst that has begun since changed(); -1: none.
+    bool m_isListening = false;
     bool m_isStopped = false;
     bool m_isSilenced = false;
     std::optional<AlarmPriority> m_heard; ///< As of changed().

@@ -88,12 +88,33 @@ void ReadoutAlerts::listen(const Node& node)
     }
     m_readouts.push_back(std::make_unique<Readout>());
     Readout& readout = *m_readouts.back();
+    readout.device = node.id();
     for (const KnownAlert& alert : found) {
         hear(*device, readout, alert.signal, m_define(definitionOf(node, alert)));
     }
     SignalTap::open(
         *device, hasSignal(*device, "output(double)") ? "output(double)" : "output",
-        [this, &readout](const SignalArguments&) { takeValue(readout); }, *this);
+        [this, &readout](const SignalArguments&) { takeValue(readout); }, *readout.ear);
+}
+
+void ReadoutAlerts::forgetAllBut(const QSet<QString>& devices)
+{
+    const auto isGone = [&](const auto& readout) { return !devices.contains(readout->device); };
+    m_settling.erase(std::remove_if(m_settling.begin(), m_settling.end(), isGone),
+                     m_settling.end());
+    m_readouts.erase(std::remove_if(m_readouts.begin(), m_readouts.end(), isGone),
+                     m_readouts.end());
+}
+
+QVector<int> ReadoutAlerts::alarms() const
+{
+    QVector<int> alarms;
+    for (const auto& readout : m_readouts) {
+        for (const Alert& alert : readout->alerts) {
+            alarms.append(alert.alarm);
+        }
+    }
+    return alarms;
 }
 
 void ReadoutAlerts::hear(BaseDevice& device, Readout& readout, const QString& signal, int alarm)
@@ -109,7 +130,7 @@ void ReadoutAlerts::hear(BaseDevice& device, Readout& readout, const QString& si
             readout.alerts[index].isTold = true;
             m_tell(readout.alerts[index].alarm, true);
         },
-        *this);
+        *readout.ear);
 }
 
 /// The alerts about a value come behind it: what is over is known once they had their turn.

@@ -4,7 +4,9 @@
 #include "host/services/alarms/Alarm.h"
 
 #include <QObject>
+#include <QSet>
 #include <QTimer>
+#include <QVector>
 
 #include <functional>
 #include <memory>
@@ -34,6 +36,8 @@ public:
     ~ReadoutAlerts() override;
 
     void listen(const Node& node); ///< Nothing for a device without such signals.
+    void forgetAllBut(const QSet<QString>& devices);
+    QVector<int> alarms() const; ///< Of all devices that are heard.
 
 private:
     struct Alert
@@ -43,8 +47,10 @@ private:
     };
     struct Readout
     {
+        QString device;
         std::vector<Alert> alerts;
-        bool isWaiting = false; ///< In m_settling.
+        std::unique_ptr<QObject> ear = std::make_unique<QObject>(); ///< Owns the taps.
+        bool isWaiting = false;                                     ///< In m_settling.
     };
 
     void hear(BaseDevice& device, Readout& readout, const QString& signal, int alarm);

@@ -26,9 +26,15 @@ QVariant plain(const QVariant& value)
 } // namespace
 
 AuditTrail::AuditTrail(const AuditSetting& setting, const QString& panel)
-    : m_panel(panel), m_file(setting.file, {setting.maxBytes, setting.kept})
+    : m_setting(setting), m_panel(panel), m_file(setting.file, {setting.maxBytes, setting.kept})
 {
     connect(&m_file, &AuditFile::problem, this, &AuditTrail::problem);
+}
+
+bool AuditTrail::isOf(const AuditSetting& setting, const QString& panel) const
+{
+    return panel == m_panel && setting.file == m_setting.file &&
+           setting.maxBytes == m_setting.maxBytes && setting.kept == m_setting.kept;
 }
 
 void AuditTrail::noteStart()

@@ -16,6 +16,9 @@ public:
     /// `panel` is what the lines call it. The file is relative to the working folder of now.
     AuditTrail(const AuditSetting& setting, const QString& panel);
 
+    /// Whether it keeps what such a key asks for, of a panel that is called so.
+    bool isOf(const AuditSetting& setting, const QString& panel) const;
+
     void setRole(const QString& role) { m_role = role; } ///< Of what follows; empty: none is known.
 
     void noteStart();
@@ -28,6 +31,7 @@ signals:
     void problem(QString line); ///< One line for the user.
 
 private:
+    const AuditSetting m_setting;
     const QString m_panel;
     AuditFile m_file;
     QString m_role;

@@ -11,6 +11,8 @@
 
 #include <QSet>
 
+#include <utility>
+
 namespace norvo {
 
 namespace {
@@ -22,58 +24,73 @@ bool isControl(const TypeKnowledge& knowledge, const Node& node)
 
 } // namespace
 
+void OperatorWatch::follow(const Panel& panel)
+{
+    connect(&panel, &Panel::connecting, this, &OperatorWatch::beginFrame);
+    connect(&panel, &Panel::connected, this, &OperatorWatch::endFrame);
+    connect(&panel, &Panel::cut, this, [this](const PlannedWire& wire) {
+        const auto end = m_ends.find(wire);
+        if (end != m_ends.end()) {
+            m_ends.erase(end);
+        }
+    });
+}
+
 void OperatorWatch::listen(const PanelPlan& plan)
 {
-    QHash<QString, Node*> nodes;
-    for (Node* node : plan.nodes) {
-        nodes.insert(node->id(), node);
-    }
-    QSet<QString> known;
-    for (const PlannedWire& wire : plan.wires) {
-        const Node* const from = nodes.value(wire.from);
-        const Node* const to = nodes.value(wire.to);
-        const QString key = wire.from + '.' + wire.signal + ' ' + wire.to;
-        if (from && to && from->device() && isControl(m_knowledge, *to) && !known.contains(key)) {
-            known.insert(key);
-            m_incoming[wire.to].append(wire);
-            count(*from->device(), wire, 1);
+    const QSet<QString> kept = plan.kept();
+    const QHash<QString, Ear> before = std::exchange(m_controls, {});
+    m_devices.clear();
+    for (const Node* const node : plan.nodes) {
+        m_devices.insert(node->id(), node->device());
+        if (isControl(m_knowledge, *node)) {
+            m_controls.insert(node->id(),
+                              kept.contains(node->id()) ? before.value(node->id()) : Ear());
         }
     }
 }
 
+void OperatorWatch::beginFrame(const PlannedWire& wire)
+{
+    if (m_controls.contains(wire.to)) {
+        const auto ear = std::make_shared<QObject>();
+        m_ends.insert(wire, ear);
+        count(wire, 1, *ear);
+    }
+}
+
+void OperatorWatch::endFrame(const PlannedWire& wire)
+{
+    const auto begun = m_ends.constFind(wire);
+    if (begun != m_ends.constEnd()) { // Of equal ones the one that was begun last.
+        count(wire, -1, **begun);
+    }
+}
+
 /// A queued wire gives its value when the queue comes to it, between these two.
-void OperatorWatch::count(BaseDevice& sender, const PlannedWire& wire, int step)
+void OperatorWatch::count(const PlannedWire& wire, int step, QObject& ear)
 {
     const auto add = [this, to = wire.to, step] { m_wires[to] += step; };
     SignalTap::open(
-        sender, wire.signal,
+        *m_devices.value(wire.from), wire.signal,
         [this, add, isQueued = wire.isQueued](const SignalArguments&) {
-            if (!m_isComplete) {
-                return; // There is nothing yet to take the count back.
-            }
             if (isQueued) {
                 QMetaObject::invokeMethod(this, add, Qt::QueuedConnection);
             } else {
                 add();
             }
         },
-        *this);
+        ear);
 }
 
 void OperatorWatch::complete(const Panel& panel)
 {
-    m_isComplete = true;
     for (const Node* node : panel.nodes()) {
-        if (!isControl(m_knowledge, *node)) {
-            continue;
+        const auto control = m_controls.find(node->id());
+        if (control != m_controls.end() && !*control) {
+            *control = std::make_shared<QObject>();
+            hear(*node);
         }
-        const QVector<PlannedWire> wires = m_incoming.value(node->id());
-        for (const PlannedWire& wire : wires) {
-            if (BaseDevice* const sender = panel.device(wire.from)) {
-                count(*sender, wire, -1);
-            }
-        }
-        hear(*node);
     }
 }
 
@@ -89,7 +106,7 @@ void OperatorWatch::hear(const Node& node)
                     emit given(id, output, arguments.at(0));
                 }
             },
-            *this);
+            *m_controls.value(node.id()));
     }
 }
 

@@ -9,6 +9,8 @@
 #include <QVariant>
 #include <QVector>
 
+#include <memory>
+
 class BaseDevice;
 
 namespace norvo {
@@ -27,24 +29,29 @@ class OperatorWatch : public QObject
 public:
     explicit OperatorWatch(const TypeKnowledge& knowledge) : m_knowledge(knowledge) {}
 
-    /// Before the plan is applied: what a wire gives begins before the wire is
-    /// heard.
-    void listen(const PanelPlan& plan);
-    void complete(const Panel& panel); ///< Once it is applied, and the first
-                                       ///< outputs have left.
+    /// Once, before the first plan is applied: what the panel's wires give is told from a hand by
+    /// what happens before and after it.
+    void follow(const Panel& panel);
+    void listen(const PanelPlan& plan); ///< Before each plan is applied.
+    void complete(const Panel& panel);  ///< Once it is, and the first outputs have left.
 
 signals:
     /// `value` is invalid for a bare pulse.
     void given(QString device, QString output, QVariant value);
 
 private:
+    using Ear = std::shared_ptr<QObject>; // Owns taps.
+
+    void beginFrame(const PlannedWire& wire);
+    void endFrame(const PlannedWire& wire);
+    void count(const PlannedWire& wire, int step, QObject& ear);
     void hear(const Node& node);
-    void count(BaseDevice& sender, const PlannedWire& wire, int step);
 
     const TypeKnowledge& m_knowledge;
-    QHash<QString, QVector<PlannedWire>> m_incoming; ///< One for each output, by control.
-    bool m_isComplete = false;
-    QHash<QString, int> m_wires; ///< That give a control something just now.
+    QHash<QString, BaseDevice*> m_devices;
+    QHash<QString, Ear> m_controls;      ///< Their outputs are heard once the plan is applied.
+    QMultiHash<PlannedWire, Ear> m_ends; ///< Around the wires that give a control something.
+    QHash<QString, int> m_wires;         ///< That give a control something just now.
 };
 
 } // namespace norvo

@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QPointer>
 
+#include <algorithm>
 #include <utility>
 
 namespace norvo {
@@ -19,6 +20,7 @@ namespace norvo {
 struct HistoryService::Recorded
 {
     HistorySignal setting;
+    QString signature;
     HistoryFilter filter;
     std::unique_ptr<QObject> ear = std::make_unique<QObject>(); ///< Owns the tap.
 };
@@ -37,7 +39,46 @@ HistoryService::~HistoryService()
     stop();
 }
 
+bool HistoryService::records(const HistorySetting& setting) const
+{
+    const auto isSame = [](const HistorySignal& a, const HistorySignal& b) {
+        return a.device == b.device && a.signal == b.signal && a.deadband == b.deadband &&
+               a.every == b.every;
+    };
+    return setting.isGiven == m_setting.isGiven && setting.file == m_setting.file &&
+           setting.keep == m_setting.keep && setting.maxBytes == m_setting.maxBytes &&
+           std::equal(setting.recorded.cbegin(), setting.recorded.cend(),
+                      m_setting.recorded.cbegin(), m_setting.recorded.cend(), isSame);
+}
+
 void HistoryService::listen(const PanelPlan& plan)
+{
+    const auto isSame = [](const PlannedHistory& planned, const auto& recorded) {
+        return planned.setting.name() == recorded->setting.name() &&
+               planned.signature == recorded->signature;
+    };
+    QHash<QString, BaseDevice*> devices;
+    for (Node* const node : plan.nodes) {
+        devices.insert(node->id(), node->device());
+    }
+    if (m_writer && std::equal(plan.history.cbegin(), plan.history.cend(), m_recorded.cbegin(),
+                               m_recorded.cend(), isSame)) {
+        const QSet<QString> kept = plan.kept();
+        for (const auto& recorded : m_recorded) {
+            if (!kept.contains(recorded->setting.device)) {
+                hear(*recorded, *devices.value(recorded->setting.device));
+            }
+        }
+        return;
+    }
+    stop();
+    open(plan);
+    for (const PlannedHistory& planned : plan.history) {
+        record(planned, *devices.value(planned.setting.device));
+    }
+}
+
+void HistoryService::open(const PanelPlan& plan)
 {
     QStringList names;
     for (const PlannedHistory& planned : plan.history) {
@@ -46,13 +87,6 @@ void HistoryService::listen(const PanelPlan& plan)
     m_writer = std::make_unique<HistoryWriter>(
         m_setting.file, names, HistoryStore::Limits{m_setting.keep.count(), m_setting.maxBytes});
     connect(m_writer.get(), &HistoryWriter::problem, this, &HistoryService::problem);
-    QHash<QString, BaseDevice*> devices;
-    for (Node* const node : plan.nodes) {
-        devices.insert(node->id(), node->device());
-    }
-    for (const PlannedHistory& planned : plan.history) {
-        record(planned, *devices.value(planned.setting.device));
-    }
 }
 
 void HistoryService::record(const PlannedHistory& planned, BaseDevice& device)
@@ -62,18 +96,24 @@ void HistoryService::record(const PlannedHistory& planned, BaseDevice& device)
     };
     const HistorySignal& setting = planned.setting;
     m_recorded.push_back(std::make_unique<Recorded>(
-        Recorded{setting, {setting.deadband, setting.every.count(), keep}}));
+        Recorded{setting, planned.signature, {setting.deadband, setting.every.count(), keep}}));
     Recorded& recorded = *m_recorded.back();
     m_byName.insert(setting.name(), &recorded.setting);
+    hear(recorded, device);
+    if (setting.every.count() > 0) {
+        m_tick.start(HistoryWriter::kInterval);
+    }
+}
+
+void HistoryService::hear(Recorded& recorded, BaseDevice& device)
+{
+    recorded.ear = std::make_unique<QObject>();
     SignalTap::open(
-        device, planned.signature,
+        device, recorded.signature,
         [&filter = recorded.filter](const SignalArguments& arguments) {
             filter.take({ClockReading::bootNow(), HistoryValue::of(arguments.at(0))});
         },
         *recorded.ear);
-    if (setting.every.count() > 0) {
-        m_tick.start(HistoryWriter::kInterval);
-    }
 }
 
 void HistoryService::stop()

@@ -36,8 +36,12 @@ public:
     explicit HistoryService(const HistorySetting& setting);
     ~HistoryService() override; ///< Stops.
 
-    void listen(const PanelPlan& plan); ///< Before the plan is applied.
-    void stop();                        ///< Writes all; from then on nothing is recorded or read.
+    /// Whether this one records what such a key asks for.
+    bool records(const HistorySetting& setting) const;
+    /// Before each plan is applied. What devices that run on send is recorded without a gap where
+    /// the plan records the same signals as the last; else the file is opened anew.
+    void listen(const PanelPlan& plan);
+    void stop(); ///< Writes all; from then on nothing is recorded or read.
 
     /// The signal as the panel names it for the history; null where it is not recorded. `signal` is
     /// its name without types.
@@ -56,7 +60,9 @@ signals:
 private:
     struct Recorded;
 
+    void open(const PanelPlan& plan);
     void record(const PlannedHistory& planned, BaseDevice& device);
+    static void hear(Recorded& recorded, BaseDevice& device);
 
     const HistorySetting m_setting;
     std::vector<std::unique_ptr<Recorded>> m_recorded;

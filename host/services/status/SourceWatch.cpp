@@ -8,9 +8,8 @@
 
 #include "norvo/BaseDevice.h"
 
-#include <QSet>
-
 #include <algorithm>
+#include <utility>
 
 namespace norvo {
 
@@ -39,6 +38,8 @@ struct SourceWatch::Watched
     Source source;
     QStringList reached; ///< Known once all sources are.
     bool isFaultALoss = false;
+    std::unique_ptr<QObject> ear = std::make_unique<QObject>(); ///< Owns the taps.
+    QHash<QString, SignalTap*> counted;                         ///< By output.
 };
 
 SourceWatch::SourceWatch() = default;
@@ -46,12 +47,34 @@ SourceWatch::~SourceWatch() = default;
 
 void SourceWatch::listen(const PanelPlan& plan)
 {
+    forgetAllBut(plan.kept());
+    m_wires.clear();
     for (const PlannedWire& wire : plan.wires) {
         m_wires[wire.from].append(wire);
     }
+    for (const Node* const node : plan.nodes) {
+        if (Watched* const watched = m_byId.value(node->id())) {
+            countValues(*node, *watched);
+        }
+    }
+    m_new.clear();
     for (const auto& node : plan.made) {
+        m_new.insert(node->id());
         watch(*node);
     }
+}
+
+void SourceWatch::forgetAllBut(const QSet<QString>& devices)
+{
+    const auto isGone = [&](const std::unique_ptr<Watched>& watched) {
+        return !devices.contains(watched->source.id);
+    };
+    for (const auto& watched : m_watched) {
+        if (isGone(watched)) {
+            m_byId.remove(watched->source.id);
+        }
+    }
+    m_watched.erase(std::remove_if(m_watched.begin(), m_watched.end(), isGone), m_watched.end());
 }
 
 void SourceWatch::complete(const Panel& panel)
@@ -60,15 +83,22 @@ void SourceWatch::complete(const Panel& panel)
     for (const Node* node : panel.nodes()) {
         order.insert(node->id(), order.size());
         Watched* const watched = m_byId.value(node->id());
-        if (!watched) {
+        if (!watched && m_new.contains(node->id())) {
             watch(*node);
-        } else if (node->state() == Node::State::Failed) {
+        } else if (watched && node->state() == Node::State::Failed) {
             tellFault(*watched, node->errors().join("; "), true);
         }
     }
     std::sort(m_watched.begin(), m_watched.end(), [&order](const auto& a, const auto& b) {
         return order.value(a->source.id) < order.value(b->source.id);
     });
+    findLosses();
+    emit changed();
+}
+
+void SourceWatch::findLosses()
+{
+    const QHash<QString, int> before = std::exchange(m_losses, {});
     for (const auto& watched : m_watched) {
         watched->reached = reachedFrom(watched->source.id);
         if (watched->source.state == Source::State::Lost) {
@@ -77,11 +107,15 @@ void SourceWatch::complete(const Panel& panel)
             }
         }
     }
+    for (auto device = before.cbegin(); device != before.cend(); ++device) {
+        if (*device > 0 && !isStale(device.key())) {
+            emit staleChanged(device.key(), false);
+        }
+    }
     const QStringList stale = m_losses.keys();
     for (const QString& device : stale) {
         emit staleChanged(device, true);
     }
-    emit changed();
 }
 
 /// False for a device that is no source.
@@ -117,14 +151,14 @@ void SourceWatch::hearStates(const Node& node, Watched& watched)
                 setState(watched,
                          arguments.at(0).toBool() ? Source::State::Well : Source::State::Lost);
             },
-            *this);
+            *watched.ear);
     }
     SignalTap::open(
         device, kFault,
         [this, &watched](const SignalArguments& arguments) {
             tellFault(watched, arguments.at(0).toString(), watched.isFaultALoss);
         },
-        *this);
+        *watched.ear);
 }
 
 /// Along wires only: an output that nobody hears may not even be computed.
@@ -137,8 +171,14 @@ void SourceWatch::countValues(const Node& node, Watched& watched)
             outputs.insert(wire.signal);
         }
     }
+    const QStringList counted = watched.counted.keys();
+    for (const QString& output : counted) {
+        if (!outputs.remove(output)) {
+            delete watched.counted.take(output);
+        }
+    }
     for (const QString& output : qAsConst(outputs)) {
-        SignalTap::open(
+        watched.counted[output] = SignalTap::open(
             *node.device(), output,
             [this, &watched](const SignalArguments&) {
                 ++watched.source.values;
@@ -146,7 +186,7 @@ void SourceWatch::countValues(const Node& node, Watched& watched)
                     setState(watched, Source::State::Well);
                 }
             },
-            *this);
+            *watched.ear);
     }
 }
 

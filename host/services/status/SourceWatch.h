@@ -6,6 +6,7 @@
 #include <QDateTime>
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 #include <QVector>
 
@@ -48,9 +49,11 @@ public:
     SourceWatch();
     ~SourceWatch() override;
 
-    /// Before the plan is applied: sources speak while a panel starts, too.
+    /// Before each plan is applied: sources speak while a panel starts, too. Those that run on are
+    /// watched as before, and those that go are not heard any more.
     void listen(const PanelPlan& plan);
-    /// Once it is applied: some have their outputs no sooner, and some did not start.
+    /// Once it is applied: some have their outputs no sooner, and some did not start. Says of all
+    /// displays that are stale then that they are.
     void complete(const Panel& panel);
 
     QVector<Source> sources() const; ///< In the order of the file.
@@ -69,11 +72,14 @@ private:
     void countValues(const Node& node, Watched& watched);
     void setState(Watched& watched, Source::State state);
     void tellFault(Watched& watched, const QString& text, bool isLoss);
+    void forgetAllBut(const QSet<QString>& devices);
+    void findLosses();
     QStringList reachedFrom(const QString& id) const;
 
     QHash<QString, QVector<PlannedWire>> m_wires;    ///< By the device that they begin at.
     std::vector<std::unique_ptr<Watched>> m_watched; ///< In the order of the file once complete.
     QHash<QString, Watched*> m_byId;
+    QSet<QString> m_new;          ///< Devices that the plan has made.
     QHash<QString, int> m_losses; ///< By device: how many lost sources reach it.
 };
 

@@ -54,6 +54,7 @@ struct ValueTable::Heard
     QVariantList values;
     quint64 count = 0;
     qint64 stamp = 0;
+    std::unique_ptr<SignalTap> tap;
 };
 
 QString shownText(const QVariant& value)
@@ -78,16 +79,34 @@ ValueTable::~ValueTable() = default;
 
 void ValueTable::listen(const PanelPlan& plan)
 {
+    m_wired.clear();
     for (const PlannedWire& wire : plan.wires) {
         m_wired[wire.from].append(wire.signal);
     }
-    for (const auto& node : plan.made) {
+    forgetAllBut(plan.kept());
+    for (const Node* const node : plan.nodes) {
         if (node->device()) {
             for (const QString& output : m_wired.value(node->id())) {
                 hear(node->id(), *node->device(), output);
             }
         }
     }
+}
+
+/// An output that nothing is wired to any more is not heard, unless all are.
+void ValueTable::forgetAllBut(const QSet<QString>& devices)
+{
+    const auto isGone = [&](const std::unique_ptr<Heard>& heard) {
+        return !devices.contains(heard->device) ||
+               !(m_hearsAll || m_wired.value(heard->device).contains(heard->output));
+    };
+    for (const auto& heard : m_heard) {
+        if (isGone(heard)) {
+            m_outputs[heard->device].removeOne(heard->output);
+            m_countsAtLook.remove(heard->device + ' ' + heard->output);
+        }
+    }
+    m_heard.erase(std::remove_if(m_heard.begin(), m_heard.end(), isGone), m_heard.end());
 }
 
 void ValueTable::complete(const Panel& panel)
@@ -98,10 +117,14 @@ void ValueTable::complete(const Panel& panel)
             hear(wired.key(), *device, output);
         }
     }
+    if (m_hearsAll) {
+        hearAll(panel);
+    }
 }
 
 void ValueTable::hearAll(const Panel& panel)
 {
+    m_hearsAll = true;
     for (const Node* node : panel.nodes()) {
         if (!node->device()) {
             continue;
@@ -136,7 +159,8 @@ void ValueTable::hear(const QString& id, BaseDevice& device, const QString& outp
         ++heard.count;
         heard.stamp = nowMs();
     };
-    if (SignalTap::open(device, output, take, *this)) {
+    heard->tap.reset(SignalTap::open(device, output, take, *this));
+    if (heard->tap) {
         m_heard.push_back(std::move(heard));
         outputs.append(output);
     }

@@ -3,6 +3,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
@@ -45,9 +46,10 @@ public:
     ValueTable();
     ~ValueTable() override;
 
-    void listen(const PanelPlan& plan); ///< Before the plan is applied.
-    void complete(const Panel& panel);  ///< Once it is: some have their outputs no sooner.
-    void hearAll(const Panel& panel);   ///< Again, too.
+    /// Before each plan is applied: the values of devices that run on stay.
+    void listen(const PanelPlan& plan);
+    void complete(const Panel& panel); ///< Once it is: some have their outputs no sooner.
+    void hearAll(const Panel& panel);  ///< Again, too.
     /// In the order of the devices' ids, then of the signatures; without how often values come.
     QVector<Reading> readings() const;
     QVector<Reading> look(); ///< Likewise, with how often since the look before.
@@ -55,6 +57,7 @@ public:
 private:
     struct Heard;
 
+    void forgetAllBut(const QSet<QString>& devices);
     void hear(const QString& id, BaseDevice& device, const QString& output);
 
     QHash<QString, QStringList> m_wired;   ///< Outputs by device.
@@ -62,6 +65,7 @@ private:
     std::vector<std::unique_ptr<Heard>> m_heard;
     QHash<QString, quint64> m_countsAtLook; ///< By device and output.
     qint64 m_lastLook;
+    bool m_hearsAll = false;
 };
 
 } // namespace norvo

@@ -35,34 +35,68 @@ AccessFace* s_face = nullptr; ///< Of the panel that runs; there is one.
 
 } // namespace
 
-AccessFace::AccessFace(const PanelDescription& description, const TypeKnowledge& knowledge,
-                       const QString& countFile, PanelWindow& window)
-    : m_rules(description, knowledge), m_window(window)
+AccessFace::AccessFace(const TypeKnowledge& knowledge, const QString& countFile,
+                       PanelWindow& window)
+    : m_knowledge(knowledge), m_countFile(countFile), m_window(window)
 {
     s_face = this;
-    if (m_rules.isAnyConfirmed()) {
-        m_confirmGuard = std::make_unique<ConfirmGuard>(
-            [this](const BaseWidget& device) { return ruleOf(device).isConfirmed; },
-            [this](BaseWidget& device, const Intent& intent) { ask(device, intent); });
-    }
-    if (description.access.isGiven()) {
-        m_access = std::make_unique<Access>(description.access, countFile);
-        m_lockGuard = std::make_unique<LockGuard>(
-            [this](const BaseWidget& device) { return isLocked(device); });
-        connect(m_access.get(), &Access::roleChanged, this, &AccessFace::followRole);
-        connect(m_access.get(), &Access::problem, this, &AccessFace::problem);
-        connect(m_access.get(), &Access::refused, this, &AccessFace::refuse);
-        connect(m_access.get(), &Access::unlocked, this, &AccessFace::unlock);
-        connect(m_lockGuard.get(), &LockGuard::input, m_access.get(), &Access::noteInput);
-        connect(m_lockGuard.get(), &LockGuard::handOn, m_access.get(), &Access::setHandOn);
-        connect(m_lockGuard.get(), &LockGuard::touched, this,
-                [this](BaseWidget* device) { askForPin(ruleOf(*device).role); });
-    }
 }
 
 AccessFace::~AccessFace()
 {
-    s_face = nullptr;
+    delete m_key;
+    if (s_face == this) {
+        s_face = nullptr;
+    }
+}
+
+void AccessFace::follow(const PanelDescription& description)
+{
+    m_rules = AccessRules(description, m_knowledge);
+    if (!m_rules.isAnyConfirmed()) {
+        m_confirmGuard.reset();
+    } else if (!m_confirmGuard) {
+        m_confirmGuard = std::make_unique<ConfirmGuard>(
+            [this](const BaseWidget& device) { return ruleOf(device).isConfirmed; },
+            [this](BaseWidget& device, const Intent& intent) { ask(device, intent); });
+        if (m_lockGuard) {
+            qApp->installEventFilter(m_lockGuard.get()); // Before what was installed last.
+        }
+    }
+    const PanelAccess& setting = description.access;
+    if (setting.isGiven() != m_setting.isGiven() || setting.pins != m_setting.pins ||
+        setting.lockAfter != m_setting.lockAfter) {
+        setAccess(setting);
+    }
+}
+
+/// From here on the panel is locked, if it can be.
+void AccessFace::setAccess(const PanelAccess& setting)
+{
+    m_setting = setting;
+    m_wanted = nullptr;
+    m_shownRole = Role::View;
+    for (const QPointer<LockMark>& mark : qAsConst(m_marks)) {
+        delete mark;
+    }
+    m_marks.clear();
+    delete m_key;
+    m_lockGuard.reset();
+    m_access.reset();
+    if (!setting.isGiven()) {
+        return;
+    }
+    m_access = std::make_unique<Access>(setting, m_countFile);
+    m_lockGuard =
+        std::make_unique<LockGuard>([this](const BaseWidget& device) { return isLocked(device); });
+    connect(m_access.get(), &Access::roleChanged, this, &AccessFace::followRole);
+    connect(m_access.get(), &Access::problem, this, &AccessFace::problem);
+    connect(m_access.get(), &Access::refused, this, &AccessFace::refuse);
+    connect(m_access.get(), &Access::unlocked, this, &AccessFace::unlock);
+    connect(m_lockGuard.get(), &LockGuard::input, m_access.get(), &Access::noteInput);
+    connect(m_lockGuard.get(), &LockGuard::handOn, m_access.get(), &Access::setHandOn);
+    connect(m_lockGuard.get(), &LockGuard::touched, this,
+            [this](BaseWidget* device) { askForPin(ruleOf(*device).role); });
 }
 
 void AccessFace::show(const Panel& panel)
@@ -70,17 +104,25 @@ void AccessFace::show(const Panel& panel)
     if (!m_access) {
         return;
     }
+    const auto before = std::exchange(m_marks, {});
     for (const Node* node : panel.nodes()) {
         BaseWidget* const widget = panel.widget(node->id());
-        if (widget && widget->parentWidget() && ruleOf(*widget).role > Role::View) {
-            m_marks.insert(widget, new LockMark(*widget));
-            connect(widget, &QObject::destroyed, this, [this, widget] { m_marks.remove(widget); });
+        LockMark* mark = before.value(widget);
+        const bool isMarked = mark && mark->display() == widget;
+        const bool isLockable =
+            widget && widget->parentWidget() && ruleOf(*widget).role > Role::View;
+        if (isLockable) {
+            m_marks.insert(widget, isMarked ? mark : new LockMark(*widget));
+        } else if (isMarked) {
+            delete mark;
         }
     }
-    m_key = new LockKey;
-    m_window.strip().addPart(m_key);
-    connect(m_key, &QPushButton::clicked, this,
-            [this] { m_access->isLocked() ? askForPin(Role::Operate) : m_access->lock(); });
+    if (!m_key) {
+        m_key = new LockKey;
+        m_window.strip().addPart(m_key);
+        connect(m_key, &QPushButton::clicked, this,
+                [this] { m_access->isLocked() ? askForPin(Role::Operate) : m_access->lock(); });
+    }
     followRole();
 }
 
@@ -97,7 +139,7 @@ bool AccessFace::isLocked(const BaseWidget& device) const
 void AccessFace::followRole()
 {
     for (auto mark = m_marks.cbegin(); mark != m_marks.cend(); ++mark) {
-        if (*mark) {
+        if (*mark && (*mark)->display()) {
             (*mark)->setLocked(isLocked(*mark.key()));
         }
     }
@@ -146,7 +188,11 @@ void AccessFace::performWhenActive(const Intent& intent, int triesLeft)
 {
     QTimer::singleShot(kActivationMs, this, [this, intent, triesLeft] {
         if (m_window.isActiveWindow() || triesLeft <= 1) {
-            m_confirmGuard->perform(intent);
+            if (m_confirmGuard) {
+                m_confirmGuard->perform(intent);
+            } else {
+                intent.perform(); // It is not asked for any more.
+            }
         } else {
             performWhenActive(intent, triesLeft - 1);
         }
@@ -174,7 +220,7 @@ void AccessFace::askForPin(Role needed, const std::function<void()>& wanted, con
             return;
         }
         m_isAskingForPin = false;
-        if (!pin) {
+        if (!pin || !m_access) {
             m_wanted = nullptr;
         } else if (!m_access->tryPin(*pin, asked)) {
             tellWait(asked);
@@ -196,7 +242,7 @@ void AccessFace::require(Role needed, std::function<void()> action)
         return action();
     }
     askForPin(role, [this, role, action = std::move(action)] {
-        if (m_access->allows(role)) {
+        if (!m_access || m_access->allows(role)) {
             action();
         }
     });

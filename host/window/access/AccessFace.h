@@ -31,10 +31,12 @@ class AccessFace : public QObject
 
 public:
     /// `countFile` keeps the count of wrong PINs; empty: none does.
-    AccessFace(const PanelDescription& description, const TypeKnowledge& knowledge,
-               const QString& countFile, PanelWindow& window);
+    AccessFace(const TypeKnowledge& knowledge, const QString& countFile, PanelWindow& window);
     ~AccessFace() override;
 
+    /// What the file of the panel asks for from now on; before each plan is applied. Where PINs and
+    /// the time to lock are as before, the role stays, else the panel is locked.
+    void follow(const PanelDescription& description);
     Access* access() const { return m_access.get(); } ///< Null for a panel without PINs.
     void show(const Panel& panel);                    ///< Once the widgets are on their pages.
 
@@ -55,6 +57,7 @@ signals:
 private:
     AccessRules::Rule ruleOf(const BaseWidget& device) const;
     bool isLocked(const BaseWidget& device) const;
+    void setAccess(const PanelAccess& setting);
     void followRole();
     void ask(BaseWidget& device, const Intent& intent);
     void performWhenActive(const Intent& intent, int triesLeft);
@@ -64,8 +67,11 @@ private:
     void refuse(Role needed); ///< A wrong PIN.
     void tellWait(Role needed);
 
-    const AccessRules m_rules;
+    const TypeKnowledge& m_knowledge;
+    const QString m_countFile;
     PanelWindow& m_window;
+    AccessRules m_rules;
+    PanelAccess m_setting;
     std::unique_ptr<Access> m_access;
     std::unique_ptr<ConfirmGuard> m_confirmGuard; ///< Made first: the lock's goes before it.
     std::unique_ptr<LockGuard> m_lockGuard;

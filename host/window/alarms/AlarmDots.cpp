@@ -63,6 +63,13 @@ AlarmDots::AlarmDots(const AlarmService& service, const PanelPages& pages,
     refresh();
 }
 
+AlarmDots::~AlarmDots()
+{
+    for (const QPointer<QWidget>& dot : qAsConst(m_dots)) {
+        delete dot;
+    }
+}
+
 void AlarmDots::refresh()
 {
     QHash<QString, const Alarm*> worst; // By page.

@@ -25,6 +25,7 @@ public:
     /// `pageOf` is the page of each device.
     AlarmDots(const AlarmService& service, const PanelPages& pages,
               const QHash<QString, QString>& pageOf);
+    ~AlarmDots() override; ///< They go with it.
 
 private:
     void refresh();

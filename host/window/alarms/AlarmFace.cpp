@@ -36,6 +36,7 @@ void AlarmFace::complete(const Panel& panel)
 {
     m_panel = &panel;
     m_places.pages = m_pages.areas();
+    m_places.pageOf.clear();
     for (const Node* const node : panel.nodes()) {
         const BaseWidget* const widget = panel.widget(node->id());
         const QString page = widget ? m_pages.areaOf(*widget) : QString();

@@ -27,7 +27,7 @@ public:
               const QString& tableFile);
     ~AlarmFace() override;
 
-    void complete(const Panel& panel); ///< Once it has started; it is to outlive this.
+    void complete(const Panel& panel); ///< Once each plan is applied; the panel outlives this.
 
 private:
     void openList();

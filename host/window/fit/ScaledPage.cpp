@@ -51,6 +51,16 @@ ScaledPage::ScaledPage(QWidget* page, const QSize& design) : m_proxy(new PagePro
     fitPage();
 }
 
+void ScaledPage::givePageBack()
+{
+    QWidget& page = *m_proxy->widget();
+    disconnect(m_proxy, nullptr, this, nullptr);
+    for (QWidget* const watched : withParts(page)) {
+        watched->removeEventFilter(this);
+    }
+    m_proxy->setWidget(nullptr);
+}
+
 QSize ScaledPage::sizeHint() const
 {
     return m_proxy->size().toSize();

@@ -17,6 +17,8 @@ public:
     /// Takes the page over. A page that needs more than `design` gets what it needs.
     ScaledPage(QWidget* page, const QSize& design);
 
+    void givePageBack(); ///< It belongs to nobody then, and this is to be deleted.
+
     QSize sizeHint() const override; ///< The page's, so that it is shown as it was designed.
 
 protected:

@@ -28,15 +28,15 @@ QCustomPlot* plotIn(const QWidget& display)
 
 } // namespace
 
-void GraphTools::addTo(const Panel& panel,
+void GraphTools::addTo(const Panel& panel, const QSet<QString>& devices,
                        const std::function<ToolSetting(const QString& device)>& settingOf)
 {
-    for (const Node* const node : panel.nodes()) {
-        BaseWidget* const widget = panel.widget(node->id());
+    for (const QString& device : devices) {
+        BaseWidget* const widget = panel.widget(device);
         const QCustomPlot* const plot =
             widget && widget->parentWidget() ? plotIn(*widget) : nullptr;
         if (plot && plot->plottableCount() == plot->graphCount()) {
-            new GraphTools(*widget, settingOf(node->id()));
+            new GraphTools(*widget, settingOf(device));
         }
     }
 }

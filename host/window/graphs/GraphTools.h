@@ -4,6 +4,7 @@
 #include "host/window/graphs/ToolSetting.h"
 #include "host/window/marks/Overlay.h"
 
+#include <QSet>
 #include <QTimer>
 
 #include <functional>
@@ -27,8 +28,8 @@ class GraphTools : public Overlay
 public:
     static constexpr int kLongPressMs = 600;
 
-    /// Over each display of the panel that shows curves; each owned by the page that it is on.
-    static void addTo(const Panel& panel,
+    /// Over each of the displays that shows curves; each owned by the page that it is on.
+    static void addTo(const Panel& panel, const QSet<QString>& devices,
                       const std::function<ToolSetting(const QString& device)>& settingOf);
 
     GraphTools(BaseWidget& display, const ToolSetting& setting);

@@ -77,6 +77,7 @@ struct GraphMemory::Graph
     std::map<QString, Curve> waiting;        ///< For the first value of the sender.
     QHash<QString, bool> fills;              ///< By sender, as the graph was told.
     QHash<QString, QString> names;           ///< Likewise; else the sender's own.
+    std::unique_ptr<QObject> ear = std::make_unique<QObject>(); ///< Owns the taps.
 
     QString nameOf(const QString& sender) const { return names.value(sender, sender); }
 };
@@ -106,41 +107,70 @@ GraphMemory::~GraphMemory() = default;
 
 void GraphMemory::listen(const PanelPlan& plan)
 {
+    const QSet<QString> kept = plan.kept();
+    const bool isFirst = m_nodes.isEmpty();
     m_wires = plan.wires;
+    m_nodes.clear();
     for (Node* const node : plan.nodes) {
         m_nodes.insert(node->id(), node);
     }
+    const auto isGone = [&](const auto& graph) {
+        return !graph->node || m_nodes.value(graph->node->id()) != graph->node;
+    };
+    m_graphs.erase(std::remove_if(m_graphs.begin(), m_graphs.end(), isGone), m_graphs.end());
     for (Node* const node : plan.nodes) {
         if (!node->device() || !isTimeGraph(*node->device())) {
             continue;
         }
-        auto graph = std::make_unique<Graph>();
-        graph->node = node;
-        for (const PlannedWire& wire : plan.wires) {
-            if (wire.to == node->id() && nameOf(wire.slot) == "input") {
-                graph->sources[wire.from] += sourcesOf(wire, 0);
-            }
+        Graph& graph = graphOf(*node);
+        const auto before = std::exchange(graph.sources, sourcesOf(node->id()));
+        QStringList added = graph.sources.keys();
+        for (const QString& sender : before.keys()) {
+            added.removeOne(sender);
         }
-        BaseDevice& device = *node->device();
-        SignalTap::open(
-            device, kValueOut,
-            [this, &graph = *graph](const SignalArguments& arguments) { hear(graph, arguments); },
-            *this);
-        SignalTap::open(
-            device, kFillOut,
-            [&graph = *graph](const SignalArguments& arguments) {
-                graph.fills[arguments.at(0).toString()] = arguments.at(1).toBool();
-            },
-            *this);
-        SignalTap::open(
-            device, kNameOut,
-            [&graph = *graph](const SignalArguments& arguments) {
-                graph.names[arguments.at(0).toString()] = arguments.at(1).toString();
-            },
-            *this);
-        fill(*graph);
-        m_graphs.push_back(std::move(graph));
+        if (!isFirst || !kept.contains(node->id())) {
+            fill(graph, added);
+        }
     }
+}
+
+GraphMemory::Graph& GraphMemory::graphOf(Node& node)
+{
+    if (Graph* const known = find(node.id())) {
+        return *known;
+    }
+    m_graphs.push_back(std::make_unique<Graph>());
+    Graph& graph = *m_graphs.back();
+    graph.node = &node;
+    BaseDevice& device = *node.device();
+    SignalTap::open(
+        device, kValueOut,
+        [this, &graph](const SignalArguments& arguments) { hear(graph, arguments); }, *graph.ear);
+    SignalTap::open(
+        device, kFillOut,
+        [&graph](const SignalArguments& arguments) {
+            graph.fills[arguments.at(0).toString()] = arguments.at(1).toBool();
+        },
+        *graph.ear);
+    SignalTap::open(
+        device, kNameOut,
+        [&graph](const SignalArguments& arguments) {
+            graph.names[arguments.at(0).toString()] = arguments.at(1).toString();
+        },
+        *graph.ear);
+    return graph;
+}
+
+/// By sender.
+QHash<QString, QVector<GraphMemory::Source>> GraphMemory::sourcesOf(const QString& graph) const
+{
+    QHash<QString, QVector<Source>> sources;
+    for (const PlannedWire& wire : m_wires) {
+        if (wire.to == graph && nameOf(wire.slot) == "input") {
+            sources[wire.from] += sourcesOf(wire, 0);
+        }
+    }
+    return sources;
 }
 
 QVector<GraphMemory::Source> GraphMemory::sourcesOf(const PlannedWire& wire, int depth) const
@@ -174,7 +204,8 @@ GraphMemory::Graph* GraphMemory::find(const QString& graph) const
 void GraphMemory::fill(const QString& graph)
 {
     if (Graph* const found = find(graph)) {
-        fill(*found);
+        found->waiting.clear();
+        fill(*found, found->sources.keys());
     }
 }
 
@@ -240,16 +271,15 @@ void GraphMemory::read(const Graph& graph, double from, double to, QObject& rece
     }
 }
 
-void GraphMemory::fill(Graph& graph)
+void GraphMemory::fill(Graph& graph, const QStringList& senders)
 {
     const double period = graph.node->device()->getParam(kPeriod);
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
     const qint64 begin = now - qint64(std::max(period, 0.0) * 1000);
     const double thinned = 4 * period / kMaxPoints; // Between two points, where there are too many.
-    graph.waiting.clear();
-    for (auto sender = graph.sources.cbegin(); sender != graph.sources.cend(); ++sender) {
-        for (const Source& source : *sender) {
-            Graph::Curve& curve = graph.waiting[sender.key()];
+    for (const QString& sender : senders) {
+        for (const Source& source : graph.sources.value(sender)) {
+            Graph::Curve& curve = graph.waiting[sender];
             curve.reads.push_back(
                 m_history.read({source.device, source.signal, begin, now, kMaxPoints}));
             curve.holdSeconds = std::max({curve.holdSeconds, source.holdSeconds, thinned});

@@ -38,7 +38,8 @@ public:
     explicit GraphMemory(HistoryService& history); ///< Which outlives it.
     ~GraphMemory() override;
 
-    /// Before the plan is applied, and once the history listens to it.
+    /// Before each plan is applied, and once the history listens to it. A graph that runs on keeps
+    /// its curves; only those that are new to it are filled.
     void listen(const PanelPlan& plan);
     /// Once more, for a graph that shows nothing yet, as after its widget was made anew.
     void fill(const QString& graph);
@@ -56,8 +57,10 @@ private:
     struct Reading;
 
     QVector<Source> sourcesOf(const PlannedWire& wire, int depth) const;
+    QHash<QString, QVector<Source>> sourcesOf(const QString& graph) const;
+    Graph& graphOf(Node& node);
     Graph* find(const QString& graph) const;
-    void fill(Graph& graph);
+    void fill(Graph& graph, const QStringList& senders);
     void read(const Graph& graph, double from, double to, QObject& receiver,
               const std::shared_ptr<Reading>& reading);
     void hear(Graph& graph, const SignalArguments& arguments);

@@ -25,7 +25,7 @@ class StateMarks : public QObject
 public:
     explicit StateMarks(const TypeKnowledge& knowledge) : m_knowledge(knowledge) {}
 
-    /// To be called before the plan is applied: values come while a panel starts, too.
+    /// To be called before each plan is applied: values come while a panel starts, too.
     void listen(const PanelPlan& plan);
     void show(const Panel& panel); ///< Once the widgets are on their pages.
 

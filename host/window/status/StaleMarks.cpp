@@ -60,8 +60,12 @@ StaleMarks::StaleMarks(const SourceWatch& watch, const Panel& panel) : m_panel(p
 
 void StaleMarks::set(const QString& device, bool isStale)
 {
-    delete m_marks.take(device);
     BaseWidget* const widget = m_panel.widget(device);
+    const StaleMark* const known = m_marks.value(device);
+    if (isStale && widget && known && known->display() == widget) {
+        return;
+    }
+    delete m_marks.take(device);
     if (isStale && widget && widget->parentWidget()) {
         m_marks.insert(device, new StaleMark(*widget));
     }

@@ -4,7 +4,7 @@
 #include "../window/ShownPanel.h"
 #include "host/catalogue/Catalogue.h"
 #include "host/catalogue/SenseCheck.h"
-#include "host/program/RunningPanel.h"
+#include "host/program/run/RunningPanel.h"
 
 #include <QtTest>
 

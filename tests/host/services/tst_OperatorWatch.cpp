@@ -65,6 +65,7 @@ struct OperatedPanel : ListenedPanel
             [this](const QString& device, const QString& output, const QVariant& value) {
                 given.append(device + '.' + output + ' ' + value.toString());
             });
+        watch.follow(panel);
         start(describe::panel(devices, arrows), watch);
     }
 

@@ -21,8 +21,9 @@ class GuardedPanel : public ShownPanel
 {
 public:
     explicit GuardedPanel(const QByteArray& text)
-        : ShownPanel(text, {900, 1500}), face(panelOf(text), knowledge(), {}, window)
+        : ShownPanel(text, {900, 1500}), face(knowledge(), {}, window)
     {
+        face.follow(panelOf(text));
         face.show(panel);
         QApplication::setActiveWindow(&window);
         for (const norvo::Node* node : panel.nodes()) {

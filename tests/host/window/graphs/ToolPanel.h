@@ -4,7 +4,7 @@
 #include "../ShownPanel.h"
 #include "host/catalogue/Catalogue.h"
 #include "host/catalogue/SenseCheck.h"
-#include "host/program/RunningPanel.h"
+#include "host/program/run/RunningPanel.h"
 #include "host/window/graphs/GraphTools.h"
 #include "host/window/graphs/PlotCopy.h"
 #include "host/window/graphs/ToolKey.h"

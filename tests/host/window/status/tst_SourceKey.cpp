@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "TestMain.h"
-#include "host/program/RunningPanel.h"
+#include "host/program/run/RunningPanel.h"
 #include "host/window/ShownPanel.h"
 #include "host/window/sheet/Sheet.h"
 #include "host/window/status/StaleMarks.h"

@@ -18,10 +18,14 @@
 #include "host/window/marks/StateMarks.h"
 #include "host/window/status/StaleMarks.h"
 
+#include <QPointer>
+#include <QSet>
+
 #include <optional>
 
 namespace norvo {
 
+class Access;
 class PanelPages;
 
 /// A panel with its window and with what runs beside it: each service listens from outside and
@@ -34,14 +38,22 @@ public:
     RunningPanel(const PanelDescription& description, const TypeKnowledge& knowledge,
                  const QString& alarmFile, const QString& pinCountFile = {});
 
+    const PanelDescription& description() const { return m_description; } ///< Of what runs.
     AlarmService& alarms() { return m_alarms; }
     Panel& panel() { return m_panel; }
+    PanelPages& pages() { return *m_pages; }
     PanelWindow& window() { return m_window; }
     AccessFace& access() { return m_access; }
     HistoryService* history() { return m_history ? &*m_history : nullptr; } ///< Null without one.
     GraphMemory* graphMemory() { return m_graphMemory ? &*m_graphMemory : nullptr; } ///< Likewise.
 
     void start(PanelPlan plan, Diagnostics& diagnostics); ///< Once.
+    /// Whether another description can only be run by devices that are all new: what has made them
+    /// and their widgets cannot be changed.
+    bool needsNewDevices(const PanelDescription& description) const;
+    /// Lets another description run in the place of the one that runs, of which the plan may keep
+    /// devices. What runs beside it goes on as far as it is still asked for.
+    void change(const PanelDescription& description, PanelPlan plan, Diagnostics& diagnostics);
     void stop();
     /// From now on, until stop(); what is wrong with it is reported, and the panel runs on.
     void serve(const ViewSettings& settings);
@@ -49,9 +61,15 @@ public:
 private:
     void addKeys();
     ToolSetting toolSetting(const QString& graph);
+    void followSetting();
+    void followAudit(const QString& title);
     void record(); ///< What is done, in the audit.
+    void recordAccess();
+    void listen(const PanelPlan& plan);
+    void apply(PanelPlan plan, Diagnostics& diagnostics);
+    void complete(const QSet<QString>& made);
 
-    const PanelDescription& m_description;
+    PanelDescription m_description;
     SourceWatch m_sources;
     AlarmService m_alarms;
     ValueTable m_values;
@@ -64,7 +82,8 @@ private:
     AccessFace m_access;
     OperatorWatch m_operator;
     std::optional<AuditTrail> m_audit;       ///< Where the panel has one.
-    std::optional<HistoryService> m_history; ///< Likewise.
+    QPointer<Access> m_recordedAccess;       ///< In the audit.
+    std::optional<HistoryService> m_history; ///< Where the panel has one.
     std::optional<GraphMemory> m_graphMemory;
     std::unique_ptr<View> m_view; ///< Where it is served.
 };

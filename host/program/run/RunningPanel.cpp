@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/program/RunningPanel.h"
+#include "host/program/run/RunningPanel.h"
 
 #include "host/program/streams/Console.h"
 #include "host/services/access/Access.h"
@@ -48,11 +48,10 @@ RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowle
       m_panel(*m_pages),
       m_alarmFace(m_alarms, m_window, *m_pages, tableOf(alarmFile)),
       m_marks(knowledge),
-      m_access(description, knowledge, pinCountFile, m_window),
+      m_access(knowledge, pinCountFile, m_window),
       m_operator(knowledge)
 {
     Accessibility::install(&GuardedControl::make);
-    m_pages->setLook(description.look);
     auto* const layout = new QVBoxLayout(m_window.page());
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_pages);
@@ -60,18 +59,49 @@ RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowle
     m_alarms.setPermit([this](Role needed, std::function<void()> action) {
         m_access.require(needed, std::move(action));
     });
-    if (!description.audit.file.isEmpty()) {
-        record();
+    m_operator.follow(m_panel);
+    followSetting();
+}
+
+/// What the file says beside its devices.
+void RunningPanel::followSetting()
+{
+    const QString title = titleOf(m_description);
+    m_window.setWindowTitle(title);
+    m_window.strip().setTouch(m_description.look.touch);
+    m_pages->setLook(m_description.look);
+    m_access.follow(m_description);
+    followAudit(title);
+    if (m_history && !m_history->records(m_description.history)) {
+        m_graphMemory.reset();
+        m_history.reset();
     }
-    if (description.history.isGiven) {
-        m_history.emplace(description.history);
+    if (!m_history && m_description.history.isGiven) {
+        m_history.emplace(m_description.history);
         QObject::connect(&*m_history, &HistoryService::problem, &Console::report);
+    }
+}
+
+void RunningPanel::followAudit(const QString& title)
+{
+    if (m_audit && !m_audit->isOf(m_description.audit, title)) {
+        m_audit->noteStop();
+        m_audit.reset();
+    }
+    if (!m_audit && !m_description.audit.file.isEmpty()) {
+        m_audit.emplace(m_description.audit, title);
+        record();
+        m_audit->noteStart();
+    }
+    if (m_audit && m_recordedAccess != m_access.access()) {
+        recordAccess();
     }
 }
 
 void RunningPanel::record()
 {
-    AuditTrail& audit = m_audit.emplace(m_description.audit, titleOf(m_description));
+    AuditTrail& audit = *m_audit;
+    m_recordedAccess.clear();
     QObject::connect(&audit, &AuditTrail::problem, &Console::report);
     QObject::connect(&m_operator, &OperatorWatch::given, &audit, &AuditTrail::noteValue);
     QObject::connect(&m_alarms, &AlarmService::operated, &audit,
@@ -86,25 +116,33 @@ void RunningPanel::record()
                      [&audit](const QString& device, const QString& value) {
                          audit.note("declined", {{"device", device}, {"value", value}});
                      });
-    if (Access* const access = m_access.access()) {
-        audit.setRole(nameOf(access->role()));
-        QObject::connect(access, &Access::roleChanged, &audit,
-                         [&audit, access] { audit.setRole(nameOf(access->role())); });
-        QObject::connect(access, &Access::unlocked, &audit, [&audit] { audit.note("unlocked"); });
-        QObject::connect(access, &Access::locked, &audit, [&audit] { audit.note("locked"); });
-        QObject::connect(access, &Access::refused, &audit, [&audit](Role needed) {
-            audit.note("refused", {{"needed", nameOf(needed)}});
-        });
+    recordAccess();
+}
+
+void RunningPanel::recordAccess()
+{
+    AuditTrail& audit = *m_audit;
+    Access* const access = m_access.access();
+    m_recordedAccess = access;
+    audit.setRole(access ? nameOf(access->role()) : QString());
+    if (!access) {
+        return;
     }
-    audit.noteStart();
+    QObject::connect(access, &Access::roleChanged, &audit,
+                     [&audit, access] { audit.setRole(nameOf(access->role())); });
+    QObject::connect(access, &Access::unlocked, &audit, [&audit] { audit.note("unlocked"); });
+    QObject::connect(access, &Access::locked, &audit, [&audit] { audit.note("locked"); });
+    QObject::connect(access, &Access::refused, &audit, [&audit](Role needed) {
+        audit.note("refused", {{"needed", nameOf(needed)}});
+    });
 }
 
 void RunningPanel::serve(const ViewSettings& settings)
 {
     m_values.hearAll(m_panel); // A viewer may ask for any.
-    const QString title = titleOf(m_description);
-    const ViewSubject subject{m_window, title,
-                              [this, title] { return valuesJson(title, m_values, m_sources); }};
+    const ViewSubject subject{m_window, titleOf(m_description), [this] {
+                                  return valuesJson(titleOf(m_description), m_values, m_sources);
+                              }};
     QString error;
     m_view = makeView(settings, subject, error);
     if (m_view) {
@@ -130,7 +168,6 @@ void RunningPanel::stop()
 
 void RunningPanel::addKeys()
 {
-    m_window.strip().setTouch(m_description.look.touch);
     m_window.strip().addPart(new SourceKey(m_sources));
     auto* const values = new QShortcut(Qt::Key_F12, &m_window);
     QObject::connect(values, &QShortcut::activated, &m_window, [this] {
@@ -149,7 +186,7 @@ ToolSetting RunningPanel::toolSetting(const QString& graph)
     };
     if (m_graphMemory && m_graphMemory->remembers(graph)) {
         setting.readEarlier = [this, graph](double from, double to, QObject& receiver, auto done) {
-            if (m_graphMemory) { // Until the panel stops.
+            if (m_graphMemory) { // Until the panel stops, or remembers nothing any more.
                 m_graphMemory->read(graph, from, to, receiver, std::move(done));
             }
         };
@@ -159,32 +196,78 @@ ToolSetting RunningPanel::toolSetting(const QString& graph)
 
 void RunningPanel::start(PanelPlan plan, Diagnostics& diagnostics)
 {
+    apply(std::move(plan), diagnostics);
+    if (m_description.look.fit == PanelLook::Fit::Scale) {
+        m_window.scalePage(m_description.look.design);
+    }
+}
+
+bool RunningPanel::needsNewDevices(const PanelDescription& description) const
+{
+    const PanelLook& before = m_description.look;
+    const PanelLook& look = description.look;
+    return look.language != before.language || look.touch != before.touch ||
+           look.fit != before.fit || look.design != before.design ||
+           (m_description.audit.file.isEmpty() && !description.audit.file.isEmpty());
+}
+
+void RunningPanel::change(const PanelDescription& description, PanelPlan plan,
+                          Diagnostics& diagnostics)
+{
+    const PanelLook before = std::exchange(m_description, description).look;
+    const PanelLook& look = m_description.look;
+    followSetting();
+    if (look.fit == before.fit && look.design == before.design) {
+        apply(std::move(plan), diagnostics);
+    } else { // What is drawn larger or smaller knows it.
+        listen({});
+        m_panel.stop();
+        m_window.unscalePage();
+        start(std::move(plan), diagnostics);
+    }
+    if (m_audit) {
+        m_audit->note("reload");
+    }
+}
+
+void RunningPanel::apply(PanelPlan plan, Diagnostics& diagnostics)
+{
+    QSet<QString> made;
+    for (const auto& node : plan.made) {
+        made.insert(node->id());
+    }
+    listen(plan);
+    m_panel.apply(std::move(plan), diagnostics);
+    complete(made);
+}
+
+void RunningPanel::listen(const PanelPlan& plan)
+{
     m_marks.listen(plan);
     m_sources.listen(plan);
     m_values.listen(plan);
     m_alarms.listen(plan);
     if (m_history) {
         m_history->listen(plan);
-        m_graphMemory.emplace(*m_history);
+        if (!m_graphMemory) {
+            m_graphMemory.emplace(*m_history);
+        }
         m_graphMemory->listen(plan);
     }
-    if (m_audit) {
-        m_operator.listen(plan);
-    }
-    m_panel.apply(std::move(plan), diagnostics);
+    static const PanelPlan nothing;
+    m_operator.listen(m_audit ? plan : nothing);
+}
+
+void RunningPanel::complete(const QSet<QString>& made)
+{
     m_marks.show(m_panel);
     m_sources.complete(m_panel);
     m_values.complete(m_panel);
     m_alarms.complete(m_panel, m_sources);
     m_alarmFace.complete(m_panel);
     m_access.show(m_panel);
-    GraphTools::addTo(m_panel, [this](const QString& graph) { return toolSetting(graph); });
-    if (m_audit) {
-        m_operator.complete(m_panel);
-    }
-    if (m_description.look.fit == PanelLook::Fit::Scale) {
-        m_window.scalePage(m_description.look.design);
-    }
+    GraphTools::addTo(m_panel, made, [this](const QString& graph) { return toolSetting(graph); });
+    m_operator.complete(m_panel);
 }
 
 } // namespace norvo
