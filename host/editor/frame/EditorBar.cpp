@@ -19,9 +19,10 @@ namespace norvo {
 namespace {
 
 constexpr std::chrono::seconds kProblemTime(15);
-constexpr int kMargin = 4;   // pixels
-constexpr int kSpacing = 4;  // between two keys
-constexpr int kPadding = 12; // at both sides of a key's text
+constexpr int kMargin = 4;  // pixels
+constexpr int kSpacing = 4; // between two keys
+constexpr int kPadding = 6; // at both sides of a key's text
+constexpr int kTextPixels = 15;
 
 } // namespace
 
@@ -32,6 +33,9 @@ EditorBar::EditorBar(QWidget* parent) : QWidget(parent), m_keys(new QHBoxLayout)
     m_keys->setSpacing(kSpacing);
     m_text->setObjectName("editorText");
     m_text->setTextFormat(Qt::PlainText);
+    QFont small = m_text->font();
+    small.setPixelSize(kTextPixels);
+    m_text->setFont(small);
     m_text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
@@ -45,8 +49,8 @@ QPushButton* EditorBar::addKey(QAction& action, const QString& text)
     auto* const key = new QPushButton(text);
     key->setObjectName(action.objectName());
     const int target = TouchSize::pixels(PanelLook::Touch::Fingers, *screen());
-    const int width = key->fontMetrics().horizontalAdvance(text) + 2 * kPadding;
-    key->setFixedSize(std::max(target, width), target);
+    key->setCheckable(action.isCheckable()); // It takes room for its mark.
+    key->setFixedSize(std::max(target, key->sizeHint().width() + 2 * kPadding), target);
     key->setFocusPolicy(Qt::TabFocus);
     const auto follow = [key, &action] {
         key->setEnabled(action.isEnabled());

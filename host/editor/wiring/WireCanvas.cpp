@@ -342,4 +342,9 @@ void WireCanvas::paintFits(QPainter& painter) const
     }
 }
 
+DeviceShelf& WireCanvas::shelf() const
+{
+    return *m_shelf;
+}
+
 } // namespace norvo

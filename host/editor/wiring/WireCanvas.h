@@ -41,7 +41,7 @@ public:
     ~WireCanvas() override;
 
     QList<QAction*> actions() const; ///< What can be done with the selected line.
-    DeviceShelf& shelf() const { return *m_shelf; }
+    DeviceShelf& shelf() const;
     const WireScene& scene() const { return m_scene; }
     int selectedConnection() const { return m_connection; } ///< -1: none.
     /// The value that stands on a line; empty: none stands there.
