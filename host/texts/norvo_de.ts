@@ -17,6 +17,143 @@
     </message>
 </context>
 <context>
+    <name>norvo::CanvasActions</name>
+    <message>
+        <source>Move</source>
+        <translation>Verschieben</translation>
+    </message>
+    <message>
+        <source>Wider</source>
+        <translation>Breiter</translation>
+    </message>
+    <message>
+        <source>Narrower</source>
+        <translation>Schmaler</translation>
+    </message>
+    <message>
+        <source>Higher</source>
+        <translation>Höher</translation>
+    </message>
+    <message>
+        <source>Lower</source>
+        <translation>Niedriger</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Ausschneiden</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <translation>Verdoppeln</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Select all</source>
+        <translation>Alle auswählen</translation>
+    </message>
+    <message>
+        <source>Move to page</source>
+        <translation>Auf Seite verschieben</translation>
+    </message>
+    <message>
+        <source>Insert row above</source>
+        <translation>Zeile darüber einfügen</translation>
+    </message>
+    <message>
+        <source>Insert row below</source>
+        <translation>Zeile darunter einfügen</translation>
+    </message>
+    <message>
+        <source>Remove row</source>
+        <translation>Zeile entfernen</translation>
+    </message>
+    <message>
+        <source>Insert column before</source>
+        <translation>Spalte davor einfügen</translation>
+    </message>
+    <message>
+        <source>Insert column behind</source>
+        <translation>Spalte dahinter einfügen</translation>
+    </message>
+    <message>
+        <source>Remove column</source>
+        <translation>Spalte entfernen</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::CanvasEdits</name>
+    <message>
+        <source>%1 devices</source>
+        <translation>%1 Geräte</translation>
+    </message>
+    <message>
+        <source>Move %1</source>
+        <translation>%1 verschieben</translation>
+    </message>
+    <message>
+        <source>Resize %1</source>
+        <translation>Größe ändern: %1</translation>
+    </message>
+    <message>
+        <source>Delete %1</source>
+        <translation>%1 löschen</translation>
+    </message>
+    <message>
+        <source>Cut %1</source>
+        <translation>%1 ausschneiden</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Duplicate %1</source>
+        <translation>%1 verdoppeln</translation>
+    </message>
+    <message>
+        <source>No devices have been copied</source>
+        <translation>Es sind keine Geräte kopiert</translation>
+    </message>
+    <message>
+        <source>Insert a row</source>
+        <translation>Eine Zeile einfügen</translation>
+    </message>
+    <message>
+        <source>Insert a column</source>
+        <translation>Eine Spalte einfügen</translation>
+    </message>
+    <message>
+        <source>Remove a row</source>
+        <translation>Eine Zeile entfernen</translation>
+    </message>
+    <message>
+        <source>Remove a column</source>
+        <translation>Eine Spalte entfernen</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::CanvasModel</name>
+    <message>
+        <source>Not on the page</source>
+        <translation>Nicht auf der Seite</translation>
+    </message>
+    <message>
+        <source>%1 is there</source>
+        <translation>%1 ist dort</translation>
+    </message>
+</context>
+<context>
     <name>norvo::ConflictSheet</name>
     <message>
         <source>The file was changed by others, too</source>
@@ -41,6 +178,21 @@
     <message>
         <source>In the file</source>
         <translation>In der Datei</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::EditCanvas</name>
+    <message>
+        <source>%1, row %2, column %3</source>
+        <translation>%1, Zeile %2, Spalte %3</translation>
+    </message>
+    <message>
+        <source>The panel</source>
+        <translation>Die Tafel</translation>
+    </message>
+    <message>
+        <source>free</source>
+        <translation>frei</translation>
     </message>
 </context>
 <context>

@@ -17,6 +17,143 @@
     </message>
 </context>
 <context>
+    <name>norvo::CanvasActions</name>
+    <message>
+        <source>Move</source>
+        <translation>Переместить</translation>
+    </message>
+    <message>
+        <source>Wider</source>
+        <translation>Шире</translation>
+    </message>
+    <message>
+        <source>Narrower</source>
+        <translation>Уже</translation>
+    </message>
+    <message>
+        <source>Higher</source>
+        <translation>Выше</translation>
+    </message>
+    <message>
+        <source>Lower</source>
+        <translation>Ниже</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Вырезать</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Копировать</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Вставить</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <translation>Дублировать</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Удалить</translation>
+    </message>
+    <message>
+        <source>Select all</source>
+        <translation>Выделить всё</translation>
+    </message>
+    <message>
+        <source>Move to page</source>
+        <translation>Переместить на страницу</translation>
+    </message>
+    <message>
+        <source>Insert row above</source>
+        <translation>Вставить строку выше</translation>
+    </message>
+    <message>
+        <source>Insert row below</source>
+        <translation>Вставить строку ниже</translation>
+    </message>
+    <message>
+        <source>Remove row</source>
+        <translation>Удалить строку</translation>
+    </message>
+    <message>
+        <source>Insert column before</source>
+        <translation>Вставить столбец перед</translation>
+    </message>
+    <message>
+        <source>Insert column behind</source>
+        <translation>Вставить столбец за</translation>
+    </message>
+    <message>
+        <source>Remove column</source>
+        <translation>Удалить столбец</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::CanvasEdits</name>
+    <message>
+        <source>%1 devices</source>
+        <translation>устройства: %1</translation>
+    </message>
+    <message>
+        <source>Move %1</source>
+        <translation>Переместить %1</translation>
+    </message>
+    <message>
+        <source>Resize %1</source>
+        <translation>Изменить размер: %1</translation>
+    </message>
+    <message>
+        <source>Delete %1</source>
+        <translation>Удалить %1</translation>
+    </message>
+    <message>
+        <source>Cut %1</source>
+        <translation>Вырезать %1</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Вставить</translation>
+    </message>
+    <message>
+        <source>Duplicate %1</source>
+        <translation>Дублировать %1</translation>
+    </message>
+    <message>
+        <source>No devices have been copied</source>
+        <translation>Устройства не скопированы</translation>
+    </message>
+    <message>
+        <source>Insert a row</source>
+        <translation>Вставить строку</translation>
+    </message>
+    <message>
+        <source>Insert a column</source>
+        <translation>Вставить столбец</translation>
+    </message>
+    <message>
+        <source>Remove a row</source>
+        <translation>Удалить строку</translation>
+    </message>
+    <message>
+        <source>Remove a column</source>
+        <translation>Удалить столбец</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::CanvasModel</name>
+    <message>
+        <source>Not on the page</source>
+        <translation>Не на странице</translation>
+    </message>
+    <message>
+        <source>%1 is there</source>
+        <translation>Там %1</translation>
+    </message>
+</context>
+<context>
     <name>norvo::ConflictSheet</name>
     <message>
         <source>The file was changed by others, too</source>
@@ -41,6 +178,21 @@
     <message>
         <source>In the file</source>
         <translation>В файле</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::EditCanvas</name>
+    <message>
+        <source>%1, row %2, column %3</source>
+        <translation>%1, строка %2, столбец %3</translation>
+    </message>
+    <message>
+        <source>The panel</source>
+        <translation>Панель</translation>
+    </message>
+    <message>
+        <source>free</source>
+        <translation>свободно</translation>
     </message>
 </context>
 <context>

@@ -45,6 +45,12 @@ const Theme& Theme::of(PanelLook::Theme theme)
     return isDark ? dark() : light();
 }
 
+QColor Theme::faultOn(const QPalette& palette)
+{
+    const bool isDark = palette.color(QPalette::Window).lightness() < 128;
+    return isDark ? QColor("#ff8a80") : QColor("#b3261e");
+}
+
 QPalette Theme::palette() const
 {
     QPalette palette(text, button, edge, edge, edge, text, text, field, page);

@@ -30,6 +30,9 @@ struct Theme
     /// System is as dark as the windows of the platform were when it was first asked for.
     static const Theme& of(PanelLook::Theme theme);
 
+    /// Red that reads on the page, on cards and on fields of that palette: for what is refused.
+    static QColor faultOn(const QPalette& palette);
+
     QPalette palette() const;
     QPalette plotPalette() const;
 };

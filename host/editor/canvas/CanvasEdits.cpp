@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/editor/canvas/CanvasEdits.h"
+
+#include "host/catalogue/Catalogue.h"
+#include "host/editor/EditSession.h"
+#include "host/panel/edit/DeviceEdit.h"
+#include "host/panel/edit/PageEdit.h"
+#include "host/panel/file/PanelFile.h"
+
+namespace norvo {
+
+namespace {
+
+QString nameOf(const QStringList& ids)
+{
+    return ids.size() == 1 ? ids.first() : CanvasEdits::tr("%1 devices").arg(ids.size());
+}
+
+Cells cellsOf(const DeviceSetting& device)
+{
+    return readCells([&device](const QString& param) {
+        const auto found =
+            std::find_if(device.params.cbegin(), device.params.cend(), [&](const auto& one) {
+                return one.name.text.compare(param, Qt::CaseInsensitive) == 0;
+            });
+        return found == device.params.cend() ? QString() : found->value.text;
+    });
+}
+
+/// Where the devices of a panel that are seen stand, on one page whatever it names, by the number
+/// of the device.
+CellMap::Places placesOf(const PanelDescription& panel, const Catalogue& catalogue)
+{
+    QVector<Cells> requests;
+    QVector<int> numbers;
+    for (int i = 0; i < panel.devices.size(); ++i) {
+        const TypeWords* const words = catalogue.words(panel.devices[i].type.text);
+        if (!words || words->hasWidget) {
+            requests.append(cellsOf(panel.devices[i]));
+            requests.last().area.clear();
+            numbers.append(i);
+        }
+    }
+    const Placement placement(requests);
+    CellMap::Places places;
+    for (int i = 0; i < numbers.size(); ++i) {
+        places.insert(QString::number(numbers[i]), placement.cells()[i]);
+    }
+    return places;
+}
+
+} // namespace
+
+QString CanvasEdits::whyFixed(const QStringList& ids) const
+{
+    for (const QString& id : ids) {
+        const QString reason = m_session.whyFixed(id);
+        if (!reason.isEmpty()) {
+            return id + ": " + reason;
+        }
+    }
+    return {};
+}
+
+QString CanvasEdits::move(const CellMap::Places& places, const QString& joinKey)
+{
+    return place(tr("Move %1").arg(nameOf(places.keys())), places, joinKey);
+}
+
+QString CanvasEdits::resize(const CellMap::Places& places, const QString& joinKey)
+{
+    return place(tr("Resize %1").arg(nameOf(places.keys())), places, joinKey);
+}
+
+QString CanvasEdits::place(const QString& what, const CellMap::Places& places,
+                           const QString& joinKey)
+{
+    const QString fixed = whyFixed(places.keys());
+    if (!fixed.isEmpty()) {
+        return fixed;
+    }
+    return m_session.change(
+        what,
+        [&](YamlEdit& edit) {
+            YamlEdit::Error error;
+            for (auto one = places.cbegin(); one != places.cend() && !error; ++one) {
+                error = DeviceEdit::place(edit, one.key(), *one);
+            }
+            return error;
+        },
+        joinKey);
+}
+
+QString CanvasEdits::remove(const QStringList& ids)
+{
+    return removeAs(tr("Delete %1").arg(nameOf(ids)), ids);
+}
+
+QString CanvasEdits::cut(const QStringList& ids)
+{
+    return removeAs(tr("Cut %1").arg(nameOf(ids)), ids);
+}
+
+QString CanvasEdits::removeAs(const QString& what, const QStringList& ids)
+{
+    const QString fixed = whyFixed(ids);
+    if (!fixed.isEmpty()) {
+        return fixed;
+    }
+    return m_session.change(what, [&](YamlEdit& edit) {
+        YamlEdit::Error error;
+        for (int i = 0; i < ids.size() && !error; ++i) {
+            error = DeviceEdit::remove(edit, ids[i]);
+        }
+        return error;
+    });
+}
+
+QByteArray CanvasEdits::copy(const QStringList& ids) const
+{
+    return DeviceEdit::copy(m_session.document(), ids);
+}
+
+QString CanvasEdits::paste(const QByteArray& copied, const Cells& target)
+{
+    return add(tr("Paste"), copied, target);
+}
+
+QString CanvasEdits::duplicate(const QStringList& ids)
+{
+    const QString fixed = whyFixed(ids);
+    if (!fixed.isEmpty()) {
+        return fixed;
+    }
+    const CellMap::Places places = CellMap(m_session.live().cells()).moved(ids, {}, 0, 0);
+    Cells target = CellMap::block(places);
+    target.area = m_session.live().cells().value(ids.value(0)).area;
+    return add(tr("Duplicate %1").arg(nameOf(ids)), copy(ids), target);
+}
+
+QString CanvasEdits::add(const QString& what, const QByteArray& copied, const Cells& target)
+{
+    Diagnostics diagnostics("clipboard");
+    const PanelDescription panel = PanelFile::parse(copied, "clipboard", diagnostics);
+    if (panel.devices.isEmpty()) {
+        return tr("No devices have been copied");
+    }
+    const CellMap::Places group = placesOf(panel, m_session.catalogue());
+    const CellMap::Places places = CellMap(m_session.live().cells()).atFree(group, target);
+    QStringList ids;
+    const QString fault = m_session.change(what, [&](YamlEdit& edit) {
+        Cells page;
+        page.row = 0;
+        page.column = 0;
+        page.area = target.area;
+        YamlEdit::Error error = DeviceEdit::paste(edit, copied, page, ids);
+        for (auto one = places.cbegin(); one != places.cend() && !error; ++one) {
+            error = DeviceEdit::place(edit, ids.value(one.key().toInt()), *one);
+        }
+        return error;
+    });
+    if (fault.isEmpty()) {
+        m_session.select(ids);
+    }
+    return fault;
+}
+
+QString CanvasEdits::insertRow(const QString& page, int row)
+{
+    return m_session.change(tr("Insert a row"), [&](YamlEdit& edit) {
+        return PageEdit::insertRow(edit, m_session.live().cells(), page, row);
+    });
+}
+
+QString CanvasEdits::insertColumn(const QString& page, int column)
+{
+    return m_session.change(tr("Insert a column"), [&](YamlEdit& edit) {
+        return PageEdit::insertColumn(edit, m_session.live().cells(), page, column);
+    });
+}
+
+QString CanvasEdits::removeRow(const QString& page, int row)
+{
+    return m_session.change(tr("Remove a row"), [&](YamlEdit& edit) {
+        return PageEdit::removeRow(edit, m_session.live().cells(), page, row);
+    });
+}
+
+QString CanvasEdits::removeColumn(const QString& page, int column)
+{
+    return m_session.change(tr("Remove a column"), [&](YamlEdit& edit) {
+        return PageEdit::removeColumn(edit, m_session.live().cells(), page, column);
+    });
+}
+
+} // namespace norvo
