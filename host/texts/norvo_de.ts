@@ -1070,6 +1070,76 @@
     </message>
 </context>
 <context>
+    <name>norvo::ConnectionSheet</name>
+    <message>
+        <source>New connection</source>
+        <translation>Neue Verbindung</translation>
+    </message>
+    <message>
+        <source>Change a connection</source>
+        <translation>Eine Verbindung ändern</translation>
+    </message>
+    <message>
+        <source>From this output</source>
+        <translation>Von diesem Ausgang</translation>
+    </message>
+    <message>
+        <source>To this input</source>
+        <translation>Zu diesem Eingang</translation>
+    </message>
+    <message>
+        <source>Connect</source>
+        <translation>Verbinden</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>Ändern</translation>
+    </message>
+    <message>
+        <source>What is to be passed on?</source>
+        <translation>Was soll weitergegeben werden?</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::ConnectionTable</name>
+    <message>
+        <source>Add a connection</source>
+        <translation>Verbindung hinzufügen</translation>
+    </message>
+    <message>
+        <source>Change the chosen connection</source>
+        <translation>Gewählte Verbindung ändern</translation>
+    </message>
+    <message>
+        <source>Remove the chosen connection</source>
+        <translation>Gewählte Verbindung entfernen</translation>
+    </message>
+    <message>
+        <source>Show only rows with this text</source>
+        <translation>Nur Zeilen mit diesem Text zeigen</translation>
+    </message>
+    <message>
+        <source>Connection</source>
+        <translation>Verbindung</translation>
+    </message>
+    <message>
+        <source>Last value</source>
+        <translation>Letzter Wert</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>Ändern</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+</context>
+<context>
     <name>norvo::DeviceShelf</name>
     <message>
         <source>Devices that are not seen on the panel</source>
@@ -1116,6 +1186,13 @@
     </message>
 </context>
 <context>
+    <name>norvo::PortColumn</name>
+    <message>
+        <source>Show only what holds this text</source>
+        <translation>Nur zeigen, was diesen Text enthält</translation>
+    </message>
+</context>
+<context>
     <name>norvo::PortKeys</name>
     <message>
         <source>Output %1</source>
@@ -1139,6 +1216,80 @@
     <message>
         <source>%1 carries %2, %3 takes %4</source>
         <translation>%1 liefert %2, %3 nimmt %4</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::PortRow</name>
+    <message>
+        <source>Add</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>new output</source>
+        <translation>neuer Ausgang</translation>
+    </message>
+    <message>
+        <source>new input</source>
+        <translation>neuer Eingang</translation>
+    </message>
+    <message>
+        <source>New output</source>
+        <translation>Neuer Ausgang</translation>
+    </message>
+    <message>
+        <source>New input</source>
+        <translation>Neuer Eingang</translation>
+    </message>
+    <message>
+        <source>Name of %1</source>
+        <translation>Name von %1</translation>
+    </message>
+    <message>
+        <source>Definition</source>
+        <translation>Festlegung</translation>
+    </message>
+    <message>
+        <source>Definition of %1</source>
+        <translation>Festlegung von %1</translation>
+    </message>
+    <message>
+        <source>Add %1</source>
+        <translation>%1 hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>%1 entfernen</translation>
+    </message>
+    <message>
+        <source>Rename %1.%2</source>
+        <translation>%1.%2 umbenennen</translation>
+    </message>
+    <message>
+        <source>Define %1.%2</source>
+        <translation>%1.%2 festlegen</translation>
+    </message>
+    <message>
+        <source>Add %1.%2</source>
+        <translation>%1.%2 hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove %1.%2</source>
+        <translation>%1.%2 entfernen</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::PortsForm</name>
+    <message>
+        <source>Outputs of %1</source>
+        <translation>Ausgänge von %1</translation>
+    </message>
+    <message>
+        <source>Inputs of %1</source>
+        <translation>Eingänge von %1</translation>
     </message>
 </context>
 <context>

@@ -1070,6 +1070,76 @@
     </message>
 </context>
 <context>
+    <name>norvo::ConnectionSheet</name>
+    <message>
+        <source>New connection</source>
+        <translation>Новое соединение</translation>
+    </message>
+    <message>
+        <source>Change a connection</source>
+        <translation>Изменение соединения</translation>
+    </message>
+    <message>
+        <source>From this output</source>
+        <translation>От этого выхода</translation>
+    </message>
+    <message>
+        <source>To this input</source>
+        <translation>К этому входу</translation>
+    </message>
+    <message>
+        <source>Connect</source>
+        <translation>Соединить</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>Изменить</translation>
+    </message>
+    <message>
+        <source>What is to be passed on?</source>
+        <translation>Что передавать?</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::ConnectionTable</name>
+    <message>
+        <source>Add a connection</source>
+        <translation>Добавить соединение</translation>
+    </message>
+    <message>
+        <source>Change the chosen connection</source>
+        <translation>Изменить выбранное соединение</translation>
+    </message>
+    <message>
+        <source>Remove the chosen connection</source>
+        <translation>Удалить выбранное соединение</translation>
+    </message>
+    <message>
+        <source>Show only rows with this text</source>
+        <translation>Показывать только строки с этим текстом</translation>
+    </message>
+    <message>
+        <source>Connection</source>
+        <translation>Соединение</translation>
+    </message>
+    <message>
+        <source>Last value</source>
+        <translation>Последнее значение</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Добавить</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>Изменить</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Удалить</translation>
+    </message>
+</context>
+<context>
     <name>norvo::DeviceShelf</name>
     <message>
         <source>Devices that are not seen on the panel</source>
@@ -1116,6 +1186,13 @@
     </message>
 </context>
 <context>
+    <name>norvo::PortColumn</name>
+    <message>
+        <source>Show only what holds this text</source>
+        <translation>Показывать только содержащее этот текст</translation>
+    </message>
+</context>
+<context>
     <name>norvo::PortKeys</name>
     <message>
         <source>Output %1</source>
@@ -1139,6 +1216,80 @@
     <message>
         <source>%1 carries %2, %3 takes %4</source>
         <translation>%1 передаёт %2, %3 принимает %4</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::PortRow</name>
+    <message>
+        <source>Add</source>
+        <translation>Добавить</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Удалить</translation>
+    </message>
+    <message>
+        <source>new output</source>
+        <translation>новый выход</translation>
+    </message>
+    <message>
+        <source>new input</source>
+        <translation>новый вход</translation>
+    </message>
+    <message>
+        <source>New output</source>
+        <translation>Новый выход</translation>
+    </message>
+    <message>
+        <source>New input</source>
+        <translation>Новый вход</translation>
+    </message>
+    <message>
+        <source>Name of %1</source>
+        <translation>Имя %1</translation>
+    </message>
+    <message>
+        <source>Definition</source>
+        <translation>Определение</translation>
+    </message>
+    <message>
+        <source>Definition of %1</source>
+        <translation>Определение %1</translation>
+    </message>
+    <message>
+        <source>Add %1</source>
+        <translation>Добавить %1</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>Удалить %1</translation>
+    </message>
+    <message>
+        <source>Rename %1.%2</source>
+        <translation>Переименовать %1.%2</translation>
+    </message>
+    <message>
+        <source>Define %1.%2</source>
+        <translation>Определить %1.%2</translation>
+    </message>
+    <message>
+        <source>Add %1.%2</source>
+        <translation>Добавить %1.%2</translation>
+    </message>
+    <message>
+        <source>Remove %1.%2</source>
+        <translation>Удалить %1.%2</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::PortsForm</name>
+    <message>
+        <source>Outputs of %1</source>
+        <translation>Выходы %1</translation>
+    </message>
+    <message>
+        <source>Inputs of %1</source>
+        <translation>Входы %1</translation>
     </message>
 </context>
 <context>

@@ -102,15 +102,18 @@ QVector<Wire> oneForEachSlot(const QVector<Wire>& wires)
 
 } // namespace
 
-PortList::PortList(const EditSession& session) : m_session(session)
+PortList::PortList(const EditSession& session, int except) : m_session(session)
 {
     const PanelDescription& panel = session.live().description();
     for (int i = 0; i < panel.devices.size(); ++i) {
         m_places.insert(panel.devices[i].id.text, i);
     }
-    for (const ConnectionSetting& one : panel.connections) {
-        m_connected.insert(one.from.device.text + '.' + nameOf(one.from.method.text) + ' ' +
-                           one.to.device.text + '.' + nameOf(one.to.method.text));
+    for (int i = 0; i < panel.connections.size(); ++i) {
+        const ConnectionSetting& one = panel.connections[i];
+        if (i != except) {
+            m_connected.insert(one.from.device.text + '.' + nameOf(one.from.method.text) + ' ' +
+                               one.to.device.text + '.' + nameOf(one.to.method.text));
+        }
     }
 }
 

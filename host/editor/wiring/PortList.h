@@ -42,7 +42,8 @@ class PortList
     Q_DECLARE_TR_FUNCTIONS(norvo::PortList)
 
 public:
-    explicit PortList(const EditSession& session);
+    /// `except`: this connection of the panel is left aside, as it is about to change.
+    explicit PortList(const EditSession& session, int except = -1);
 
     /// Those that the panel's author has named, then in the order of declaration; without those for
     /// the device's own widget. None of a device that is unknown, or whose ports are known after a

@@ -124,8 +124,7 @@ WireScene::End WireScene::endAt(const QString& device, bool isOutput, int number
     return isOutput ? End{{rect.right(), y}, {1, 0}} : End{{rect.left(), y}, {-1, 0}};
 }
 
-void WireScene::addCurve(WireLine& line, const End& from, const End& to,
-                         const QSize& canvas) const
+void WireScene::addCurve(WireLine& line, const End& from, const End& to, const QSize& canvas) const
 {
     const double bow = std::clamp(QLineF(from.point, to.point).length() / 2, kLeastBow, kMostBow);
     // A curve stays between its four points, and so on the canvas.

@@ -24,17 +24,6 @@ constexpr int kIntervalMs = 1000;
 
 enum Column { Device, Output, Value, Age, Rate, Count, ColumnCount };
 
-QString ageText(qint64 ms)
-{
-    if (ms < 0) {
-        return ValuesPage::tr("never");
-    }
-    const double seconds = double(ms) / 1000.0;
-    return seconds < 60     ? ValuesPage::tr("%1 s").arg(QLocale().toString(seconds, 'f', 1))
-           : seconds < 3600 ? ValuesPage::tr("%1 min").arg(int(seconds / 60))
-                            : ValuesPage::tr("%1 h").arg(int(seconds / 3600));
-}
-
 QStringList cellsOf(const Reading& reading)
 {
     return {reading.device,
@@ -46,6 +35,17 @@ QStringList cellsOf(const Reading& reading)
 }
 
 } // namespace
+
+QString ageText(qint64 ms)
+{
+    if (ms < 0) {
+        return ValuesPage::tr("never");
+    }
+    const double seconds = double(ms) / 1000.0;
+    return seconds < 60     ? ValuesPage::tr("%1 s").arg(QLocale().toString(seconds, 'f', 1))
+           : seconds < 3600 ? ValuesPage::tr("%1 min").arg(int(seconds / 60))
+                            : ValuesPage::tr("%1 h").arg(int(seconds / 3600));
+}
 
 ValuesPage::ValuesPage(ValueTable& table)
     : m_table(table), m_filter(new QLineEdit), m_rows(new QTableWidget(0, ColumnCount))

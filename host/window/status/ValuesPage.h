@@ -10,6 +10,9 @@ class QLineEdit;
 
 namespace norvo {
 
+/// How long ago that is: "1.2 s", "5 min"; "never" below 0.
+QString ageText(qint64 ms);
+
 /// All values of a panel: device, output, last value, how long ago, how often. Read again every
 /// second; a field above narrows the list to the rows that hold a text.
 class ValuesPage : public QWidget
