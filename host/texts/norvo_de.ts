@@ -154,6 +154,17 @@
     </message>
 </context>
 <context>
+    <name>norvo::ColourEditor</name>
+    <message>
+        <source>Colours</source>
+        <translation>Farben</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>Farbe</translation>
+    </message>
+</context>
+<context>
     <name>norvo::ConflictSheet</name>
     <message>
         <source>The file was changed by others, too</source>
@@ -324,6 +335,13 @@
     </message>
 </context>
 <context>
+    <name>norvo::FileEditor</name>
+    <message>
+        <source>Files</source>
+        <translation>Dateien</translation>
+    </message>
+</context>
+<context>
     <name>norvo::FileFault</name>
     <message>
         <source>line %1: </source>
@@ -340,6 +358,17 @@
     <message>
         <source>Read again</source>
         <translation>Neu lesen</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::NumberEditor</name>
+    <message>
+        <source>%1: less</source>
+        <translation>%1: weniger</translation>
+    </message>
+    <message>
+        <source>%1: more</source>
+        <translation>%1: mehr</translation>
     </message>
 </context>
 <context>
@@ -1005,6 +1034,40 @@
     </message>
 </context>
 <context>
+    <name>norvo::FileSheet</name>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <translation>Verwenden</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::FormHead</name>
+    <message>
+        <source>Id of the device</source>
+        <translation>Kennung des Geräts</translation>
+    </message>
+    <message>
+        <source>Nothing is selected</source>
+        <translation>Nichts ist ausgewählt</translation>
+    </message>
+    <message>
+        <source>%1 devices</source>
+        <translation>%1 Geräte</translation>
+    </message>
+    <message>
+        <source>Select a device on the panel.</source>
+        <translation>Ein Gerät auf der Tafel auswählen.</translation>
+    </message>
+</context>
+<context>
     <name>norvo::GraphTools</name>
     <message>
         <source>Graph tools: %1</source>
@@ -1016,6 +1079,17 @@
     <message>
         <source>No. %1</source>
         <translation>Nr. %1</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::SwitchEditor</name>
+    <message>
+        <source>yes</source>
+        <translation>ja</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>nein</translation>
     </message>
 </context>
 <context>
@@ -1140,6 +1214,49 @@
     </message>
 </context>
 <context>
+    <name>norvo::DeviceForm</name>
+    <message>
+        <source>More parameters</source>
+        <translation>Weitere Parameter</translation>
+    </message>
+    <message>
+        <source>Place on the panel</source>
+        <translation>Ort auf der Tafel</translation>
+    </message>
+    <message>
+        <source>Operation</source>
+        <translation>Bedienung</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Search the parameters</source>
+        <translation>Die Parameter durchsuchen</translation>
+    </message>
+    <message>
+        <source>Rename %1 to %2</source>
+        <translation>%1 in %2 umbenennen</translation>
+    </message>
+    <message>
+        <source>%1 devices</source>
+        <translation>%1 Geräte</translation>
+    </message>
+    <message>
+        <source>Set %1 of %2</source>
+        <translation>%1 von %2 setzen</translation>
+    </message>
+    <message>
+        <source>Reset %1 of %2</source>
+        <translation>%1 von %2 zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Move %1</source>
+        <translation>%1 verschieben</translation>
+    </message>
+</context>
+<context>
     <name>norvo::DeviceShelf</name>
     <message>
         <source>Devices that are not seen on the panel</source>
@@ -1148,6 +1265,55 @@
     <message>
         <source>%1 out, %2 in</source>
         <translation>%1 aus, %2 ein</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::ParamEditor</name>
+    <message>
+        <source>different values</source>
+        <translation>verschiedene Werte</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::ParamRow</name>
+    <message>
+        <source>%1: back to the default</source>
+        <translation>%1: zurück zur Vorgabe</translation>
+    </message>
+    <message>
+        <source>now: %1</source>
+        <translation>jetzt: %1</translation>
+    </message>
+    <message>
+        <source>a number, or &quot;%1&quot;</source>
+        <translation>eine Zahl oder „%1“</translation>
+    </message>
+    <message>
+        <source>%1, or &quot;%2&quot;</source>
+        <translation>%1 oder „%2“</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::ParamStates</name>
+    <message>
+        <source>has an effect only where %1 is %2</source>
+        <translation>wirkt nur, wo %1 gleich %2 ist</translation>
+    </message>
+    <message>
+        <source>Whether its document may reach the network.</source>
+        <translation>Ob sein Dokument ins Netz darf.</translation>
+    </message>
+    <message>
+        <source>Whether the value that an operator gives is put back at the next start; send: and sent.</source>
+        <translation>Ob der Wert, den ein Bediener gibt, beim nächsten Start wieder gesetzt wird; send: und gesendet.</translation>
+    </message>
+    <message>
+        <source>Who may operate it.</source>
+        <translation>Wer es bedienen darf.</translation>
+    </message>
+    <message>
+        <source>What is asked before it changes.</source>
+        <translation>Was gefragt wird, bevor es sich ändert.</translation>
     </message>
 </context>
 <context>

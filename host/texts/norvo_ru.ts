@@ -154,6 +154,17 @@
     </message>
 </context>
 <context>
+    <name>norvo::ColourEditor</name>
+    <message>
+        <source>Colours</source>
+        <translation>Цвета</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>Цвет</translation>
+    </message>
+</context>
+<context>
     <name>norvo::ConflictSheet</name>
     <message>
         <source>The file was changed by others, too</source>
@@ -324,6 +335,13 @@
     </message>
 </context>
 <context>
+    <name>norvo::FileEditor</name>
+    <message>
+        <source>Files</source>
+        <translation>Файлы</translation>
+    </message>
+</context>
+<context>
     <name>norvo::FileFault</name>
     <message>
         <source>line %1: </source>
@@ -340,6 +358,17 @@
     <message>
         <source>Read again</source>
         <translation>Прочитать снова</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::NumberEditor</name>
+    <message>
+        <source>%1: less</source>
+        <translation>%1: меньше</translation>
+    </message>
+    <message>
+        <source>%1: more</source>
+        <translation>%1: больше</translation>
     </message>
 </context>
 <context>
@@ -1005,6 +1034,40 @@
     </message>
 </context>
 <context>
+    <name>norvo::FileSheet</name>
+    <message>
+        <source>File</source>
+        <translation>Файл</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <translation>Использовать</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Открыть</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::FormHead</name>
+    <message>
+        <source>Id of the device</source>
+        <translation>Идентификатор устройства</translation>
+    </message>
+    <message>
+        <source>Nothing is selected</source>
+        <translation>Ничего не выбрано</translation>
+    </message>
+    <message>
+        <source>%1 devices</source>
+        <translation>устройств: %1</translation>
+    </message>
+    <message>
+        <source>Select a device on the panel.</source>
+        <translation>Выберите устройство на панели.</translation>
+    </message>
+</context>
+<context>
     <name>norvo::GraphTools</name>
     <message>
         <source>Graph tools: %1</source>
@@ -1016,6 +1079,17 @@
     <message>
         <source>No. %1</source>
         <translation>№ %1</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::SwitchEditor</name>
+    <message>
+        <source>yes</source>
+        <translation>да</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>нет</translation>
     </message>
 </context>
 <context>
@@ -1140,6 +1214,49 @@
     </message>
 </context>
 <context>
+    <name>norvo::DeviceForm</name>
+    <message>
+        <source>More parameters</source>
+        <translation>Другие параметры</translation>
+    </message>
+    <message>
+        <source>Place on the panel</source>
+        <translation>Место на панели</translation>
+    </message>
+    <message>
+        <source>Operation</source>
+        <translation>Управление</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Поиск</translation>
+    </message>
+    <message>
+        <source>Search the parameters</source>
+        <translation>Поиск по параметрам</translation>
+    </message>
+    <message>
+        <source>Rename %1 to %2</source>
+        <translation>Переименовать %1 в %2</translation>
+    </message>
+    <message>
+        <source>%1 devices</source>
+        <translation>устройств: %1</translation>
+    </message>
+    <message>
+        <source>Set %1 of %2</source>
+        <translation>Задать %1 у %2</translation>
+    </message>
+    <message>
+        <source>Reset %1 of %2</source>
+        <translation>Сбросить %1 у %2</translation>
+    </message>
+    <message>
+        <source>Move %1</source>
+        <translation>Переместить %1</translation>
+    </message>
+</context>
+<context>
     <name>norvo::DeviceShelf</name>
     <message>
         <source>Devices that are not seen on the panel</source>
@@ -1148,6 +1265,55 @@
     <message>
         <source>%1 out, %2 in</source>
         <translation>выходов %1, входов %2</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::ParamEditor</name>
+    <message>
+        <source>different values</source>
+        <translation>разные значения</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::ParamRow</name>
+    <message>
+        <source>%1: back to the default</source>
+        <translation>%1: вернуть значение по умолчанию</translation>
+    </message>
+    <message>
+        <source>now: %1</source>
+        <translation>сейчас: %1</translation>
+    </message>
+    <message>
+        <source>a number, or &quot;%1&quot;</source>
+        <translation>число или «%1»</translation>
+    </message>
+    <message>
+        <source>%1, or &quot;%2&quot;</source>
+        <translation>%1 или «%2»</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::ParamStates</name>
+    <message>
+        <source>has an effect only where %1 is %2</source>
+        <translation>действует, только если %1 — %2</translation>
+    </message>
+    <message>
+        <source>Whether its document may reach the network.</source>
+        <translation>Разрешён ли его документу доступ к сети.</translation>
+    </message>
+    <message>
+        <source>Whether the value that an operator gives is put back at the next start; send: and sent.</source>
+        <translation>Восстанавливается ли при следующем пуске значение, заданное оператором; send: с отправкой.</translation>
+    </message>
+    <message>
+        <source>Who may operate it.</source>
+        <translation>Кто может им управлять.</translation>
+    </message>
+    <message>
+        <source>What is asked before it changes.</source>
+        <translation>О чём спросить перед изменением.</translation>
     </message>
 </context>
 <context>
