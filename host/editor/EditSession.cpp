@@ -110,6 +110,26 @@ void EditSession::setSaved()
     emit savedChanged();
 }
 
+bool EditSession::hasUnsaved() const
+{
+    return !isSaved() && (canUndo() || canRedo());
+}
+
+void EditSession::setNeverSaved()
+{
+    m_history.setNeverSaved();
+    emit savedChanged();
+}
+
+QString EditSession::runAgain()
+{
+    QString fault = take(m_document, LivePanel::Accept::Runnable);
+    if (fault.isEmpty()) {
+        emit changed();
+    }
+    return fault;
+}
+
 QString EditSession::replaceText(const QString& what, const QByteArray& text)
 {
     const QByteArray before = m_document.text();

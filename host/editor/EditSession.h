@@ -52,7 +52,10 @@ public:
     QString redo();
 
     bool isSaved() const { return m_history.isSaved(); }
-    void setSaved(); ///< The text of now is that of the file.
+    bool hasUnsaved() const; ///< Something was done that is not saved.
+    void setSaved();         ///< The text of now is that of the file.
+    void setNeverSaved();    ///< There is no file yet.
+    QString runAgain();      ///< What the text names has changed. Returns as change() does.
     /// Takes another text, such as the file's that others have changed: a step as any other.
     QString replaceText(const QString& what, const QByteArray& text);
 

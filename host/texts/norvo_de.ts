@@ -192,6 +192,17 @@
     </message>
 </context>
 <context>
+    <name>norvo::DevicePane</name>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Outputs and inputs</source>
+        <translation>Ausgänge und Eingänge</translation>
+    </message>
+</context>
+<context>
     <name>norvo::EditCanvas</name>
     <message>
         <source>%1, row %2, column %3</source>
@@ -369,6 +380,17 @@
     <message>
         <source>%1: more</source>
         <translation>%1: mehr</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::PanelEditing</name>
+    <message>
+        <source>Begin with an example</source>
+        <translation>Mit einem Beispiel beginnen</translation>
+    </message>
+    <message>
+        <source>Take over what was not saved</source>
+        <translation>Nicht Gesichertes übernehmen</translation>
     </message>
 </context>
 <context>

@@ -192,6 +192,17 @@
     </message>
 </context>
 <context>
+    <name>norvo::DevicePane</name>
+    <message>
+        <source>Settings</source>
+        <translation>Настройки</translation>
+    </message>
+    <message>
+        <source>Outputs and inputs</source>
+        <translation>Выходы и входы</translation>
+    </message>
+</context>
+<context>
     <name>norvo::EditCanvas</name>
     <message>
         <source>%1, row %2, column %3</source>
@@ -369,6 +380,17 @@
     <message>
         <source>%1: more</source>
         <translation>%1: больше</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::PanelEditing</name>
+    <message>
+        <source>Begin with an example</source>
+        <translation>Начать с примера</translation>
+    </message>
+    <message>
+        <source>Take over what was not saved</source>
+        <translation>Принять несохранённое</translation>
     </message>
 </context>
 <context>

@@ -88,6 +88,7 @@ PanelWindow::PanelWindow(const QString& title)
 void PanelWindow::addBar(QWidget* bar)
 {
     static_cast<QVBoxLayout*>(layout())->insertWidget(0, bar);
+    bar->show();
 }
 
 void PanelWindow::addSide(QWidget* pane)
@@ -127,14 +128,25 @@ void PanelWindow::unscalePage()
 void PanelWindow::fit(const QSize& limit)
 {
     const bool hasStrip = m_strip->isRoomKept() || !m_strip->isHidden();
+    QSize around(0, hasStrip ? m_strip->height() : 0);
+    for (int i = 0; i < layout()->count(); ++i) {
+        const QWidget* const bar = layout()->itemAt(i)->widget();
+        around.rheight() += bar && bar != m_strip ? bar->sizeHint().height() : 0;
+    }
+    for (int i = 0; i < m_row->count(); ++i) {
+        const QWidget* const side = m_row->itemAt(i)->widget();
+        const bool isSeen = side && side != m_scroll && !side->isHidden();
+        around.rwidth() += isSeen ? side->sizeHint().width() : 0;
+    }
     const QSize page = m_scroll->widget()->sizeHint().expandedTo(kMinSize);
-    resize((page + QSize(0, hasStrip ? m_strip->height() : 0)).boundedTo(limit));
+    resize((page + around).boundedTo(limit));
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event)
 {
-    event->setAccepted(!m_isKept);
-    if (!m_isKept) {
+    const bool isClosed = !m_isKept && (!m_mayClose || m_mayClose());
+    event->setAccepted(isClosed);
+    if (isClosed) {
         emit closed();
     }
 }

@@ -5,6 +5,9 @@
 
 #include <QWidget>
 
+#include <functional>
+#include <utility>
+
 class QHBoxLayout;
 class QScrollArea;
 
@@ -43,6 +46,9 @@ public:
     void coverScreen();
     void keepScreen(); ///< Covers it to the end: no key leaves it, and closing does nothing.
 
+    /// Asked when somebody closes the window; false: it stays open.
+    void setMayClose(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
+
 signals:
     void closed();
     void readAgainRequested(); ///< By the key on the page of errors, or F5.
@@ -62,6 +68,7 @@ private:
     QRect m_windowGeometry; ///< Before the whole screen was covered.
     QMetaObject::Connection m_screenChange;
     bool m_isKept = false; ///< On the whole screen.
+    std::function<bool()> m_mayClose;
 };
 
 } // namespace norvo

@@ -51,12 +51,12 @@ QString EditedFile::write()
     return {};
 }
 
-void EditedFile::look()
+bool EditedFile::look()
 {
     const std::optional<QByteArray> now = read();
     // One that is being written anew is gone for a moment. Nobody is asked twice.
     if (!now || now == m_known || now == m_theirs) {
-        return;
+        return false;
     }
     m_theirs = *now;
     if (*now == m_session.document().text()) {
@@ -70,6 +70,7 @@ void EditedFile::look()
             emit problem(tr("The file was changed by others, and does not run: %1").arg(fault));
         }
     }
+    return true;
 }
 
 QString EditedFile::takeTheirs()

@@ -28,8 +28,9 @@ public:
     QString saveOver(); ///< Whatever others have written.
 
     /// To be called when the file may have changed. What others have written is taken where
-    /// nothing is unsaved, as a step that can be undone; else conflict() is emitted.
-    void look();
+    /// nothing is unsaved, as a step that can be undone; else conflict() is emitted. False: the
+    /// file is as it was.
+    bool look();
     QString takeTheirs(); ///< Gives what is unsaved up, as a step that can be undone.
     QByteArray theirs() const { return m_theirs.value_or(QByteArray()); } ///< What others wrote.
 

@@ -60,6 +60,7 @@ TwoTexts::TwoTexts(const QString& leftTitle, const QByteArray& left, const QStri
     const auto addSide = [row](const QString& title, QPlainTextEdit* view) {
         auto* const column = new QVBoxLayout;
         auto* const label = new QLabel(title);
+        label->setFont(row->parentWidget()->font());
         label->setBuddy(view);
         view->setAccessibleName(title);
         column->addWidget(label);

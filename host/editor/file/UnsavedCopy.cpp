@@ -48,7 +48,7 @@ std::optional<QByteArray> UnsavedCopy::left(const QString& panelFile)
 
 void UnsavedCopy::follow()
 {
-    if (m_session.isSaved()) {
+    if (!m_session.hasUnsaved()) {
         drop();
     } else if (!m_timer.isActive()) { // Without pause it is kept once a second, not never.
         m_timer.start();

@@ -19,9 +19,10 @@ namespace norvo {
 namespace {
 
 constexpr std::chrono::seconds kProblemTime(15);
-constexpr int kMargin = 4;  // pixels
-constexpr int kSpacing = 4; // between two keys
-constexpr int kPadding = 6; // at both sides of a key's text
+constexpr int kMargin = 4;   // pixels
+constexpr int kSpacing = 4;  // between two keys
+constexpr int kPadding = 10; // at both sides of a key's text
+constexpr int kMark = 26;    // of a key that latches
 constexpr int kTextPixels = 15;
 
 } // namespace
@@ -49,8 +50,9 @@ QPushButton* EditorBar::addKey(QAction& action, const QString& text)
     auto* const key = new QPushButton(text);
     key->setObjectName(action.objectName());
     const int target = TouchSize::pixels(PanelLook::Touch::Fingers, *screen());
-    key->setCheckable(action.isCheckable()); // It takes room for its mark.
-    key->setFixedSize(std::max(target, key->sizeHint().width() + 2 * kPadding), target);
+    const int mark = action.isCheckable() ? kMark : 0;
+    const int width = key->fontMetrics().horizontalAdvance(text) + mark + 2 * kPadding;
+    key->setFixedSize(std::max(target, width), target);
     key->setFocusPolicy(Qt::TabFocus);
     const auto follow = [key, &action] {
         key->setEnabled(action.isEnabled());

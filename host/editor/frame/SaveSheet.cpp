@@ -14,6 +14,7 @@ SaveSheet::SaveSheet(QWidget& opener, const QString& file)
     setObjectName("saveQuestion");
     auto* const text = new QLabel(file);
     text->setTextFormat(Qt::PlainText);
+    text->setFont(font());
     text->setWordWrap(true);
     content().addWidget(text);
     closeKey()->setText(tr("Edit on"));

@@ -61,6 +61,7 @@ StartSheet::StartSheet(QWidget& opener) : Sheet(opener, tr("A new panel"))
     setObjectName("start");
     loadStartPictures();
     auto* const text = new QLabel(tr("What shall it begin with? All of it can be changed."));
+    text->setFont(font());
     text->setWordWrap(true);
     content().addWidget(text);
     auto* const list = new QWidget;

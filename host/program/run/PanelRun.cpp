@@ -5,6 +5,7 @@
 #include "host/panel/state/AtomicFile.h"
 #include "host/panel/state/StateFile.h"
 #include "host/program/run/FileReload.h"
+#include "host/program/run/PanelEditing.h"
 #include "host/program/run/Reload.h"
 #include "host/program/run/RunningPanel.h"
 #include "host/program/streams/Console.h"
@@ -96,7 +97,7 @@ int PanelRun::start()
     if (isWatched()) {
         m_watch.watch({m_input.path()});
     }
-    PanelDescription description = m_input.read(diagnostics);
+    PanelDescription description = read(diagnostics);
     settle(description);
     wear(description.look);
     if (m_keepsState && !diagnostics.hasErrors()) {
@@ -112,6 +113,14 @@ int PanelRun::start()
     reportAll(diagnostics);
     return diagnostics.preventsStart() ? showErrors(diagnostics)
                                        : runPanel(std::move(plan), description, diagnostics, state);
+}
+
+/// One that is edited may be new.
+PanelDescription PanelRun::read(Diagnostics& diagnostics) const
+{
+    const auto text =
+        m_options.edits ? PanelEditing::newText(m_input.path()) : std::optional<QByteArray>();
+    return text ? m_input.parse(*text, diagnostics) : m_input.read(diagnostics);
 }
 
 /// A style that is set anew has every widget look at itself again.
@@ -182,7 +191,16 @@ int PanelRun::runPanel(PanelPlan plan, const PanelDescription& description, Diag
     if (isWatched()) {
         file.emplace(m_input, m_watch, reload, running.window());
     }
+    std::optional<PanelEditing> editing;
+    if (!m_options.kiosk && !isPicture() && !m_input.isStandardInput()) {
+        editing.emplace(
+            PanelEditing::Parts{m_input, m_catalogue, reload, running, file ? &*file : nullptr});
+    }
+    if (editing && m_options.edits) {
+        editing->begin();
+    }
     const int status = show(running.window());
+    editing.reset();
     file.reset();
     running.stop();
     state.save();

@@ -32,6 +32,7 @@ public:
 
 private:
     int start();
+    PanelDescription read(Diagnostics& diagnostics) const;
     void settle(PanelDescription& description) const;
     void wear(const PanelLook& look);
     int showErrors(const Diagnostics& diagnostics);

@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "../EditedPanel.h"
+#include "TestMain.h"
+
+#include "host/editor/canvas/EditCanvas.h"
+#include "host/editor/file/EditedFile.h"
+#include "host/editor/form/DeviceForm.h"
+#include "host/editor/frame/EditorBar.h"
+#include "host/editor/frame/EditorFrame.h"
+#include "host/editor/frame/SaveSheet.h"
+#include "host/editor/frame/SidePane.h"
+
+#include "host/editor/wiring/ConnectionTable.h"
+#include "host/editor/wiring/WireCanvas.h"
+#include "host/panel/edit/ParamEdit.h"
+
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using norvo::EditorFrame;
+using norvo::YamlEdit;
+
+namespace {
+
+const QByteArray kPanel = "devices:\n"
+                          "  go: {device: button, params: {text: Go}}\n"
+                          "  lamp: {device: label}\n"
+                          "connections:\n"
+                          "  - go.toggled -> lamp.inputWarning\n";
+
+} // namespace
+
+class tst_EditorFrame : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void thePaneShowsWhatItsKeySays();
+    void theKeyOfAnOpenPaneClosesIt();
+    void aSelectionLeadsFromThePaletteToItsSettings();
+    void wiringTakesThePlaceOfArranging();
+    void undoAndRedoFollowTheSession();
+    void saveIsThereWhileSomethingIsUnsaved();
+    void theEndAsksWhereSomethingIsUnsaved();
+    void theEndSavesWhereThatIsChosen();
+    void theEndAsksNothingWhereAllIsSaved();
+    void theWindowIsAsBeforeOnceItIsGone();
+    void keysOfTheKeyboardWork();
+    void openedAndClosedItLeavesNothing();
+
+private:
+    QPushButton* key(const char* name) const
+    {
+        auto* const found = frame->bar().findChild<QPushButton*>(name);
+        return found ? found : (qFatal("no key %s", name), nullptr);
+    }
+    void click(const char* name) const { QTest::mouseClick(key(name), Qt::LeftButton); }
+    template <class T>
+    T* shown() const
+    {
+        for (T* one : panel->window.template findChildren<T*>()) {
+            if (one->isVisible()) {
+                return one;
+            }
+        }
+        return nullptr;
+    }
+    void change(const QString& text) const
+    {
+        QCOMPARE(panel->session->change("Change the text",
+                                        [&text](YamlEdit& edit) {
+                                            return norvo::ParamEdit::setParam(edit, "go", "text",
+                                                                              text);
+                                        }),
+                 QString());
+    }
+    template <class T>
+    T* sheet() const
+    {
+        QApplication::processEvents();
+        return panel->window.template findChild<T*>();
+    }
+
+    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<EditedPanel> panel;
+    std::unique_ptr<norvo::EditedFile> file;
+    std::unique_ptr<EditorFrame> frame;
+};
+
+void tst_EditorFrame::init()
+{
+    folder = std::make_unique<QTemporaryDir>();
+    QFile out(folder->filePath("panel.yaml"));
+    QVERIFY(out.open(QIODevice::WriteOnly));
+    out.write(kPanel);
+    out.close();
+    panel = std::make_unique<EditedPanel>(kPanel, QSize(1024, 600));
+    file = std::make_unique<norvo::EditedFile>(out.fileName(), *panel->session);
+    frame = std::make_unique<EditorFrame>(*panel->session, *file, panel->window);
+}
+
+void tst_EditorFrame::cleanup()
+{
+    frame.reset();
+    file.reset();
+    panel.reset();
+}
+
+void tst_EditorFrame::thePaneShowsWhatItsKeySays()
+{
+    QVERIFY(shown<norvo::DeviceForm>());
+    click("add");
+
+    QVERIFY(!shown<norvo::DeviceForm>());
+    click("wires");
+    QVERIFY(shown<norvo::ConnectionTable>());
+    click("panel");
+    QVERIFY(!shown<norvo::ConnectionTable>());
+    QVERIFY(key("panel")->isChecked());
+    QVERIFY(!key("wires")->isChecked());
+}
+
+void tst_EditorFrame::theKeyOfAnOpenPaneClosesIt()
+{
+    const int narrow = panel->pages().width();
+    click("device");
+    QVERIFY(!shown<norvo::SidePane>());
+    QVERIFY(!key("device")->isChecked());
+    QTRY_VERIFY_WITH_TIMEOUT(panel->pages().width() > narrow, 60000);
+}
+
+void tst_EditorFrame::aSelectionLeadsFromThePaletteToItsSettings()
+{
+    click("add");
+    panel->session->select({"go"});
+    QVERIFY(shown<norvo::DeviceForm>());
+    QVERIFY(key("device")->isChecked());
+}
+
+void tst_EditorFrame::wiringTakesThePlaceOfArranging()
+{
+    const auto isArranging = [this] { return panel->window.findChild<norvo::EditCanvas*>(); };
+    QVERIFY(isArranging());
+    click("wires");
+    QVERIFY(shown<norvo::WireCanvas>());
+    QVERIFY(!isArranging());
+    click("device");
+    QVERIFY(isArranging());
+    QVERIFY(!shown<norvo::WireCanvas>());
+}
+
+void tst_EditorFrame::undoAndRedoFollowTheSession()
+{
+    QVERIFY(!key("undo")->isEnabled());
+    change("Start");
+    QVERIFY(key("undo")->isEnabled());
+    QVERIFY(key("undo")->accessibleName().contains("Change the text"));
+    click("undo");
+    QCOMPARE(panel->session->document().text(), kPanel);
+    QVERIFY(!key("undo")->isEnabled());
+    click("redo");
+    QVERIFY(panel->session->document().text().contains("Start"));
+}
+
+void tst_EditorFrame::saveIsThereWhileSomethingIsUnsaved()
+{
+    QVERIFY(!key("save")->isEnabled());
+    change("Start");
+    click("save");
+    QVERIFY(!key("save")->isEnabled());
+    QFile in(file->path());
+    QVERIFY(in.open(QIODevice::ReadOnly));
+    QCOMPARE(in.readAll(), panel->session->document().text());
+}
+
+void tst_EditorFrame::theEndAsksWhereSomethingIsUnsaved()
+{
+    QSignalSpy finished(frame.get(), &EditorFrame::finished);
+    change("Start");
+    click("done");
+    QCOMPARE(finished.count(), 0);
+    auto* const question = sheet<norvo::SaveSheet>();
+    QVERIFY(question);
+    QTest::mouseClick(question->findChild<QPushButton*>("discard"), Qt::LeftButton);
+    QCOMPARE(finished.count(), 1);
+}
+
+void tst_EditorFrame::theEndSavesWhereThatIsChosen()
+{
+    QSignalSpy finished(frame.get(), &EditorFrame::finished);
+    change("Start");
+    click("done");
+    QTest::mouseClick(sheet<norvo::SaveSheet>()->findChild<QPushButton*>("save"), Qt::LeftButton);
+    QCOMPARE(finished.count(), 1);
+    QVERIFY(panel->session->isSaved());
+}
+
+void tst_EditorFrame::theEndAsksNothingWhereAllIsSaved()
+{
+    QSignalSpy finished(frame.get(), &EditorFrame::finished);
+    click("done");
+    QCOMPARE(finished.count(), 1);
+}
+
+void tst_EditorFrame::theWindowIsAsBeforeOnceItIsGone()
+{
+    frame.reset();
+    QVERIFY(!panel->window.findChild<norvo::EditorBar*>());
+    QVERIFY(!panel->window.findChild<norvo::SidePane*>());
+    QVERIFY(!panel->window.findChild<norvo::EditCanvas*>());
+}
+
+void tst_EditorFrame::keysOfTheKeyboardWork()
+{
+    panel->window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&panel->window));
+    change("Start");
+    QTest::keyClick(&panel->window, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(panel->session->document().text(), kPanel);
+    QTest::keyClick(&panel->window, Qt::Key_F4);
+    QVERIFY(shown<norvo::ConnectionTable>());
+}
+
+void tst_EditorFrame::openedAndClosedItLeavesNothing()
+{
+    frame.reset();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    const int before = panel->window.findChildren<QObject*>().size();
+    for (int i = 0; i < 3; ++i) {
+        EditorFrame again(*panel->session, *file, panel->window);
+        for (const char* name : {"add", "wires", "panel", "device"}) {
+            QTest::mouseClick(again.bar().findChild<QPushButton*>(name), Qt::LeftButton);
+        }
+    }
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(panel->window.findChildren<QObject*>().size(), before);
+}
+
+NORVO_TEST(tst_EditorFrame)
+#include "tst_EditorFrame.moc"
