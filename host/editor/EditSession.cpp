@@ -3,8 +3,10 @@
 #include "host/editor/EditSession.h"
 
 #include "host/catalogue/Catalogue.h"
+#include "host/editor/TextCells.h"
 #include "host/panel/edit/DeviceEdit.h"
 #include "host/panel/edit/ParamEdit.h"
+#include "host/panel/file/PanelFile.h"
 
 #include <algorithm>
 #include <utility>
@@ -76,6 +78,15 @@ QString EditSession::take(YamlEdit next, LivePanel::Accept accept)
     }
     m_document = std::move(next);
     return {};
+}
+
+YamlEdit::Error EditSession::keepPlaces(YamlEdit& edit, const QStringList& meant) const
+{
+    const QString file = m_live.description().file;
+    return norvo::keepPlaces(edit, m_live.cells(), meant, [&](const YamlEdit& text) {
+        Diagnostics diagnostics(file);
+        return cellsOfText(PanelFile::parse(text.text(), file, diagnostics), m_catalogue);
+    });
 }
 
 QString EditSession::undo()
@@ -162,9 +173,11 @@ QString EditSession::addDevice(const QString& typeKey, const Cells& cells)
     const TypeWords* const words = m_catalogue.words(typeKey);
     QString fault = change(tr("Add %1").arg(id), [&](YamlEdit& edit) {
         YamlEdit::Error error = DeviceEdit::add(edit, {id, typeKey, {}});
-        return error || !words || !words->hasWidget || cells.row < 0
-                   ? error
-                   : DeviceEdit::place(edit, id, cells);
+        if (error || !words || !words->hasWidget || cells.row < 0) {
+            return error;
+        }
+        error = DeviceEdit::place(edit, id, cells);
+        return error ? error : keepPlaces(edit, {id});
     });
     if (fault.isEmpty()) {
         setTypeToPlace({});

@@ -44,6 +44,10 @@ public:
     /// the same `joinKey` are undone together.
     QString change(const QString& what, const Edit& edit, const QString& joinKey = {});
 
+    /// To be called at the end of an edit that changes cells of the devices `meant`: writes those
+    /// of others that would move along, because they have no row or column of their own.
+    YamlEdit::Error keepPlaces(YamlEdit& edit, const QStringList& meant) const;
+
     bool canUndo() const { return m_history.canUndo(); }
     bool canRedo() const { return m_history.canRedo(); }
     QString undoName() const { return m_history.undoName(); }

@@ -2,8 +2,8 @@
 
 #include "host/editor/canvas/CanvasEdits.h"
 
-#include "host/catalogue/Catalogue.h"
 #include "host/editor/EditSession.h"
+#include "host/editor/TextCells.h"
 #include "host/panel/edit/DeviceEdit.h"
 #include "host/panel/edit/PageEdit.h"
 #include "host/panel/file/PanelFile.h"
@@ -12,42 +12,11 @@ namespace norvo {
 
 namespace {
 
+constexpr QChar kCopyMark = u' '; // before the id of what has been copied
+
 QString nameOf(const QStringList& ids)
 {
     return ids.size() == 1 ? ids.first() : CanvasEdits::tr("%1 devices").arg(ids.size());
-}
-
-Cells cellsOf(const DeviceSetting& device)
-{
-    return readCells([&device](const QString& param) {
-        const auto found =
-            std::find_if(device.params.cbegin(), device.params.cend(), [&](const auto& one) {
-                return one.name.text.compare(param, Qt::CaseInsensitive) == 0;
-            });
-        return found == device.params.cend() ? QString() : found->value.text;
-    });
-}
-
-/// Where the devices of a panel that are seen stand, on one page whatever it names, by the number
-/// of the device.
-CellMap::Places placesOf(const PanelDescription& panel, const Catalogue& catalogue)
-{
-    QVector<Cells> requests;
-    QVector<int> numbers;
-    for (int i = 0; i < panel.devices.size(); ++i) {
-        const TypeWords* const words = catalogue.words(panel.devices[i].type.text);
-        if (!words || words->hasWidget) {
-            requests.append(cellsOf(panel.devices[i]));
-            requests.last().area.clear();
-            numbers.append(i);
-        }
-    }
-    const Placement placement(requests);
-    CellMap::Places places;
-    for (int i = 0; i < numbers.size(); ++i) {
-        places.insert(QString::number(numbers[i]), placement.cells()[i]);
-    }
-    return places;
 }
 
 } // namespace
@@ -87,7 +56,7 @@ QString CanvasEdits::place(const QString& what, const CellMap::Places& places,
             for (auto one = places.cbegin(); one != places.cend() && !error; ++one) {
                 error = DeviceEdit::place(edit, one.key(), *one);
             }
-            return error;
+            return error ? error : m_session.keepPlaces(edit, places.keys());
         },
         joinKey);
 }
@@ -113,7 +82,7 @@ QString CanvasEdits::removeAs(const QString& what, const QStringList& ids)
         for (int i = 0; i < ids.size() && !error; ++i) {
             error = DeviceEdit::remove(edit, ids[i]);
         }
-        return error;
+        return error ? error : m_session.keepPlaces(edit, ids);
     });
 }
 
@@ -146,19 +115,26 @@ QString CanvasEdits::add(const QString& what, const QByteArray& copied, const Ce
     if (panel.devices.isEmpty()) {
         return tr("No devices have been copied");
     }
-    const CellMap::Places group = placesOf(panel, m_session.catalogue());
+    const CellsById cells = cellsOfText(panel, m_session.catalogue());
+    CellMap::Places group; // By names that no device of the panel has.
+    for (auto one = cells.cbegin(); one != cells.cend(); ++one) {
+        group.insert(kCopyMark + one.key(), *one);
+    }
     const CellMap::Places places = CellMap(m_session.live().cells()).atFree(group, target);
     QStringList ids;
     const QString fault = m_session.change(what, [&](YamlEdit& edit) {
-        Cells page;
+        Cells page; // None moves here: each is given its cells below.
         page.row = 0;
         page.column = 0;
         page.area = target.area;
         YamlEdit::Error error = DeviceEdit::paste(edit, copied, page, ids);
-        for (auto one = places.cbegin(); one != places.cend() && !error; ++one) {
-            error = DeviceEdit::place(edit, ids.value(one.key().toInt()), *one);
+        for (int i = 0; i < ids.size() && i < panel.devices.size() && !error; ++i) {
+            const auto there = places.constFind(kCopyMark + panel.devices[i].id.text);
+            if (there != places.cend()) {
+                error = DeviceEdit::place(edit, ids[i], *there);
+            }
         }
-        return error;
+        return error ? error : m_session.keepPlaces(edit, ids);
     });
     if (fault.isEmpty()) {
         m_session.select(ids);

@@ -3,6 +3,7 @@
 #include "host/editor/canvas/CanvasModel.h"
 
 #include "host/editor/EditSession.h"
+#include "host/panel/edit/PanelTree.h"
 
 namespace norvo {
 
@@ -63,11 +64,10 @@ void CanvasModel::follow()
         m_view.selection = m_session.selection();
         m_view.ghost.reset();
         m_view.fixed.clear();
-        for (auto one = m_view.map.places().cbegin(); one != m_view.map.places().cend(); ++one) {
-            if (!m_session.whyFixed(one.key()).isEmpty()) {
-                m_view.fixed.insert(one.key());
-            }
-        }
+        const QStringList own = PanelTree::deviceIds(m_session.document());
+        const QStringList all = m_view.map.places().keys();
+        m_view.fixed = QSet<QString>(all.cbegin(), all.cend());
+        m_view.fixed.subtract(QSet<QString>(own.cbegin(), own.cend()));
     });
 }
 
