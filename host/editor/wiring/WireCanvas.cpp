@@ -26,7 +26,8 @@ namespace {
 
 constexpr int kTickMs = 200; // Values and places are looked at so often.
 constexpr int kMostValues = 80;
-constexpr int kMostLetters = 14; // of a value on a line
+constexpr int kMostDistinct = 200; // Of more lines, single ones are not told apart anyway.
+constexpr int kMostLetters = 14;   // of a value on a line
 constexpr int kDigits = 6;
 constexpr int kValuePadding = 6;
 
@@ -272,6 +273,14 @@ bool WireCanvas::isWatched(const WireLine& line) const
     return line.connection == m_connection || (!m_cursor.isEmpty() && line.touches(m_cursor));
 }
 
+WirePainter::Weight WireCanvas::weightOf(const WireLine& line) const
+{
+    return line.connection == m_connection          ? WirePainter::Weight::Selected
+           : isWatched(line)                        ? WirePainter::Weight::Strong
+           : m_scene.lines().size() > kMostDistinct ? WirePainter::Weight::Faint
+                                                    : WirePainter::Weight::Thin;
+}
+
 void WireCanvas::paintLayer()
 {
     m_layer = QPixmap(size() * devicePixelRatioF());
@@ -282,9 +291,7 @@ void WireCanvas::paintLayer()
     for (const bool watched : {false, true}) {
         for (const WireLine& line : m_scene.lines()) {
             if (isWatched(line) == watched) {
-                const auto weight = line.connection == m_connection ? WirePainter::Weight::Selected
-                                    : watched                       ? WirePainter::Weight::Strong
-                                                                    : WirePainter::Weight::Thin;
+                const auto weight = weightOf(line);
                 WirePainter::paintLine(painter, line, weight, palette());
                 if (!line.away.isEmpty()) {
                     WirePainter::paintTag(painter, line, weight, palette());
@@ -311,9 +318,7 @@ void WireCanvas::paintEvent(QPaintEvent* event)
     for (const Value& value : qAsConst(m_shown)) {
         if (value.area.intersects(event->rect())) {
             const WireLine& line = m_scene.lines()[value.line];
-            const auto weight = line.connection == m_connection ? WirePainter::Weight::Selected
-                                : isWatched(line)               ? WirePainter::Weight::Strong
-                                                                : WirePainter::Weight::Thin;
+            const auto weight = weightOf(line);
             WirePainter::paintValue(painter, value.area, value.text, weight, palette());
         }
     }

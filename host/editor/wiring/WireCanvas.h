@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/editor/wiring/Port.h"
+#include "host/editor/wiring/WirePainter.h"
 #include "host/editor/wiring/WireScene.h"
 #include "host/panel/plan/PlannedWire.h"
 
@@ -79,6 +80,7 @@ private:
     void placeValues();
     QRect valueArea(const QPointF& middle, const QString& text) const;
     void refreshValues();
+    WirePainter::Weight weightOf(const WireLine& line) const;
     void paintLayer();
     void paintFits(QPainter& painter) const;
 

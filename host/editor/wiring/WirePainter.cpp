@@ -22,7 +22,7 @@ constexpr double kVeil = 0.65;
 
 QColor colourOf(WirePainter::Weight weight, const QPalette& palette)
 {
-    return weight == WirePainter::Weight::Thin
+    return weight <= WirePainter::Weight::Thin
                ? palette.color(QPalette::Disabled, QPalette::WindowText)
                : palette.color(QPalette::Link);
 }
@@ -71,9 +71,15 @@ void paintBox(QPainter& painter, const QRectF& area, const QString& text, const 
 void WirePainter::paintLine(QPainter& painter, const WireLine& line, Weight weight,
                             const QPalette& palette)
 {
+    const QColor colour = colourOf(weight, palette);
+    if (weight == Weight::Faint) {
+        painter.setRenderHint(QPainter::Antialiasing, false);
+        painter.setPen(colour);
+        painter.drawPolyline(line.points.constData(), line.points.size());
+        return;
+    }
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
-    const QColor colour = colourOf(weight, palette);
     const double width = weight == Weight::Thin ? kThin : kStrong;
     const bool isSelected = weight == Weight::Selected;
     painter.setPen(
@@ -105,12 +111,15 @@ void WirePainter::paintValue(QPainter& painter, const QRectF& area, const QStrin
 
 void WirePainter::paintFrame(QPainter& painter, const QRect& device, const QPalette& palette)
 {
+    painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setBrush(Qt::NoBrush);
-    for (const auto& [role, width] :
-         {std::pair(QPalette::Base, kFrame + 2), std::pair(QPalette::Link, kFrame)}) {
-        painter.setPen(QPen(palette.color(role), width));
-        painter.drawRoundedRect(QRectF(device).adjusted(2, 2, -2, -2), kRadius, kRadius);
-    }
+    const QRect frame = device.adjusted(kFrame, kFrame, -kFrame, -kFrame);
+    painter.setPen(QPen(palette.color(QPalette::Base), kFrame + 2, Qt::SolidLine, Qt::SquareCap,
+                        Qt::MiterJoin));
+    painter.drawRect(frame);
+    painter.setPen(QPen(palette.color(QPalette::Link), kFrame, Qt::SolidLine, Qt::SquareCap,
+                        Qt::MiterJoin));
+    painter.drawRect(frame);
 }
 
 void WirePainter::paintFit(QPainter& painter, const QRect& device, const QString& port,

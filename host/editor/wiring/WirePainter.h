@@ -13,7 +13,12 @@ struct WireLine;
 /// Draws what wiring shows over a panel, so that it reads on any ground.
 namespace WirePainter {
 
-enum class Weight { Thin, Strong, Selected };
+enum class Weight {
+    Faint, ///< One of so many that a single one is not read.
+    Thin,
+    Strong,
+    Selected
+};
 
 void paintLine(QPainter& painter, const WireLine& line, Weight weight, const QPalette& palette);
 void paintTag(QPainter& painter, const WireLine& line, Weight weight, const QPalette& palette);
