@@ -29,6 +29,7 @@ public:
     /// asked for: from `device`, which is of that type, or from one that is made for it.
     const TypeWords* words(const QString& typeKey, const BaseDevice* device = nullptr) const;
 
+    const DeviceManager& manager() const { return m_manager; }
     QStringList keys() const; ///< Of all types, in the order of the alphabet.
     /// What is wrong with the tables, in lines of their own; of the types that were asked for.
     const QStringList& problems() const { return m_problems; }

@@ -673,6 +673,37 @@
     </message>
 </context>
 <context>
+    <name>norvo::TypePalette</name>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Search the types</source>
+        <translation>Die Typen durchsuchen</translation>
+    </message>
+    <message>
+        <source>Types of devices</source>
+        <translation>Arten von Geräten</translation>
+    </message>
+    <message>
+        <source>Tap a cell to place it; tap here again to leave it</source>
+        <translation>Eine Zelle antippen, um es zu setzen; hier noch einmal tippen, um es zu lassen</translation>
+    </message>
+    <message>
+        <source>No type is called %1. Similar:</source>
+        <translation>Kein Typ heißt %1. Ähnlich:</translation>
+    </message>
+    <message>
+        <source>Others</source>
+        <translation>Andere</translation>
+    </message>
+    <message>
+        <source>Nothing is found.</source>
+        <translation>Nichts gefunden.</translation>
+    </message>
+</context>
+<context>
     <name>norvo::UnsavedCopy</name>
     <message>
         <source>What is not saved cannot be kept as %1: %2</source>
@@ -1307,12 +1338,12 @@
         <translation>jetzt: %1</translation>
     </message>
     <message>
-        <source>a number, or &quot;%1&quot;</source>
-        <translation>eine Zahl oder „%1“</translation>
+        <source>a number, or %1</source>
+        <translation>eine Zahl oder %1</translation>
     </message>
     <message>
-        <source>%1, or &quot;%2&quot;</source>
-        <translation>%1 oder „%2“</translation>
+        <source>%1, or %2</source>
+        <translation>%1 oder %2</translation>
     </message>
 </context>
 <context>

@@ -673,6 +673,37 @@
     </message>
 </context>
 <context>
+    <name>norvo::TypePalette</name>
+    <message>
+        <source>Search</source>
+        <translation>Поиск</translation>
+    </message>
+    <message>
+        <source>Search the types</source>
+        <translation>Поиск по типам</translation>
+    </message>
+    <message>
+        <source>Types of devices</source>
+        <translation>Типы устройств</translation>
+    </message>
+    <message>
+        <source>Tap a cell to place it; tap here again to leave it</source>
+        <translation>Нажмите ячейку, чтобы поместить; нажмите здесь ещё раз, чтобы отменить</translation>
+    </message>
+    <message>
+        <source>No type is called %1. Similar:</source>
+        <translation>Нет типа с именем %1. Похожие:</translation>
+    </message>
+    <message>
+        <source>Others</source>
+        <translation>Прочие</translation>
+    </message>
+    <message>
+        <source>Nothing is found.</source>
+        <translation>Ничего не найдено.</translation>
+    </message>
+</context>
+<context>
     <name>norvo::UnsavedCopy</name>
     <message>
         <source>What is not saved cannot be kept as %1: %2</source>
@@ -1307,12 +1338,12 @@
         <translation>сейчас: %1</translation>
     </message>
     <message>
-        <source>a number, or &quot;%1&quot;</source>
-        <translation>число или «%1»</translation>
+        <source>a number, or %1</source>
+        <translation>число или %1</translation>
     </message>
     <message>
-        <source>%1, or &quot;%2&quot;</source>
-        <translation>%1 или «%2»</translation>
+        <source>%1, or %2</source>
+        <translation>%1 или %2</translation>
     </message>
 </context>
 <context>

@@ -179,8 +179,8 @@ QString ParamRow::hint() const
     if (m_words.also.isEmpty()) {
         return range;
     }
-    return range.isEmpty() ? tr("a number, or \"%1\"").arg(m_words.also)
-                           : tr("%1, or \"%2\"").arg(range, m_words.also);
+    const QString also = inQuotes(m_words.also);
+    return range.isEmpty() ? tr("a number, or %1").arg(also) : tr("%1, or %2").arg(range, also);
 }
 
 } // namespace norvo

@@ -5,6 +5,7 @@
 #include "host/catalogue/Catalogue.h"
 #include "host/editor/EditSession.h"
 #include "host/panel/file/PanelFile.h"
+#include "host/window/PanelPages.h"
 
 #include <QCoreApplication>
 
@@ -136,12 +137,7 @@ QVector<ParamWords> ParamStates::ofPlace(const EditSession& session, const QStri
     if (!type || !session.live().cells().contains(id)) {
         return params;
     }
-    QStringList pages;
-    for (const Cells& cells : session.live().cells()) {
-        pages.append(cells.area);
-    }
-    pages.removeDuplicates();
-    pages.sort();
+    const QStringList& pages = session.live().pages().areas();
     for (ParamWords words : type->params) {
         if (words.isOfEveryType && words.name == "widget/area") {
             words.kind = ParamKind::Choice;
