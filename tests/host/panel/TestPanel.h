@@ -33,6 +33,7 @@ public:
         delete pages;
     }
 
+    norvo::PanelPages& shownOn() const { return *pages; }
     /// What the last start has reported.
     const norvo::Diagnostics& diagnostics() const { return m_diagnostics; }
 

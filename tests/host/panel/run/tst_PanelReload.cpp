@@ -3,10 +3,10 @@
 #include "host/panel/Descriptions.h"
 #include "host/panel/TestPanel.h"
 
+#include "CountedDevice.h"
 #include "GridPlace.h"
 #include "MessageLog.h"
 #include "devices/QmlGuiDevice.h"
-#include "fixtures/relays/Lifecycle.h"
 #include "fixtures/relays/RecorderDevice.h"
 #include "norvo/BaseWidget.h"
 #include "norvo/DeviceManager.h"
@@ -14,67 +14,6 @@
 
 #include <QTabWidget>
 #include <QtTest>
-
-/// Counts the devices made and initialised, and notes who hears its values, in order.
-class CountedDevice : public BaseGuiDevice
-{
-    Q_OBJECT
-
-public:
-    CountedDevice()
-    {
-        addParam("text", "");
-        getParam("text").setPersistent();
-        recordStep("device", "made");
-    }
-    ~CountedDevice() override { recordStep(objectName(), "deleted"); }
-
-    bool initialise() override
-    {
-        recordStep(objectName(), "initialise");
-        return true;
-    }
-    BaseWidget* createWidget() override;
-
-signals:
-    void output(double value);
-
-public slots:
-    void input(double value)
-    {
-        recordStep(objectName(), "hears");
-        emit output(value);
-    }
-};
-
-/// Hears its device as every widget does.
-class CountedWidget : public BaseWidget
-{
-    Q_OBJECT
-
-public:
-    using BaseWidget::BaseWidget;
-
-    void initialise() override
-    {
-        connect(static_cast<CountedDevice*>(device()), &CountedDevice::output, this,
-                &CountedWidget::hear, Qt::UniqueConnection);
-        setInitialised(true);
-    }
-    void deinitialise() override
-    {
-        device()->disconnect(this);
-        BaseWidget::deinitialise();
-    }
-
-private:
-    void hear() { recordStep(getObjectName(), "widget hears"); }
-};
-
-BaseWidget* CountedDevice::createWidget()
-{
-    return new CountedWidget(this, nullptr);
-}
 
 /// Of which a plan, too, wants to know what it can send.
 class LateCountedDevice : public CountedDevice
