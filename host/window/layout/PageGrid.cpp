@@ -96,12 +96,32 @@ int PageGrid::heightForWidth(int width) const
 void PageGrid::setGeometry(const QRect& area)
 {
     arrange();
+    const bool isNew = !m_isLaidOut || area != geometry();
     QGridLayout::setGeometry(area);
+    if (isNew) {
+        noteLines();
+        m_isLaidOut = true;
+    }
+}
+
+void PageGrid::noteLines()
+{
+    m_rowLines.clear();
+    for (int row = 0; row < rowCount(); ++row) {
+        const QRect cell = cellRect(row, 0);
+        m_rowLines.append({cell.top(), cell.height()});
+    }
+    m_columnLines.clear();
+    for (int column = 0; column < columnCount(); ++column) {
+        const QRect cell = cellRect(0, column);
+        m_columnLines.append({cell.left(), cell.width()});
+    }
 }
 
 void PageGrid::invalidate()
 {
     m_isArranged = false;
+    m_isLaidOut = false;
     QGridLayout::invalidate();
 }
 

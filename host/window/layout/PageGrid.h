@@ -22,6 +22,16 @@ public:
     void place(QWidget* widget, int row, int column, int rowspan, int colspan);
     QVector<const PanelCell*> cells() const;
 
+    /// Where a row or a column stands on the page.
+    struct Line
+    {
+        int begin = 0;
+        int size = 0;
+    };
+    /// As they were laid out last; empty before. cellRect() tells of whatever size was tried last.
+    const QVector<Line>& rowLines() const { return m_rowLines; }
+    const QVector<Line>& columnLines() const { return m_columnLines; }
+
     QSize sizeHint() const override;
     QSize minimumSize() const override;
     bool hasHeightForWidth() const override;
@@ -31,12 +41,16 @@ public:
 
 private:
     void arrange();
+    void noteLines();
     QVector<int> rowStretches() const;
     QVector<int> columnStretches() const;
 
     QVector<int> m_rowWeights;
     QVector<int> m_columnWeights;
+    QVector<Line> m_rowLines;
+    QVector<Line> m_columnLines;
     bool m_isArranged = false;
+    bool m_isLaidOut = false; ///< As it is now.
 };
 
 } // namespace norvo

@@ -48,18 +48,8 @@ CellLines::CellLines(const QVector<Line>& rows, const QVector<Line>& columns, in
 
 CellLines CellLines::of(const PageGrid& grid)
 {
-    QVector<Line> rows;
-    for (int row = 0; row < grid.rowCount(); ++row) {
-        const QRect cell = grid.cellRect(row, 0);
-        rows.append({cell.top(), cell.height()});
-    }
-    QVector<Line> columns;
-    for (int column = 0; column < grid.columnCount(); ++column) {
-        const QRect cell = grid.cellRect(0, column);
-        columns.append({cell.left(), cell.width()});
-    }
     const QWidget& page = *grid.parentWidget();
-    return {rows, columns, page.isRightToLeft() ? page.width() : -1};
+    return {grid.rowLines(), grid.columnLines(), page.isRightToLeft() ? page.width() : -1};
 }
 
 QRect CellLines::mirrored(const QRect& rect) const

@@ -2,24 +2,19 @@
 #pragma once
 
 #include "host/panel/plan/Placement.h"
+#include "host/window/layout/PageGrid.h"
 
 #include <QRect>
 #include <QVector>
 
 namespace norvo {
 
-class PageGrid;
-
 /// Where the rows and columns of a page lie on it, in pixels. Behind the last one others of its
 /// size are thought of.
 class CellLines
 {
 public:
-    struct Line
-    {
-        int begin = 0;
-        int size = 0;
-    };
+    using Line = PageGrid::Line;
 
     CellLines() = default;
     /// `mirrorWidth`: of a page whose columns go from the right; -1: from the left.

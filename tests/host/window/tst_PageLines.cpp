@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/window/layout/PageGrid.h"
+
+#include "TestMain.h"
+
+#include <QLabel>
+#include <QtTest>
+
+using norvo::PageGrid;
+
+class tst_PageLines : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void areThoseOfTheCellsThatAreSeen();
+    void stayWhenAnotherWidthIsTried();
+    void followTheSizeOfThePage();
+
+private:
+    /// Where the label in the row and the column stands.
+    static QRect seen(const PageGrid& grid, int row, int column)
+    {
+        return grid.itemAtPosition(row, column)->geometry();
+    }
+    static void fill(PageGrid& grid)
+    {
+        for (int row = 0; row < 2; ++row) {
+            for (int column = 0; column < 3; ++column) {
+                auto* const label = new QLabel("A label of several words");
+                label->setWordWrap(true); // Its height depends on its width.
+                grid.place(label, row, column, 1, 1);
+            }
+        }
+    }
+    static void compare(const PageGrid& grid)
+    {
+        for (int row = 0; row < 2; ++row) {
+            for (int column = 0; column < 3; ++column) {
+                const QRect cell(grid.columnLines()[column].begin, grid.rowLines()[row].begin,
+                                 grid.columnLines()[column].size, grid.rowLines()[row].size);
+                const QRect label = seen(grid, row, column);
+                QVERIFY(cell.contains(label));
+                QVERIFY((cell.center() - label.center()).manhattanLength() <= 2); // Rounded.
+            }
+        }
+    }
+};
+
+void tst_PageLines::areThoseOfTheCellsThatAreSeen()
+{
+    QWidget page;
+    auto* const grid = new PageGrid(&page, {1, 2}, {});
+    QVERIFY(grid->rowLines().isEmpty());
+    fill(*grid);
+    page.resize(640, 400);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&page));
+    compare(*grid);
+}
+
+void tst_PageLines::stayWhenAnotherWidthIsTried()
+{
+    QWidget page;
+    auto* const grid = new PageGrid(&page, {1, 2}, {});
+    fill(*grid);
+    page.resize(640, 400);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&page));
+    grid->heightForWidth(200);
+    compare(*grid);
+}
+
+void tst_PageLines::followTheSizeOfThePage()
+{
+    QWidget page;
+    auto* const grid = new PageGrid(&page, {1, 2}, {});
+    fill(*grid);
+    page.resize(640, 400);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&page));
+    page.resize(900, 500);
+    QTRY_COMPARE_WITH_TIMEOUT(grid->geometry().width(), 900, 60000);
+    compare(*grid);
+    grid->setContentsMargins(60, 60, 0, 0);
+    grid->activate();
+    compare(*grid);
+    QVERIFY(grid->columnLines().first().begin >= 60);
+}
+
+NORVO_TEST(tst_PageLines)
+#include "tst_PageLines.moc"
