@@ -3,7 +3,7 @@
 #include "host/editor/wiring/ConnectionSheet.h"
 
 #include "host/editor/EditSession.h"
-#include "host/editor/wiring/PortColumn.h"
+#include "host/editor/wiring/ports/PortColumn.h"
 #include "host/editor/wiring/WireEdits.h"
 #include "host/window/look/TouchSize.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "host/editor/wiring/PortList.h"
+#include "host/editor/wiring/ports/PortList.h"
 #include "host/window/sheet/Sheet.h"
 
 class QComboBox;

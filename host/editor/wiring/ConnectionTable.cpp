@@ -4,7 +4,7 @@
 
 #include "host/editor/EditSession.h"
 #include "host/editor/wiring/ConnectionSheet.h"
-#include "host/editor/wiring/ListFont.h"
+#include "host/editor/wiring/ports/ListFont.h"
 #include "host/editor/wiring/WireEdits.h"
 #include "host/editor/wiring/WireValues.h"
 #include "host/window/look/TouchSize.h"

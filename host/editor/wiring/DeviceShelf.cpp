@@ -3,7 +3,7 @@
 #include "host/editor/wiring/DeviceShelf.h"
 
 #include "host/editor/EditSession.h"
-#include "host/editor/wiring/PortList.h"
+#include "host/editor/wiring/ports/PortList.h"
 #include "host/window/look/TouchSize.h"
 
 #include <QKeyEvent>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "host/editor/wiring/Port.h"
+#include "host/editor/wiring/ports/Port.h"
 
 #include <QObject>
 #include <QPushButton>

@@ -4,8 +4,8 @@
 
 #include "host/catalogue/Catalogue.h"
 #include "host/editor/EditSession.h"
-#include "host/editor/wiring/ListFont.h"
-#include "host/editor/wiring/PortRow.h"
+#include "host/editor/wiring/ports/ListFont.h"
+#include "host/editor/wiring/ports/PortRow.h"
 #include "host/editor/wiring/WireValues.h"
 #include "host/window/layout/FingerScrollArea.h"
 

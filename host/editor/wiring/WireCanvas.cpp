@@ -5,7 +5,7 @@
 #include "host/editor/EditSession.h"
 #include "host/editor/wiring/DeviceShelf.h"
 #include "host/editor/wiring/PortKeys.h"
-#include "host/editor/wiring/PortList.h"
+#include "host/editor/wiring/ports/PortList.h"
 #include "host/editor/wiring/WirePainter.h"
 #include "host/editor/wiring/WireValues.h"
 #include "host/window/PanelPages.h"

@@ -6,7 +6,7 @@
 #include "host/editor/wiring/DeviceShelf.h"
 #include "host/editor/wiring/PickSheet.h"
 #include "host/editor/wiring/PortKeys.h"
-#include "host/editor/wiring/PortList.h"
+#include "host/editor/wiring/ports/PortList.h"
 #include "host/editor/wiring/WireCanvas.h"
 #include "host/editor/wiring/WireEdits.h"
 

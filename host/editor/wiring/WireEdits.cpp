@@ -3,7 +3,7 @@
 #include "host/editor/wiring/WireEdits.h"
 
 #include "host/editor/EditSession.h"
-#include "host/editor/wiring/PortList.h"
+#include "host/editor/wiring/ports/PortList.h"
 #include "host/panel/edit/ConnectionEdit.h"
 
 #include <QCoreApplication>

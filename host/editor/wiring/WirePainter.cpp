@@ -117,8 +117,8 @@ void WirePainter::paintFrame(QPainter& painter, const QRect& device, const QPale
     painter.setPen(QPen(palette.color(QPalette::Base), kFrame + 2, Qt::SolidLine, Qt::SquareCap,
                         Qt::MiterJoin));
     painter.drawRect(frame);
-    painter.setPen(QPen(palette.color(QPalette::Link), kFrame, Qt::SolidLine, Qt::SquareCap,
-                        Qt::MiterJoin));
+    painter.setPen(
+        QPen(palette.color(QPalette::Link), kFrame, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.drawRect(frame);
 }
 

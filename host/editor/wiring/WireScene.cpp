@@ -163,7 +163,8 @@ void WireScene::addStub(WireLine& line, const End& end, const QWidget& canvas) c
     tag.moveLeft(std::clamp(tag.left(), 0.0, std::max(0.0, canvas.width() - size.width())));
     for (const WireLine& other : qAsConst(m_lines)) {
         if (other.tagRect.intersects(tag)) {
-            tag.moveTop(other.tagRect.bottom() + 2);
+            end.direction.y() < 0 ? tag.moveBottom(other.tagRect.top() - 2)
+                                  : tag.moveTop(other.tagRect.bottom() + 2);
         }
     }
     line.tagRect = tag;

@@ -5,7 +5,7 @@
 
 #include "host/editor/wiring/ConnectionSheet.h"
 #include "host/editor/wiring/ConnectionTable.h"
-#include "host/editor/wiring/PortColumn.h"
+#include "host/editor/wiring/ports/PortColumn.h"
 #include "host/window/look/TouchSize.h"
 
 #include <QComboBox>

@@ -3,7 +3,7 @@
 #include "host/editor/EditedPanel.h"
 #include "TestMain.h"
 
-#include "host/editor/wiring/PortList.h"
+#include "host/editor/wiring/ports/PortList.h"
 
 #include <QElapsedTimer>
 #include <QtTest>

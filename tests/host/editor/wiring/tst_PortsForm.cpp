@@ -3,7 +3,7 @@
 #include "host/editor/EditedPanel.h"
 #include "TestMain.h"
 
-#include "host/editor/wiring/PortRow.h"
+#include "host/editor/wiring/ports/PortRow.h"
 #include "host/editor/wiring/PortsForm.h"
 
 #include <QLabel>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/editor/wiring/PortColumn.h"
+#include "host/editor/wiring/ports/PortColumn.h"
 
-#include "host/editor/wiring/ListFont.h"
+#include "host/editor/wiring/ports/ListFont.h"
 #include "host/window/look/TouchSize.h"
 
 #include <QLabel>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/editor/wiring/Port.h"
+#include "host/editor/wiring/ports/Port.h"
 
 #include "host/catalogue/TypeWords.h"
 

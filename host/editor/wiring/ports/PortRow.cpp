@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/editor/wiring/PortRow.h"
+#include "host/editor/wiring/ports/PortRow.h"
 
 #include "host/editor/EditSession.h"
-#include "host/editor/wiring/ListFont.h"
+#include "host/editor/wiring/ports/ListFont.h"
 #include "host/panel/edit/PortEdit.h"
 #include "host/window/look/TouchSize.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/editor/wiring/PortList.h"
+#include "host/editor/wiring/ports/PortList.h"
 
 #include "host/catalogue/Catalogue.h"
 #include "host/catalogue/SenseCheck.h"
