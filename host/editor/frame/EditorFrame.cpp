@@ -11,6 +11,7 @@
 #include "host/editor/frame/MenuSheet.h"
 #include "host/editor/frame/SaveSheet.h"
 #include "host/editor/frame/SidePane.h"
+#include "host/editor/palette/TypePalette.h"
 #include "host/editor/wiring/ConnectionTable.h"
 #include "host/editor/wiring/WireCanvas.h"
 #include "host/window/PanelPages.h"
@@ -148,7 +149,7 @@ QWidget* EditorFrame::makePane(Pane pane)
     case Pane::Device:
         return heard(new DevicePane(m_session, m_side));
     case Pane::Add:
-        return nullptr;
+        return heard(new TypePalette(m_session, m_side));
     case Pane::Wires:
         return heard(new ConnectionTable(m_session, m_side));
     case Pane::Panel:

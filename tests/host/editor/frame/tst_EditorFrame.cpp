@@ -11,6 +11,7 @@
 #include "host/editor/frame/SaveSheet.h"
 #include "host/editor/frame/SidePane.h"
 
+#include "host/editor/palette/TypePalette.h"
 #include "host/editor/wiring/ConnectionTable.h"
 #include "host/editor/wiring/WireCanvas.h"
 #include "host/panel/edit/ParamEdit.h"
@@ -114,7 +115,7 @@ void tst_EditorFrame::thePaneShowsWhatItsKeySays()
 {
     QVERIFY(shown<norvo::DeviceForm>());
     click("add");
-
+    QVERIFY(shown<norvo::TypePalette>());
     QVERIFY(!shown<norvo::DeviceForm>());
     click("wires");
     QVERIFY(shown<norvo::ConnectionTable>());
