@@ -3,12 +3,12 @@
 #include "host/yaml/YamlEdit.h"
 
 #include "host/yaml/Quote.h"
+#include "host/yaml/YamlReread.h"
 #include "host/yaml/YamlSplices.h"
 
 #include <QHash>
 
 #include <algorithm>
-#include <functional>
 #include <iterator>
 
 namespace norvo {
@@ -16,20 +16,6 @@ namespace norvo {
 namespace {
 
 using Uses = QHash<const YamlNode*, Place>;
-
-/// The tree with one of its values changed; the rest is shared.
-YamlNodePtr changed(const YamlNode& node, const std::vector<int>& indices, size_t level,
-                    const std::function<void(YamlNode&)>& change)
-{
-    auto copy = std::make_shared<YamlNode>(node);
-    if (level == indices.size()) {
-        change(*copy);
-    } else {
-        YamlNodePtr& value = copy->entries[size_t(indices[level])].value;
-        value = changed(*value, indices, level + 1, change);
-    }
-    return copy;
-}
 
 int indexOf(const YamlNode& node, const QString& step)
 {
@@ -119,7 +105,7 @@ YamlEdit::Error YamlEdit::setText(const Path& path, const QString& text)
         return TextError{entry.place, "this is a list or a map, not a text"};
     }
     const YamlEntry& parent = **(trail.entries.cend() - 2);
-    const auto expected = changed(root(), trail.indices, 0, [&text](YamlNode& node) {
+    const auto expected = YamlTree::changed(root(), trail.indices, [&text](YamlNode& node) {
         node.kind = YamlNode::Kind::Text;
         node.text = text;
     });
@@ -154,7 +140,7 @@ YamlEdit::Error YamlEdit::renameKey(const Path& path, const QString& key)
         return TextError{entry.key->place,
                          QString("the key %1 is there already").arg(inQuotes(key))};
     }
-    const auto expected = changed(root(), trail.indices, 0, [&](YamlNode& node) {
+    const auto expected = YamlTree::changed(root(), trail.indices, [&](YamlNode& node) {
         node.entries[size_t(index)].key = YamlTree::text(key);
     });
     return apply(YamlSplices(*m_source, m_root).renamings(parent, index, key), expected,
@@ -240,7 +226,7 @@ YamlEdit::Error YamlEdit::remove(const Path& path)
     if (Error error = refuseShared(trail)) {
         return error;
     }
-    const auto expected = changed(root(), trail.indices, 0, [index](YamlNode& node) {
+    const auto expected = YamlTree::changed(root(), trail.indices, [index](YamlNode& node) {
         node.entries.erase(node.entries.begin() + index);
     });
     return apply({YamlSplices(*m_source, m_root).removal(*trail.entries.back(), index)}, expected,
@@ -303,11 +289,87 @@ YamlEdit::Error YamlEdit::insertEntry(const Trail& trail, const YamlEntry& entry
             candidates.push_back(splices.insertion(target, entry, index - 1, depth));
         }
     }
-    const auto expected = changed(root(), trail.indices, 0, [&](YamlNode& node) {
+    const auto expected = YamlTree::changed(root(), trail.indices, [&](YamlNode& node) {
         node.kind = entry.key ? YamlNode::Kind::Map : YamlNode::Kind::List;
         node.entries.insert(node.entries.begin() + index, entry);
     });
     return apply(candidates, expected, target.place);
+}
+
+YamlEdit::Error YamlEdit::setTexts(const std::vector<std::pair<Path, QString>>& texts)
+{
+    if (texts.size() > 1 && setTextsTogether(texts)) {
+        return std::nullopt;
+    }
+    YamlEdit next = *this;
+    for (const auto& [path, text] : texts) {
+        if (Error error = next.setText(path, text)) {
+            return error;
+        }
+    }
+    *this = next;
+    return std::nullopt;
+}
+
+/// False where they are to be set one by one, as what that refuses needs to be told.
+bool YamlEdit::setTextsTogether(const std::vector<std::pair<Path, QString>>& texts)
+{
+    Uses uses;
+    collectUses(m_root, *m_source, nullptr, uses);
+    std::vector<YamlSplice> splices;
+    YamlTree::NewTexts newTexts;
+    for (const auto& [path, text] : texts) {
+        Trail trail;
+        if (!uses.isEmpty() || find(path, trail) || trail.indices.empty() ||
+            !trail.entries.back()->value->isText()) {
+            return false;
+        }
+        const YamlEntry& parent = **(trail.entries.cend() - 2);
+        splices.push_back(
+            YamlSplices(*m_source, m_root).replacements(parent, trail.indices.back(), text)[0]);
+        newTexts.insert(trail.entries.back()->value.get(), text);
+    }
+    std::sort(splices.begin(), splices.end(),
+              [](const YamlSplice& a, const YamlSplice& b) { return a.begin < b.begin; });
+    QByteArray result;
+    int end = 0;
+    for (const YamlSplice& splice : splices) {
+        if (splice.begin < end) {
+            return false;
+        }
+        result += text().mid(end, splice.begin - end) + splice.text.toUtf8();
+        end = splice.end;
+    }
+    const int newEnd = result.size();
+    const int begin = splices.front().begin;
+    auto source = std::make_shared<const SourceText>(result + text().mid(end));
+    const YamlNodePtr tree = read(*source, begin, end, newEnd);
+    if (!tree || !YamlTree::isSameWith(root(), *tree, newTexts)) {
+        return false;
+    }
+    take(std::move(source), tree, begin, newEnd);
+    return true;
+}
+
+/// The tree of a text that differs from this one in one place; null where it cannot be read.
+YamlNodePtr YamlEdit::read(const SourceText& source, int begin, int oldEnd, int newEnd) const
+{
+    if (YamlNodePtr tree = YamlReread(*m_source, m_root, source, begin, oldEnd, newEnd).tree()) {
+        return tree;
+    }
+    const auto tree = YamlTree::read(source);
+    const auto* const root = std::get_if<YamlNodePtr>(&tree);
+    return root ? *root : nullptr;
+}
+
+void YamlEdit::take(std::shared_ptr<const SourceText> source, const YamlNodePtr& root, int begin,
+                    int end)
+{
+    m_source = std::move(source);
+    m_root.value = root;
+    m_root.mark = root->mark;
+    m_editBegin = begin;
+    m_editEnd = end;
 }
 
 /// The first splice after which the text reads as expected.
@@ -316,16 +378,12 @@ YamlEdit::Error YamlEdit::apply(const std::vector<YamlSplice>& candidates,
 {
     for (const YamlSplice& splice : candidates) {
         const QByteArray written = splice.text.toUtf8();
-        auto source = std::make_unique<const SourceText>(
+        auto source = std::make_shared<const SourceText>(
             QByteArray(text()).replace(splice.begin, splice.end - splice.begin, written));
-        const auto tree = YamlTree::read(*source);
-        const auto* const root = std::get_if<YamlNodePtr>(&tree);
-        if (root && YamlTree::isSame(**root, *expected)) {
-            m_source = std::move(source);
-            m_root.value = *root;
-            m_root.mark = (*root)->mark;
-            m_editBegin = splice.begin;
-            m_editEnd = splice.begin + written.size();
+        const int newEnd = splice.begin + written.size();
+        const YamlNodePtr tree = read(*source, splice.begin, splice.end, newEnd);
+        if (tree && YamlTree::isSame(*tree, *expected)) {
+            take(std::move(source), tree, splice.begin, newEnd);
             return std::nullopt;
         }
     }

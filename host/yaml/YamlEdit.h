@@ -38,6 +38,8 @@ public:
 
     /// Replaces a text, or what is absent.
     Error setText(const Path& path, const QString& text);
+    /// Several of them at once, which takes no longer than one; all or none.
+    Error setTexts(const std::vector<std::pair<Path, QString>>& texts);
     /// Gives an entry of a map another key; it stays where it is.
     Error renameKey(const Path& path, const QString& key);
     /// Inserts an entry into a map, or where a value is absent; behind the key `after`, or last.
@@ -60,6 +62,10 @@ private:
 
     Error find(const Path& path, Trail& trail) const;
     Error refuseShared(const Trail& trail) const;
+    bool setTextsTogether(const std::vector<std::pair<Path, QString>>& texts);
+    YamlNodePtr read(const SourceText& source, int begin, int oldEnd, int newEnd) const;
+    void take(std::shared_ptr<const SourceText> source, const YamlNodePtr& root, int begin,
+              int end);
     Error insertKey(const Path& map, const QString& key, const YamlNodePtr& value,
                     const std::optional<QString>& after);
     Error insertEntry(const Trail& trail, const YamlEntry& entry, int index);

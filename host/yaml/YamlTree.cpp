@@ -174,4 +174,33 @@ bool YamlTree::isSame(const YamlNode& a, const YamlNode& b)
                                    b.entries.cend(), isSameEntry));
 }
 
+bool YamlTree::isSameWith(const YamlNode& a, const YamlNode& b, const NewTexts& texts)
+{
+    const auto found = texts.constFind(&a);
+    if (found != texts.cend()) {
+        return b.kind == YamlNode::Kind::Text && b.text == *found;
+    }
+    const auto isSameEntry = [&texts](const YamlEntry& x, const YamlEntry& y) {
+        return x.isAlias == y.isAlias && bool(x.key) == bool(y.key) &&
+               (!x.key || YamlTree::isSame(*x.key, *y.key)) &&
+               isSameWith(*x.value, *y.value, texts);
+    };
+    return a.kind == b.kind && a.text == b.text &&
+           std::equal(a.entries.cbegin(), a.entries.cend(), b.entries.cbegin(), b.entries.cend(),
+                      isSameEntry);
+}
+
+YamlNodePtr YamlTree::changed(const YamlNode& node, const std::vector<int>& indices,
+                              const std::function<void(YamlNode&)>& change, size_t level)
+{
+    auto copy = std::make_shared<YamlNode>(node);
+    if (level == indices.size()) {
+        change(*copy);
+    } else {
+        YamlNodePtr& value = copy->entries[size_t(indices[level])].value;
+        value = changed(*value, indices, change, level + 1);
+    }
+    return copy;
+}
+
 } // namespace norvo

@@ -3,8 +3,10 @@
 
 #include "host/yaml/SourceText.h"
 
+#include <QHash>
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <utility>
 #include <variant>
@@ -69,6 +71,13 @@ YamlNodePtr text(const QString& text);
 YamlNodePtr map(const std::vector<std::pair<QString, YamlNodePtr>>& entries);
 /// Whether both hold the same values, by whatever style they are written.
 bool isSame(const YamlNode& a, const YamlNode& b);
+
+using NewTexts = QHash<const YamlNode*, QString>;
+/// Whether `b` is `a` with other texts in these of its nodes.
+bool isSameWith(const YamlNode& a, const YamlNode& b, const NewTexts& texts);
+/// The tree with the value at these indices changed; the rest is shared.
+YamlNodePtr changed(const YamlNode& node, const std::vector<int>& indices,
+                    const std::function<void(YamlNode&)>& change, size_t level = 0);
 
 } // namespace YamlTree
 

@@ -6,9 +6,12 @@
 #include "host/panel/edit/PanelTree.h"
 #include "host/yaml/Quote.h"
 
+#include "norvo/Categories.h"
+
 #include <QMap>
 
 #include <algorithm>
+#include <tuple>
 
 namespace norvo {
 
@@ -95,6 +98,33 @@ Error moveUses(YamlEdit& edit, const CellsById& cells, const CellsById& moved,
     return std::nullopt;
 }
 
+using Texts = std::vector<std::pair<Path, QString>>;
+
+/// What is to be written where the device says all of its cells; false where it does not.
+bool collectTexts(const YamlEdit& edit, const QString& id, const Cells& old, const Cells& cells,
+                  Texts& texts)
+{
+    const YamlNode& device = *PanelTree::device(edit, id);
+    const std::tuple<QString, int, int> numbers[]{{kWidgetRow, old.row, cells.row},
+                                                  {kWidgetColumn, old.column, cells.column},
+                                                  {kWidgetRowspan, old.rowspan, cells.rowspan},
+                                                  {kWidgetColspan, old.colspan, cells.colspan}};
+    Texts found;
+    for (const auto& [name, before, now] : numbers) {
+        const bool isPosition = name == kWidgetRow || name == kWidgetColumn;
+        const Path param = PanelTree::findParam(device, name);
+        const bool isGiven = PanelTree::paramOf(device, name) == QString::number(before);
+        if ((isPosition || before != now) && (!isGiven || (!isPosition && now == 1))) {
+            return false;
+        }
+        if (before != now) {
+            found.emplace_back(Path{"devices", id, "params"} + param, QString::number(now));
+        }
+    }
+    texts.insert(texts.end(), found.begin(), found.end());
+    return true;
+}
+
 /// The weights follow their rows or columns; a new one has the least of them.
 Error shiftWeights(YamlEdit& edit, const CellsById& cells, const LineShift& shift)
 {
@@ -144,13 +174,17 @@ Error shiftLines(YamlEdit& edit, const CellsById& cells, const LineShift& shift)
     Error error = moveUses(next, cells, moved, shift);
     CellsById after = cells;
     bool hasUses = false;
+    Texts texts;
     for (auto one = cells.cbegin(); one != cells.cend() && !error; ++one) {
         hasUses = hasUses || !PanelTree::device(edit, one.key());
         if (moved.contains(one.key()) && PanelTree::device(edit, one.key())) {
             after[one.key()] = moved[one.key()];
-            error = DeviceEdit::place(next, one.key(), moved[one.key()]);
+            if (!collectTexts(edit, one.key(), *one, moved[one.key()], texts)) {
+                error = DeviceEdit::place(next, one.key(), moved[one.key()]);
+            }
         }
     }
+    error = error ? error : next.setTexts(texts);
     // What stands before the line, without cells of its own, may find another place now.
     if (!error && !hasUses) {
         error = keepPlaces(next, after, {},

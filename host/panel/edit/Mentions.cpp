@@ -115,6 +115,7 @@ Mentions::Error Mentions::replace(YamlEdit& edit, const Filter& filter, bool isD
 {
     const QVector<Mention> mentions = find(edit, filter);
     QString whole;
+    std::vector<std::pair<Path, QString>> texts;
     // The target of a connection before its source, whose place stays then.
     for (int i = mentions.size() - 1; i >= 0; --i) {
         const Mention& mention = mentions[i];
@@ -126,13 +127,13 @@ Mentions::Error Mentions::replace(YamlEdit& edit, const Filter& filter, bool isD
         if (i > 0 && mentions[i - 1].text == mention.text) {
             continue;
         }
-        Error error =
-            mention.isKey ? edit.renameKey(mention.text, whole) : edit.setText(mention.text, whole);
-        if (error) {
+        if (!mention.isKey) {
+            texts.emplace_back(mention.text, whole);
+        } else if (Error error = edit.renameKey(mention.text, whole)) {
             return error;
         }
     }
-    return std::nullopt;
+    return edit.setTexts(texts);
 }
 
 } // namespace norvo
