@@ -41,7 +41,6 @@ CoverPainter::CoverPainter(const CanvasView& view, const QString& area, const Ce
 void CoverPainter::paint(QPainter& painter, const QRect& exposed) const
 {
     painter.setFont(m_font);
-    painter.setRenderHint(QPainter::Antialiasing);
     const Cells seen = m_lines.within(exposed);
     gutter(painter, seen);
     cells(painter, seen);
@@ -51,7 +50,7 @@ void CoverPainter::paint(QPainter& painter, const QRect& exposed) const
         doubleFrame(painter, m_lines.rect(cursor), m_palette.color(QPalette::Highlight),
                     Qt::DashLine);
     }
-    ghost(painter);
+    ghost(painter, exposed);
     if (m_view.bandArea == m_area && m_view.band.isValid()) {
         const QColor colour = m_palette.color(QPalette::Highlight);
         painter.fillRect(m_view.band, faded(colour, kGhostFill));
@@ -105,7 +104,7 @@ void CoverPainter::cells(QPainter& painter, const Cells& seen) const
     for (int row = block.top(); row < endOfRows; ++row) {
         for (int column = block.left(); column < endOfColumns; ++column) {
             if (!taken.contains({row, column})) {
-                painter.drawRect(QRectF(m_lines.rect(row, column)).adjusted(.5, .5, -.5, -.5));
+                painter.drawRect(m_lines.rect(row, column).adjusted(0, 0, -1, -1));
             }
         }
     }
@@ -127,12 +126,13 @@ void CoverPainter::devices(QPainter& painter, const QRect& exposed) const
         }
         painter.setPen(QPen(faded(line, 2 * kFaint), 1, isFixed ? Qt::DotLine : Qt::SolidLine));
         painter.setBrush(Qt::NoBrush);
-        painter.drawRect(QRectF(frame).adjusted(.5, .5, -.5, -.5));
+        painter.drawRect(frame.adjusted(0, 0, -1, -1));
     }
     for (const QString& id : m_view.selection) { // Over all of the others.
         const Cells cells = places.value(id);
-        if (cells.row >= 0 && cells.area == m_area) {
-            selected(painter, id, m_lines.rect(cells));
+        const QRect frame = cells.row >= 0 && cells.area == m_area ? m_lines.rect(cells) : QRect();
+        if ((frame | chipRect(frame, id)).intersects(reached) && frame.isValid()) {
+            selected(painter, id, frame);
         }
     }
 }
@@ -153,7 +153,7 @@ void CoverPainter::selected(QPainter& painter, const QString& id, const QRect& f
 }
 
 /// What may not land is crossed out, and says why.
-void CoverPainter::ghost(QPainter& painter) const
+void CoverPainter::ghost(QPainter& painter, const QRect& exposed) const
 {
     if (!m_view.ghost) {
         return;
@@ -168,6 +168,9 @@ void CoverPainter::ghost(QPainter& painter) const
         }
         const QRect frame = m_lines.rect(cells);
         around |= frame;
+        if (!frame.adjusted(-kAround, -kAround, kAround, kAround).intersects(exposed)) {
+            continue;
+        }
         painter.fillRect(frame, faded(colour, kGhostFill));
         if (isRefused) {
             painter.fillRect(frame, QBrush(colour, Qt::DiagCrossPattern));
@@ -183,7 +186,7 @@ void CoverPainter::ghost(QPainter& painter) const
 void CoverPainter::doubleFrame(QPainter& painter, const QRect& rect, const QColor& colour,
                                int style) const
 {
-    const QRectF frame = QRectF(rect).adjusted(1, 1, -1, -1);
+    const QRect frame = rect.adjusted(1, 1, -2, -2);
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(m_palette.color(QPalette::Base), kFrame + 3));
     painter.drawRect(frame);

@@ -28,7 +28,7 @@ private:
     void cells(QPainter& painter, const Cells& seen) const;
     void devices(QPainter& painter, const QRect& exposed) const;
     void selected(QPainter& painter, const QString& id, const QRect& frame) const;
-    void ghost(QPainter& painter) const;
+    void ghost(QPainter& painter, const QRect& exposed) const;
     void doubleFrame(QPainter& painter, const QRect& rect, const QColor& colour, int style) const;
     void chip(QPainter& painter, const QRect& rect, const QString& text,
               const QColor& colour) const;

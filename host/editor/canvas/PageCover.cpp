@@ -18,6 +18,10 @@ PageCover::PageCover(const CanvasView& view, const QString& area, PageGrid& grid
     setAcceptDrops(true);
     setAttribute(Qt::WA_AcceptTouchEvents);
     parentWidget()->installEventFilter(this);
+    connect(&grid, &PageGrid::arranged, this, [this] {
+        m_lines.reset();
+        update();
+    });
     setGeometry(parentWidget()->rect());
     makeRoom();
     show();
@@ -80,12 +84,6 @@ bool PageCover::eventFilter(QObject* watched, QEvent* event)
     switch (event->type()) {
     case QEvent::Resize:
         setGeometry(parentWidget()->rect());
-        m_lines.reset();
-        update();
-        break;
-    case QEvent::LayoutRequest:
-        m_lines.reset();
-        update();
         break;
     case QEvent::ChildPolished:
         raise();

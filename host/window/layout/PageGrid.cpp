@@ -101,6 +101,7 @@ void PageGrid::setGeometry(const QRect& area)
     if (isNew) {
         noteLines();
         m_isLaidOut = true;
+        emit arranged();
     }
 }
 

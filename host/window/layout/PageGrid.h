@@ -39,6 +39,9 @@ public:
     void setGeometry(const QRect& area) override;
     void invalidate() override;
 
+signals:
+    void arranged(); ///< Rows and columns lie where they belong now.
+
 private:
     void arrange();
     void noteLines();

@@ -29,6 +29,7 @@ class tst_EditCanvas : public QObject
 
 private slots:
     void aTapSelectsAndDoesNotReachTheDevice();
+    void outlinesLieWhereDevicesStand();
     void ctrlAndShiftAddAndTakeAway();
     void tapOnFreeGroundClears();
     void bandSelectsWhatItTouches();
@@ -51,6 +52,24 @@ void tst_EditCanvas::aTapSelectsAndDoesNotReachTheDevice()
     QCOMPARE(clicked.count(), 0);
     test.tap(test.middle("lamp"));
     QCOMPARE(test.selection(), QStringList("lamp"));
+}
+
+void tst_EditCanvas::outlinesLieWhereDevicesStand()
+{
+    QFile file(NORVO_SOURCE_DIR "/examples/gallery/panel.yaml");
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    CanvasTest test(file.readAll());
+    test.panel.window.resize(1000, 700);
+    int seen = 0;
+    for (const QString& id : test.panel.cells().keys()) {
+        const QWidget* const widget = test.panel.panel().widget(id);
+        if (widget) { // Not where its picture is missing.
+            ++seen;
+            QTRY_VERIFY2_WITH_TIMEOUT(test.frame(id).contains(widget->geometry()), qPrintable(id),
+                                      60000);
+        }
+    }
+    QVERIFY(seen > 12);
 }
 
 void tst_EditCanvas::ctrlAndShiftAddAndTakeAway()
