@@ -286,10 +286,6 @@
         <translation>Verbindungen</translation>
     </message>
     <message>
-        <source>Settings of the panel</source>
-        <translation>Einstellungen des Panels</translation>
-    </message>
-    <message>
         <source>Add</source>
         <translation>Neu</translation>
     </message>
@@ -300,10 +296,6 @@
     <message>
         <source>Wires</source>
         <translation>Drähte</translation>
-    </message>
-    <message>
-        <source>Panel</source>
-        <translation>Panel</translation>
     </message>
     <message>
         <source>Done</source>

@@ -286,10 +286,6 @@
         <translation>Связи</translation>
     </message>
     <message>
-        <source>Settings of the panel</source>
-        <translation>Настройки панели</translation>
-    </message>
-    <message>
         <source>Add</source>
         <translation>Новое</translation>
     </message>
@@ -300,10 +296,6 @@
     <message>
         <source>Wires</source>
         <translation>Связи</translation>
-    </message>
-    <message>
-        <source>Panel</source>
-        <translation>Панель</translation>
     </message>
     <message>
         <source>Done</source>

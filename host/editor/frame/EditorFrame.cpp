@@ -104,7 +104,6 @@ void EditorFrame::addPaneActions()
     add(Pane::Device, "device", tr("Settings of the selected device"), Qt::Key_F2);
     add(Pane::Add, "add", tr("Add a device"), Qt::Key_F3);
     add(Pane::Wires, "wires", tr("Connections"), Qt::Key_F4);
-    add(Pane::Panel, "panel", tr("Settings of the panel"), Qt::Key_F6);
 }
 
 void EditorFrame::addKeys()
@@ -117,7 +116,6 @@ void EditorFrame::addKeys()
     m_bar->addKey(*m_paneActions[Pane::Add], tr("Add"));
     m_bar->addKey(*m_paneActions[Pane::Device], tr("Device"));
     m_bar->addKey(*m_paneActions[Pane::Wires], tr("Wires"));
-    m_bar->addKey(*m_paneActions[Pane::Panel], tr("Panel"));
     m_bar->addGap();
     m_bar->addKey(*m_done, tr("Done"));
 }
@@ -152,8 +150,6 @@ QWidget* EditorFrame::makePane(Pane pane)
         return heard(new TypePalette(m_session, m_side));
     case Pane::Wires:
         return heard(new ConnectionTable(m_session, m_side));
-    case Pane::Panel:
-        return nullptr;
     default:
         return nullptr;
     }

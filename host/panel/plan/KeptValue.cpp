@@ -78,42 +78,60 @@ void KeptValue::start(BaseWidget* widget)
         return;
     }
     if (m_saved.isValid() && m_isSent) {
-        putBack(m_device, m_methods.input);
+        give(m_saved, m_device, m_methods.input);
     } else if (m_saved.isValid() && widget) {
         // Blocked signals do not reach the widget either, so that one is given the value, too.
         const QSignalBlocker blocker(m_device);
-        putBack(m_device, m_methods.input);
-        putBack(*widget, m_methods.widgetInput);
+        give(m_saved, m_device, m_methods.input);
+        give(m_saved, *widget, m_methods.widgetInput);
     }
     m_isStarted = true;
 }
 
-void KeptValue::putBack(QObject& receiver, const QString& method) const
+void KeptValue::showIn(BaseWidget& widget) const
 {
-    const QGenericArgument value(m_saved.typeName(), m_saved.constData());
+    const QVariant& value = m_latest.isValid() ? m_latest : m_saved;
+    if (value.isValid()) {
+        const QSignalBlocker blocker(m_device);
+        give(value, widget, m_methods.widgetInput);
+    }
+}
+
+void KeptValue::give(const QVariant& value, QObject& receiver, const QString& method)
+{
+    const QGenericArgument argument(value.typeName(), value.constData());
     QMetaObject::invokeMethod(&receiver, method.section('(', 0, 0).toLatin1(), Qt::DirectConnection,
-                              value);
+                              argument);
 }
 
 void KeptValue::note(double value)
 {
-    note(QString::number(value, 'g', QLocale::FloatingPointShortest));
+    m_latest = value;
+    report(QString::number(value, 'g', QLocale::FloatingPointShortest));
 }
 
 void KeptValue::note(bool value)
 {
-    note(QString(value ? "true" : "false"));
+    m_latest = value;
+    report(value ? "true" : "false");
 }
 
 void KeptValue::note(int value)
 {
-    note(QString::number(value));
+    m_latest = value;
+    report(QString::number(value));
 }
 
-void KeptValue::note(QString value)
+void KeptValue::note(const QString& value)
+{
+    m_latest = value;
+    report(value);
+}
+
+void KeptValue::report(const QString& text)
 {
     if (m_isStarted && m_wires == 0 && m_device.isRunning()) {
-        emit given(value);
+        emit given(text);
     }
 }
 

@@ -34,6 +34,8 @@ public:
     bool setSaved(const QString& text);
     /// Puts the saved value back, once, and from then on reports what is given.
     void start(BaseWidget* widget);
+    /// Has a widget that has taken the place of another show the latest value. Nothing is sent.
+    void showIn(BaseWidget& widget) const;
 
 signals:
     void given(QString text);
@@ -46,15 +48,17 @@ private slots:
     void note(double value);
     void note(bool value);
     void note(int value);
-    void note(QString value);
+    void note(const QString& value);
 
 private:
-    void putBack(QObject& receiver, const QString& method) const;
+    void report(const QString& text);
+    static void give(const QVariant& value, QObject& receiver, const QString& method);
 
     BaseDevice& m_device;
     const KeptMethods m_methods;
     const bool m_isSent;
     QVariant m_saved;
+    QVariant m_latest; ///< Whoever gave it; invalid before the first.
     bool m_isStarted = false;
     int m_wires = 0; ///< That give it a value just now.
 };

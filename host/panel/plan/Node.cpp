@@ -185,9 +185,6 @@ void Node::initialiseWidget()
 {
     const bool isFirst = m_state == State::Initialised;
     if (m_widget) {
-        if (!isFirst) {
-            m_widget->deinitialise();
-        }
         const CriticalMessages messages;
         m_widget->initialise();
         if (!m_widget->isInitialised()) {
@@ -196,9 +193,19 @@ void Node::initialiseWidget()
                                       QString());
         }
     }
+    const KeptValue* const value = m_keptValue ? m_keptValue.get() : m_value.get();
     if (isFirst) {
         m_state = State::Shown;
+    } else if (m_widget && value) {
+        value->showIn(*m_widget);
     }
+}
+
+BaseWidget* Node::renewWidget()
+{
+    deinitialiseWidget();
+    deleteWidget();
+    return createWidget();
 }
 
 void Node::postInitialise()
@@ -206,6 +213,14 @@ void Node::postInitialise()
     if (m_state == State::Shown) {
         m_state = State::Running;
         m_device->postInitialisation();
+    }
+}
+
+void Node::setControl(const std::optional<KeptMethods>& methods)
+{
+    m_isControl = true;
+    if (methods) {
+        m_value = std::make_unique<KeptValue>(*m_device, *methods, false);
     }
 }
 

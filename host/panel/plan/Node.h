@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 
 class BaseDevice;
 class BaseGuiDevice;
@@ -58,11 +59,17 @@ public:
     bool initialise(); ///< Once; called again, it only says how that went.
     void setRunning();
     BaseWidget* createWidget(); ///< Null, with a reason in errors(), where the device makes none.
-    /// Again, too: its connections then come behind those of others. What a widget that shows
-    /// nothing reports is then in errors().
+    /// What a widget that shows nothing reports is then in errors().
     void initialiseWidget();
+    /// Of a running device: puts a new widget in the place of the old, to be placed and
+    /// initialised. It hears the device behind all others, and shows the value that the old one has
+    /// shown.
+    BaseWidget* renewWidget();
     void postInitialise();
 
+    /// A hand may have it send. Where `methods` tell of its value, a renewed widget shows it.
+    void setControl(const std::optional<KeptMethods>& methods);
+    bool isControl() const { return m_isControl; }
     /// Has the value that an operator gives to the device kept. To be called before it is saved to.
     void keepValue(const KeptMethods& methods, bool isSent);
     KeptValue* keptValue() const { return m_keptValue.get(); } ///< Null: none is kept.
@@ -86,6 +93,8 @@ private:
     DeviceSetting m_setting;
     const std::unique_ptr<BaseDevice> m_device;
     std::unique_ptr<KeptValue> m_keptValue;
+    std::unique_ptr<KeptValue> m_value; ///< Of a control whose value is not kept.
+    bool m_isControl = false;
     QPointer<BaseWidget> m_widget; ///< The surface may die first.
     State m_state = State::Created;
     QStringList m_errors;

@@ -88,6 +88,9 @@ private:
             m_knowledge.checkSense(setting, *node->device(), m_diagnostics);
             m_ports.add(setting, *node->device());
             const auto methods = m_knowledge.keptMethods(setting.type.text);
+            if (m_knowledge.control(setting.type.text) != Control::None) {
+                node->setControl(methods);
+            }
             if (methods && setting.keep != Keep::No) {
                 node->keepValue(*methods, setting.keep == Keep::Sending);
             }

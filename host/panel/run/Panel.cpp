@@ -298,10 +298,16 @@ void Panel::show(PanelPlan& plan, const QSet<Node*>& rewired, Diagnostics& diagn
     for (size_t i = 0; i < m_nodes.size(); ++i) {
         Node& node = *m_nodes[i];
         const bool isNew = node.state() == Node::State::Initialised;
+        // Its widget is to hear it behind the new wires, as at a start. Of a display that makes no
+        // difference, and it would lose what it shows.
+        const bool isRenewed = rewired.contains(&node) && node.isControl() && node.widget();
+        if (isRenewed) {
+            node.renewWidget();
+        }
         if (node.isShowable()) {
             showNode(node, plan.cells[int(i)], diagnostics);
         }
-        if (isNew || rewired.contains(&node)) {
+        if (isNew || isRenewed) {
             initialiseWidget(node, plan.cells[int(i)]);
         }
     }

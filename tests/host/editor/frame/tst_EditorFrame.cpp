@@ -119,9 +119,9 @@ void tst_EditorFrame::thePaneShowsWhatItsKeySays()
     QVERIFY(!shown<norvo::DeviceForm>());
     click("wires");
     QVERIFY(shown<norvo::ConnectionTable>());
-    click("panel");
+    click("device");
     QVERIFY(!shown<norvo::ConnectionTable>());
-    QVERIFY(key("panel")->isChecked());
+    QVERIFY(key("device")->isChecked());
     QVERIFY(!key("wires")->isChecked());
 }
 
@@ -233,7 +233,7 @@ void tst_EditorFrame::openedAndClosedItLeavesNothing()
     const int before = panel->window.findChildren<QObject*>().size();
     for (int i = 0; i < 3; ++i) {
         EditorFrame again(*panel->session, *file, panel->window);
-        for (const char* name : {"add", "wires", "panel", "device"}) {
+        for (const char* name : {"add", "wires", "device"}) {
             QTest::mouseClick(again.bar().findChild<QPushButton*>(name), Qt::LeftButton);
         }
     }

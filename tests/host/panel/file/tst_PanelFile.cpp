@@ -144,7 +144,7 @@ void tst_PanelFile::byteOrderMarkAndLineEndsOfOtherSystems()
         panels::errorsOf("\xef\xbb\xbfx: 1"),
         QString("1:1: error: unknown key \"x\"; a panel has title, devices, connections, "
                 "templates, include, access, alarms, audit, history, theme, touch, design, fit, "
-                "language, rows and "
+                "language, pages, rows and "
                 "columns"));
 }
 

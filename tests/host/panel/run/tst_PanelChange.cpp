@@ -173,7 +173,8 @@ void tst_PanelChange::runningDeviceWithANewConnectionDoesNotBeginAgain()
     apply(panel, describe::panel({noted("a"), noted("b")}, {"a.output -> b.input"}));
     const QStringList steps = takeSteps();
     QCOMPARE(steps.filter("begins"), QStringList());
-    QCOMPARE(steps.filter("widget"), (QStringList{"a widget deinitialise", "a widget initialise"}));
+    QCOMPARE(steps.filter("widget"),
+             (QStringList{"a widget deinitialise", "a widget deleted", "a widget initialise"}));
     apply(panel, describe::panel({noted("a"), noted("b"), noted("c")}, {"a.output -> b.input"}));
     QCOMPARE(takeSteps().filter("begins"), QStringList("c begins"));
 }
