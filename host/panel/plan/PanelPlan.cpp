@@ -59,6 +59,7 @@ private:
         for (Node* node : running) {
             known.insert(node->id(), node);
         }
+        m_plan.isOfPanel = true;
         m_plan.settings = m_description.devices;
         m_plan.pages = m_description.look.pages;
         for (const DeviceSetting& setting : m_description.devices) {

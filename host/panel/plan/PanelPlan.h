@@ -28,6 +28,7 @@ QString unknownParam(const QString& type, const QString& name, const BaseDevice&
 /// reported, and Panel::apply() runs it. An empty plan ends a panel.
 struct PanelPlan
 {
+    bool isOfPanel = false; ///< Else it ends one: a panel without devices has a page, too.
     std::vector<std::unique_ptr<Node>> made; ///< Devices that are new.
     std::vector<Node*> nodes;                ///< All, in the order of the file.
     QVector<DeviceSetting> settings;         ///< One for each node: what the file says of it.

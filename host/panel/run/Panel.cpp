@@ -86,7 +86,7 @@ void Panel::apply(PanelPlan plan, Diagnostics& diagnostics)
 {
     endAllBut(plan);
     takeOver(plan);
-    if (m_nodes.empty()) {
+    if (!plan.isOfPanel) {
         return;
     }
     initialise(diagnostics);

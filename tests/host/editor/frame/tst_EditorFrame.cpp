@@ -52,6 +52,7 @@ private slots:
     void theWindowIsAsBeforeOnceItIsGone();
     void keysOfTheKeyboardWork();
     void openedAndClosedItLeavesNothing();
+    void anEmptyPanelTakesItsFirstDevice();
 
 private:
     QPushButton* key(const char* name) const
@@ -239,6 +240,23 @@ void tst_EditorFrame::openedAndClosedItLeavesNothing()
     }
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCOMPARE(panel->window.findChildren<QObject*>().size(), before);
+}
+
+void tst_EditorFrame::anEmptyPanelTakesItsFirstDevice()
+{
+    EditedPanel empty("title: New\n", QSize(1024, 600));
+    norvo::EditedFile newFile(folder->filePath("new.yaml"), *empty.session);
+    EditorFrame editing(*empty.session, newFile, empty.window);
+    QVERIFY(QTest::qWaitForWindowActive(&empty.window));
+    empty.session->setTypeToPlace("label");
+    QApplication::processEvents();
+    QWidget* const below = empty.window.childAt(empty.pages().mapTo(&empty.window, {100, 100}));
+    QVERIFY(below);
+    QTest::mouseClick(
+        below, Qt::LeftButton, {},
+        below->mapFrom(&empty.window, empty.pages().mapTo(&empty.window, {100, 100})));
+    QVERIFY(empty.panel().widget("label"));
+    QCOMPARE(empty.session->selection(), QStringList("label"));
 }
 
 NORVO_TEST(tst_EditorFrame)
