@@ -276,12 +276,15 @@ void GraphMemory::fill(Graph& graph, const QStringList& senders)
     const double period = graph.node->device()->getParam(kPeriod);
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
     const qint64 begin = now - qint64(std::max(period, 0.0) * 1000);
+    // What comes from now on is heard, and would be there twice: the clock of the record may be a
+    // millisecond behind.
+    const qint64 end = now - 2;
     const double thinned = 4 * period / kMaxPoints; // Between two points, where there are too many.
     for (const QString& sender : senders) {
         for (const Source& source : graph.sources.value(sender)) {
             Graph::Curve& curve = graph.waiting[sender];
             curve.reads.push_back(
-                m_history.read({source.device, source.signal, begin, now, kMaxPoints}));
+                m_history.read({source.device, source.signal, begin, end, kMaxPoints}));
             curve.holdSeconds = std::max({curve.holdSeconds, source.holdSeconds, thinned});
         }
     }

@@ -182,7 +182,7 @@ QVector<int> PageGrid::rowStretches() const
 
 QVector<int> PageGrid::columnStretches() const
 {
-    QVector<int> stretches(columnCount(), 0);
+    QVector<int> stretches(columnCount(), count() == 0 ? 1 : 0);
     if (!m_columnWeights.isEmpty()) {
         std::copy_n(m_columnWeights.cbegin(), qMin(columnCount(), m_columnWeights.size()),
                     stretches.begin());
