@@ -42,6 +42,9 @@ PanelPages::PanelPages(QWidget* parent) : PanelSurface(parent)
 
 PanelPages::~PanelPages()
 {
+    for (auto widget = m_placed.keyBegin(); widget != m_placed.keyEnd(); ++widget) {
+        disconnect(*widget, nullptr, this, nullptr); // Some die after this one's own part.
+    }
     release();
     clear();
 }

@@ -74,6 +74,14 @@ DeviceForm::DeviceForm(EditSession& session, QWidget* parent)
     followSelection();
 }
 
+DeviceForm::~DeviceForm()
+{
+    disconnect(m_head, nullptr, this, nullptr);
+    for (FormSection* const section : qAsConst(m_sections)) {
+        disconnect(section, nullptr, this, nullptr); // They die after this one's own part.
+    }
+}
+
 void DeviceForm::layOut()
 {
     m_search->setObjectName("formSearch");

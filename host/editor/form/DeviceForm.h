@@ -27,6 +27,7 @@ class DeviceForm : public QWidget
 
 public:
     explicit DeviceForm(EditSession& session, QWidget* parent = nullptr);
+    ~DeviceForm() override;
 
 signals:
     void problem(const QString& text); ///< That has no field to stand at.

@@ -28,6 +28,8 @@ class tst_TypePalette : public QObject
 private slots:
     void init();
     void cleanup();
+    // The key that clears a line of text fades by an animation that nobody owns.
+    void cleanupTestCase() { QTest::qWait(400); }
 
     void everyTypeIsThere();
     void aTapChoosesAndASecondOneTakesBack();

@@ -240,10 +240,12 @@ void tst_WireCanvas::nothingIsHeardOncePutAway()
     const auto receivers = [&panel] {
         struct Counting : QObject
         {
-            using QObject::receivers;
+            static int of(const QObject& sender)
+            {
+                return (sender.*(&Counting::receivers))(SIGNAL(output(double)));
+            }
         };
-        return static_cast<const Counting*>(static_cast<QObject*>(panel.panel().device("wave")))
-            ->receivers(SIGNAL(output(double)));
+        return Counting::of(*panel.panel().device("wave"));
     };
     QCOMPARE(receivers(), 2);
     panel.canvas->hide();
