@@ -293,8 +293,8 @@ void tst_CommandLine::errorIsReported_data()
                                     << "--state and --no-state do not go together";
     QTest::newRow("check and picture") << QStringList{"--check", "--screenshot", "o", "a"}
                                        << "--check and --screenshot do not go together";
-    QTest::newRow("kiosk and edit") << QStringList{"--edit", "--kiosk", "a"}
-                                    << "--edit and --kiosk do not go together";
+    QTest::newRow("kiosk and edit")
+        << QStringList{"--edit", "--kiosk", "a"} << "--edit and --kiosk do not go together";
     QTest::newRow("edit and check")
         << QStringList{"--edit", "--check", "a"} << "--edit and --check do not go together";
     QTest::newRow("editing standard input")
