@@ -42,11 +42,12 @@ PanelPages::PanelPages(QWidget* parent) : PanelSurface(parent)
 
 PanelPages::~PanelPages()
 {
-    for (auto widget = m_placed.keyBegin(); widget != m_placed.keyEnd(); ++widget) {
-        disconnect(*widget, nullptr, this, nullptr); // Some die after this one's own part.
-    }
     release();
     clear();
+    // What waits for a place dies after this one's own part.
+    for (QWidget* const widget : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        disconnect(widget, nullptr, this, nullptr);
+    }
 }
 
 void PanelPages::setLook(const PanelLook& look)

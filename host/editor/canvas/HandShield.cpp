@@ -7,7 +7,7 @@
 #include "host/window/access/HandEvents.h"
 
 #include <QApplication>
-#include <QEvent>
+#include <QFocusEvent>
 
 namespace norvo {
 

@@ -13,6 +13,7 @@
 #include <QAction>
 #include <QEvent>
 #include <QLayout>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>

@@ -11,6 +11,8 @@
 #include "host/window/touch/TapGuard.h"
 #include "host/window/touch/WheelGuard.h"
 
+#include <QApplication>
+
 #include <optional>
 
 class DeviceManager;
