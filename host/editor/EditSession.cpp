@@ -58,7 +58,7 @@ QString EditSession::change(const QString& what, const Edit& edit, const QString
     if (next.text() == before) {
         return {};
     }
-    const QString fault = take(std::move(next), LivePanel::Accept::Better);
+    QString fault = take(std::move(next), LivePanel::Accept::Better);
     if (fault.isEmpty()) {
         m_history.add(what, before, m_document.text(), joinKey);
         emit changed();

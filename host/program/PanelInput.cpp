@@ -68,7 +68,7 @@ PanelDescription PanelInput::read(Diagnostics& diagnostics) const
 PanelDescription PanelInput::parse(const QByteArray& text, Diagnostics& diagnostics) const
 {
     QDir::setCurrent(m_startFolder);
-    const PanelDescription description = PanelFile::parse(text, m_name, diagnostics);
+    PanelDescription description = PanelFile::parse(text, m_name, diagnostics);
     QDir::setCurrent(folder());
     if (description.access.isGiven() && !PinHash::isAvailable()) {
         diagnostics.error(description.access.place, PinHash::kUnavailable);

@@ -45,7 +45,7 @@ QString CanvasEdits::resize(const CellMap::Places& places, const QString& joinKe
 QString CanvasEdits::place(const QString& what, const CellMap::Places& places,
                            const QString& joinKey)
 {
-    const QString fixed = whyFixed(places.keys());
+    QString fixed = whyFixed(places.keys());
     if (!fixed.isEmpty()) {
         return fixed;
     }
@@ -73,7 +73,7 @@ QString CanvasEdits::cut(const QStringList& ids)
 
 QString CanvasEdits::removeAs(const QString& what, const QStringList& ids)
 {
-    const QString fixed = whyFixed(ids);
+    QString fixed = whyFixed(ids);
     if (!fixed.isEmpty()) {
         return fixed;
     }
@@ -98,7 +98,7 @@ QString CanvasEdits::paste(const QByteArray& copied, const Cells& target)
 
 QString CanvasEdits::duplicate(const QStringList& ids)
 {
-    const QString fixed = whyFixed(ids);
+    QString fixed = whyFixed(ids);
     if (!fixed.isEmpty()) {
         return fixed;
     }
@@ -122,7 +122,7 @@ QString CanvasEdits::add(const QString& what, const QByteArray& copied, const Ce
     }
     const CellMap::Places places = CellMap(m_session.live().cells()).atFree(group, target);
     QStringList ids;
-    const QString fault = m_session.change(what, [&](YamlEdit& edit) {
+    QString fault = m_session.change(what, [&](YamlEdit& edit) {
         Cells page; // None moves here: each is given its cells below.
         page.row = 0;
         page.column = 0;

@@ -28,7 +28,7 @@ constexpr int kFew = 6;    ///< As many parameters need no second section.
 /// Of a parameter of the place that does not read; empty: the cells have it.
 QString setCell(Cells& cells, const QString& param, const QString& text)
 {
-    const QString error = placementError(param, text);
+    QString error = placementError(param, text);
     if (error.isEmpty()) {
         int* const number = param == "widget/row"       ? &cells.row
                             : param == "widget/column"  ? &cells.column

@@ -175,7 +175,7 @@ QString ParamRow::hint() const
         const QString format = m_editor->text().isEmpty() ? m_state.text : m_editor->text();
         return tr("now: %1").arg(QDateTime::currentDateTime().toString(format));
     }
-    const QString range = m_words.isNumber() ? m_words.range() : QString();
+    QString range = m_words.isNumber() ? m_words.range() : QString();
     if (m_words.also.isEmpty()) {
         return range;
     }

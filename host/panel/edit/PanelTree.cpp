@@ -122,7 +122,7 @@ QString PanelTree::firstArea(const YamlEdit& edit)
     }
     const YamlNode* const map = devices(edit);
     for (size_t i = 0; map && i < map->entries.size(); ++i) {
-        const QString area = areaOf(*map->entries[i].value);
+        QString area = areaOf(*map->entries[i].value);
         if (!area.isEmpty()) {
             return area;
         }
