@@ -2,30 +2,31 @@
 
 #include "host/panel/edit/NewProblems.h"
 
+#include <QHash>
 #include <QRegularExpression>
-#include <QSet>
 
 namespace norvo {
 
 namespace {
 
-QString withoutLines(const Diagnostic& one)
+/// The same in another line is the same.
+QString keyOf(const Diagnostic& one)
 {
     static const QRegularExpression line("\\bline \\d+");
-    return QString(one.text).remove(line);
+    return QString::number(int(one.severity)) + QString(one.text).remove(line);
 }
 
 } // namespace
 
 DiagnosticList newProblems(const DiagnosticList& before, const DiagnosticList& now)
 {
-    QSet<QString> known;
+    QHash<QString, int> known;
     for (const Diagnostic& one : before) {
-        known.insert(withoutLines(one));
+        ++known[keyOf(one)];
     }
     DiagnosticList added;
     for (const Diagnostic& one : now) {
-        if (!known.contains(withoutLines(one))) {
+        if (--known[keyOf(one)] < 0) {
             added.append(one);
         }
     }

@@ -5,7 +5,7 @@
 
 namespace norvo {
 
-/// What is reported now and was not before. Lines may have moved.
+/// What is reported now and was not before, or not as often. Lines may have moved.
 DiagnosticList newProblems(const DiagnosticList& before, const DiagnosticList& now);
 
 } // namespace norvo

@@ -3,13 +3,12 @@
 #include "host/program/run/Reload.h"
 
 #include "host/catalogue/IncludedFiles.h"
+#include "host/panel/edit/NewProblems.h"
 #include "host/panel/plan/PanelPlan.h"
 #include "host/panel/state/StateFile.h"
 #include "host/program/PanelInput.h"
 #include "host/program/run/RunningPanel.h"
 #include "host/yaml/YamlEdit.h"
-
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <utility>
@@ -21,13 +20,6 @@ namespace {
 bool isError(const Diagnostic& diagnostic)
 {
     return diagnostic.severity == Diagnostic::Severity::Error;
-}
-
-/// The same error in another line is the same error.
-QString textOf(const Diagnostic& diagnostic)
-{
-    static const QRegularExpression line("\\bline \\d+");
-    return QString(diagnostic.text).remove(line);
 }
 
 QStringList included(const PanelDescription& description, const Catalogue& catalogue,
@@ -96,18 +88,9 @@ std::optional<Diagnostic> Reload::run(const YamlEdit& text, Accept accept)
 
 std::optional<Diagnostic> Reload::newError(const Diagnostics& diagnostics) const
 {
-    QStringList known;
-    for (const Diagnostic& problem : m_problems) {
-        if (isError(problem)) {
-            known.append(textOf(problem));
-        }
-    }
-    for (const Diagnostic& diagnostic : diagnostics.sorted()) {
-        if (isError(diagnostic) && !known.removeOne(textOf(diagnostic))) {
-            return diagnostic;
-        }
-    }
-    return std::nullopt;
+    const DiagnosticList added = newProblems(m_problems, diagnostics.sorted());
+    const auto error = std::find_if(added.cbegin(), added.cend(), isError);
+    return error == added.cend() ? std::optional<Diagnostic>() : *error;
 }
 
 bool Reload::run(const QByteArray& text, const QStringList& changedFiles, Diagnostics& diagnostics)
