@@ -8,6 +8,11 @@
 #include <QGridLayout>
 #include <QIcon>
 #include <QLabel>
+#include <QPainter>
+#include <QPalette>
+#include <QPen>
+#include <QPixmap>
+#include <QResizeEvent>
 #include <QToolButton>
 
 // A library's resources are known to a program once it has named them.
@@ -21,8 +26,9 @@ namespace norvo {
 namespace {
 
 constexpr int kColumns = 3;
-constexpr QSize kPicture(192, 120);
-constexpr int kPadding = 8; // pixels
+constexpr int kPadding = 8;  // pixels
+constexpr int kMargins = 90; // pixels, of the sheet and of what stands beside its pictures
+constexpr int kLeastWidth = 192, kMostWidth = 480; // pixels, of a picture
 const QString kFolder = QStringLiteral(":/norvo/start/");
 
 QString titleOf(const QString& example)
@@ -33,24 +39,31 @@ QString titleOf(const QString& example)
                                    : StartSheet::tr("This machine");
 }
 
+/// In the proportions of the examples' pictures.
+constexpr int heightOf(int width)
+{
+    return width * 5 / 8;
+}
+
 QToolButton* makePictureKey(const QString& name, const QString& title, const QPixmap& picture)
 {
     auto* const key = new QToolButton;
     key->setObjectName(name);
     key->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-    key->setIconSize(kPicture);
     key->setIcon(picture);
     key->setText(title);
-    key->setMinimumSize(kPicture + QSize(2 * kPadding, 4 * kPadding));
     key->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     return key;
 }
 
-/// Nothing but a frame.
+/// Nothing but the frame of a cell.
 QPixmap emptyPicture(const QPalette& palette)
 {
-    QPixmap picture(kPicture);
-    picture.fill(palette.color(QPalette::Base));
+    QPixmap picture(kMostWidth, heightOf(kMostWidth));
+    picture.fill(palette.color(QPalette::Window));
+    QPainter painter(&picture);
+    painter.setPen(QPen(palette.color(QPalette::WindowText), 2, Qt::DashLine));
+    painter.drawRect(picture.rect().adjusted(kPadding, kPadding, -kPadding - 1, -kPadding - 1));
     return picture;
 }
 
@@ -76,13 +89,24 @@ StartSheet::StartSheet(QWidget& opener) : Sheet(opener, tr("A new panel"))
     };
     add(makePictureKey("empty", tr("An empty page"), emptyPicture(palette())), {});
     for (const QString& example : examples()) {
-        add(makePictureKey(example, titleOf(example), QPixmap(kFolder + example + ".png")),
-            textOf(example));
+        const QPixmap picture(kFolder + example + ".png");
+        add(makePictureKey(example, titleOf(example), picture), textOf(example));
     }
     grid->setRowStretch(grid->rowCount(), 1);
     auto* const scroll = new FingerScrollArea(list);
     scroll->setWidgetResizable(true);
     content().addWidget(scroll, 1);
+}
+
+/// The pictures are as large as three of them fit beside each other.
+void StartSheet::resizeEvent(QResizeEvent* event)
+{
+    Sheet::resizeEvent(event);
+    const int width = (event->size().width() - kMargins) / kColumns - 2 * kPadding;
+    const int bound = qBound(kLeastWidth, width, kMostWidth);
+    for (QToolButton* key : findChildren<QToolButton*>()) {
+        key->setIconSize({bound, heightOf(bound)});
+    }
 }
 
 QStringList StartSheet::examples()

@@ -21,6 +21,9 @@ public:
 
 signals:
     void chosen(QByteArray text);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
 };
 
 } // namespace norvo
