@@ -5,6 +5,7 @@
 #include <QDateTime>
 
 #include <algorithm>
+#include <cstdlib>
 #include <ctime>
 
 namespace norvo {
@@ -25,9 +26,14 @@ HistoryClock::HistoryClock(const ClockReading& now, qint64 newest)
     : m_offset(std::max(now.wall, newest + 1) - now.boot), m_wallOffset(now.wall - now.boot)
 {}
 
-qint64 HistoryClock::ahead(const ClockReading& now) const
+qint64 HistoryClock::ahead(const ClockReading& now)
 {
-    return std::max<qint64>(0, at(now.boot) - now.wall);
+    constexpr qint64 ticks = 2; // Whole milliseconds of two clocks begin at different moments.
+    const qint64 ahead = std::max<qint64>(0, at(now.boot) - now.wall);
+    if (std::abs(ahead - m_ahead) > ticks) {
+        m_ahead = ahead;
+    }
+    return m_ahead;
 }
 
 qint64 HistoryClock::follow(const ClockReading& now)

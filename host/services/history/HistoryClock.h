@@ -28,8 +28,9 @@ public:
     HistoryClock(const ClockReading& now, qint64 newest);
 
     qint64 at(qint64 boot) const { return boot + m_offset; }
-    /// By how much this time is later than the wall clock; 0 or more.
-    qint64 ahead(const ClockReading& now) const;
+    /// By how much this time is later than the wall clock; 0 or more. It stays the same for as long
+    /// as no clock is set, so that what is read by it at two times has the same times.
+    qint64 ahead(const ClockReading& now);
     /// Compares with the wall clock, to be called often. By how much that was set since the last
     /// call; 0 for less than kReportedStep.
     qint64 follow(const ClockReading& now);
@@ -37,6 +38,7 @@ public:
 private:
     qint64 m_offset;
     qint64 m_wallOffset; ///< As last seen.
+    qint64 m_ahead = 0;
 };
 
 } // namespace norvo

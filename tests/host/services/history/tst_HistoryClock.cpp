@@ -15,7 +15,7 @@ class tst_HistoryClock : public QObject
 private slots:
     void timeIsThatOfTheWallClock()
     {
-        const HistoryClock clock({100, 5000}, 0);
+        HistoryClock clock({100, 5000}, 0);
         QCOMPARE(clock.at(100), 5000);
         QCOMPARE(clock.at(350), 5250);
         QCOMPARE(clock.ahead({350, 5250}), 0);
@@ -23,7 +23,7 @@ private slots:
 
     void startIsBehindTheNewestRow()
     {
-        const HistoryClock clock({100, 5000}, 9000);
+        HistoryClock clock({100, 5000}, 9000);
         QCOMPARE(clock.at(100), 9001);
         QCOMPARE(clock.ahead({100, 5000}), 4001);
     }
@@ -52,6 +52,24 @@ private slots:
         QCOMPARE(clock.follow({2000, 5 * kHour + 2000}), kHour);
         QCOMPARE(clock.at(2000), 5 * kHour + 2000);
         QCOMPARE(clock.ahead({2000, 5 * kHour + 2000}), 0);
+    }
+
+    /// Both clocks are read in whole milliseconds, which do not begin at the same moment.
+    void ticksOfTheClocksAreNoDifference()
+    {
+        HistoryClock clock({100, 5000}, 0);
+        QCOMPARE(clock.ahead({101, 5000}), 0);
+        QCOMPARE(clock.ahead({101, 5001}), 0);
+        clock.follow({200, 5101}); // Now the history seems ahead by one.
+        QCOMPARE(clock.ahead({300, 5200}), 0);
+        QCOMPARE(clock.ahead({301, 5200}), 0);
+
+        clock.follow({1000, 1000});
+        const qint64 ahead = clock.ahead({1000, 1000});
+        QCOMPARE(ahead, 4901);
+        QCOMPARE(clock.ahead({1001, 1000}), ahead);
+        QCOMPARE(clock.ahead({1001, 1001}), ahead);
+        QCOMPARE(clock.ahead({1002, 1003}), ahead);
     }
 
     void timeNeverGoesBack()
