@@ -2,6 +2,7 @@
 
 #include "host/catalogue/LookSchema.h"
 
+#include "host/panel/file/look/LookReader.h"
 #include "host/panel/file/look/PanelLook.h"
 #include "host/panel/file/services/Duration.h"
 #include "host/panel/file/services/AuditReader.h"
@@ -14,9 +15,11 @@ namespace norvo {
 
 namespace {
 
-QJsonObject oneOf(const QStringList& names, const QString& description)
+QJsonObject oneOf(const QString& key, const QString& description)
 {
-    return {{"enum", QJsonArray::fromStringList(names)}, {"description", description}};
+    return {{"enum", QJsonArray::fromStringList(lookNames(key))},
+            {"default", lookDefault(key)},
+            {"description", description}};
 }
 
 QJsonObject textLike(const QString& pattern, const QString& description)
@@ -60,15 +63,15 @@ void addAccessKey(QJsonObject& keys)
 
 void addLookKeys(QJsonObject& keys)
 {
-    keys.insert("theme", oneOf({"light", "dark", "system"}, "The colours; system by default."));
-    keys.insert("touch", oneOf({"fingers", "gloves"},
-                               "How large keys are at least: 12.7 mm for fingers, the default, or "
+    keys.insert("theme", oneOf("theme", "The colours; system by default."));
+    keys.insert("touch",
+                oneOf("touch", "How large keys are at least: 12.7 mm for fingers, the default, or "
                                "20 mm for gloves."));
     keys.insert("design", textLike("^\\d{1,5}x\\d{1,5}$",
                                    "The size in pixels that the panel was laid out for, such as "
                                    "1024x600."));
-    keys.insert("fit", oneOf({"grow", "scale"},
-                             "What fills a larger window: the widgets, the default, or the page "
+    keys.insert("fit",
+                oneOf("fit", "What fills a larger window: the widgets, the default, or the page "
                              "as a whole, drawn larger; it needs \"design\"."));
     keys.insert("language", textLike("^[a-z]{2,3}([_-][A-Z][a-z]{3})?([_-][A-Z]{2})?$",
                                      "Of the program's own texts and keyboard, such as de or "

@@ -329,6 +329,18 @@
         <source>Show</source>
         <translation>Zeigen</translation>
     </message>
+    <message>
+        <source>Settings and pages of the panel</source>
+        <translation>Einstellungen und Seiten des Panels</translation>
+    </message>
+    <message>
+        <source>Panel</source>
+        <translation>Panel</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Seiten</translation>
+    </message>
 </context>
 <context>
     <name>norvo::MenuSheet</name>
@@ -375,6 +387,73 @@
     </message>
 </context>
 <context>
+    <name>norvo::PagesList</name>
+    <message>
+        <source>Add a page</source>
+        <translation>Seite hinzufügen</translation>
+    </message>
+    <message>
+        <source>Page up by one</source>
+        <translation>Seite eins nach oben</translation>
+    </message>
+    <message>
+        <source>Page down by one</source>
+        <translation>Seite eins nach unten</translation>
+    </message>
+    <message>
+        <source>Remove the page</source>
+        <translation>Seite entfernen</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Seiten</translation>
+    </message>
+    <message>
+        <source>Name of the page</source>
+        <translation>Name der Seite</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Devices: %1</source>
+        <translation>Geräte: %1</translation>
+    </message>
+    <message>
+        <source>The only page</source>
+        <translation>Die einzige Seite</translation>
+    </message>
+    <message>
+        <source>Name the page %1</source>
+        <translation>Die Seite %1 nennen</translation>
+    </message>
+    <message>
+        <source>Rename the page %1 to %2</source>
+        <translation>Die Seite %1 in %2 umbenennen</translation>
+    </message>
+    <message>
+        <source>Page %1</source>
+        <translation>Seite %1</translation>
+    </message>
+    <message>
+        <source>Add the page %1</source>
+        <translation>Die Seite %1 hinzufügen</translation>
+    </message>
+    <message>
+        <source>Move the page %1</source>
+        <translation>Die Seite %1 verschieben</translation>
+    </message>
+    <message>
+        <source>Remove the page %1</source>
+        <translation>Die Seite %1 entfernen</translation>
+    </message>
+</context>
+<context>
     <name>norvo::PanelEditing</name>
     <message>
         <source>Begin with an example</source>
@@ -383,6 +462,52 @@
     <message>
         <source>Take over what was not saved</source>
         <translation>Nicht Gesichertes übernehmen</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::PanelForm</name>
+    <message>
+        <source>The text above the window; without it, the name of the file.</source>
+        <translation>Der Text über dem Fenster; ohne ihn der Name der Datei.</translation>
+    </message>
+    <message>
+        <source>The colours; system: as the desktop has them.</source>
+        <translation>Die Farben; system: wie die Arbeitsumgebung.</translation>
+    </message>
+    <message>
+        <source>How large keys are at least: for fingers, or for hands in gloves.</source>
+        <translation>Wie groß Tasten mindestens sind: für Finger (fingers) oder Handschuhe (gloves).</translation>
+    </message>
+    <message>
+        <source>The size in pixels that the panel was laid out for, such as 1024x600.</source>
+        <translation>Die Größe in Pixeln, für die das Panel angelegt wurde, etwa 1024x600.</translation>
+    </message>
+    <message>
+        <source>What fills a larger window: grow, the widgets do; scale, the page is drawn larger, which needs a design.</source>
+        <translation>Was ein größeres Fenster füllt: grow, die Anzeigen; scale, die Seite wird größer gezeichnet, das braucht design.</translation>
+    </message>
+    <message>
+        <source>Of the program's own texts and of the keyboard, such as de or pt_BR; without it, the system's.</source>
+        <translation>Der Texte des Programms und der Tastatur, etwa de oder pt_BR; ohne sie die des Systems.</translation>
+    </message>
+    <message>
+        <source>Set %1 of the panel</source>
+        <translation>%1 des Panels setzen</translation>
+    </message>
+    <message>
+        <source>Reset %1 of the panel</source>
+        <translation>%1 des Panels zurücksetzen</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::PanelPane</name>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Seiten</translation>
     </message>
 </context>
 <context>
@@ -494,6 +619,29 @@
     <message>
         <source>Take them over</source>
         <translation>Übernehmen</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::RemovePageSheet</name>
+    <message>
+        <source>Remove the page %1?</source>
+        <translation>Die Seite %1 entfernen?</translation>
+    </message>
+    <message>
+        <source>Its devices and their connections go with it: %1. Undo brings all back.</source>
+        <translation>Mit ihr gehen ihre Geräte und deren Verbindungen: %1. Rückgängig bringt alles zurück.</translation>
+    </message>
+    <message>
+        <source>%1 and %2 more</source>
+        <translation>%1 und %2 weitere</translation>
+    </message>
+    <message>
+        <source>Keep it</source>
+        <translation>Behalten</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
     </message>
 </context>
 <context>

@@ -329,6 +329,18 @@
         <source>Show</source>
         <translation>Показать</translation>
     </message>
+    <message>
+        <source>Settings and pages of the panel</source>
+        <translation>Настройки и страницы панели</translation>
+    </message>
+    <message>
+        <source>Panel</source>
+        <translation>Панель</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Страницы</translation>
+    </message>
 </context>
 <context>
     <name>norvo::MenuSheet</name>
@@ -375,6 +387,73 @@
     </message>
 </context>
 <context>
+    <name>norvo::PagesList</name>
+    <message>
+        <source>Add a page</source>
+        <translation>Добавить страницу</translation>
+    </message>
+    <message>
+        <source>Page up by one</source>
+        <translation>Страницу выше</translation>
+    </message>
+    <message>
+        <source>Page down by one</source>
+        <translation>Страницу ниже</translation>
+    </message>
+    <message>
+        <source>Remove the page</source>
+        <translation>Удалить страницу</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Страницы</translation>
+    </message>
+    <message>
+        <source>Name of the page</source>
+        <translation>Название страницы</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Новая</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Удалить</translation>
+    </message>
+    <message>
+        <source>Devices: %1</source>
+        <translation>Устройств: %1</translation>
+    </message>
+    <message>
+        <source>The only page</source>
+        <translation>Единственная страница</translation>
+    </message>
+    <message>
+        <source>Name the page %1</source>
+        <translation>Назвать страницу %1</translation>
+    </message>
+    <message>
+        <source>Rename the page %1 to %2</source>
+        <translation>Переименовать страницу %1 в %2</translation>
+    </message>
+    <message>
+        <source>Page %1</source>
+        <translation>Страница %1</translation>
+    </message>
+    <message>
+        <source>Add the page %1</source>
+        <translation>Добавить страницу %1</translation>
+    </message>
+    <message>
+        <source>Move the page %1</source>
+        <translation>Переместить страницу %1</translation>
+    </message>
+    <message>
+        <source>Remove the page %1</source>
+        <translation>Удалить страницу %1</translation>
+    </message>
+</context>
+<context>
     <name>norvo::PanelEditing</name>
     <message>
         <source>Begin with an example</source>
@@ -383,6 +462,52 @@
     <message>
         <source>Take over what was not saved</source>
         <translation>Принять несохранённое</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::PanelForm</name>
+    <message>
+        <source>The text above the window; without it, the name of the file.</source>
+        <translation>Текст над окном; без него имя файла.</translation>
+    </message>
+    <message>
+        <source>The colours; system: as the desktop has them.</source>
+        <translation>Цвета; system: как в среде рабочего стола.</translation>
+    </message>
+    <message>
+        <source>How large keys are at least: for fingers, or for hands in gloves.</source>
+        <translation>Наименьший размер клавиш: для пальцев (fingers) или перчаток (gloves).</translation>
+    </message>
+    <message>
+        <source>The size in pixels that the panel was laid out for, such as 1024x600.</source>
+        <translation>Размер в пикселях, для которого создана панель, например 1024x600.</translation>
+    </message>
+    <message>
+        <source>What fills a larger window: grow, the widgets do; scale, the page is drawn larger, which needs a design.</source>
+        <translation>Что заполняет большее окно: grow, элементы; scale, страница рисуется крупнее, для этого нужен design.</translation>
+    </message>
+    <message>
+        <source>Of the program's own texts and of the keyboard, such as de or pt_BR; without it, the system's.</source>
+        <translation>Текстов программы и клавиатуры, например de или pt_BR; без неё язык системы.</translation>
+    </message>
+    <message>
+        <source>Set %1 of the panel</source>
+        <translation>Задать %1 панели</translation>
+    </message>
+    <message>
+        <source>Reset %1 of the panel</source>
+        <translation>Сбросить %1 панели</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::PanelPane</name>
+    <message>
+        <source>Settings</source>
+        <translation>Настройки</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Страницы</translation>
     </message>
 </context>
 <context>
@@ -494,6 +619,29 @@
     <message>
         <source>Take them over</source>
         <translation>Принять</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::RemovePageSheet</name>
+    <message>
+        <source>Remove the page %1?</source>
+        <translation>Удалить страницу %1?</translation>
+    </message>
+    <message>
+        <source>Its devices and their connections go with it: %1. Undo brings all back.</source>
+        <translation>Вместе с ней уйдут её устройства и их соединения: %1. Отмена вернёт всё.</translation>
+    </message>
+    <message>
+        <source>%1 and %2 more</source>
+        <translation>%1 и ещё %2</translation>
+    </message>
+    <message>
+        <source>Keep it</source>
+        <translation>Оставить</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Удалить</translation>
     </message>
 </context>
 <context>

@@ -120,7 +120,8 @@ void PanelPages::rebuild(const QStringList& areas)
 /// Pages of areas that stay keep what stands on them, and how far they are scrolled.
 void PanelPages::changeTabs(const QStringList& areas)
 {
-    const QString shown = m_areas.value(m_tabs->currentIndex());
+    const int before = m_tabs->currentIndex();
+    const QString shown = m_areas.value(before);
     QHash<QString, QWidget*> pages;
     QHash<QString, PageGrid*> grids;
     delete std::exchange(m_keys, nullptr);
@@ -145,7 +146,8 @@ void PanelPages::changeTabs(const QStringList& areas)
         m_unordered.remove(grid);
     }
     qDeleteAll(pages);
-    m_tabs->setCurrentIndex(qMax(0, areas.indexOf(shown)));
+    const int now = areas.indexOf(shown); // One that is gone may have been renamed.
+    m_tabs->setCurrentIndex(now < 0 ? qMin(before, areas.size() - 1) : now);
     addKeys();
 }
 

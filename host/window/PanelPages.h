@@ -37,7 +37,7 @@ public:
     QAbstractButton* key(const QString& area) const;     ///< Of a tab; null: there is none.
     void bringIntoView(QWidget& widget); ///< Turns to its tab, and scrolls as far as it must.
 
-    void setAreas(const QStringList& areas) override; ///< The tab that is seen stays, if it can.
+    void setAreas(const QStringList& areas) override; ///< The tab that is seen stays, or its place.
     void place(QWidget* widget, const Cells& cells) override;
     void placeError(const QString& id, const QString& text, const Cells& cells) override;
     void endPlacing() override;

@@ -12,7 +12,6 @@
 #include "host/window/layout/FingerScrollArea.h"
 
 #include <QLineEdit>
-#include <QPointer>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -49,6 +48,7 @@ QString setCell(Cells& cells, const QString& param, const QString& text)
 DeviceForm::DeviceForm(EditSession& session, QWidget* parent)
     : QWidget(parent),
       m_session(session),
+      m_steps(session),
       m_head(new FormHead(session)),
       m_search(new QLineEdit),
       m_essential(new FormSection({}, {})),
@@ -113,7 +113,7 @@ void DeviceForm::connectSection(FormSection& section,
             [this, change](ParamRow* row, const QString& text) { (this->*change)(*row, text); });
     connect(&section, &FormSection::resetWanted, this,
             [this, reset](ParamRow* row) { (this->*reset)(*row); });
-    connect(&section, &FormSection::entryEnded, this, [this] { m_entered = nullptr; });
+    connect(&section, &FormSection::entryEnded, this, [this] { m_steps.endEntry(); });
 }
 
 /// What has been typed for the devices of before is theirs.
@@ -124,7 +124,7 @@ void DeviceForm::followSelection()
     }
     flush();
     m_ids = m_session.selection();
-    m_entered = nullptr;
+    m_steps.endEntry();
     m_scroll->verticalScrollBar()->setValue(0);
     m_first = m_ids.isEmpty() ? QSet<QString>() : ParamStates::essential(m_session, m_ids.first());
     const QVector<ParamWords> params = ParamStates::common(m_session, m_ids);
@@ -215,26 +215,15 @@ QString DeviceForm::selectedName() const
 /// Of all that are selected. The row can be gone afterwards.
 void DeviceForm::step(ParamRow& row, const QString& what, const DeviceStep& edit)
 {
-    if (m_entered != &row) {
-        m_entered = &row;
-        ++m_entry;
-    }
-    const QPointer<ParamRow> guard(&row);
-    const QString joinKey = QString("%1.%2#%3").arg(m_ids.value(0), row.words().name).arg(m_entry);
     const QStringList ids = m_ids;
-    const QString fault = m_session.change(
-        what,
-        [&](YamlEdit& next) {
-            YamlEdit::Error error;
-            for (int i = 0; i < ids.size() && !error; ++i) {
-                error = edit(next, ids[i]);
-            }
-            return error;
-        },
-        joinKey);
-    if (guard) {
-        guard->setFault(fault);
-    } else if (!fault.isEmpty()) {
+    const QString fault = m_steps.take(row, m_ids.value(0), what, [&](YamlEdit& next) {
+        YamlEdit::Error error;
+        for (int i = 0; i < ids.size() && !error; ++i) {
+            error = edit(next, ids[i]);
+        }
+        return error;
+    });
+    if (!fault.isEmpty()) {
         emit problem(fault);
     }
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "host/yaml/YamlEdit.h"
+#include "host/editor/form/FormSteps.h"
 
 #include <QSet>
 #include <QStringList>
@@ -14,7 +14,6 @@ class QScrollArea;
 
 namespace norvo {
 
-class EditSession;
 class FormHead;
 class FormSection;
 class ParamRow;
@@ -54,10 +53,9 @@ private:
 
     EditSession& m_session;
     QStringList m_ids;
-    QSet<QString> m_first;               ///< Parameters that are seen at once, in lower case.
-    bool m_isOwnStep = false;            ///< Of a rename, which changes what is selected.
-    int m_entry = 0;                     ///< Steps of one are undone together.
-    const ParamRow* m_entered = nullptr; ///< The row of it; never followed.
+    QSet<QString> m_first;    ///< Parameters that are seen at once, in lower case.
+    bool m_isOwnStep = false; ///< Of a rename, which changes what is selected.
+    FormSteps m_steps;
     QScrollArea* m_scroll = nullptr;
     FormHead* m_head;
     QLineEdit* m_search;

@@ -43,24 +43,6 @@ QString textOf(const DeviceSetting& device, const TypeWords& type, const QString
     return setting ? setting->value.text : words ? words->defaultValue : QString();
 }
 
-/// What the check has with what stands there in the panel's own file.
-QStringList problemsAt(const EditSession& session, const QVector<Place>& places)
-{
-    QStringList texts;
-    const QString& file = session.live().description().file;
-    for (const Diagnostic& problem : session.live().problems()) {
-        const bool isThere =
-            std::any_of(places.cbegin(), places.cend(), [&problem](const Place& place) {
-                return place.line > 0 && !place.origin && problem.place.line == place.line &&
-                       problem.place.column == place.column;
-            });
-        if (isThere && problem.file == file && problem.use.isEmpty()) {
-            texts.append(problem.text);
-        }
-    }
-    return texts;
-}
-
 QString whyDisabled(const DeviceSetting& device, const TypeWords& type, const ParamWords& words)
 {
     for (auto other = words.enabledWhen.cbegin(); other != words.enabledWhen.cend(); ++other) {
@@ -267,6 +249,23 @@ QStringList ParamStates::problems(const EditSession& session, const QString& id)
 {
     const DeviceSetting* const device = session.device(id);
     return device ? problemsAt(session, {device->id.place, device->type.place}) : QStringList();
+}
+
+QStringList ParamStates::problemsAt(const EditSession& session, const QVector<Place>& places)
+{
+    QStringList texts;
+    const QString& file = session.live().description().file;
+    for (const Diagnostic& problem : session.live().problems()) {
+        const bool isThere =
+            std::any_of(places.cbegin(), places.cend(), [&problem](const Place& place) {
+                return place.line > 0 && !place.origin && problem.place.line == place.line &&
+                       problem.place.column == place.column;
+            });
+        if (isThere && problem.file == file && problem.use.isEmpty()) {
+            texts.append(problem.text);
+        }
+    }
+    return texts;
 }
 
 } // namespace norvo

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/editor/form/ParamRow.h"
+#include "host/yaml/Place.h"
 
 #include <QSet>
 #include <QStringList>
@@ -30,6 +31,8 @@ ParamState key(const EditSession& session, const QString& id, const ParamWords& 
 QSet<QString> essential(const EditSession& session, const QString& id);
 /// What the check has against the device as a whole.
 QStringList problems(const EditSession& session, const QString& id);
+/// What it has against what stands at these places of the panel's own file.
+QStringList problemsAt(const EditSession& session, const QVector<Place>& places);
 
 } // namespace ParamStates
 

@@ -9,8 +9,10 @@
 #include "host/editor/frame/DevicePane.h"
 #include "host/editor/frame/EditorBar.h"
 #include "host/editor/frame/MenuSheet.h"
+#include "host/editor/frame/PanelPane.h"
 #include "host/editor/frame/SaveSheet.h"
 #include "host/editor/frame/SidePane.h"
+#include "host/editor/pages/PagesList.h"
 #include "host/editor/palette/TypePalette.h"
 #include "host/editor/wiring/ConnectionTable.h"
 #include "host/editor/wiring/WireCanvas.h"
@@ -104,6 +106,7 @@ void EditorFrame::addPaneActions()
     add(Pane::Device, "device", tr("Settings of the selected device"), Qt::Key_F2);
     add(Pane::Add, "add", tr("Add a device"), Qt::Key_F3);
     add(Pane::Wires, "wires", tr("Connections"), Qt::Key_F4);
+    add(Pane::Panel, "panel", tr("Settings and pages of the panel"), Qt::Key_F6);
 }
 
 void EditorFrame::addKeys()
@@ -116,6 +119,7 @@ void EditorFrame::addKeys()
     m_bar->addKey(*m_paneActions[Pane::Add], tr("Add"));
     m_bar->addKey(*m_paneActions[Pane::Device], tr("Device"));
     m_bar->addKey(*m_paneActions[Pane::Wires], tr("Wires"));
+    m_bar->addKey(*m_paneActions[Pane::Panel], tr("Panel"));
     m_bar->addGap();
     m_bar->addKey(*m_done, tr("Done"));
 }
@@ -150,6 +154,8 @@ QWidget* EditorFrame::makePane(Pane pane)
         return heard(new TypePalette(m_session, m_side));
     case Pane::Wires:
         return heard(new ConnectionTable(m_session, m_side));
+    case Pane::Panel:
+        return heard(new PanelPane(m_session, m_side));
     default:
         return nullptr;
     }
@@ -194,11 +200,13 @@ void EditorFrame::openMenu()
     if (const auto* const table = m_side->findChild<ConnectionTable*>()) {
         wires += table->actions();
     }
-    auto* const sheet = new MenuSheet(
-        *m_bar, {{tr("File"), {m_save, m_undo, m_redo, m_done}},
-                 {tr("Device"), m_canvas ? m_canvas->actions() : QList<QAction*>()},
-                 {tr("Connections"), m_wireCanvas ? m_wireCanvas->actions() : QList<QAction*>()},
-                 {tr("Show"), panes}});
+    const auto* const pages = m_side->findChild<PagesList*>();
+    auto* const sheet =
+        new MenuSheet(*m_bar, {{tr("File"), {m_save, m_undo, m_redo, m_done}},
+                               {tr("Device"), m_canvas ? m_canvas->actions() : QList<QAction*>()},
+                               {tr("Connections"), wires},
+                               {tr("Pages"), pages ? pages->actions() : QList<QAction*>()},
+                               {tr("Show"), panes}});
     sheet->present();
 }
 

@@ -41,7 +41,7 @@ signals:
     void finished(); ///< It is to be deleted. What is unsaved then is not wanted.
 
 private:
-    enum class Pane { None, Device, Add, Wires };
+    enum class Pane { None, Device, Add, Wires, Panel };
 
     QAction* addAction(const char* name, const QString& text, const QKeySequence& key);
     void addActions();

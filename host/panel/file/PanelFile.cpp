@@ -15,6 +15,7 @@
 
 #include "norvo/Ids.h"
 
+#include <QFileInfo>
 #include <QHash>
 
 #include <algorithm>
@@ -322,6 +323,12 @@ PanelDescription PanelFile::parse(const QByteArray& text, const QString& fileNam
     }
     file.root = std::get<YamlNodePtr>(tree);
     return PanelReader(file, diagnostics).read();
+}
+
+QString PanelFile::shownTitle(const PanelDescription& description)
+{
+    return description.title.text.isEmpty() ? QFileInfo(description.file).fileName()
+                                            : description.title.text;
 }
 
 } // namespace norvo

@@ -17,6 +17,8 @@ public:
     /// The same from a text; `fileName` is the one that the description names.
     static PanelDescription parse(const QByteArray& text, const QString& fileName,
                                   Diagnostics& diagnostics);
+    /// The title, or without one the file's name.
+    static QString shownTitle(const PanelDescription& description);
 };
 
 } // namespace norvo

@@ -2,6 +2,7 @@
 
 #include "host/program/run/RunningPanel.h"
 
+#include "host/panel/file/PanelFile.h"
 #include "host/program/streams/Console.h"
 #include "host/services/access/Access.h"
 #include "host/services/view/ValuesJson.h"
@@ -25,12 +26,6 @@ namespace norvo {
 
 namespace {
 
-QString titleOf(const PanelDescription& description)
-{
-    return description.title.text.isEmpty() ? QFileInfo(description.file).fileName()
-                                            : description.title.text;
-}
-
 /// Where the history of alarms is saved as a table; empty: nowhere.
 QString tableOf(QString alarmFile)
 {
@@ -43,7 +38,7 @@ RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowle
                            const QString& alarmFile, const QString& pinCountFile)
     : m_description(description),
       m_alarms(alarmFile),
-      m_window(titleOf(description)),
+      m_window(PanelFile::shownTitle(description)),
       m_pages(new PanelPages),
       m_panel(*m_pages),
       m_alarmFace(m_alarms, m_window, *m_pages, tableOf(alarmFile)),
@@ -66,7 +61,7 @@ RunningPanel::RunningPanel(const PanelDescription& description, const TypeKnowle
 /// What the file says beside its devices.
 void RunningPanel::followSetting()
 {
-    const QString title = titleOf(m_description);
+    const QString title = PanelFile::shownTitle(m_description);
     m_window.setWindowTitle(title);
     m_window.strip().setTouch(m_description.look.touch);
     m_pages->setLook(m_description.look);
@@ -140,9 +135,9 @@ void RunningPanel::recordAccess()
 void RunningPanel::serve(const ViewSettings& settings)
 {
     m_values.hearAll(m_panel); // A viewer may ask for any.
-    const ViewSubject subject{m_window, titleOf(m_description), [this] {
-                                  return valuesJson(titleOf(m_description), m_values, m_sources);
-                              }};
+    const ViewSubject subject{
+        m_window, PanelFile::shownTitle(m_description),
+        [this] { return valuesJson(PanelFile::shownTitle(m_description), m_values, m_sources); }};
     QString error;
     m_view = makeView(settings, subject, error);
     if (m_view) {

@@ -123,6 +123,23 @@ const QStringList& lookKeys()
     return keys;
 }
 
+QStringList lookNames(const QString& key)
+{
+    return key == "theme"   ? QStringList(themeNames().keys())
+           : key == "touch" ? QStringList(kTouches.keys())
+           : key == "fit"   ? QStringList(kFits.keys())
+                            : QStringList();
+}
+
+QString lookDefault(const QString& key)
+{
+    const PanelLook look;
+    return key == "theme"   ? themeNames().key(look.theme)
+           : key == "touch" ? kTouches.key(look.touch)
+           : key == "fit"   ? kFits.key(look.fit)
+                            : QString();
+}
+
 const QMap<QString, PanelLook::Theme>& themeNames()
 {
     static const QMap<QString, PanelLook::Theme> names{{"light", PanelLook::Theme::Light},

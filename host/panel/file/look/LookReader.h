@@ -8,6 +8,10 @@ namespace norvo {
 
 /// The keys of a panel that say how it is shown.
 const QStringList& lookKeys();
+/// What such a key holds one of; empty: it holds something else.
+QStringList lookNames(const QString& key);
+/// Which of them a panel without the key has.
+QString lookDefault(const QString& key);
 
 /// Reads the entry of such a key; what is wrong with it is reported, and leaves the look as it was.
 void readLook(const YamlEntry& entry, const ReadContext& context, PanelLook& look);

@@ -11,6 +11,7 @@
 #include "host/editor/frame/SaveSheet.h"
 #include "host/editor/frame/SidePane.h"
 
+#include "host/editor/pages/PanelForm.h"
 #include "host/editor/palette/TypePalette.h"
 #include "host/editor/wiring/ConnectionTable.h"
 #include "host/editor/wiring/WireCanvas.h"
@@ -120,8 +121,11 @@ void tst_EditorFrame::thePaneShowsWhatItsKeySays()
     QVERIFY(!shown<norvo::DeviceForm>());
     click("wires");
     QVERIFY(shown<norvo::ConnectionTable>());
-    click("device");
+    click("panel");
+    QVERIFY(shown<norvo::PanelForm>());
     QVERIFY(!shown<norvo::ConnectionTable>());
+    click("device");
+    QVERIFY(!shown<norvo::PanelForm>());
     QVERIFY(key("device")->isChecked());
     QVERIFY(!key("wires")->isChecked());
 }
