@@ -76,6 +76,8 @@ void PagesList::layOut()
     m_rows->setObjectName("pages");
     m_rows->setAccessibleName(tr("Pages"));
     m_rows->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_rows->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_rows->setMinimumHeight(2 * target(*this)); // Less than its bars ask for.
     QScroller::grabGesture(m_rows->viewport(), QScroller::TouchGesture);
     m_name->setObjectName("pageName");
     m_name->setAccessibleName(tr("Name of the page"));

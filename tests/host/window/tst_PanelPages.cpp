@@ -98,8 +98,10 @@ void tst_PanelPages::newAreasLeaveThePageThatIsShown()
     pages.findChild<QTabWidget*>()->setCurrentIndex(1);
     pages.setAreas({"Doors", "Motors", "Air"});
     QCOMPARE(shownPage(pages), "Air");
-    pages.setAreas({"Doors", "Motors"});
-    QCOMPARE(shownPage(pages), "Doors");
+    pages.setAreas({"Doors", "Motors"}); // Its place is taken by the one before.
+    QCOMPARE(shownPage(pages), "Motors");
+    pages.setAreas({"Doors", "Engines", "Air"}); // Or by the one that it may have become.
+    QCOMPARE(shownPage(pages), "Engines");
 }
 
 void tst_PanelPages::newAreasKeepWidgetsAndDropTiles()

@@ -322,6 +322,9 @@ void tst_PagesList::itsKeysAreLargeAndNamed()
     QVERIFY(name().height() >= least);
     QVERIFY(rows().visualItemRect(rows().item(0)).height() >= least);
     QCOMPARE(m_list->actions().size(), 4);
+    // With the tabs of its pane and the keys of the editor above it, on a screen of 480 pixels.
+    QVERIFY2(m_list->minimumSizeHint().height() <= 340,
+             qPrintable(QString::number(m_list->minimumSizeHint().height())));
 }
 
 NORVO_TEST(tst_PagesList)

@@ -3,6 +3,8 @@
 #include "PanelTexts.h"
 #include "TestMain.h"
 
+#include "host/panel/file/look/LookReader.h"
+
 using norvo::PanelLook;
 using Weights = QVector<int>;
 
@@ -14,6 +16,7 @@ class tst_LookReader : public QObject
 private slots:
     void panelThatSaysNothingHasTheUsualLook();
     void everyKeyIsRead();
+    void everyNameIsTakenAndTheDefaultSaysNothingNew();
     void weightsOfTabsStandByTheirNames();
     void languageIsWrittenEitherWay();
     void faultIsReported_data();
@@ -45,6 +48,21 @@ void tst_LookReader::everyKeyIsRead()
     QCOMPARE(look.pages, QStringList({"Main", "2"}));
     QCOMPARE(look.rows, (PanelLook::Weights{{"", {0, 3, 100}}}));
     QCOMPARE(look.columns, (PanelLook::Weights{{"", {1}}}));
+}
+
+void tst_LookReader::everyNameIsTakenAndTheDefaultSaysNothingNew()
+{
+    QCOMPARE(norvo::lookNames("theme").size(), 3);
+    QCOMPARE(norvo::lookNames("design"), QStringList());
+    for (const QString& key : norvo::lookKeys()) {
+        for (const QString& name : norvo::lookNames(key)) {
+            const QString text = QString("design: 800x480\n%1: %2\n").arg(key, name);
+            const PanelLook look = panels::sound(text.toUtf8()).look;
+            const bool isUsual = look.theme == PanelLook().theme &&
+                                 look.touch == PanelLook().touch && look.fit == PanelLook().fit;
+            QCOMPARE(isUsual, name == norvo::lookDefault(key));
+        }
+    }
 }
 
 void tst_LookReader::weightsOfTabsStandByTheirNames()
