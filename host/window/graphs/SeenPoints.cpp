@@ -2,6 +2,7 @@
 
 #include "host/window/graphs/SeenPoints.h"
 
+#include "host/window/graphs/KeyTime.h"
 #include "host/window/graphs/PlotCopy.h"
 
 #include <QCoreApplication>
@@ -27,7 +28,7 @@ struct Texts
 QDateTime timeOf(double seconds)
 {
     constexpr double latest = 253402300799.0; // The end of the year 9999.
-    return QDateTime::fromMSecsSinceEpoch(std::llround(qBound(0.0, seconds, latest) * 1000));
+    return QDateTime::fromMSecsSinceEpoch(millisecondsOf(qBound(0.0, seconds, latest)));
 }
 
 /// With the distance from the zone of the whole world.

@@ -2,6 +2,8 @@
 
 #include "host/window/history/CurveFeeder.h"
 
+#include "host/window/graphs/KeyTime.h"
+
 #include "norvo/BaseWidget.h"
 
 #include <QMetaObject>
@@ -46,7 +48,7 @@ void CurveFeeder::feed(const RememberedCurve& curve, double begin, double end)
 {
     bool isBroken = true; // Nothing is known of what was before.
     for (const HistoryPoint& point : curve.points) {
-        const double time = double(point.time) * 0.001;
+        const double time = keyOf(point.time);
         if (point.value.kind == HistoryValue::Kind::Gap) {
             isBroken = true;
         } else if (time >= begin && time < end) {

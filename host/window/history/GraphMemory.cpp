@@ -5,6 +5,7 @@
 #include "host/panel/plan/Node.h"
 #include "host/panel/plan/PanelPlan.h"
 #include "host/services/signals/SignalTap.h"
+#include "host/window/graphs/KeyTime.h"
 #include "host/window/history/CurveFeeder.h"
 
 #include "norvo/BaseDevice.h"
@@ -233,8 +234,8 @@ void GraphMemory::read(const QString& graph, double from, double to, QObject& re
 void GraphMemory::read(const Graph& graph, double from, double to, QObject& receiver,
                        const std::shared_ptr<Reading>& reading)
 {
-    const auto begin = qint64(from * 1000);
-    const auto end = qint64(to * 1000);
+    const auto begin = millisecondsOf(from);
+    const auto end = millisecondsOf(to);
     const double timeout = graph.node->device()->getParam(kTimeout);
     const double thinned = 4 * (to - from) / kMaxEarlier;
     QHash<QString, int> count;
@@ -243,7 +244,7 @@ void GraphMemory::read(const Graph& graph, double from, double to, QObject& rece
     }
     const auto takeFirst = [reading](const HistoryService::Points& points) {
         if (!points.isEmpty()) {
-            const double first = double(points.first().time) * 0.001;
+            const double first = keyOf(points.first().time);
             reading->earlier.begin = std::min(reading->earlier.begin, first);
         }
         reading->take();
@@ -257,7 +258,7 @@ void GraphMemory::read(const Graph& graph, double from, double to, QObject& rece
         const auto take = [reading, number](const HistoryService::Points& points) {
             for (const HistoryPoint& point : points) {
                 reading->earlier.curves[number].points.append(
-                    {double(point.time) * 0.001, valueOnCurve(point.value)});
+                    {keyOf(point.time), valueOnCurve(point.value)});
             }
             reading->take();
         };
@@ -275,7 +276,7 @@ void GraphMemory::fill(Graph& graph, const QStringList& senders)
 {
     const double period = graph.node->device()->getParam(kPeriod);
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    const qint64 begin = now - qint64(std::max(period, 0.0) * 1000);
+    const qint64 begin = now - millisecondsOf(std::max(period, 0.0));
     // What comes from now on is heard, and would be there twice: the clock of the record may be a
     // millisecond behind.
     const qint64 end = now - 2;
