@@ -89,6 +89,9 @@ void ParamRow::layOut()
     column->addWidget(m_hint);
     column->addWidget(m_message);
     m_reset->setFixedSize(ParamEditor::target(), ParamEditor::target());
+    QSizePolicy policy = m_reset->sizePolicy();
+    policy.setRetainSizeWhenHidden(true); // Under a hand that taps twice no key moves.
+    m_reset->setSizePolicy(policy);
     setTabOrder(m_editor, m_reset);
 }
 

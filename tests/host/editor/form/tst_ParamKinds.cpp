@@ -52,6 +52,7 @@ private slots:
     void linesOfAText();
     void aDocument();
     void aNumberByKeys();
+    void keysStandStill();
     void aNumberByWheelAndArrows();
     void aNumberKeepsToItsRange();
     void aTextInTheStandOfANumber();
@@ -176,6 +177,19 @@ void tst_ParamKinds::aNumberByKeys()
     tap("widget/maxValue less");
     tap("widget/maxValue less");
     verify("bar", "widget/maxValue", "49", "maxValue: 49");
+}
+
+/// Under a hand that taps twice.
+void tst_ParamKinds::keysStandStill()
+{
+    select("bar");
+    const auto* const more = seen<QPushButton>("widget/maxValue more");
+    QTest::qWait(1); // Until the form is laid out.
+    const QRect before = more->geometry();
+    tap("widget/maxValue more");
+    QVERIFY(seen<QPushButton>("widget/maxValue reset"));
+    QTest::qWait(1);
+    QCOMPARE(more->geometry(), before);
 }
 
 void tst_ParamKinds::aNumberByWheelAndArrows()
