@@ -20,6 +20,8 @@ DevicePane::DevicePane(EditSession& session, QWidget* parent)
     : QTabWidget(parent), m_session(session)
 {
     setDocumentMode(true); // Without a frame.
+    setUsesScrollButtons(false);
+    setElideMode(Qt::ElideRight);
     auto* const form = new DeviceForm(session, this);
     auto* const ports = new PortsForm(session, this);
     addTab(form, tr("Settings"));

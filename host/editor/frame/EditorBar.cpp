@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include <chrono>
+#include <memory>
 
 namespace norvo {
 
@@ -66,12 +67,56 @@ QPushButton* EditorBar::addKey(QAction& action, const QString& text)
     connect(key, &QPushButton::clicked, key, follow); // An exclusive action stays checked.
     follow();
     m_keys->addWidget(key);
+    key->show(); // At once, so that it counts.
+    showSpareKeys();
     return key;
+}
+
+void EditorBar::addSpareKey(QAction& action, const QString& text)
+{
+    m_spare.append(addKey(action, text));
+    showSpareKeys();
+}
+
+/// As many as fit beside the others.
+void EditorBar::showSpareKeys()
+{
+    int room = width() - minimumSizeHint().width();
+    for (QPushButton* const key : qAsConst(m_spare)) {
+        room -= key->minimumWidth() + kSpacing;
+        key->setVisible(room >= 0);
+    }
+}
+
+QSize EditorBar::minimumSizeHint() const
+{
+    int width = 2 * kMargin - kSpacing;
+    for (int i = 0; i < m_keys->count(); ++i) {
+        auto* const key = qobject_cast<QPushButton*>(m_keys->itemAt(i)->widget());
+        if (key && !m_spare.contains(key)) {
+            width += key->minimumWidth() + kSpacing;
+        }
+    }
+    return {width, QWidget::minimumSizeHint().height()};
+}
+
+void EditorBar::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    showSpareKeys();
 }
 
 void EditorBar::addGap()
 {
     m_keys->addStretch(1);
+}
+
+void EditorBar::removeKeys()
+{
+    m_spare.clear();
+    while (const std::unique_ptr<QLayoutItem> item{m_keys->takeAt(0)}) {
+        delete item->widget();
+    }
 }
 
 void EditorBar::setHint(const QString& text)

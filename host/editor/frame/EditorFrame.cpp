@@ -51,6 +51,9 @@ EditorFrame::EditorFrame(EditSession& session, EditedFile& file, PanelWindow& wi
         connect(sheet, &ConflictSheet::problem, this, &EditorFrame::tell);
         sheet->present();
     });
+    m_bar->installEventFilter(this);
+    m_renewal.setSingleShot(true);
+    connect(&m_renewal, &QTimer::timeout, this, &EditorFrame::renew);
     showCanvas(false);
     showPane(session.live().description().devices.isEmpty() ? Pane::Add : Pane::Device);
     follow();
@@ -113,15 +116,45 @@ void EditorFrame::addKeys()
 {
     m_bar->addKey(*m_menu, tr("Menu"));
     m_bar->addKey(*m_undo, tr("Undo"));
-    m_bar->addKey(*m_redo, tr("Redo"));
+    m_bar->addSpareKey(*m_redo, tr("Redo"));
     m_bar->addKey(*m_save, tr("Save"));
     m_bar->addGap();
     m_bar->addKey(*m_paneActions[Pane::Add], tr("Add"));
     m_bar->addKey(*m_paneActions[Pane::Device], tr("Device"));
     m_bar->addKey(*m_paneActions[Pane::Wires], tr("Wires"));
-    m_bar->addKey(*m_paneActions[Pane::Panel], tr("Panel"));
+    m_bar->addSpareKey(*m_paneActions[Pane::Panel], tr("Panel"));
     m_bar->addGap();
     m_bar->addKey(*m_done, tr("Done"));
+}
+
+/// A panel may change the language of the program while it is edited; a field may have asked for
+/// that which goes here.
+bool EditorFrame::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        m_renewal.start(0);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+/// All that has texts. The field that has the focus keeps it.
+void EditorFrame::renew()
+{
+    const QWidget* const entered = m_window.focusWidget();
+    const QString field =
+        entered && m_side->isAncestorOf(entered) ? entered->objectName() : QString();
+    m_bar->removeKeys();
+    qDeleteAll(m_bar->actions());
+    m_paneActions.clear();
+    addActions();
+    addPaneActions();
+    addKeys();
+    follow();
+    showCanvas(m_wireCanvas);
+    showPane(m_pane);
+    if (!field.isEmpty()) {
+        m_side->enter(field);
+    }
 }
 
 void EditorFrame::showPane(Pane pane)

@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 
 #include <map>
 
@@ -36,6 +37,9 @@ public:
     /// asked.
     bool finish();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override; ///< Sees a change of language.
+
 signals:
     void stayed();   ///< Asked whether to save, somebody wants to edit on.
     void finished(); ///< It is to be deleted. What is unsaved then is not wanted.
@@ -47,6 +51,7 @@ private:
     void addActions();
     void addKeys();
     void addPaneActions();
+    void renew();
     void showPane(Pane pane);
     QWidget* makePane(Pane pane);
     void showCanvas(bool isWiring);
@@ -69,6 +74,7 @@ private:
     QAction* m_done = nullptr;
     std::map<Pane, QAction*> m_paneActions;
     Pane m_pane = Pane::None;
+    QTimer m_renewal; ///< Runs from a change of language until its texts are made anew.
 };
 
 } // namespace norvo

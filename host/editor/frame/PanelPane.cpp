@@ -10,6 +10,8 @@ namespace norvo {
 PanelPane::PanelPane(EditSession& session, QWidget* parent) : QTabWidget(parent)
 {
     setDocumentMode(true); // Without a frame.
+    setUsesScrollButtons(false);
+    setElideMode(Qt::ElideRight);
     auto* const form = new PanelForm(session, this);
     auto* const pages = new PagesList(session, this);
     addTab(form, tr("Settings"));

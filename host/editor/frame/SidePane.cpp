@@ -2,6 +2,8 @@
 
 #include "host/editor/frame/SidePane.h"
 
+#include <QScrollArea>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -39,6 +41,22 @@ void SidePane::show(QWidget* content)
     }
     setVisible(content);
     updateGeometry();
+}
+
+void SidePane::enter(const QString& field)
+{
+    QWidget* const found = m_content ? m_content->findChild<QWidget*>(field) : nullptr;
+    if (!found || !found->isVisible()) {
+        return;
+    }
+    found->setFocus();
+    QTimer::singleShot(0, found, [found] { // Once it has its place.
+        for (QWidget* one = found; one; one = one->parentWidget()) {
+            if (auto* const area = qobject_cast<QScrollArea*>(one)) {
+                area->ensureWidgetVisible(found);
+            }
+        }
+    });
 }
 
 QSize SidePane::sizeHint() const

@@ -50,6 +50,7 @@ PanelForm::PanelForm(EditSession& session, QWidget* parent)
     : QWidget(parent), m_session(session), m_steps(session), m_section(new FormSection({}, {}))
 {
     layOut();
+    describeKeys();
     connect(m_section, &FormSection::changeWanted, this,
             [this](ParamRow* row, const QString& text) { change(*row, text); });
     connect(m_section, &FormSection::resetWanted, this, [this](ParamRow* row) { reset(*row); });
@@ -79,14 +80,10 @@ void PanelForm::layOut()
 
 void PanelForm::refresh()
 {
-    QVector<ParamWords> params;
-    for (const QString& key : textKeys()) {
-        params.append(words(key));
-    }
-    m_section->setParams(params, [this](const ParamWords& words) { return state(words); });
+    m_section->setParams(m_keys, [this](const ParamWords& words) { return state(words); });
 }
 
-ParamWords PanelForm::words(const QString& key) const
+void PanelForm::describeKeys()
 {
     const QHash<QString, QString> meanings{
         {"title", tr("The text above the window; without it, the name of the file.")},
@@ -97,19 +94,17 @@ ParamWords PanelForm::words(const QString& key) const
                    "larger, which needs a design.")},
         {"language", tr("Of the program's own texts and of the keyboard, such as de or pt_BR; "
                         "without it, the system's.")}};
-    ParamWords words;
-    words.name = key;
-    words.meaning = meanings.value(key);
-    words.options = lookNames(key);
-    words.kind = words.options.isEmpty() ? ParamKind::Text : ParamKind::Choice;
-    if (key == "title") {
-        PanelDescription untitled = m_session.live().description();
-        untitled.title = {};
-        words.defaultValue = PanelFile::shownTitle(untitled);
-    } else {
-        words.defaultValue = lookDefault(key);
+    PanelDescription untitled = m_session.live().description();
+    untitled.title = {};
+    for (const QString& key : textKeys()) {
+        ParamWords words;
+        words.name = key;
+        words.meaning = meanings.value(key);
+        words.options = lookNames(key);
+        words.kind = words.options.isEmpty() ? ParamKind::Text : ParamKind::Choice;
+        words.defaultValue = key == "title" ? PanelFile::shownTitle(untitled) : lookDefault(key);
+        m_keys.append(words);
     }
-    return words;
 }
 
 ParamState PanelForm::state(const ParamWords& words) const

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "host/catalogue/TypeWords.h"
 #include "host/editor/form/FormSteps.h"
 
+#include <QVector>
 #include <QWidget>
 
 namespace norvo {
 
 class FormSection;
 struct ParamState;
-struct ParamWords;
 
 /// What a panel says on itself as a whole, such as its title and theme, to be filled in. What is
 /// entered shows on the panel at once; what is refused stays where it was typed, with the reason
@@ -28,7 +29,7 @@ signals:
 private:
     void layOut();
     void refresh();
-    ParamWords words(const QString& key) const;
+    void describeKeys();
     ParamState state(const ParamWords& words) const;
     void change(ParamRow& row, const QString& text);
     void reset(ParamRow& row);
@@ -36,6 +37,7 @@ private:
 
     EditSession& m_session;
     FormSteps m_steps;
+    QVector<ParamWords> m_keys;
     FormSection* m_section;
 };
 

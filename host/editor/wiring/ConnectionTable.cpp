@@ -60,6 +60,7 @@ ConnectionTable::ConnectionTable(EditSession& session, QWidget* parent)
     m_rows->setSelectionMode(QAbstractItemView::SingleSelection);
     SheetTable::prepare(*m_rows);
     m_rows->setWordWrap(false);
+    m_rows->setMinimumHeight(2 * target); // Less than its bars ask for.
     m_rows->verticalHeader()->setDefaultSectionSize(
         std::max(target, 2 * fontMetrics().height() + 8));
     m_rows->horizontalHeader()->setSectionResizeMode(Ends, QHeaderView::Stretch);

@@ -20,7 +20,7 @@ ChoiceEditor::ChoiceEditor(const ParamWords& words) : m_options(words.options), 
     m_box->setObjectName(words.name);
     m_box->setAccessibleName(words.name);
     m_box->setAccessibleDescription(words.meaning);
-    m_box->setMinimumHeight(target());
+    m_box->setMinimumSize(target(), target());
     m_box->setMinimumContentsLength(1);
     m_box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_box->setFocusPolicy(Qt::StrongFocus);

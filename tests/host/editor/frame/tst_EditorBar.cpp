@@ -7,9 +7,11 @@
 #include "TestMain.h"
 
 #include <QAction>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QVBoxLayout>
 #include <QtTest>
 
 using norvo::EditorBar;
@@ -34,6 +36,7 @@ private slots:
     void aKeyDoesItsAction();
     void aKeyFollowsItsAction();
     void aKeyIsLargeEnoughForAFinger();
+    void spareKeysAreThereWhereTheyFit();
     void aProblemTakesThePlaceOfTheHint();
     void nothingMovesWhenAProblemIsTold();
     void theMenuHoldsEachActionWithItsKey();
@@ -70,6 +73,41 @@ void tst_EditorBar::aKeyIsLargeEnoughForAFinger()
     const QPushButton* const key = bar.addKey(*newAction(bar, "a", "A"), "A");
     const int target = norvo::TouchSize::pixels(norvo::PanelLook::Touch::Fingers, *bar.screen());
     QVERIFY(key->width() >= target && key->height() >= target);
+}
+
+void tst_EditorBar::spareKeysAreThereWhereTheyFit()
+{
+    QWidget window;
+    auto* const layout = new QVBoxLayout(&window);
+    auto* const bar = new EditorBar;
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(bar);
+    const auto keyOf = [bar](const char* name) { return bar->findChild<QPushButton*>(name); };
+    bar->addKey(*newAction(*bar, "menu", "Menu"), "Menu");
+    bar->addSpareKey(*newAction(*bar, "redo", "Redo"), "Redo");
+    bar->addSpareKey(*newAction(*bar, "panel", "Panel"), "Panel");
+    bar->addKey(*newAction(*bar, "done", "Done"), "Done");
+    const int least = bar->minimumSizeHint().width();
+    const auto widthWith = [&](std::initializer_list<const char*> names) {
+        int width = least;
+        for (const char* const name : names) {
+            width += keyOf(name)->minimumWidth() + bar->findChild<QHBoxLayout*>()->spacing();
+        }
+        return width;
+    };
+    window.resize(2000, 100);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(keyOf("redo")->isVisible() && keyOf("panel")->isVisible());
+    window.resize(widthWith({"redo", "panel"}) - 1, 100);
+    QTRY_VERIFY_WITH_TIMEOUT(!keyOf("panel")->isVisible(), 60000);
+    QVERIFY(keyOf("redo")->isVisible());
+    window.resize(least, 100);
+    QTRY_VERIFY_WITH_TIMEOUT(!keyOf("redo")->isVisible(), 60000);
+    QCOMPARE(window.width(), least);
+    QTRY_VERIFY_WITH_TIMEOUT(keyOf("done")->geometry().right() < least, 60000);
+    window.resize(widthWith({"redo", "panel"}), 100);
+    QTRY_VERIFY_WITH_TIMEOUT(keyOf("panel")->isVisible() && keyOf("redo")->isVisible(), 60000);
 }
 
 void tst_EditorBar::aProblemTakesThePlaceOfTheHint()

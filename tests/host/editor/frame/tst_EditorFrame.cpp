@@ -16,7 +16,9 @@
 #include "host/editor/wiring/ConnectionTable.h"
 #include "host/editor/wiring/WireCanvas.h"
 #include "host/panel/edit/ParamEdit.h"
+#include "host/texts/Language.h"
 
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -52,6 +54,7 @@ private slots:
     void theEndAsksNothingWhereAllIsSaved();
     void theWindowIsAsBeforeOnceItIsGone();
     void keysOfTheKeyboardWork();
+    void aNewLanguageIsThatOfTheEditor();
     void openedAndClosedItLeavesNothing();
     void anEmptyPanelTakesItsFirstDevice();
 
@@ -229,6 +232,33 @@ void tst_EditorFrame::keysOfTheKeyboardWork()
     QCOMPARE(panel->session->document().text(), kPanel);
     QTest::keyClick(&panel->window, Qt::Key_F4);
     QVERIFY(shown<norvo::ConnectionTable>());
+}
+
+void tst_EditorFrame::aNewLanguageIsThatOfTheEditor()
+{
+    click("panel");
+    panel->window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&panel->window));
+    const auto field = [this] {
+        return shown<norvo::PanelForm>()->findChild<QLineEdit*>("language");
+    };
+    field()->setFocus();
+    const QString english = key("undo")->text();
+    norvo::Language::use(*qApp, "de");
+    QTRY_VERIFY_WITH_TIMEOUT(key("undo")->text() != english, 60000);
+    QCOMPARE(key("undo")->text(), EditorFrame::tr("Undo"));
+    QVERIFY(key("panel")->isChecked());
+    QTRY_COMPARE_WITH_TIMEOUT(panel->window.focusWidget(), field(), 60000);
+    QVERIFY2(field()->accessibleDescription().contains("Tastatur"),
+             qPrintable(field()->accessibleDescription()));
+    change("Los");
+    click("undo");
+    QVERIFY(!panel->session->canUndo());
+    click("wires");
+    norvo::Language::use(*qApp, "en");
+    QTRY_COMPARE_WITH_TIMEOUT(key("undo")->text(), english, 60000);
+    QVERIFY(shown<norvo::ConnectionTable>());
+    QVERIFY(panel->window.findChild<norvo::WireCanvas*>());
 }
 
 void tst_EditorFrame::openedAndClosedItLeavesNothing()
