@@ -1324,6 +1324,10 @@
         <translation>Beginn der Aufzeichnung</translation>
     </message>
     <message>
+        <source>later values dropped until live</source>
+        <translation>spätere Werte verworfen bis zu Live</translation>
+    </message>
+    <message>
         <source>range by hand</source>
         <translation>Bereich von Hand</translation>
     </message>

@@ -1324,6 +1324,10 @@
         <translation>начало записи</translation>
     </message>
     <message>
+        <source>later values dropped until live</source>
+        <translation>более поздние значения отброшены до возврата к «Сейчас»</translation>
+    </message>
+    <message>
         <source>range by hand</source>
         <translation>шкала вручную</translation>
     </message>

@@ -29,6 +29,12 @@ inline auto firstFrom(const QCPGraph& graph, double key)
     return graph.data()->findBegin(key, false);
 }
 
+/// All points behind `key`.
+inline void dropAfter(QCPGraph& graph, double key)
+{
+    graph.data()->removeAfter(key);
+}
+
 inline void add(QCustomPlot&, QCPAbstractPlottable*) {}
 inline void add(QCustomPlot&, QCPAbstractItem*) {}
 
@@ -68,6 +74,11 @@ inline auto firstFrom(const QCPGraph& graph, double key)
 {
     const QCPDataMap& points = *graph.data();
     return points.lowerBound(key);
+}
+
+inline void dropAfter(QCPGraph& graph, double key)
+{
+    graph.removeDataAfter(key);
 }
 
 inline void add(QCustomPlot& plot, QCPAbstractPlottable* plottable)

@@ -3,6 +3,7 @@
 #include "host/window/graphs/PlotCopy.h"
 
 #include "host/window/graphs/CopiedCurve.h"
+#include "host/window/graphs/HeldPoints.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,7 +17,6 @@ namespace {
 constexpr double kMinSeconds = 0.01;   // that are seen
 constexpr double kMinNumbers = 1;      // likewise, where there are no times
 constexpr double kSecondsInLabels = 4; // below which labels of whole seconds say the same twice
-constexpr double kBreak = 0.001;       // seconds from the end of a curve to where it is none
 constexpr double kMinValues = 1e-9;    // that are seen, as a part of the largest of them
 
 void copyAxis(QCPAxis& to, const QCPAxis& from)
@@ -143,6 +143,7 @@ void PlotCopy::hold()
     m_newest = xAxis->range().upper;
     m_readFrom = xAxis->range().lower;
     m_recordBegin = 0;
+    m_isCut = false;
     ++m_hold;
     for (const Pair& pair : qAsConst(m_pairs)) {
         plots::detach(*pair.copy);
@@ -211,6 +212,11 @@ bool PlotCopy::isAtBeginning() const
     return m_isHeld && m_recordBegin >= m_oldest && xAxis->range().lower <= m_oldest;
 }
 
+bool PlotCopy::isAtCut() const
+{
+    return m_isHeld && m_isCut && xAxis->range().upper >= m_newest;
+}
+
 /// Has what is before the oldest point read, a whole range more than is wanted.
 void PlotCopy::want(const QCPRange& keys)
 {
@@ -235,7 +241,9 @@ void PlotCopy::want(const QCPRange& keys)
 void PlotCopy::take(double from, const EarlierPoints& earlier)
 {
     for (const EarlierCurve& curve : earlier.curves) {
-        prepend(curve);
+        if (QCPGraph* const piece = oldestPiece(curve.name)) {
+            prepend(*piece, curve, m_newest);
+        }
     }
     m_isReading = false;
     m_readFrom = from;
@@ -246,48 +254,19 @@ void PlotCopy::take(double from, const EarlierPoints& earlier)
         setKeys(lower, std::min(lower + m_wanted->size(), m_newest));
         m_wanted.reset();
     }
+    dropNewest();
     refresh();
     emit viewChanged();
 }
 
-/// Points that are no number stand at both ends of a break.
-void PlotCopy::prepend(const EarlierCurve& earlier)
+/// It is read back at the oldest end alone: the newest are the farthest from what is seen.
+void PlotCopy::dropNewest()
 {
-    QCPGraph* const piece = oldestPiece(earlier.name);
-    if (!piece) {
-        return;
+    const double cut = norvo::dropNewest(*this, kMaxPoints, xAxis->range().upper);
+    if (cut < m_newest) {
+        m_newest = cut;
+        m_isCut = true;
     }
-    const bool isEmpty = plots::pointsBegin(*piece) == plots::pointsEnd(*piece);
-    const double end = isEmpty ? m_newest : plots::pointsBegin(*piece)->key;
-    QVector<double> keys;
-    QVector<double> values;
-    const auto add = [&keys, &values](double key, double value) {
-        keys.append(key);
-        values.append(value);
-    };
-    const auto breakBefore = [&](double key) {
-        constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-        if (keys.isEmpty()) {
-            return;
-        }
-        const bool isBroken = std::isnan(values.constLast());
-        if (!isBroken && key - keys.constLast() > earlier.longestPause) {
-            add(keys.constLast() + kBreak, nan);
-            add(key - kBreak, nan);
-        } else if (isBroken) {
-            add(key - kBreak, nan);
-        }
-    };
-    for (const QPointF& point : earlier.points) {
-        if (point.x() < end) {
-            breakBefore(point.x());
-            add(point.x(), point.y());
-        }
-    }
-    if (!isEmpty) {
-        breakBefore(end);
-    }
-    piece->addData(keys, values);
 }
 
 /// Null: there is no such curve.

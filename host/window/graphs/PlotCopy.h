@@ -20,12 +20,14 @@ class CopiedCurve;
 ///
 /// It is live until it is held: then it keeps the points that it had, whatever the other drops.
 /// What was before them is read when it is moved or zoomed beyond them, and forgotten when it is
-/// live.
+/// live. Above kMaxPoints the newest that are not seen are dropped until then.
 class PlotCopy : public QCustomPlot
 {
     Q_OBJECT
 
 public:
+    static constexpr int kMaxPoints = 1000000; ///< Of all curves together, once some were read.
+
     /// `source` is of graphs only and may be deleted before.
     explicit PlotCopy(QCustomPlot& source, ReadEarlier readEarlier = {});
 
@@ -35,6 +37,7 @@ public:
     QDateTime heldAt() const { return m_heldAt; }            ///< Valid while held.
     bool isReading() const { return m_isReading; }           ///< What was earlier.
     bool isAtBeginning() const;                              ///< Of all that was recorded.
+    bool isAtCut() const;                                    ///< Later ones were dropped.
 
     void hold();
     void goLive();                 ///< With the other's ranges; what is hidden stays so.
@@ -73,7 +76,7 @@ private:
     void setValues(double lower, double upper);
     void want(const QCPRange& keys);
     void take(double from, const EarlierPoints& earlier);
-    void prepend(const EarlierCurve& earlier);
+    void dropNewest();
     QCPGraph* oldestPiece(const QString& curve) const;
     void refresh();
 
@@ -89,6 +92,7 @@ private:
     double m_newest = 0;
     double m_readFrom = 0;    ///< Up to where it was read.
     double m_recordBegin = 0; ///< As far as is known.
+    bool m_isCut = false;     ///< Newer ones than m_newest were dropped.
     int m_hold = 0;           ///< Number of the present one, which alone takes what is read.
     bool m_isReading = false;
     std::optional<QCPRange> m_wanted; ///< To be shown once it is read.

@@ -156,6 +156,9 @@ void ToolPane::followView()
     } else if (m_plot->isAtBeginning()) {
         says << tr("beginning of the record");
     }
+    if (m_plot->isAtCut()) {
+        says << tr("later values dropped until live");
+    }
     if (m_plot->areValuesFixed()) {
         says << tr("range by hand");
     }
