@@ -343,6 +343,20 @@
     </message>
 </context>
 <context>
+    <name>norvo::KeyboardKey</name>
+    <message>
+        <source>Keyboard on the screen</source>
+        <translation>Tastatur auf dem Bildschirm</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::LinesEditor</name>
+    <message>
+        <source>%1: one more line</source>
+        <translation>%1: eine Zeile mehr</translation>
+    </message>
+</context>
+<context>
     <name>norvo::MenuSheet</name>
     <message>
         <source>Menu</source>
@@ -904,6 +918,10 @@
         <source>Copy as text</source>
         <translation>Als Text kopieren</translation>
     </message>
+    <message>
+        <source>Search the values</source>
+        <translation>Werte durchsuchen</translation>
+    </message>
 </context>
 <context>
     <name>norvo::ReadoutAlerts</name>
@@ -1408,6 +1426,10 @@
     <message>
         <source>Remove</source>
         <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Search the connections</source>
+        <translation>Verbindungen durchsuchen</translation>
     </message>
 </context>
 <context>

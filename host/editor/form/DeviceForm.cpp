@@ -10,6 +10,7 @@
 #include "host/panel/edit/DeviceEdit.h"
 #include "host/panel/edit/ParamEdit.h"
 #include "host/window/layout/FingerScrollArea.h"
+#include "host/window/touch/LineKeyboard.h"
 
 #include <QLineEdit>
 #include <QScrollBar>
@@ -88,6 +89,7 @@ void DeviceForm::layOut()
     m_search->setPlaceholderText(tr("Search"));
     m_search->setAccessibleName(tr("Search the parameters"));
     FormText::prepare(*m_search);
+    new LineKeyboard(*m_search);
     m_search->setClearButtonEnabled(true);
     auto* const page = new QWidget;
     auto* const column = new QVBoxLayout(page);

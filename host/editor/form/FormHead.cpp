@@ -6,6 +6,7 @@
 #include "host/editor/EditSession.h"
 #include "host/editor/form/FormText.h"
 #include "host/editor/form/ParamStates.h"
+#include "host/window/touch/LineKeyboard.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -35,6 +36,7 @@ FormHead::FormHead(EditSession& session)
     m_idField->setObjectName("deviceId");
     m_idField->setAccessibleName(tr("Id of the device"));
     FormText::prepare(*m_idField);
+    new LineKeyboard(*m_idField);
     connect(m_idField, &QLineEdit::editingFinished, this, &FormHead::askToRename);
 }
 

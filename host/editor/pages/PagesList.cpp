@@ -7,6 +7,7 @@
 #include "host/panel/edit/PageEdit.h"
 #include "host/window/PanelPages.h"
 #include "host/window/look/TouchSize.h"
+#include "host/window/touch/LineKeyboard.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -82,6 +83,7 @@ void PagesList::layOut()
     m_name->setObjectName("pageName");
     m_name->setAccessibleName(tr("Name of the page"));
     m_name->setMinimumHeight(target(*this));
+    new LineKeyboard(*m_name);
     FormText::prepare(*m_name);
     m_fault->setObjectName("pageFault");
     QLabel* const caption = FormText::name(tr("Name of the page"));

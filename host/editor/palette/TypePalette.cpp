@@ -7,6 +7,7 @@
 #include "host/editor/form/FormText.h"
 #include "host/editor/palette/TypePictures.h"
 #include "host/panel/file/EditDistance.h"
+#include "host/window/touch/LineKeyboard.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -44,6 +45,7 @@ TypePalette::TypePalette(EditSession& session, QWidget* parent)
     m_search->setClearButtonEnabled(true);
     m_search->installEventFilter(this);
     FormText::prepare(*m_search);
+    new LineKeyboard(*m_search);
     m_list->setObjectName("types");
     m_list->setAccessibleName(tr("Types of devices"));
     m_message->setObjectName("paletteMessage");

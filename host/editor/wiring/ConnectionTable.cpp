@@ -10,6 +10,7 @@
 #include "host/window/look/TouchSize.h"
 #include "host/window/sheet/SheetTable.h"
 #include "host/window/status/ValuesPage.h"
+#include "host/window/touch/LineKeyboard.h"
 
 #include <QAction>
 #include <QHeaderView>
@@ -54,7 +55,9 @@ ConnectionTable::ConnectionTable(EditSession& session, QWidget* parent)
 {
     const int target = TouchSize::pixels(PanelLook::Touch::Fingers, *screen());
     m_filter->setPlaceholderText(tr("Show only rows with this text"));
+    m_filter->setAccessibleName(tr("Search the connections"));
     m_filter->setMinimumHeight(target);
+    new LineKeyboard(*m_filter);
     m_rows->setObjectName("connections");
     m_rows->setHorizontalHeaderLabels({tr("Connection"), tr("Last value")});
     m_rows->setSelectionMode(QAbstractItemView::SingleSelection);

@@ -5,6 +5,7 @@
 #include "host/window/look/TouchSize.h"
 #include "host/window/sheet/Sheet.h"
 #include "host/window/sheet/SheetTable.h"
+#include "host/window/touch/LineKeyboard.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -52,6 +53,8 @@ ValuesPage::ValuesPage(ValueTable& table)
 {
     m_filter->setPlaceholderText(tr("Show only rows with this text"));
     m_filter->setMinimumHeight(TouchSize::pixels(PanelLook::Touch::Fingers, *screen()));
+    m_filter->setAccessibleName(tr("Search the values"));
+    new LineKeyboard(*m_filter);
     m_rows->setObjectName("values");
     m_rows->setHorizontalHeaderLabels({tr("Device"), tr("Output"), tr("Last value"), tr("Ago"),
                                        tr("Values per second"), tr("Values")});

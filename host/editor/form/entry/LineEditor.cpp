@@ -4,15 +4,12 @@
 
 #include "host/catalogue/TypeWords.h"
 #include "host/editor/form/FormText.h"
-
-#include "norvo/ScreenKeyboardDialog.h"
+#include "host/window/touch/KeyboardKey.h"
+#include "host/window/touch/LineKeyboard.h"
 
 #include <QHBoxLayout>
 #include <QLineEdit>
-#include <QMouseEvent>
-#include <QPointer>
 #include <QPushButton>
-#include <QTimer>
 
 namespace norvo {
 
@@ -27,7 +24,7 @@ LineEditor::LineEditor(const ParamWords& words)
     m_line->setAccessibleDescription(words.meaning);
     m_line->setMinimumWidth(target());
     FormText::prepare(*m_line);
-    m_line->installEventFilter(this);
+    new LineKeyboard(*m_line, [this] { return askOnScreen(); });
     setFocusProxy(m_line);
     connect(m_line, &QLineEdit::textEdited, this, &ParamEditor::typed);
     connect(m_line, &QLineEdit::editingFinished, this, &ParamEditor::entered);
@@ -71,31 +68,10 @@ void LineEditor::enter(const QString& text)
     emit entered();
 }
 
-/// A mouse has a keyboard beside it, a finger may have none.
-bool LineEditor::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() == QEvent::MouseButtonRelease && m_line->isEnabled() &&
-        static_cast<QMouseEvent*>(event)->source() != Qt::MouseEventNotSynthesized) {
-        QTimer::singleShot(0, this, &LineEditor::openKeyboard);
-    }
-    return ParamEditor::eventFilter(watched, event);
-}
-
-void LineEditor::openKeyboard()
-{
-    const QPointer<LineEditor> guard(this);
-    const QString asked = askOnScreen();
-    if (guard && !asked.isNull()) {
-        enter(asked);
-    }
-}
-
 QString LineEditor::askOnScreen()
 {
-    bool ok = false;
-    const QString asked = ScreenKeyboardDialog::getText(
-        window(), m_line->objectName(), m_line->text(), {}, &ok, m_line->placeholderText());
-    return !ok ? QString() : asked.isNull() ? QString("") : asked;
+    return KeyboardKey::askForText(*window(), m_line->objectName(), m_line->text(),
+                                   m_line->placeholderText());
 }
 
 } // namespace norvo

@@ -9,7 +9,7 @@ class QPushButton;
 
 namespace norvo {
 
-/// A text in one line. A finger on it opens the keyboard on the screen.
+/// A text in one line.
 class LineEditor : public ParamEditor
 {
     Q_OBJECT
@@ -20,8 +20,6 @@ public:
     QString text() const override;
     void showText(const QString& text, Shown how) override;
 
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 protected:
     /// A key beside the line; it never takes the focus by a tap.
     QPushButton* addKey(const QString& text, const QString& what);
@@ -29,12 +27,10 @@ protected:
     const QString& shownText() const { return m_shown; } ///< The default too, where it is greyed.
     void enter(const QString& text); ///< As if it had been typed and Enter pressed.
 
-    /// Asks for a text on the screen; null where none is given.
+    /// Asks for what goes here by keys on the screen; null where nothing is given.
     virtual QString askOnScreen();
 
 private:
-    void openKeyboard();
-
     QLineEdit* m_line;
     QHBoxLayout* m_row;
     QString m_shown;

@@ -3,11 +3,16 @@
 #include "host/editor/form/entry/LinesEditor.h"
 
 #include "host/catalogue/TypeWords.h"
+#include "host/window/touch/KeyboardKey.h"
 
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPlainTextEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QTextBlock>
+#include <QVBoxLayout>
 
 namespace norvo {
 
@@ -21,10 +26,13 @@ LinesEditor::LinesEditor(const ParamWords& words) : m_lines(new QPlainTextEdit)
 {
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(4);
     row->addWidget(m_lines, 1);
+    row->addLayout(makeKeys(words.name));
     m_lines->setObjectName(words.name);
     m_lines->setAccessibleName(words.name);
     m_lines->setAccessibleDescription(words.meaning);
+    m_lines->setMinimumWidth(target());
     m_lines->setTabChangesFocus(true);
     m_lines->setLineWrapMode(QPlainTextEdit::NoWrap);
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
@@ -56,6 +64,55 @@ void LinesEditor::showText(const QString& text, Shown how)
         m_lines->setPlainText(written);
         m_isShowing = false;
     }
+}
+
+QVBoxLayout* LinesEditor::makeKeys(const QString& name)
+{
+    auto* const keyboard = new KeyboardKey;
+    auto* const more = new QPushButton(QString(QChar(0x21B5)));
+    keyboard->setObjectName(name + " keyboard");
+    more->setObjectName(name + " line");
+    more->setAccessibleName(tr("%1: one more line").arg(name));
+    more->setToolTip(more->accessibleName());
+    more->setFixedSize(target(), target());
+    more->setAutoDefault(false);
+    more->setFocusPolicy(Qt::NoFocus);
+    connect(keyboard, &QAbstractButton::clicked, this, &LinesEditor::askForLine);
+    connect(more, &QAbstractButton::clicked, this, &LinesEditor::addLine);
+    auto* const column = new QVBoxLayout;
+    column->setSpacing(4);
+    column->addWidget(keyboard);
+    column->addWidget(more);
+    column->addStretch(1);
+    return column;
+}
+
+/// A line that nothing is left of goes.
+void LinesEditor::askForLine()
+{
+    m_lines->setFocus();
+    const QPointer<LinesEditor> guard(this);
+    QTextCursor cursor = m_lines->textCursor();
+    const QString text =
+        KeyboardKey::askForText(*window(), m_lines->accessibleName(), cursor.block().text());
+    if (!guard || text.isNull()) {
+        return;
+    }
+    cursor.movePosition(QTextCursor::StartOfBlock);
+    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    cursor.insertText(text);
+    if (text.isEmpty()) {
+        cursor.block().next().isValid() ? cursor.deleteChar() : cursor.deletePreviousChar();
+    }
+    m_lines->setTextCursor(cursor);
+    emit entered();
+}
+
+void LinesEditor::addLine()
+{
+    m_lines->setFocus();
+    m_lines->moveCursor(QTextCursor::EndOfBlock);
+    m_lines->insertPlainText("\n");
 }
 
 bool LinesEditor::eventFilter(QObject* watched, QEvent* event)

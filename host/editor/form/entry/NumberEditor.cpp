@@ -40,6 +40,7 @@ NumberEditor::NumberEditor(const ParamWords& words) : LineEditor(words), m_words
     key(QString(QChar(0x2212)), tr("%1: less").arg(words.name), " less", -1);
     key("+", tr("%1: more").arg(words.name), " more", 1);
     line().setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+    line().installEventFilter(this);
 }
 
 double NumberEditor::number() const
@@ -96,9 +97,10 @@ QString NumberEditor::askOnScreen()
     constexpr int decimals = 6;
     const double least =
         m_words.min.value_or(m_words.above.value_or(std::numeric_limits<double>::lowest()));
+    const QString name = m_words.unit.isEmpty() ? m_words.name : m_words.name + ", " + m_words.unit;
     bool ok = false;
     const double asked =
-        NumpadDialog::getDouble(window(), m_words.name, m_words.unit, number(), least,
+        NumpadDialog::getDouble(window(), m_words.name, name, number(), least,
                                 m_words.max.value_or(std::numeric_limits<double>::max()),
                                 isWhole ? 0 : decimals, &ok, {}, stepOf(number(), isWhole));
     return ok ? QString::number(asked, 'g', kDigits) : QString();

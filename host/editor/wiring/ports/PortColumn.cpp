@@ -4,6 +4,7 @@
 
 #include "host/editor/wiring/ports/ListFont.h"
 #include "host/window/look/TouchSize.h"
+#include "host/window/touch/LineKeyboard.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -21,6 +22,7 @@ PortColumn::PortColumn(const QString& title) : m_filter(new QLineEdit), m_list(n
     m_filter->setPlaceholderText(tr("Show only what holds this text"));
     m_filter->setAccessibleName(title);
     m_filter->setMinimumHeight(TouchSize::pixels(PanelLook::Touch::Fingers, *screen()));
+    new LineKeyboard(*m_filter);
     m_list->setAccessibleName(title);
     m_list->setUniformItemSizes(true);
     m_list->setAlternatingRowColors(true);

@@ -6,6 +6,7 @@
 #include "host/editor/wiring/ports/ListFont.h"
 #include "host/panel/edit/PortEdit.h"
 #include "host/window/look/TouchSize.h"
+#include "host/window/touch/LineKeyboard.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -57,6 +58,8 @@ PortRow::PortRow(EditSession& session, const QString& device, bool isOutput, con
          std::initializer_list<QWidget*>{m_nameField, m_definitionField, m_key}) {
         part->setMinimumHeight(target);
     }
+    new LineKeyboard(*m_nameField);
+    new LineKeyboard(*m_definitionField);
     auto* const layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_nameField, 0, 0);
