@@ -1342,6 +1342,10 @@
         <translation>Beginn der Aufzeichnung</translation>
     </message>
     <message>
+        <source>the history cannot be read</source>
+        <translation>die Aufzeichnung ist nicht lesbar</translation>
+    </message>
+    <message>
         <source>later values dropped until live</source>
         <translation>spätere Werte verworfen bis zu Live</translation>
     </message>

@@ -1342,6 +1342,10 @@
         <translation>начало записи</translation>
     </message>
     <message>
+        <source>the history cannot be read</source>
+        <translation>запись не удаётся прочитать</translation>
+    </message>
+    <message>
         <source>later values dropped until live</source>
         <translation>более поздние значения отброшены до возврата к «Сейчас»</translation>
     </message>

@@ -87,6 +87,12 @@ bool HistoryDatabase::run(QSqlQuery& query)
     return false;
 }
 
+bool HistoryDatabase::endedWell(const QSqlQuery& query)
+{
+    note(query.lastError());
+    return !query.lastError().isValid();
+}
+
 bool HistoryDatabase::transact(const std::function<bool()>& steps)
 {
     if (run("BEGIN IMMEDIATE") && steps() && run("COMMIT")) {

@@ -33,6 +33,7 @@ public:
     QSqlQuery prepared(const QString& statement); ///< Forward only.
     bool run(const QString& statement);           ///< False: error() says why.
     bool run(QSqlQuery& query);                   ///< With its bound values; false likewise.
+    bool endedWell(const QSqlQuery& query);       ///< Without further rows; false likewise.
     QVariant value(const QString& statement);     ///< The first of the answer; invalid without.
     /// All of the steps or, where they return false, none; error() then says why they failed.
     bool transact(const std::function<bool()>& steps);

@@ -67,11 +67,15 @@ QStringList HistoryQuery::signalNames()
     return names;
 }
 
-int HistoryQuery::idOf(const HistoryRange& range)
+/// -1: it is not in the history; null after an error.
+std::optional<int> HistoryQuery::idOf(const HistoryRange& range)
 {
     QSqlQuery query = m_database.prepared("SELECT id FROM signals WHERE name = ?");
     query.bindValue(0, range.device + '.' + range.signal);
-    return m_database.run(query) && query.next() ? query.value(0).toInt() : -1;
+    if (!m_database.run(query)) {
+        return {};
+    }
+    return query.next() ? query.value(0).toInt() : -1;
 }
 
 QVector<HistoryPoint> HistoryQuery::read(const HistoryRange& range)
@@ -88,15 +92,22 @@ QVector<HistoryPoint> HistoryQuery::read(const HistoryRange& range)
         points.append(point);
         return points.size() <= range.maxRows;
     });
-    return points.size() <= range.maxRows ? points : thinned(idOf(range), range);
+    return points.size() <= range.maxRows ? points : thinned(range);
 }
 
 bool HistoryQuery::forEach(const HistoryRange& range, const Take& take)
 {
-    Cursor cursor{idOf(range), range.from, -1, range.to};
+    const std::optional<int> id = idOf(range);
+    const bool isSound = id && (*id < 0 || readPages({*id, range.from, -1, range.to}, take));
+    m_error = isSound ? QString() : m_database.error();
+    return isSound;
+}
+
+bool HistoryQuery::readPages(Cursor cursor, const Take& take)
+{
     QSqlQuery samples = m_database.prepared(kPageOfRows);
     QSqlQuery recent = m_database.prepared(kRecentRows);
-    bool isDone = cursor.signal < 0;
+    bool isDone = false;
     bool isSound = true;
     while (isSound && !isDone) {
         // Rows move from one table to the other; within a transaction they stand still.
@@ -112,7 +123,6 @@ bool HistoryQuery::forEach(const HistoryRange& range, const Take& take)
         recent.finish();
         isSound = m_database.run("COMMIT") && isSound;
     }
-    m_error = isSound ? QString() : m_database.error();
     return isSound;
 }
 
@@ -134,11 +144,13 @@ int HistoryQuery::takePage(QSqlQuery& query, Cursor& cursor, int limit, const Ta
             return kEnough;
         }
     }
-    return count;
+    return m_database.endedWell(query) ? count : -1;
 }
 
-QVector<HistoryPoint> HistoryQuery::thinned(int id, const HistoryRange& range)
+QVector<HistoryPoint> HistoryQuery::thinned(const HistoryRange& range)
 {
+    const std::optional<int> id = idOf(range);
+    bool isSound = id.has_value();
     QVector<HistoryPoint> points;
     const qint64 span =
         std::max<qint64>(1, (range.to - range.from) / std::max(1, range.maxRows / 2));
@@ -146,14 +158,16 @@ QVector<HistoryPoint> HistoryQuery::thinned(int id, const HistoryRange& range)
     for (const QString& rows :
          {kRows.arg("time, min(value)"), kRows.arg("time, max(value)"), gaps}) {
         QSqlQuery query = m_database.prepared(rows + "GROUP BY (time - :from) / :span");
-        query.bindValue(":id", id);
+        query.bindValue(":id", id.value_or(-1));
         query.bindValue(":from", range.from);
         query.bindValue(":to", range.to);
         query.bindValue(":span", span);
         for (bool isRow = m_database.run(query) && query.next(); isRow; isRow = query.next()) {
             points.append({query.value(0).toLongLong(), valueOf(query.value(1))});
         }
+        isSound = m_database.endedWell(query) && isSound;
     }
+    m_error = isSound ? QString() : m_database.error();
     std::sort(points.begin(), points.end(),
               [](const HistoryPoint& a, const HistoryPoint& b) { return a.time < b.time; });
     return points;

@@ -8,6 +8,7 @@
 #include <QVector>
 
 #include <functional>
+#include <optional>
 
 namespace norvo {
 
@@ -38,9 +39,10 @@ public:
 
     QStringList signalNames(); ///< All that the file holds, "device.signal", by name.
 
-    /// In the order of time; nothing where the signal is not in the history. Of more than `maxRows`
-    /// the least and the greatest number of each of `maxRows` / 2 equal spans, which draws the same
-    /// line; gaps within such a span, and texts, are then left out.
+    /// In the order of time; nothing where the signal is not in the history. Where error() says
+    /// why, some or all are missing. Of more than `maxRows` the least and the greatest number of
+    /// each of `maxRows` / 2 equal spans, which draws the same line; gaps within such a span, and
+    /// texts, are then left out.
     QVector<HistoryPoint> read(const HistoryRange& range);
 
     /// The same, one by one and all of them, whatever `maxRows` says, in memory that does not grow
@@ -51,15 +53,16 @@ private:
     /// Where the reading of a signal stands.
     struct Cursor
     {
-        int signal; ///< -1: not in the history.
+        int signal;
         qint64 time;
         int seq;
         qint64 to;
     };
 
     int takePage(QSqlQuery& query, Cursor& cursor, int limit, const Take& take);
-    int idOf(const HistoryRange& range);
-    QVector<HistoryPoint> thinned(int id, const HistoryRange& range);
+    bool readPages(Cursor cursor, const Take& take);
+    std::optional<int> idOf(const HistoryRange& range);
+    QVector<HistoryPoint> thinned(const HistoryRange& range);
 
     HistoryDatabase m_database;
     QString m_error;

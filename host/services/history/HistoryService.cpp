@@ -135,11 +135,17 @@ const HistorySignal* HistoryService::recorded(const QString& device, const QStri
 
 namespace {
 
-HistoryService::Points readNow(HistoryRange range, HistoryQuery* query, qint64 ahead)
+HistoryService::Answer readNow(HistoryRange range, HistoryQuery* query, qint64 ahead)
 {
+    if (!query) {
+        return {};
+    }
     range.from += ahead;
     range.to += ahead;
-    HistoryService::Points points = query ? query->read(range) : HistoryService::Points();
+    HistoryService::Points points = query->read(range);
+    if (!query->error().isEmpty()) {
+        return {};
+    }
     for (HistoryPoint& point : points) {
         point.time -= ahead;
     }
@@ -149,7 +155,7 @@ HistoryService::Points readNow(HistoryRange range, HistoryQuery* query, qint64 a
 } // namespace
 
 void HistoryService::read(const HistoryRange& range, QObject& receiver,
-                          std::function<void(Points)> done)
+                          std::function<void(const Answer&)> done)
 {
     if (!m_writer) {
         QTimer::singleShot(0, &receiver, [done = std::move(done)] { done({}); });
@@ -157,9 +163,9 @@ void HistoryService::read(const HistoryRange& range, QObject& receiver,
     }
     m_writer->read([range, target = QPointer<QObject>(&receiver),
                     done = std::move(done)](HistoryQuery* query, qint64 ahead) {
-        const auto tell = [target, done, points = readNow(range, query, ahead)] {
+        const auto tell = [target, done, answer = readNow(range, query, ahead)] {
             if (target) {
-                done(points);
+                done(answer);
             }
         };
         // Neither the receiver nor the service may be left by then.
@@ -167,9 +173,9 @@ void HistoryService::read(const HistoryRange& range, QObject& receiver,
     });
 }
 
-std::future<HistoryService::Points> HistoryService::read(const HistoryRange& range)
+std::future<HistoryService::Answer> HistoryService::read(const HistoryRange& range)
 {
-    const auto promise = std::make_shared<std::promise<Points>>();
+    const auto promise = std::make_shared<std::promise<Answer>>();
     if (m_writer) {
         m_writer->read([range, promise](HistoryQuery* query, qint64 ahead) {
             promise->set_value(readNow(range, query, ahead));

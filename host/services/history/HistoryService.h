@@ -13,6 +13,7 @@
 #include <functional>
 #include <future>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class BaseDevice;
@@ -31,6 +32,7 @@ class HistoryService : public QObject
 
 public:
     using Points = QVector<HistoryPoint>;
+    using Answer = std::optional<Points>; ///< Null: the history cannot be read.
 
     /// The file is relative to the working folder of now.
     explicit HistoryService(const HistorySetting& setting);
@@ -48,11 +50,12 @@ public:
     const HistorySignal* recorded(const QString& device, const QString& signal) const;
 
     /// Reads beside the panel's thread, and then calls `done` in the panel's, unless `receiver` is
-    /// gone; with nothing where nothing can be read. All that was sent before the call is among it.
+    /// gone. All that was sent before the call is among it.
     /// Times are the wall clock's of now, even where that was set back meanwhile.
-    void read(const HistoryRange& range, QObject& receiver, std::function<void(Points)> done);
-    /// The same for one who can wait; empty where nothing is recorded.
-    std::future<Points> read(const HistoryRange& range);
+    void read(const HistoryRange& range, QObject& receiver,
+              std::function<void(const Answer&)> done);
+    /// The same for one who can wait.
+    std::future<Answer> read(const HistoryRange& range);
 
 signals:
     void problem(QString line); ///< One line for the user.

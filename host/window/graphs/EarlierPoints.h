@@ -22,7 +22,8 @@ struct EarlierCurve
 struct EarlierPoints
 {
     QVector<EarlierCurve> curves;
-    double begin = 0; ///< Of the whole record; infinite: there is none.
+    double begin = 0;       ///< Of the whole record; infinite: there is none.
+    bool isReadable = true; ///< False: the record cannot be read, and nothing is known of it.
 };
 
 /// Reads what was between two times, and later calls `done` unless `receiver` is gone.

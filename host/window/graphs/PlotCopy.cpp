@@ -144,6 +144,7 @@ void PlotCopy::hold()
     m_readFrom = xAxis->range().lower;
     m_recordBegin = 0;
     m_isCut = false;
+    m_isUnreadable = false;
     ++m_hold;
     for (const Pair& pair : qAsConst(m_pairs)) {
         plots::detach(*pair.copy);
@@ -212,6 +213,11 @@ bool PlotCopy::isAtBeginning() const
     return m_isHeld && m_recordBegin >= m_oldest && xAxis->range().lower <= m_oldest;
 }
 
+bool PlotCopy::isAtUnreadable() const
+{
+    return m_isHeld && m_isUnreadable && xAxis->range().lower <= m_oldest;
+}
+
 bool PlotCopy::isAtCut() const
 {
     return m_isHeld && m_isCut && xAxis->range().upper >= m_newest;
@@ -240,12 +246,18 @@ void PlotCopy::want(const QCPRange& keys)
 
 void PlotCopy::take(double from, const EarlierPoints& earlier)
 {
+    m_isReading = false;
+    m_isUnreadable = !earlier.isReadable;
+    if (m_isUnreadable) {
+        m_wanted.reset();
+        emit viewChanged();
+        return;
+    }
     for (const EarlierCurve& curve : earlier.curves) {
         if (QCPGraph* const piece = oldestPiece(curve.name)) {
             prepend(*piece, curve, m_newest);
         }
     }
-    m_isReading = false;
     m_readFrom = from;
     m_recordBegin = earlier.begin;
     m_oldest = std::min(m_oldest, std::max(from, m_recordBegin));

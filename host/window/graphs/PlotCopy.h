@@ -37,7 +37,8 @@ public:
     QDateTime heldAt() const { return m_heldAt; }            ///< Valid while held.
     bool isReading() const { return m_isReading; }           ///< What was earlier.
     bool isAtBeginning() const;                              ///< Of all that was recorded.
-    bool isAtCut() const;                                    ///< Later ones were dropped.
+    bool isAtUnreadable() const; ///< What was earlier could not be read; it is tried again.
+    bool isAtCut() const;        ///< Later ones were dropped.
 
     void hold();
     void goLive();                 ///< With the other's ranges; what is hidden stays so.
@@ -90,10 +91,11 @@ private:
     bool m_areValuesFixed = false;
     double m_oldest = 0; ///< While held: the range that there is anything of.
     double m_newest = 0;
-    double m_readFrom = 0;    ///< Up to where it was read.
-    double m_recordBegin = 0; ///< As far as is known.
-    bool m_isCut = false;     ///< Newer ones than m_newest were dropped.
-    int m_hold = 0;           ///< Number of the present one, which alone takes what is read.
+    double m_readFrom = 0;       ///< Up to where it was read.
+    double m_recordBegin = 0;    ///< As far as is known.
+    bool m_isUnreadable = false; ///< When it was read last.
+    bool m_isCut = false;        ///< Newer ones than m_newest were dropped.
+    int m_hold = 0;              ///< Number of the present one, which alone takes what is read.
     bool m_isReading = false;
     std::optional<QCPRange> m_wanted; ///< To be shown once it is read.
     QDateTime m_heldAt;

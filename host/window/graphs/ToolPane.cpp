@@ -155,6 +155,8 @@ void ToolPane::followView()
         says << tr("reading earlier values");
     } else if (m_plot->isAtBeginning()) {
         says << tr("beginning of the record");
+    } else if (m_plot->isAtUnreadable()) {
+        says << tr("the history cannot be read");
     }
     if (m_plot->isAtCut()) {
         says << tr("later values dropped until live");

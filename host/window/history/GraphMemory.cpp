@@ -69,7 +69,7 @@ struct GraphMemory::Graph
 {
     struct Curve
     {
-        std::vector<std::future<HistoryService::Points>> reads;
+        std::vector<std::future<HistoryService::Answer>> reads;
         double holdSeconds = 0;
     };
 
@@ -90,7 +90,21 @@ struct GraphMemory::Reading
     std::function<void(const EarlierPoints&)> done;
     int missing = 0;
 
-    void take()
+    using Take = std::function<void(const HistoryService::Points&)>;
+
+    static std::function<void(const HistoryService::Answer&)>
+    taking(const std::shared_ptr<Reading>& reading, const Take& take)
+    {
+        return [reading, take](const HistoryService::Answer& answer) {
+            if (answer) {
+                take(*answer);
+            }
+            reading->earlier.isReadable = reading->earlier.isReadable && answer;
+            reading->end();
+        };
+    }
+
+    void end()
     {
         if (--missing > 0) {
             return;
@@ -247,7 +261,6 @@ void GraphMemory::read(const Graph& graph, double from, double to, QObject& rece
             const double first = keyOf(points.first().time);
             reading->earlier.begin = std::min(reading->earlier.begin, first);
         }
-        reading->take();
     };
     for (auto sender = graph.sources.cbegin(); sender != graph.sources.cend(); ++sender) {
         EarlierCurve curve{graph.nameOf(sender.key()), {}, std::max(timeout, thinned)};
@@ -260,13 +273,14 @@ void GraphMemory::read(const Graph& graph, double from, double to, QObject& rece
                 reading->earlier.curves[number].points.append(
                     {keyOf(point.time), valueOnCurve(point.value)});
             }
-            reading->take();
         };
         for (const Source& source : *sender) {
             curve.longestPause = std::max(curve.longestPause, source.holdSeconds);
             reading->missing += 2;
-            m_history.read({source.device, source.signal, begin, end, kMaxEarlier}, receiver, take);
-            m_history.read({source.device, source.signal, 0, end, 0, true}, receiver, takeFirst);
+            m_history.read({source.device, source.signal, begin, end, kMaxEarlier}, receiver,
+                           Reading::taking(reading, take));
+            m_history.read({source.device, source.signal, 0, end, 0, true}, receiver,
+                           Reading::taking(reading, takeFirst));
         }
         reading->earlier.curves.append(curve);
     }
@@ -307,7 +321,7 @@ void GraphMemory::hear(Graph& graph, const SignalArguments& arguments)
     curve.holdSeconds = found->second.holdSeconds;
     for (auto& read : found->second.reads) {
         if (read.wait_for(kPatience) == std::future_status::ready) {
-            curve.points += read.get();
+            curve.points += read.get().value_or(HistoryService::Points());
         }
     }
     if (found->second.reads.size() > 1) {

@@ -108,6 +108,7 @@ private:
 
 const QString kReading("reading earlier values");
 const QString kBeginning("beginning of the record");
+const QString kUnreadable("the history cannot be read");
 
 } // namespace
 
@@ -309,6 +310,10 @@ void tst_GraphHistory::stoppedHistoryIsNotWaitedFor()
     }
     QVERIFY(panel.state().contains(kReading));
     QTRY_VERIFY2(!panel.state().contains(kReading), qPrintable(panel.state()));
+    QVERIFY2(panel.state().contains(kUnreadable), qPrintable(panel.state()));
+    QVERIFY(!panel.state().contains(kBeginning));
+    QTest::keyClick(&panel.copy(), Qt::Key_Right);
+    QVERIFY2(!panel.state().contains(kUnreadable), qPrintable(panel.state()));
 }
 
 void tst_GraphHistory::unreadableHistoryIsNotWaitedFor()
@@ -326,6 +331,10 @@ void tst_GraphHistory::unreadableHistoryIsNotWaitedFor()
     QVERIFY(panel.state().contains(kReading));
     QTRY_VERIFY2(!panel.state().contains(kReading), qPrintable(panel.state()));
     QCOMPARE(panel.copy().xAxis->range(), held);
+    QVERIFY2(panel.state().contains(kUnreadable), qPrintable(panel.state()));
+    QVERIFY(!panel.state().contains(kBeginning));
+    QTest::keyClick(&panel.copy(), Qt::Key_Home);
+    QCOMPARE(panel.state(), QString("Live"));
 }
 
 NORVO_TEST(tst_GraphHistory)
