@@ -233,6 +233,31 @@ YamlEdit::Error YamlEdit::remove(const Path& path)
                  entry.place);
 }
 
+YamlEdit::Error YamlEdit::unfold(const Path& map)
+{
+    Trail trail;
+    if (Error error = find(map, trail)) {
+        return error;
+    }
+    if (trail.indices.empty()) {
+        return std::nullopt;
+    }
+    const YamlEntry& parent = **(trail.entries.cend() - 2);
+    const auto splice = YamlSplices(*m_source, m_root).unfolding(parent, trail.indices.back());
+    return splice ? apply({*splice}, m_root.value, trail.entries.back()->place) : std::nullopt;
+}
+
+int YamlEdit::lineLength(const Path& path) const
+{
+    Trail trail;
+    if (find(path, trail) || trail.indices.empty()) {
+        return 0;
+    }
+    const YamlEntry& entry = *trail.entries.back();
+    const int mark = entry.key ? entry.keyMark : entry.mark;
+    return m_source->lineEnd(mark) - m_source->lineStart(mark);
+}
+
 YamlEdit::Error YamlEdit::find(const Path& path, Trail& trail) const
 {
     if (m_error) {

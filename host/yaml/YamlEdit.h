@@ -49,6 +49,11 @@ public:
     Error insertFirst(const Path& map, const QString& key, const YamlNodePtr& value);
     /// Adds an entry to a list, or where a value is absent; behind the index `after`, or last.
     Error add(const Path& list, const YamlNodePtr& value, int after = -1);
+    /// Writes a map in brackets that stands on one line as lines; what it holds stays as it is
+    /// written. Does nothing to other maps.
+    Error unfold(const Path& map);
+    /// The number of characters of the line that an entry begins on; 0: there is no such entry.
+    int lineLength(const Path& path) const;
     /// Removes an entry of a map or a list; one that becomes empty stays, as "{}" or "[]".
     Error remove(const Path& path);
 

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 namespace norvo {
@@ -44,6 +45,9 @@ public:
     YamlSplice creation(const YamlEntry* parent, int index, const YamlEntry& entry,
                         int depth) const;
     YamlSplice removal(const YamlEntry& parent, int index) const;
+    /// Writes the entries of a map in brackets on one line each; nothing where that is no map in
+    /// brackets within lines, or stands on several.
+    std::optional<YamlSplice> unfolding(const YamlEntry& parent, int index) const;
 
 private:
     /// Where an entry is to be written.

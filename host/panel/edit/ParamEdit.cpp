@@ -15,6 +15,8 @@ namespace {
 using Params = ParamEdit::Params;
 using Path = YamlEdit::Path;
 
+constexpr int kMaxLine = 100; // Characters.
+
 enum class Spelling { Unknown, Nested, Joined };
 
 /// How a device writes parameters of this group, such as "widget", and under which key.
@@ -120,6 +122,20 @@ YamlEdit::Error insertFirst(YamlEdit& edit, const QString& device, Params& param
     return edit.insert(path, group, YamlTree::map(together));
 }
 
+/// Who writes by hand breaks a line that becomes too long, and leaves one that was long already.
+YamlEdit::Error breakLongLines(const YamlEdit& before, YamlEdit& edit, const QString& device)
+{
+    for (const Path& map : {Path{"devices", device}, Path{"devices", device, "params"}}) {
+        const bool wasLong = before.lineLength(map) > kMaxLine;
+        if (!wasLong && edit.lineLength(map) > kMaxLine) {
+            if (YamlEdit::Error error = edit.unfold(map)) {
+                return error;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 bool ParamEdit::hasDevice(const YamlEdit& edit, const QString& device)
@@ -156,6 +172,9 @@ YamlEdit::Error ParamEdit::setParams(YamlEdit& edit, const QString& device, cons
         if (YamlEdit::Error error = insertFirst(next, device, missing)) {
             return error;
         }
+    }
+    if (YamlEdit::Error error = breakLongLines(edit, next, device)) {
+        return error;
     }
     edit = next;
     return std::nullopt;

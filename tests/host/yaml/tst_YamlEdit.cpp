@@ -25,6 +25,9 @@ private slots:
     void entryIsRemovedWithItsLines();
     void whatAnAliasUsesIsRefused_data();
     void whatAnAliasUsesIsRefused();
+    void mapInBracketsIsWrittenInLines_data();
+    void mapInBracketsIsWrittenInLines();
+    void lineOfAnEntryIsMeasured();
     void itemMayBeAMapOrHoldCommas();
     void mapOfTheRootIsInsertedAsABlock();
     void editsFollowOneAnother();
@@ -232,6 +235,55 @@ void tst_YamlEdit::whatAnAliasUsesIsRefused()
     QVERIFY(error);
     QVERIFY2(error->text.startsWith(wayOut), qPrintable(error->text));
     QCOMPARE(edit.text(), text);
+}
+
+void tst_YamlEdit::mapInBracketsIsWrittenInLines_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QByteArray>("after");
+    const auto row = [](const char* name, const QByteArray& before, const QString& path,
+                        const QByteArray& after) {
+        QTest::newRow(name) << before << path << after;
+    };
+    row("at the top", "m: {a: 1, \"b\": {c: 'x, y'}} # one\nn: 2\n", "m",
+        "m: # one\n  a: 1\n  \"b\": {c: 'x, y'}\nn: 2\n");
+    row("below", "m:\n  a: {b: 1, c: 2}\n  d: 1\n", "m>a",
+        "m:\n  a:\n    b: 1\n    c: 2\n  d: 1\n");
+    row("as deep as its neighbours", "m:\n   x:\n       y: 1\n   a: {b: 1}\n", "m>a",
+        "m:\n   x:\n       y: 1\n   a:\n       b: 1\n");
+    row("without the last line end", "m: {a: 1}", "m", "m:\n  a: 1");
+    row("CR LF", "m: {a: 1, b: 2}\r\n", "m", "m:\r\n  a: 1\r\n  b: 2\r\n");
+    row("a comma at the end", "m: {a: 1, b: 2,}\n", "m", "m:\n  a: 1\n  b: 2\n");
+    row("spaces", "m:   { a: 1 , b: 2 }\n", "m", "m:  \n  a: 1\n  b: 2\n");
+    row("what is absent", "m: {a: , b: 1}\n", "m", "m:\n  a:\n  b: 1\n");
+    row("keys without a colon", "m: {a: , b}\n", "m", "m:\n  a:\n  b\n");
+    row("within brackets it stays", "m: {a: {b: 1}}\n", "m>a", "m: {a: {b: 1}}\n");
+    row("on several lines it stays", "m: {a: 1,\n  b: 2}\n", "m", "m: {a: 1,\n  b: 2}\n");
+    row("in lines it stays", "m:\n  a: 1\n", "m", "m:\n  a: 1\n");
+    row("a list stays", "m: [a, b]\n", "m", "m: [a, b]\n");
+    row("nothing in it", "m: {}\n", "m", "m: {}\n");
+    row("there is none", "m: {a: 1}\n", "n", "error: there is no entry \"n\"");
+}
+
+void tst_YamlEdit::mapInBracketsIsWrittenInLines()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QString, path);
+    YamlEdit edit(before);
+    const auto error = edit.unfold(pathOf(path));
+    QTEST(outcome(edit, error), "after");
+    QVERIFY(YamlTree::isSame(YamlEdit(edit.text()).root(), YamlEdit(before).root()));
+}
+
+void tst_YamlEdit::lineOfAnEntryIsMeasured()
+{
+    const YamlEdit edit("m: {a: 1}\nlong: 22222 # c\nlast:\n  x: 1");
+    QCOMPARE(edit.lineLength({"m"}), 9);
+    QCOMPARE(edit.lineLength({"m", "a"}), 9);
+    QCOMPARE(edit.lineLength({"long"}), 15);
+    QCOMPARE(edit.lineLength({"last", "x"}), 6);
+    QCOMPARE(edit.lineLength({"none"}), 0);
 }
 
 void tst_YamlEdit::itemMayBeAMapOrHoldCommas()

@@ -15,6 +15,8 @@ class tst_ParamEdit : public QObject
 private slots:
     void parameterIsFoundOrSpelledAsItsSiblings_data();
     void parameterIsFoundOrSpelledAsItsSiblings();
+    void lineThatBecomesTooLongIsBroken_data();
+    void lineThatBecomesTooLongIsBroken();
     void unknownDeviceComesWithTheNearestName();
     void brokenPanelsAreRefused_data();
     void brokenPanelsAreRefused();
@@ -117,6 +119,39 @@ void tst_ParamEdit::parameterIsFoundOrSpelledAsItsSiblings()
     QFETCH(QString, name);
     YamlEdit edit(before);
     const auto error = setParam(edit, "a", name, "7");
+    QVERIFY2(!error, error ? qPrintable(error->text) : "");
+    QTEST(edit.text(), "after");
+}
+
+void tst_ParamEdit::lineThatBecomesTooLongIsBroken_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after");
+    const QByteArray words(53, 'w');
+    const QByteArray fewer(47, 'w');
+    const auto row = [](const char* name, const QByteArray& before, const QByteArray& after) {
+        QTest::newRow(name) << "devices:\n" + before << "devices:\n" + after;
+    };
+    row("of 100 characters it stays", "  a: {device: x, params: {t: " + words + ", u: 1}}\n",
+        "  a: {device: x, params: {t: " + words + ", u: 1, text: 77}}\n");
+    row("of a device", "  a: {device: x, params: {t: w" + words + ", u: 1}}\n",
+        "  a:\n    device: x\n    params: {t: w" + words + ", u: 1, text: 77}\n");
+    row("with a comment", "  a: {device: x, params: {t: \"" + fewer + "   #  \", u: 1}} # c\n",
+        "  a: # c\n    device: x\n    params: {t: \"" + fewer + "   #  \", u: 1, text: 77}\n");
+    row("of parameters",
+        "  a:\n    device: x\n    params: {t: " + words + ", u: " + QByteArray(16, 'v') + "}\n",
+        "  a:\n    device: x\n    params:\n      t: " + words +
+            "\n      u: " + QByteArray(16, 'v') + "\n      text: 77\n");
+    row("that was long before it stays",
+        "  a: {device: x, params: {t: " + words + ", u: w}} # " + words + "\n",
+        "  a: {device: x, params: {t: " + words + ", u: w, text: 77}} # " + words + "\n");
+}
+
+void tst_ParamEdit::lineThatBecomesTooLongIsBroken()
+{
+    QFETCH(QByteArray, before);
+    YamlEdit edit(before);
+    const auto error = setParam(edit, "a", "text", "77");
     QVERIFY2(!error, error ? qPrintable(error->text) : "");
     QTEST(edit.text(), "after");
 }
