@@ -102,6 +102,7 @@ void DeviceForm::layOut()
     column->addStretch(1);
     m_scroll = new FingerScrollArea(page);
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setMinimumHeight(2 * ParamEditor::target()); // Less than its bar asks for.
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_scroll);

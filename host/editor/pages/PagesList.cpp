@@ -8,6 +8,7 @@
 #include "host/window/PanelPages.h"
 #include "host/window/look/TouchSize.h"
 #include "host/window/touch/LineKeyboard.h"
+#include "host/window/touch/LineKeyboard.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -85,6 +86,7 @@ void PagesList::layOut()
     m_name->setMinimumHeight(target(*this));
     new LineKeyboard(*m_name);
     FormText::prepare(*m_name);
+    new LineKeyboard(*m_name);
     m_fault->setObjectName("pageFault");
     QLabel* const caption = FormText::name(tr("Name of the page"));
     caption->setBuddy(m_name);

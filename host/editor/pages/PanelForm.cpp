@@ -73,6 +73,7 @@ void PanelForm::layOut()
     column->addStretch(1);
     auto* const scroll = new FingerScrollArea(page);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setMinimumHeight(2 * ParamEditor::target()); // Less than its bar asks for.
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(scroll);
