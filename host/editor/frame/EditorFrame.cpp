@@ -168,6 +168,13 @@ void EditorFrame::showPane(Pane pane)
     if (isWiring != bool(m_wireCanvas)) {
         showCanvas(isWiring);
     }
+    auto* const table = isWiring ? m_side->findChild<ConnectionTable*>() : nullptr;
+    if (table) {
+        connect(table, &ConnectionTable::connectionChosen, m_wireCanvas,
+                &WireCanvas::chooseConnection);
+        connect(m_wireCanvas, &WireCanvas::connectionChosen, table,
+                &ConnectionTable::chooseConnection);
+    }
     m_bar->setHint(isWiring ? tr("Tap a device for its outputs and inputs, then what to connect")
                    : pane == Pane::Add ? tr("Tap a type, then the cell that it goes to")
                                        : tr("Tap a device to select it, draw it to move it"));

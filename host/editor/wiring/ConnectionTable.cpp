@@ -200,6 +200,21 @@ void ConnectionTable::choose()
     showChosen();
     const ConnectionSetting one = m_session.live().description().connections.value(current());
     m_session.select({one.from.device.text, one.to.device.text});
+    emit connectionChosen(current());
+}
+
+void ConnectionTable::chooseConnection(int connection)
+{
+    if (connection == current()) {
+        return;
+    }
+    const QSignalBlocker blocker(m_rows);
+    m_rows->clearSelection();
+    m_rows->setCurrentCell(connection, Ends);
+    if (connection >= 0) {
+        m_rows->scrollToItem(m_rows->item(connection, Ends));
+    }
+    showChosen();
 }
 
 void ConnectionTable::showChosen()

@@ -27,8 +27,11 @@ public:
     ConnectionTable(EditSession& session, QWidget* parent);
 
     QList<QAction*> actions() const;
+    /// That of another view of the connections; -1: none. Emits nothing, and selects no device.
+    void chooseConnection(int connection);
 
 signals:
+    void connectionChosen(int connection); ///< By hand; -1: none is.
     void problem(const QString& text);
 
 protected:

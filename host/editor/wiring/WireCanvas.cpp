@@ -170,6 +170,7 @@ void WireCanvas::reload()
 {
     closePorts();
     disarm();
+    const QString chosen = m_chosenText;
     m_ports = std::make_unique<PortList>(m_session);
     m_wires.clear();
     const QVector<ConnectionSetting>& connections = m_session.live().description().connections;
@@ -182,7 +183,11 @@ void WireCanvas::reload()
     if (!m_session.device(m_cursor)) {
         m_cursor.clear();
     }
-    selectConnection(-1);
+    const auto found =
+        std::find_if(connections.cbegin(), connections.cend(), [&](const ConnectionSetting& one) {
+            return !chosen.isEmpty() && one.whole.text == chosen;
+        });
+    markConnection(found == connections.cend() ? -1 : int(found - connections.cbegin()));
     lay();
 }
 
@@ -212,23 +217,54 @@ void WireCanvas::placeValues()
         const int most = watched || m_shown.isEmpty() ? kMostValues : 0;
         for (int i = 0; i < lines.size() && m_shown.size() < most; ++i) {
             const auto wire = m_wires.constFind(lines[i].connection);
-            if (isWatched(lines[i]) != watched || !lines[i].away.isEmpty() ||
-                wire == m_wires.constEnd()) {
+            if (isWatched(lines[i]) != watched || wire == m_wires.constEnd()) {
                 continue;
             }
             Value value{i, {}, shortened(m_values->text(*wire))};
+            if (!lines[i].away.isEmpty()) {
+                value.area = stubValueArea(lines[i], valueArea({}, value.text).size());
+                if (!value.area.isNull()) {
+                    m_shown.append(value);
+                }
+                continue;
+            }
             for (const int place : {12, 9, 15, 6, 18}) {
                 value.area = valueArea(lines[i].points[place], value.text);
-                const auto meets = [&value](const Value& other) {
-                    return other.area.intersects(value.area);
-                };
-                if (std::none_of(m_shown.cbegin(), m_shown.cend(), meets)) {
+                if (isFree(value.area)) {
                     m_shown.append(value);
                     break;
                 }
             }
         }
     }
+}
+
+/// Of other values.
+bool WireCanvas::isFree(const QRect& area) const
+{
+    return std::none_of(m_shown.cbegin(), m_shown.cend(),
+                        [&area](const Value& other) { return other.area.intersects(area); });
+}
+
+/// Beside the name at the end of a line to another page; null: there is no room.
+QRect WireCanvas::stubValueArea(const WireLine& line, const QSize& size) const
+{
+    const QRect tag = line.tagRect.toAlignedRect();
+    QRect area({}, size);
+    area.moveCenter(tag.center());
+    const QPoint corners[] = {{tag.right() + 2, area.top()},
+                              {tag.left() - 1 - size.width(), area.top()},
+                              {tag.left(), tag.bottom() + 2},
+                              {tag.left(), tag.top() - 1 - size.height()}};
+    const auto isTagged = [&area](const WireLine& other) { return other.tagRect.intersects(area); };
+    for (const QPoint& corner : corners) {
+        area.moveTopLeft(corner);
+        if (rect().contains(area) && isFree(area) &&
+            std::none_of(m_scene.lines().cbegin(), m_scene.lines().cend(), isTagged)) {
+            return area;
+        }
+    }
+    return {};
 }
 
 QRect WireCanvas::valueArea(const QPointF& middle, const QString& text) const
@@ -289,6 +325,11 @@ void WireCanvas::paintLayer()
     m_layer.fill(Qt::transparent);
     QPainter painter(&m_layer);
     painter.setFont(font());
+    for (const QString& device : m_scene.devices()) {
+        if (m_scene.isOnPage(device)) {
+            WirePainter::paintDevice(painter, m_scene.deviceRect(device), device, palette());
+        }
+    }
     for (const bool watched : {false, true}) {
         for (const WireLine& line : m_scene.lines()) {
             if (isWatched(line) == watched) {

@@ -45,11 +45,14 @@ public:
     DeviceShelf& shelf() const;
     const WireScene& scene() const { return m_scene; }
     int selectedConnection() const { return m_connection; } ///< -1: none.
+    /// That of another view of the connections; brings it into view. Emits nothing.
+    void chooseConnection(int connection);
     /// The value that stands on a line; empty: none stands there.
     QString shownValue(int connection) const;
 
 signals:
-    void problem(const QString& text); ///< Also why something does not fit.
+    void connectionChosen(int connection); ///< By hand; -1: none is.
+    void problem(const QString& text);     ///< Also why something does not fit.
 
 protected:
     bool event(QEvent* event) override;
@@ -78,6 +81,8 @@ private:
     void hear();
     void lay();
     void placeValues();
+    QRect stubValueArea(const WireLine& line, const QSize& size) const;
+    bool isFree(const QRect& area) const;
     QRect valueArea(const QPointF& middle, const QString& text) const;
     void refreshValues();
     WirePainter::Weight weightOf(const WireLine& line) const;
@@ -95,6 +100,7 @@ private:
     void join(const Port& port);
     void connectPorts(const WireChoice& choice);
     void selectConnection(int connection);
+    void markConnection(int connection);
     void removeConnection();
     void goToOtherEnd();
     bool goBack();
@@ -116,6 +122,7 @@ private:
     QHash<QString, QVector<Port>> m_fitting; ///< What fits the armed port, by device.
     QString m_cursor;                        ///< The device that Enter taps.
     int m_connection = -1;
+    QString m_chosenText; ///< Of that connection, by which it is found again.
     WireScene m_scene;
     QHash<int, PlannedWire> m_wires; ///< By connection.
     QVector<Value> m_shown;

@@ -201,7 +201,37 @@ void WireCanvas::moveLine(bool isForward)
 
 void WireCanvas::selectConnection(int connection)
 {
+    const bool isOther = connection != m_connection;
+    markConnection(connection);
+    if (isOther) {
+        emit connectionChosen(connection);
+    }
+}
+
+void WireCanvas::chooseConnection(int connection)
+{
+    if (connection == m_connection) {
+        return;
+    }
+    closePorts();
+    disarm();
+    const auto& lines = m_scene.lines();
+    const bool isSeen = std::any_of(lines.cbegin(), lines.cend(), [&](const WireLine& line) {
+        return line.connection == connection;
+    });
+    const ConnectionSetting one = m_session.live().description().connections.value(connection);
+    QWidget* const widget = m_session.live().panel().widget(one.from.device.text);
+    if (!isSeen && widget) {
+        m_session.live().pages().bringIntoView(*widget);
+        lay();
+    }
+    markConnection(connection);
+}
+
+void WireCanvas::markConnection(int connection)
+{
     m_connection = connection;
+    m_chosenText = m_session.live().description().connections.value(connection).whole.text;
     m_remove->setEnabled(connection >= 0);
     m_goTo->setEnabled(connection >= 0);
     m_layer = QPixmap();

@@ -19,6 +19,8 @@ constexpr double kArrow = 8.0;
 constexpr int kFrame = 3;
 constexpr int kRadius = 4;
 constexpr double kVeil = 0.65;
+constexpr double kName = 0.85;
+constexpr double kSmall = 0.8; // of a text's size
 
 QColor colourOf(WirePainter::Weight weight, const QPalette& palette)
 {
@@ -107,6 +109,27 @@ void WirePainter::paintValue(QPainter& painter, const QRectF& area, const QStrin
     paintBox(painter, area, value, palette.color(isSelected ? QPalette::Highlight : QPalette::Base),
              colourOf(weight, palette),
              palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
+}
+
+void WirePainter::paintDevice(QPainter& painter, const QRect& device, const QString& id,
+                              const QPalette& palette)
+{
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(palette.color(QPalette::Disabled, QPalette::WindowText));
+    painter.drawRect(device.adjusted(0, 0, -1, -1));
+    const QFont font = painter.font();
+    QFont small = font;
+    small.setPointSizeF(font.pointSizeF() * kSmall);
+    painter.setFont(small);
+    const QFontMetricsF metrics(small);
+    const QString text = metrics.elidedText(id, Qt::ElideRight, device.width() - 2 * kRadius);
+    const QRectF area(device.topLeft(),
+                      QSizeF(metrics.horizontalAdvance(text) + 2 * kRadius, metrics.height()));
+    painter.fillRect(area, faded(palette.color(QPalette::Base), kName));
+    painter.setPen(palette.color(QPalette::Text));
+    painter.drawText(area, Qt::AlignCenter, text);
+    painter.setFont(font);
 }
 
 void WirePainter::paintFrame(QPainter& painter, const QRect& device, const QPalette& palette)

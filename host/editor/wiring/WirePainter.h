@@ -26,6 +26,9 @@ void paintTag(QPainter& painter, const WireLine& line, Weight weight, const QPal
 void paintValue(QPainter& painter, const QRectF& area, const QString& value, Weight weight,
                 const QPalette& palette);
 
+/// Where a device stands, and its id, also where it shows nothing itself.
+void paintDevice(QPainter& painter, const QRect& device, const QString& id,
+                 const QPalette& palette);
 void paintFrame(QPainter& painter, const QRect& device, const QPalette& palette);
 /// A device that something fits, with what fits.
 void paintFit(QPainter& painter, const QRect& device, const QString& port, const QPalette& palette);

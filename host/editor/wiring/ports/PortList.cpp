@@ -41,6 +41,17 @@ QString meaningIn(const QVector<MethodWords>& words, const QString& signature)
     return found == words.cend() ? QString() : found->meaning;
 }
 
+/// A type's "wgOutput" beside its "output" is for its own widget; some types list it all the same.
+bool isForOwnWidget(const QString& name, const QStringList& signatures)
+{
+    if (name.size() < 3 || !name.startsWith("wg") || !name[2].isUpper()) {
+        return false;
+    }
+    const QString plain = name[2].toLower() + name.mid(3);
+    return std::any_of(signatures.cbegin(), signatures.cend(),
+                       [&](const QString& other) { return nameOf(other) == plain; });
+}
+
 /// One for each name, in the order of the signatures.
 QVector<Port> portsOf(const QStringList& signatures, bool isOutput,
                       const QVector<MethodWords>& words)
@@ -49,6 +60,9 @@ QVector<Port> portsOf(const QStringList& signatures, bool isOutput,
     QHash<QString, int> places;
     for (const QString& signature : signatures) {
         const QString name = nameOf(signature);
+        if (isForOwnWidget(name, signatures)) {
+            continue;
+        }
         if (!places.contains(name)) {
             places.insert(name, ports.size());
             ports.append({{}, name, isOutput, {}, {}});

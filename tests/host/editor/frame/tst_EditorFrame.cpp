@@ -20,6 +20,7 @@
 
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -47,6 +48,7 @@ private slots:
     void theKeyOfAnOpenPaneClosesIt();
     void aSelectionLeadsFromThePaletteToItsSettings();
     void wiringTakesThePlaceOfArranging();
+    void aLineAndItsRowAreChosenTogether();
     void undoAndRedoFollowTheSession();
     void saveIsThereWhileSomethingIsUnsaved();
     void theEndAsksWhereSomethingIsUnsaved();
@@ -160,6 +162,21 @@ void tst_EditorFrame::wiringTakesThePlaceOfArranging()
     click("device");
     QVERIFY(isArranging());
     QVERIFY(!shown<norvo::WireCanvas>());
+}
+
+void tst_EditorFrame::aLineAndItsRowAreChosenTogether()
+{
+    click("wires");
+    auto* const canvas = shown<norvo::WireCanvas>();
+    auto* const rows = shown<norvo::ConnectionTable>()->findChild<QTableWidget*>("connections");
+    canvas->setFocus();
+    QTest::keyClick(canvas, Qt::Key_Down);
+    QCOMPARE(rows->selectedItems().value(0), rows->item(0, 0));
+    QTest::keyClick(canvas, Qt::Key_Escape);
+    QVERIFY(rows->selectedItems().isEmpty());
+    QTest::mouseClick(rows->viewport(), Qt::LeftButton, {},
+                      rows->visualItemRect(rows->item(0, 0)).center());
+    QCOMPARE(canvas->selectedConnection(), 0);
 }
 
 void tst_EditorFrame::undoAndRedoFollowTheSession()

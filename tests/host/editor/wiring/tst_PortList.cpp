@@ -92,6 +92,8 @@ void tst_PortList::portsAreThoseForThePanelsAuthor()
     QVERIFY(!find(list, "go.clicked", true).meaning.isEmpty());
     QCOMPARE(find(list, "go.clicked", true).carries(), QString("a pulse"));
     QCOMPARE(find(list, "goal.output", true).carries(), QString("number or text"));
+    QVERIFY(!namesOf(list.outputs("goal")).contains("wgOutput"));
+    QVERIFY(!namesOf(list.inputs("goal")).contains("wgInput"));
     const norvo::TypeWords& words = *EditedPanel::types().words("output_graph");
     const QVector<norvo::MethodWords> all = words.outputs + words.inputs;
     for (const norvo::MethodWords& one : all) {

@@ -5,6 +5,8 @@
 
 #include "host/editor/wiring/DeviceShelf.h"
 #include "host/editor/wiring/WireCanvas.h"
+#include "host/panel/edit/ParamEdit.h"
+#include "host/panel/run/Panel.h"
 #include "host/window/look/TouchSize.h"
 
 #include <QAction>
@@ -57,6 +59,9 @@ private slots:
     void aLineToAnotherPageLeadsThere();
     void escapeGoesBackStepByStep();
     void valuesStandOnTheirLines();
+    void aStubHasItsValueToo();
+    void anEmptyDeviceIsNamed();
+    void theChosenLineIsTold();
     void nothingIsHeardOncePutAway();
     void aCircleIsTold();
 };
@@ -141,8 +146,7 @@ void tst_WireCanvas::aDeviceOfTheShelfIsConnectedToo()
     panel.tapDevice("wave");
     QVERIFY(panel.key("wave.output"));
     panel.tapKey("wave.output");
-    panel.tapDevice("goal");
-    panel.tapKey("goal.input");
+    panel.tapDevice("goal"); // Which has one input that fits.
     QCOMPARE(panel.connections().last(), QString("wave.output -> goal.input"));
 }
 
@@ -232,6 +236,44 @@ void tst_WireCanvas::valuesStandOnTheirLines()
     QTRY_VERIFY_WITH_TIMEOUT(panel.canvas->shownValue(0).toDouble() != 0, 60000);
     const QString first = panel.canvas->shownValue(0);
     QTRY_VERIFY_WITH_TIMEOUT(panel.canvas->shownValue(0) != first, 60000);
+}
+
+void tst_WireCanvas::aStubHasItsValueToo()
+{
+    WiredPanel panel(kPages);
+    QVERIFY(!panel.canvas->shownValue(0).isEmpty());
+    QTest::mouseClick(panel.panel().widget("go")->findChild<QPushButton*>(), Qt::LeftButton);
+    QTRY_COMPARE_WITH_TIMEOUT(panel.canvas->shownValue(0), QString("yes"), 60000);
+}
+
+void tst_WireCanvas::anEmptyDeviceIsNamed()
+{
+    WiredPanel panel("devices:\n  empty: {device: label, params: {Value: \"\"}}\n");
+    const QRect place = panel.canvas->scene().deviceRect("empty");
+    const QImage bare = panel.pages().grab().toImage();
+    panel.canvas->hide();
+    const QImage without = panel.pages().grab().toImage();
+    const QPoint corner = panel.canvas->mapTo(&panel.pages(), place.topLeft());
+    QVERIFY(bare.copy({corner, QSize(40, 14)}) != without.copy({corner, QSize(40, 14)}));
+    QVERIFY(bare.pixel(corner + QPoint(place.width() / 2, 0)) !=
+            without.pixel(corner + QPoint(place.width() / 2, 0)));
+}
+
+void tst_WireCanvas::theChosenLineIsTold()
+{
+    WiredPanel panel(kPages);
+    QSignalSpy told(panel.canvas, &WireCanvas::connectionChosen);
+    panel.canvas->chooseConnection(0);
+    QCOMPARE(panel.canvas->selectedConnection(), 0);
+    QCOMPARE(told.count(), 0);
+    QTest::keyClick(panel.canvas, Qt::Key_Escape);
+    QCOMPARE(told.takeFirst().first().toInt(), -1);
+    QTest::keyClick(panel.canvas, Qt::Key_Down);
+    QCOMPARE(told.takeFirst().first().toInt(), 0);
+    panel.session->change("Other", [](norvo::YamlEdit& edit) {
+        return norvo::ParamEdit::setParam(edit, "go", "text", "On");
+    });
+    QCOMPARE(panel.canvas->selectedConnection(), 0); // It is still there.
 }
 
 void tst_WireCanvas::nothingIsHeardOncePutAway()
