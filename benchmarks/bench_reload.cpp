@@ -3,16 +3,7 @@
 // What a change of a panel that runs costs: from the save of its file to the repainted window, step
 // by step for a large one, and what a thousand of them leave behind.
 
-#include "host/catalogue/Catalogue.h"
-#include "host/catalogue/SenseCheck.h"
-#include "host/panel/file/PanelFile.h"
-#include "host/panel/state/StateFile.h"
-#include "host/program/PanelInput.h"
-#include "host/program/PluginSet.h"
-#include "host/program/run/FileReload.h"
-#include "host/program/run/Reload.h"
-#include "host/program/run/RunningPanel.h"
-#include "host/services/reload/FileWatch.h"
+#include "benchmarks/RunningFile.h"
 #include "host/yaml/YamlEdit.h"
 
 #include "norvo/BaseDevice.h"
@@ -23,31 +14,13 @@
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
-#include <QTemporaryDir>
 
-#include <memory>
 #include <unistd.h>
 
 using namespace norvo;
 
 namespace {
-
-const DeviceManager& deviceTypes()
-{
-    static PluginSet plugins;
-    if (plugins.isEmpty()) {
-        plugins.load(NORVO_BUILD_DIR "/plugins");
-    }
-    return plugins.manager();
-}
-
-const Catalogue& catalogue()
-{
-    static const Catalogue catalogue(deviceTypes());
-    return catalogue;
-}
 
 /// Readouts fed by one source in ten, and a button whose text is the one that changes.
 QByteArray panelOf(int count, int version)
@@ -73,66 +46,6 @@ QByteArray panelOf(int count, int version)
     return devices + arrows;
 }
 
-void write(const QString& name, const QByteArray& text)
-{
-    QFile file(name);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()) {
-        qFatal("cannot write %s", qPrintable(name));
-    }
-}
-
-/// A panel that runs from a file, as the program has it.
-struct RunningFile
-{
-    explicit RunningFile(int count)
-        : path(folder.filePath("panel.yaml")),
-          knowledge(catalogue()),
-          input(path),
-          state(StateFile::besidePanel(path), StateFile::Mode::ReadOnly)
-    {
-        write(path, panelOf(count, 0));
-        watch.watch({path});
-        Diagnostics diagnostics(path);
-        running = std::make_unique<RunningPanel>(input.read(diagnostics), knowledge, QString());
-        running->start(
-            PanelPlan::make(running->description(), deviceTypes(), {}, diagnostics, {}, knowledge),
-            diagnostics);
-        if (diagnostics.hasErrors()) {
-            qFatal("%s", qPrintable(diagnostics.sorted().constFirst().toString()));
-        }
-        reload = std::make_unique<Reload>(
-            Reload::Parts{input, deviceTypes(), catalogue(), knowledge, state, *running,
-                          [](PanelDescription&) {}, [](const PanelLook&) {}},
-            diagnostics.sorted());
-        file = std::make_unique<FileReload>(input, watch, *reload, running->window());
-        running->window().resize(1280, 800);
-        running->window().show();
-        settle();
-    }
-    ~RunningFile()
-    {
-        file.reset();
-        running->stop();
-    }
-
-    static void settle()
-    {
-        for (int i = 0; i < 20; ++i) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-        }
-    }
-
-    QTemporaryDir folder;
-    const QString path;
-    const SenseCheck knowledge;
-    const PanelInput input;
-    StateFile state;
-    FileWatch watch;
-    std::unique_ptr<RunningPanel> running;
-    std::unique_ptr<Reload> reload;
-    std::unique_ptr<FileReload> file;
-};
-
 /// Notes when a button with that text paints itself.
 class PaintWatch : public QObject
 {
@@ -151,11 +64,6 @@ public:
 private:
     const QString m_text;
 };
-
-double milliseconds(const QElapsedTimer& clock)
-{
-    return double(clock.nsecsElapsed()) * 1e-6;
-}
 
 double residentKiB()
 {
@@ -191,7 +99,7 @@ int timers(RunningPanel& panel)
 /// file must be still included.
 static void fromSaveToPaint(benchmark::State& state)
 {
-    RunningFile panel(int(state.range(0)));
+    RunningFile panel(panelOf(int(state.range(0)), 0));
     int version = 0;
     double worst = 0;
     for (auto _ : state) {
@@ -199,7 +107,7 @@ static void fromSaveToPaint(benchmark::State& state)
         const PaintWatch paint(QString("V%1").arg(version));
         QElapsedTimer clock;
         clock.start();
-        write(panel.path, text);
+        panel.write(text);
         while (!paint.isPainted) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         }
@@ -221,7 +129,7 @@ BENCHMARK(fromSaveToPaint)
 static void stepsOfAChange(benchmark::State& state)
 {
     const int count = int(state.range(0));
-    RunningFile panel(count);
+    RunningFile panel(panelOf(count, 0));
     int version = 0;
     double parse = 0;
     double plan = 0;
@@ -268,7 +176,7 @@ BENCHMARK(stepsOfAChange)->Arg(100)->Arg(1000)->Iterations(20)->Unit(benchmark::
 /// What a thousand changes leave behind: the difference between after 100 and after 1,100.
 static void thousandChanges(benchmark::State& state)
 {
-    RunningFile panel(100);
+    RunningFile panel(panelOf(100, 0));
     const auto change = [&panel](int version) {
         Diagnostics diagnostics("panel.yaml");
         if (!panel.reload->run(panelOf(100 - version % 7, version), {}, diagnostics)) {
