@@ -85,7 +85,7 @@ YamlEdit::Error EditSession::keepPlaces(YamlEdit& edit, const QStringList& meant
     const QString file = m_live.description().file;
     return norvo::keepPlaces(edit, m_live.cells(), meant, [&](const YamlEdit& text) {
         Diagnostics diagnostics(file);
-        return cellsOfText(PanelFile::parse(text.text(), file, diagnostics), m_catalogue);
+        return cellsOfText(PanelFile::parse(text, file, diagnostics), m_catalogue);
     });
 }
 

@@ -5,6 +5,7 @@
 #include "host/panel/file/PanelFile.h"
 #include "host/services/access/PinHash.h"
 #include "host/yaml/SourceText.h"
+#include "host/yaml/YamlEdit.h"
 
 #include <QDir>
 #include <QFile>
@@ -66,6 +67,11 @@ PanelDescription PanelInput::read(Diagnostics& diagnostics) const
 }
 
 PanelDescription PanelInput::parse(const QByteArray& text, Diagnostics& diagnostics) const
+{
+    return parse(YamlEdit(text), diagnostics);
+}
+
+PanelDescription PanelInput::parse(const YamlEdit& text, Diagnostics& diagnostics) const
 {
     QDir::setCurrent(m_startFolder);
     PanelDescription description = PanelFile::parse(text, m_name, diagnostics);

@@ -7,6 +7,8 @@
 
 namespace norvo {
 
+class YamlEdit;
+
 /// A panel file as the command line names it; "-" is standard input.
 class PanelInput
 {
@@ -25,6 +27,7 @@ public:
     PanelDescription read(Diagnostics& diagnostics) const;
     /// The same from a text in the place of the file's.
     PanelDescription parse(const QByteArray& text, Diagnostics& diagnostics) const;
+    PanelDescription parse(const YamlEdit& text, Diagnostics& diagnostics) const;
 
     QString path() const;   ///< Absolute; of standard input that of its working folder.
     QString folder() const; ///< That names in the panel are relative to.

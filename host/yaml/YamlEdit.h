@@ -31,7 +31,12 @@ public:
     /// Why the text given at first cannot be edited: it cannot be read.
     const Error& error() const { return m_error; }
     const QByteArray& text() const { return m_source->bytes(); }
+    const SourceText& source() const { return *m_source; }
     const YamlNode& root() const { return *m_root.value; }
+    const YamlNodePtr& sharedRoot() const
+    {
+        return m_root.value;
+    } ///< As YamlTree::read() gives it.
     /// The offset where the latest edit began, and where what it has written ends.
     int editBegin() const { return m_editBegin; }
     int editEnd() const { return m_editEnd; }

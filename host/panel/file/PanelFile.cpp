@@ -12,6 +12,7 @@
 #include "host/panel/file/services/AlarmReader.h"
 #include "host/panel/file/services/AuditReader.h"
 #include "host/panel/file/services/HistoryReader.h"
+#include "host/yaml/YamlEdit.h"
 
 #include "norvo/Ids.h"
 
@@ -19,7 +20,6 @@
 #include <QHash>
 
 #include <algorithm>
-#include <variant>
 
 namespace norvo {
 
@@ -315,13 +315,17 @@ PanelDescription PanelFile::read(const QString& fileName, Diagnostics& diagnosti
 PanelDescription PanelFile::parse(const QByteArray& text, const QString& fileName,
                                   Diagnostics& diagnostics)
 {
-    SourceFile file{fileName, SourceText(text), nullptr, true};
-    const auto tree = YamlTree::read(file.source);
-    if (const auto* error = std::get_if<TextError>(&tree)) {
+    return parse(YamlEdit(text), fileName, diagnostics);
+}
+
+PanelDescription PanelFile::parse(const YamlEdit& text, const QString& fileName,
+                                  Diagnostics& diagnostics)
+{
+    if (const YamlEdit::Error& error = text.error()) {
         diagnostics.error(error->place, error->text);
         return {fileName, {}, {}, {}, {}, {}};
     }
-    file.root = std::get<YamlNodePtr>(tree);
+    const SourceFile file{fileName, text.source(), text.sharedRoot(), true};
     return PanelReader(file, diagnostics).read();
 }
 

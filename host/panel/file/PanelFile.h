@@ -7,6 +7,8 @@
 
 namespace norvo {
 
+class YamlEdit;
+
 /// Reads panel files. It knows the form of a panel and no device.
 class PanelFile
 {
@@ -16,6 +18,9 @@ public:
     static PanelDescription read(const QString& fileName, Diagnostics& diagnostics);
     /// The same from a text; `fileName` is the one that the description names.
     static PanelDescription parse(const QByteArray& text, const QString& fileName,
+                                  Diagnostics& diagnostics);
+    /// The same from a text whose tree is known.
+    static PanelDescription parse(const YamlEdit& text, const QString& fileName,
                                   Diagnostics& diagnostics);
     /// The title, or without one the file's name.
     static QString shownTitle(const PanelDescription& description);

@@ -72,7 +72,7 @@ std::optional<Diagnostic> Reload::run(const YamlEdit& text, Accept accept)
 {
     Diagnostics diagnostics(m_parts.input.name());
     std::optional<Diagnostic> refusal;
-    run(m_parts.input.parse(text.text(), diagnostics), {}, diagnostics,
+    run(m_parts.input.parse(text, diagnostics), {}, diagnostics,
         [&](const Diagnostics& found) {
             if (accept == Accept::Better) {
                 refusal = newError(found);
