@@ -103,7 +103,7 @@ QString EditSession::step(Step there, Step back)
 {
     m_history.endJoin();
     const QByteArray text = (m_history.*there)(m_document.text());
-    QString fault = take(YamlEdit(text), LivePanel::Accept::Runnable);
+    QString fault = take(YamlEdit(text, m_document), LivePanel::Accept::Runnable);
     if (fault.isEmpty()) {
         emit changed();
         emit savedChanged();

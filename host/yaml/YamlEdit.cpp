@@ -3,6 +3,7 @@
 #include "host/yaml/YamlEdit.h"
 
 #include "host/yaml/Quote.h"
+#include "host/yaml/TextChange.h"
 #include "host/yaml/YamlReread.h"
 #include "host/yaml/YamlSplices.h"
 
@@ -80,16 +81,39 @@ TextError aliasInTheWay(const YamlEntry& alias)
 
 } // namespace
 
-YamlEdit::YamlEdit(const QByteArray& text) : m_source(std::make_unique<SourceText>(text))
+YamlEdit::YamlEdit(const QByteArray& text) : m_source(std::make_shared<const SourceText>(text))
+{
+    readWhole();
+}
+
+YamlEdit::YamlEdit(const QByteArray& text, const YamlEdit& similar)
+    : m_source(std::make_shared<const SourceText>(text))
+{
+    const TextChange change = TextChange::between(similar.text(), text);
+    const YamlReread reread(*similar.m_source, similar.m_root, *m_source, change.begin,
+                            change.oldEnd, change.newEnd);
+    if (const YamlNodePtr tree = similar.error() ? nullptr : reread.tree()) {
+        setRoot(tree);
+    } else {
+        readWhole();
+    }
+}
+
+void YamlEdit::readWhole()
 {
     m_root.value = std::make_shared<const YamlNode>();
     const auto tree = YamlTree::read(*m_source);
     if (const auto* error = std::get_if<TextError>(&tree)) {
         m_error = *error;
     } else {
-        m_root.value = std::get<YamlNodePtr>(tree);
-        m_root.mark = m_root.value->mark;
+        setRoot(std::get<YamlNodePtr>(tree));
     }
+}
+
+void YamlEdit::setRoot(const YamlNodePtr& root)
+{
+    m_root.value = root;
+    m_root.mark = root->mark;
 }
 
 YamlEdit::Error YamlEdit::setText(const Path& path, const QString& text)
@@ -366,35 +390,14 @@ bool YamlEdit::setTextsTogether(const std::vector<std::pair<Path, QString>>& tex
         end = splice.end;
     }
     const int newEnd = result.size();
-    const int begin = splices.front().begin;
-    auto source = std::make_shared<const SourceText>(result + text().mid(end));
-    const YamlNodePtr tree = read(*source, begin, end, newEnd);
-    if (!tree || !YamlTree::isSameWith(root(), *tree, newTexts)) {
+    YamlEdit next(result + text().mid(end), *this);
+    if (next.error() || !YamlTree::isSameWith(root(), next.root(), newTexts)) {
         return false;
     }
-    take(std::move(source), tree, begin, newEnd);
+    next.m_editBegin = splices.front().begin;
+    next.m_editEnd = newEnd;
+    *this = next;
     return true;
-}
-
-/// The tree of a text that differs from this one in one place; null where it cannot be read.
-YamlNodePtr YamlEdit::read(const SourceText& source, int begin, int oldEnd, int newEnd) const
-{
-    if (YamlNodePtr tree = YamlReread(*m_source, m_root, source, begin, oldEnd, newEnd).tree()) {
-        return tree;
-    }
-    const auto tree = YamlTree::read(source);
-    const auto* const root = std::get_if<YamlNodePtr>(&tree);
-    return root ? *root : nullptr;
-}
-
-void YamlEdit::take(std::shared_ptr<const SourceText> source, const YamlNodePtr& root, int begin,
-                    int end)
-{
-    m_source = std::move(source);
-    m_root.value = root;
-    m_root.mark = root->mark;
-    m_editBegin = begin;
-    m_editEnd = end;
 }
 
 /// The first splice after which the text reads as expected.
@@ -403,12 +406,12 @@ YamlEdit::Error YamlEdit::apply(const std::vector<YamlSplice>& candidates,
 {
     for (const YamlSplice& splice : candidates) {
         const QByteArray written = splice.text.toUtf8();
-        auto source = std::make_shared<const SourceText>(
-            QByteArray(text()).replace(splice.begin, splice.end - splice.begin, written));
-        const int newEnd = splice.begin + written.size();
-        const YamlNodePtr tree = read(*source, splice.begin, splice.end, newEnd);
-        if (tree && YamlTree::isSame(*tree, *expected)) {
-            take(std::move(source), tree, splice.begin, newEnd);
+        YamlEdit next(QByteArray(text()).replace(splice.begin, splice.end - splice.begin, written),
+                      *this);
+        if (!next.error() && YamlTree::isSame(next.root(), *expected)) {
+            next.m_editBegin = splice.begin;
+            next.m_editEnd = splice.begin + written.size();
+            *this = next;
             return std::nullopt;
         }
     }

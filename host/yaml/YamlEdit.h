@@ -27,6 +27,9 @@ public:
     using Path = QStringList;
 
     explicit YamlEdit(const QByteArray& text);
+    /// The same; of a text that differs little from `similar`, in one place, it reads no more than
+    /// what stands around that.
+    YamlEdit(const QByteArray& text, const YamlEdit& similar);
 
     /// Why the text given at first cannot be edited: it cannot be read.
     const Error& error() const { return m_error; }
@@ -73,9 +76,8 @@ private:
     Error find(const Path& path, Trail& trail) const;
     Error refuseShared(const Trail& trail) const;
     bool setTextsTogether(const std::vector<std::pair<Path, QString>>& texts);
-    YamlNodePtr read(const SourceText& source, int begin, int oldEnd, int newEnd) const;
-    void take(std::shared_ptr<const SourceText> source, const YamlNodePtr& root, int begin,
-              int end);
+    void readWhole();
+    void setRoot(const YamlNodePtr& root);
     Error insertKey(const Path& map, const QString& key, const YamlNodePtr& value,
                     const std::optional<QString>& after);
     Error insertEntry(const Trail& trail, const YamlEntry& entry, int index);

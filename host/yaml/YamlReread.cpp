@@ -29,15 +29,24 @@ bool isBlock(const YamlNode& node)
     return !node.isText() && !node.isFlow && !node.entries.empty();
 }
 
-/// Whether a line is one that ends or begins a document.
+/// Whether a line is one that ends or begins a document, or holds a mark that counts as nothing
+/// only where a text begins.
 bool hasDocumentMarks(const QByteArray& text)
 {
-    for (const char* mark : {"---", "...", "%"}) {
+    for (const char* mark : {"---", "...", "%", "\xef\xbb\xbf"}) {
         if (text.startsWith(mark) || text.contains(QByteArray("\n") + mark)) {
             return true;
         }
     }
     return false;
+}
+
+/// Whether the last of all values is absent: a text that ends so may have been given a meaning that
+/// it has at the end of all texts only.
+bool endsAbsent(const YamlNode& node)
+{
+    return node.entries.empty() ? node.kind == YamlNode::Kind::Absent
+                                : endsAbsent(*node.entries.back().value);
 }
 
 int indexAt(const std::vector<int>& lines, int offset)
@@ -146,8 +155,7 @@ bool YamlReread::fits(const YamlNode& read, const Range& range) const
     int values = 0;
     const SourceText none((QByteArray()));
     if (read.kind != old.kind || !isBlock(read) || read.place.column != old.place.column ||
-        !isPlainTree(read, none, 0, values) ||
-        read.entries.back().value->kind == YamlNode::Kind::Absent) {
+        !isPlainTree(read, none, 0, values) || endsAbsent(read)) {
         return false;
     }
     const YamlEntry& first = old.entries[0];

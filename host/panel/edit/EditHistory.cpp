@@ -2,7 +2,7 @@
 
 #include "host/panel/edit/EditHistory.h"
 
-#include <algorithm>
+#include "host/yaml/TextChange.h"
 
 namespace norvo {
 
@@ -32,17 +32,10 @@ void EditHistory::add(const QString& name, const QByteArray& before, const QByte
         start = undo(before);
         m_steps.pop_back();
     }
-    const int common = std::min(start.size(), after.size());
-    const int begin =
-        int(std::mismatch(start.cbegin(), start.cbegin() + common, after.cbegin()).first -
-            start.cbegin());
-    int end = 0; // From the end of both.
-    while (end < common - begin &&
-           start.at(start.size() - 1 - end) == after.at(after.size() - 1 - end)) {
-        ++end;
-    }
-    m_steps.push_back({name, joinKey, begin, start.mid(begin, start.size() - begin - end),
-                       after.mid(begin, after.size() - begin - end)});
+    const TextChange change = TextChange::between(start, after);
+    m_steps.push_back({name, joinKey, change.begin,
+                       start.mid(change.begin, change.oldEnd - change.begin),
+                       after.mid(change.begin, change.newEnd - change.begin)});
     m_done = m_steps.size();
 }
 

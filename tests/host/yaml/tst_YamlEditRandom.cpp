@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "host/yaml/YamlEdit.h"
+#include "AlikeTrees.h"
 #include "Seed.h"
 #include "TestMain.h"
 
@@ -77,27 +78,6 @@ bool isPathUnique(const YamlNode& node)
         keys += entry.key ? entry.key->text : QString::number(keys.size());
     }
     return true;
-}
-
-bool isAt(const norvo::Place& a, const norvo::Place& b)
-{
-    return a.line == b.line && a.column == b.column;
-}
-
-/// Whether both trees have all in common, the places of everything too.
-bool isAlike(const YamlNode& a, const YamlNode& b)
-{
-    const auto isSameEntry = [](const YamlEntry& x, const YamlEntry& y) {
-        return x.isAlias == y.isAlias && isAt(x.place, y.place) && isAt(x.earlier, y.earlier) &&
-               x.keyMark == y.keyMark && x.mark == y.mark && bool(x.key) == bool(y.key) &&
-               (!x.key || isAlike(*x.key, *y.key)) && isAlike(*x.value, *y.value);
-    };
-    const bool isText = a.kind == YamlNode::Kind::Text;
-    return a.kind == b.kind && a.text == b.text && isAt(a.place, b.place) && a.mark == b.mark &&
-           (!isText || a.begin == b.begin) && a.isCountable == b.isCountable &&
-           a.isPlain == b.isPlain && a.isFlow == b.isFlow &&
-           std::equal(a.entries.cbegin(), a.entries.cend(), b.entries.cbegin(), b.entries.cend(),
-                      isSameEntry);
 }
 
 /// What is read as a comment; no panel holds "#" elsewhere before a space and behind one.
@@ -258,7 +238,7 @@ QString tst_YamlEditRandom::edit(const QByteArray& text)
     }
     ++m_done;
     const YamlEdit read(panel.text());
-    if (!isAlike(panel.root(), read.root())) {
+    if (!norvo::isAlike(panel.root(), read.root())) {
         return what + "the tree is not as it is read again";
     }
     const QStringList tree = linesOf(read.root());
