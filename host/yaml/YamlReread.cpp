@@ -11,6 +11,20 @@ namespace {
 constexpr int kMaxHeight = YamlTree::kMaxDepth - 4;
 constexpr int kMaxMarks = 600000; // As many as no list or map can have too many of.
 
+/// Whether a colon stands behind the key. The parser takes a text without one for a key where what
+/// follows lets it, be that far away.
+bool hasColon(const YamlEntry& entry, const SourceText& source)
+{
+    const QByteArray key = entry.key->text.toUtf8() + ':';
+    return source.bytes().mid(entry.keyMark, key.size()) == key;
+}
+
+bool isPlainKey(const YamlEntry& entry, const SourceText& source)
+{
+    return entry.key->kind == YamlNode::Kind::Text && source.at(entry.keyMark) != '*' &&
+           (entry.value->kind != YamlNode::Kind::Absent || hasColon(entry, source));
+}
+
 /// Whether the values below are few, not deep, and neither aliases nor keys given twice.
 bool isPlainTree(const YamlNode& node, const SourceText& source, int height, int& values)
 {
@@ -18,8 +32,7 @@ bool isPlainTree(const YamlNode& node, const SourceText& source, int height, int
     return height < kMaxHeight && values < YamlTree::kMaxValues / 2 &&
            std::all_of(node.entries.cbegin(), node.entries.cend(), [&](const YamlEntry& entry) {
                return !entry.isAlias && entry.earlier.line == 0 &&
-                      (!entry.key || (entry.key->kind == YamlNode::Kind::Text &&
-                                      source.at(entry.keyMark) != '*')) &&
+                      (!entry.key || isPlainKey(entry, source)) &&
                       isPlainTree(*entry.value, source, height + 1, values);
            });
 }
@@ -27,6 +40,12 @@ bool isPlainTree(const YamlNode& node, const SourceText& source, int height, int
 bool isBlock(const YamlNode& node)
 {
     return !node.isText() && !node.isFlow && !node.entries.empty();
+}
+
+/// Of a tag or an anchor, which may be that of the whole list or map.
+bool isProperty(char first)
+{
+    return first == '!' || first == '&';
 }
 
 /// Whether a line is one that ends or begins a document, or holds a mark that counts as nothing
@@ -143,19 +162,19 @@ YamlNodePtr YamlReread::readRange(const Range& range) const
     if (hasDocumentMarks(text)) {
         return nullptr;
     }
-    const auto tree = YamlTree::read(SourceText(text));
+    const SourceText source(text);
+    const auto tree = YamlTree::read(source);
     const auto* const read = std::get_if<YamlNodePtr>(&tree);
-    return read ? *read : nullptr;
+    const bool isOwn = read && isBlock(**read) && !isProperty(source.at((*read)->mark));
+    int values = 0;
+    return isOwn && isPlainTree(**read, source, 0, values) ? *read : nullptr;
 }
 
 /// Whether what has been read by itself is the same where it stands.
 bool YamlReread::fits(const YamlNode& read, const Range& range) const
 {
     const YamlNode& old = *range.parent->value;
-    int values = 0;
-    const SourceText none((QByteArray()));
-    if (read.kind != old.kind || !isBlock(read) || read.place.column != old.place.column ||
-        !isPlainTree(read, none, 0, values) || endsAbsent(read)) {
+    if (read.kind != old.kind || read.place.column != old.place.column || endsAbsent(read)) {
         return false;
     }
     const YamlEntry& first = old.entries[0];

@@ -4,6 +4,7 @@
 
 #include "host/panel/edit/ConnectionEdit.h"
 #include "host/panel/edit/Mentions.h"
+#include "host/panel/edit/OwnDevices.h"
 #include "host/panel/edit/PanelTree.h"
 #include "host/panel/edit/ParamEdit.h"
 #include "host/yaml/Quote.h"
@@ -22,9 +23,9 @@ namespace {
 
 using Error = DeviceEdit::Error;
 
-bool isFree(const YamlEdit& edit, const QString& id)
+bool isFree(const OwnDevices& devices, const QString& id)
 {
-    return PanelTree::ownerOf(edit, id).isEmpty();
+    return devices.ownerOf(id).isEmpty();
 }
 
 /// Whether any other device or use names this page.
@@ -70,7 +71,7 @@ Error checkNewId(const YamlEdit& edit, const QString& id)
             {},
             QString("the id %1 may hold letters, digits, \"_\" and \"-\" only").arg(inQuotes(id))};
     }
-    if (!isFree(edit, id)) {
+    if (!isFree(OwnDevices(edit), id)) {
         return TextError{{}, QString("the id %1 is in use").arg(inQuotes(id))};
     }
     return std::nullopt;
@@ -139,21 +140,22 @@ YamlNodePtr moved(const YamlNode& device, const Cells& by)
 QString DeviceEdit::freeId(const YamlEdit& edit, const QString& base)
 {
     static const QRegularExpression digits("\\d+$");
+    const OwnDevices devices(edit);
     QString id;
     for (const QChar c : base) {
         id += isId(QString(c)) ? c : QChar('_');
     }
     id = id.isEmpty() ? QString("device") : id;
-    if (const QString use = PanelTree::ownerOf(edit, id); !use.isEmpty() && use != id) {
+    if (const QString use = devices.ownerOf(id); !use.isEmpty() && use != id) {
         id = id.mid(use.size() + 1); // What begins so is the use's own.
     }
-    if (isFree(edit, id)) {
+    if (isFree(devices, id)) {
         return id;
     }
     const QString number = digits.match(id).captured();
     const QString stem = number.size() < id.size() ? id.chopped(number.size()) : id;
     for (int n = 2;; ++n) {
-        if (isFree(edit, stem + QString::number(n))) {
+        if (isFree(devices, stem + QString::number(n))) {
             return stem + QString::number(n);
         }
     }
@@ -183,9 +185,9 @@ Error DeviceEdit::remove(YamlEdit& edit, const QString& device)
         return PanelTree::noDevice(edit, device);
     }
     YamlEdit next = edit;
-    Error error = Mentions::remove(next, [&](const Mention& mention) {
-        return PanelTree::ownerOf(edit, mention.device) == device;
-    });
+    const OwnDevices devices(edit);
+    Error error = Mentions::remove(
+        next, [&](const Mention& mention) { return devices.ownerOf(mention.device) == device; });
     error = error ? error : next.remove({"devices", device});
     if (!error) {
         edit = next;
@@ -208,9 +210,9 @@ Error DeviceEdit::rename(YamlEdit& edit, const QString& device, const QString& n
         return error;
     }
     YamlEdit next = edit;
+    const OwnDevices devices(edit);
     Error error = Mentions::replace(
-        next,
-        [&](const Mention& mention) { return PanelTree::ownerOf(edit, mention.device) == device; },
+        next, [&](const Mention& mention) { return devices.ownerOf(mention.device) == device; },
         true, [&](const Mention& mention) { return newId + mention.device.mid(device.size()); });
     error = error ? error : next.renameKey({"devices", device}, newId);
     if (!error) {
@@ -280,6 +282,7 @@ Error DeviceEdit::setKey(YamlEdit& edit, const QString& device, const QString& k
 QByteArray DeviceEdit::copy(const YamlEdit& edit, const QStringList& devices)
 {
     YamlEdit copied{QByteArray()};
+    const OwnDevices own(edit);
     const YamlNode* const map = PanelTree::devices(edit);
     for (size_t i = 0; map && i < map->entries.size(); ++i) {
         const YamlEntry& entry = map->entries[i];
@@ -292,7 +295,7 @@ QByteArray DeviceEdit::copy(const YamlEdit& edit, const QStringList& devices)
         const QString& text = connections->entries[i].value->text;
         const QVector<Mention> ends = Mentions::in(text);
         if (std::all_of(ends.cbegin(), ends.cend(), [&](const Mention& end) {
-                return devices.contains(PanelTree::ownerOf(edit, end.device));
+                return devices.contains(own.ownerOf(end.device));
             })) {
             ConnectionEdit::addText(copied, text);
         }
@@ -312,6 +315,7 @@ Error DeviceEdit::paste(YamlEdit& edit, const QByteArray& copied, const Cells& m
         return TextError{{}, "there are no devices in what is to be pasted"};
     }
     YamlEdit next = edit;
+    const OwnDevices sources(source);
     QHash<QString, QString> newIds;
     QStringList added;
     for (const YamlEntry& entry : map->entries) {
@@ -330,7 +334,7 @@ Error DeviceEdit::paste(YamlEdit& edit, const QByteArray& copied, const Cells& m
         const QVector<Mention> ends = Mentions::in(text);
         for (int end = ends.size() - 1; end >= 0; --end) {
             const QString& device = ends[end].device;
-            const QString owner = PanelTree::ownerOf(source, device);
+            const QString owner = sources.ownerOf(device);
             text.replace(ends[end].deviceAt, device.size(),
                          newIds.value(owner) + device.mid(owner.size()));
         }

@@ -3,6 +3,7 @@
 #include "host/panel/edit/KeepPlaces.h"
 
 #include "host/panel/edit/DeviceEdit.h"
+#include "host/panel/edit/OwnDevices.h"
 #include "host/panel/edit/PanelTree.h"
 
 #include <tuple>
@@ -50,12 +51,13 @@ CellsById cellsByText(const YamlEdit& edit, const CellsById& known)
 {
     QVector<Cells> wanted;
     QStringList ids;
+    const OwnDevices devices(edit);
     for (const QString& id : PanelTree::deviceIds(edit)) {
-        const YamlNode& device = *PanelTree::device(edit, id);
-        if (known.contains(id)) {
+        const YamlNode* const device = devices.find(id);
+        if (device && known.contains(id)) {
             ids += id;
-            wanted.append(readCells([&device](const QString& param) {
-                return PanelTree::paramOf(device, param).value_or(QString());
+            wanted.append(readCells([device](const QString& param) {
+                return PanelTree::paramOf(*device, param).value_or(QString());
             }));
         }
     }

@@ -3,6 +3,7 @@
 #include "host/panel/edit/LineEdits.h"
 
 #include "host/panel/edit/DeviceEdit.h"
+#include "host/panel/edit/OwnDevices.h"
 #include "host/panel/edit/PanelTree.h"
 #include "host/yaml/Quote.h"
 
@@ -72,9 +73,10 @@ Error moveUse(YamlEdit& edit, const QString& use, const LineShift& shift)
 Error moveUses(YamlEdit& edit, const CellsById& cells, const CellsById& moved,
                const LineShift& shift)
 {
+    const OwnDevices devices(edit);
     QMap<QString, bool> isWhole; ///< By use: whether all of it moves, and nothing grows.
     for (auto one = cells.cbegin(); one != cells.cend(); ++one) {
-        const QString owner = PanelTree::ownerOf(edit, one.key());
+        const QString owner = devices.ownerOf(one.key());
         if (owner.isEmpty() || owner == one.key()) {
             continue;
         }
@@ -101,10 +103,9 @@ Error moveUses(YamlEdit& edit, const CellsById& cells, const CellsById& moved,
 using Texts = std::vector<std::pair<Path, QString>>;
 
 /// What is to be written where the device says all of its cells; false where it does not.
-bool collectTexts(const YamlEdit& edit, const QString& id, const Cells& old, const Cells& cells,
+bool collectTexts(const YamlNode& device, const QString& id, const Cells& old, const Cells& cells,
                   Texts& texts)
 {
-    const YamlNode& device = *PanelTree::device(edit, id);
     const std::tuple<QString, int, int> numbers[]{{kWidgetRow, old.row, cells.row},
                                                   {kWidgetColumn, old.column, cells.column},
                                                   {kWidgetRowspan, old.rowspan, cells.rowspan},
@@ -172,14 +173,16 @@ Error shiftLines(YamlEdit& edit, const CellsById& cells, const LineShift& shift)
     }
     YamlEdit next = edit;
     Error error = moveUses(next, cells, moved, shift);
+    const OwnDevices devices(edit);
     CellsById after = cells;
     bool hasUses = false;
     Texts texts;
     for (auto one = cells.cbegin(); one != cells.cend() && !error; ++one) {
-        hasUses = hasUses || !PanelTree::device(edit, one.key());
-        if (moved.contains(one.key()) && PanelTree::device(edit, one.key())) {
+        const YamlNode* const device = devices.find(one.key());
+        hasUses = hasUses || !device;
+        if (moved.contains(one.key()) && device) {
             after[one.key()] = moved[one.key()];
-            if (!collectTexts(edit, one.key(), *one, moved[one.key()], texts)) {
+            if (!collectTexts(*device, one.key(), *one, moved[one.key()], texts)) {
                 error = DeviceEdit::place(next, one.key(), moved[one.key()]);
             }
         }

@@ -4,11 +4,14 @@
 
 #include "host/panel/edit/DeviceEdit.h"
 #include "host/panel/edit/LineEdits.h"
+#include "host/panel/edit/OwnDevices.h"
 #include "host/panel/edit/PanelTree.h"
 #include "host/panel/edit/ParamEdit.h"
 #include "host/yaml/Quote.h"
 
 #include "norvo/Categories.h"
+
+#include <QSet>
 
 namespace norvo {
 
@@ -104,16 +107,15 @@ Error setArea(YamlEdit& edit, const QString& id, const QString& area)
 /// Names the page at those of its devices that it did not need to be named at so far.
 Error nameFirstPage(YamlEdit& edit, const CellsById& cells, const QString& first)
 {
+    const OwnDevices devices(edit);
+    QSet<QString> there;
+    for (auto one = cells.cbegin(); one != cells.cend(); ++one) {
+        if (one->area == first) {
+            there.insert(devices.ownerOf(one.key()));
+        }
+    }
     for (const QString& id : PanelTree::deviceIds(edit)) {
-        const YamlNode& device = *PanelTree::device(edit, id);
-        if (!PanelTree::areaOf(device).isEmpty()) {
-            continue;
-        }
-        bool isThere = false;
-        for (auto one = cells.cbegin(); one != cells.cend(); ++one) {
-            isThere = isThere || (one->area == first && PanelTree::ownerOf(edit, one.key()) == id);
-        }
-        if (isThere) {
+        if (there.contains(id) && PanelTree::areaOf(*devices.find(id)).isEmpty()) {
             if (Error error = setArea(edit, id, first)) {
                 return error;
             }
@@ -157,6 +159,7 @@ Error PageEdit::rename(YamlEdit& edit, const CellsById& cells, const QString& pa
     YamlEdit next = edit;
     QStringList pages = PanelTree::pages(edit);
     const bool isFirst = page == PanelTree::firstArea(edit);
+    const OwnDevices devices(edit);
     Error error;
     if (page.isEmpty()) {
         error = writePages(next, {newName});
@@ -165,7 +168,7 @@ Error PageEdit::rename(YamlEdit& edit, const CellsById& cells, const QString& pa
         error = writePages(next, pages);
     }
     for (auto one = cells.cbegin(); one != cells.cend() && !error; ++one) {
-        const QString owner = PanelTree::ownerOf(edit, one.key());
+        const QString owner = devices.ownerOf(one.key());
         if (page.isEmpty() || one->area != page || owner.isEmpty()) {
             continue;
         }
@@ -191,8 +194,9 @@ Error PageEdit::remove(YamlEdit& edit, const CellsById& cells, const QString& pa
     QStringList removed;
     QStringList left;
     bool isOnly = PanelTree::pages(edit) == QStringList{page};
+    const OwnDevices devices(edit);
     for (auto one = cells.cbegin(); one != cells.cend(); ++one) {
-        (one->area == page ? removed : left) += PanelTree::ownerOf(edit, one.key());
+        (one->area == page ? removed : left) += devices.ownerOf(one.key());
         isOnly = isOnly && one->area == page;
     }
     if (page.isEmpty() || isOnly) {

@@ -130,20 +130,6 @@ QString PanelTree::firstArea(const YamlEdit& edit)
     return {};
 }
 
-QString PanelTree::ownerOf(const YamlEdit& edit, const QString& id)
-{
-    if (device(edit, id)) {
-        return id;
-    }
-    for (int dash = id.lastIndexOf('-'); dash > 0; dash = id.lastIndexOf('-', dash - 1)) {
-        const YamlNode* const use = device(edit, id.left(dash));
-        if (use && isUse(*use)) {
-            return id.left(dash);
-        }
-    }
-    return {};
-}
-
 QString PanelTree::keyBefore(const YamlEdit& edit, const QString& key)
 {
     static const QStringList order{"title",    "theme",     "touch",   "design",      "fit",

@@ -31,8 +31,6 @@ QStringList pages(const YamlEdit& edit); ///< That the file lists.
 QString areaOf(const YamlNode& device);
 /// The page of those that ask for none; empty: the file names no page.
 QString firstArea(const YamlEdit& edit);
-/// The device of the file, or the use, that has made a device of this id; empty: none.
-QString ownerOf(const YamlEdit& edit, const QString& id);
 
 /// The key of the panel that a new one is written behind, as examples order them; null: first.
 QString keyBefore(const YamlEdit& edit, const QString& key);

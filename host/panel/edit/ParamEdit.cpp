@@ -7,6 +7,8 @@
 #include "norvo/Categories.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace norvo {
 
@@ -159,14 +161,17 @@ YamlEdit::Error ParamEdit::setParams(YamlEdit& edit, const QString& device, cons
     }
     YamlEdit next = edit;
     Params missing;
+    std::vector<std::pair<Path, QString>> texts;
     for (const auto& [name, value] : params) {
         const Path found = PanelTree::findParam(*PanelTree::device(next, device), name);
         if (found.isEmpty()) {
             missing.append({name, value});
-        } else if (YamlEdit::Error error =
-                       next.setText(Path{"devices", device, "params"} + found, value)) {
-            return error;
+        } else {
+            texts.emplace_back(Path{"devices", device, "params"} + found, value);
         }
+    }
+    if (YamlEdit::Error error = next.setTexts(texts)) {
+        return error;
     }
     while (!missing.isEmpty()) {
         if (YamlEdit::Error error = insertFirst(next, device, missing)) {
