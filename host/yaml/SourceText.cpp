@@ -54,6 +54,18 @@ std::optional<QByteArray> readTextFile(const QString& fileName, QString& reason)
     return std::nullopt;
 }
 
+TextChange TextChange::between(const QByteArray& before, const QByteArray& after)
+{
+    const int common = std::min(before.size(), after.size());
+    const auto differing =
+        std::mismatch(before.cbegin(), before.cbegin() + common, after.cbegin()).first;
+    const int begin = int(differing - before.cbegin());
+    const auto behind =
+        std::mismatch(before.crbegin(), before.crbegin() + (common - begin), after.crbegin()).first;
+    const int end = int(behind - before.crbegin());
+    return {begin, before.size() - end, after.size() - end};
+}
+
 SourceText::SourceText(const QByteArray& bytes) : m_bytes(bytes)
 {
     m_lineStarts.push_back(bytes.startsWith(kByteOrderMark) ? 3 : 0);

@@ -18,6 +18,18 @@ struct TextError
     QString text;
 };
 
+/// The one place in which two texts differ: the bytes of the old one from `begin` up to `oldEnd`
+/// are in the new one those up to `newEnd`.
+struct TextChange
+{
+    int begin = 0;
+    int oldEnd = 0;
+    int newEnd = 0;
+
+    /// The shortest; nothing between them where both texts are equal.
+    static TextChange between(const QByteArray& before, const QByteArray& after);
+};
+
 constexpr int kMaxTextSize = 4 * 1024 * 1024; ///< Of a text file that is read, in bytes.
 
 /// The content of a regular file, cut behind its first byte too many. Without any, `reason` says

@@ -3,11 +3,8 @@
 #include "host/yaml/YamlEdit.h"
 
 #include "host/yaml/Quote.h"
-#include "host/yaml/TextChange.h"
 #include "host/yaml/YamlReread.h"
 #include "host/yaml/YamlSplices.h"
-
-#include <QHash>
 
 #include <algorithm>
 #include <iterator>
@@ -15,8 +12,6 @@
 namespace norvo {
 
 namespace {
-
-using Uses = QHash<const YamlNode*, Place>;
 
 int indexOf(const YamlNode& node, const QString& step)
 {
@@ -30,39 +25,6 @@ int indexOf(const YamlNode& node, const QString& step)
             return entry.key->isText() && entry.key->text == step;
         });
     return found == node.entries.cend() ? -1 : int(std::distance(node.entries.cbegin(), found));
-}
-
-/// Which nodes aliases use, and where; those in `omitted` left out.
-void collectUses(const YamlEntry& entry, const SourceText& source, const YamlEntry* omitted,
-                 Uses& uses)
-{
-    if (&entry == omitted) {
-        return;
-    }
-    if (entry.key && source.at(entry.keyMark) == '*') {
-        uses.insert(entry.key.get(), source.placeAt(entry.keyMark));
-    }
-    if (entry.isAlias) {
-        uses.insert(entry.value.get(), entry.place);
-        return;
-    }
-    for (const YamlEntry& below : entry.value->entries) {
-        collectUses(below, source, omitted, uses);
-    }
-}
-
-/// The place of a use of what stands in this entry; unknown without any.
-Place useIn(const YamlEntry& entry, const Uses& uses)
-{
-    Place use = entry.key ? uses.value(entry.key.get()) : Place();
-    if (entry.isAlias) {
-        return use;
-    }
-    use = use.line == 0 ? uses.value(entry.value.get()) : use;
-    for (const YamlEntry& below : entry.value->entries) {
-        use = use.line == 0 ? useIn(below, uses) : use;
-    }
-    return use;
 }
 
 TextError usedElsewhere(const Place& place, const Place& use)
@@ -148,8 +110,7 @@ YamlEdit::Error YamlEdit::renameKey(const Path& path, const QString& key)
         return TextError{entry.place, "this is no entry of a map"};
     }
     const int index = trail.indices.back();
-    Uses uses;
-    collectUses(m_root, *m_source, nullptr, uses);
+    const YamlTree::Uses uses = YamlTree::usesOf(m_root, *m_source);
     const Place use = uses.value(entry.key.get());
     if (use.line > 0) {
         return usedElsewhere(entry.key->place, use);
@@ -238,9 +199,7 @@ YamlEdit::Error YamlEdit::remove(const Path& path)
     if (trail.indices.empty()) {
         return TextError{entry.place, "the whole text cannot be removed"};
     }
-    Uses uses;
-    collectUses(m_root, *m_source, &entry, uses);
-    const Place use = useIn(entry, uses);
+    const Place use = YamlTree::useIn(entry, YamlTree::usesOf(m_root, *m_source, &entry));
     if (use.line > 0) {
         return usedElsewhere(entry.place, use);
     }
@@ -302,8 +261,7 @@ YamlEdit::Error YamlEdit::find(const Path& path, Trail& trail) const
 
 YamlEdit::Error YamlEdit::refuseShared(const Trail& trail) const
 {
-    Uses uses;
-    collectUses(m_root, *m_source, nullptr, uses);
+    const YamlTree::Uses uses = YamlTree::usesOf(m_root, *m_source);
     for (const YamlEntry* entry : trail.entries) {
         if (entry->isAlias) {
             return aliasInTheWay(*entry);
@@ -363,8 +321,7 @@ YamlEdit::Error YamlEdit::setTexts(const std::vector<std::pair<Path, QString>>& 
 /// False where they are to be set one by one, as what that refuses needs to be told.
 bool YamlEdit::setTextsTogether(const std::vector<std::pair<Path, QString>>& texts)
 {
-    Uses uses;
-    collectUses(m_root, *m_source, nullptr, uses);
+    const YamlTree::Uses uses = YamlTree::usesOf(m_root, *m_source);
     std::vector<YamlSplice> splices;
     YamlTree::NewTexts newTexts;
     for (const auto& [path, text] : texts) {

@@ -103,6 +103,24 @@ std::variant<YamlNodePtr, TextError> build(const SourceText& source)
     return root ? root : std::make_shared<const YamlNode>();
 }
 
+void collectUses(const YamlEntry& entry, const SourceText& source, const YamlEntry* omitted,
+                 YamlTree::Uses& uses)
+{
+    if (&entry == omitted) {
+        return;
+    }
+    if (entry.key && source.at(entry.keyMark) == '*') {
+        uses.insert(entry.key.get(), source.placeAt(entry.keyMark));
+    }
+    if (entry.isAlias) {
+        uses.insert(entry.value.get(), entry.place);
+        return;
+    }
+    for (const YamlEntry& below : entry.value->entries) {
+        collectUses(below, source, omitted, uses);
+    }
+}
+
 } // namespace
 
 Place YamlNode::placeOf(int index, const SourceText& source) const
@@ -201,6 +219,27 @@ YamlNodePtr YamlTree::changed(const YamlNode& node, const std::vector<int>& indi
         value = changed(*value, indices, change, level + 1);
     }
     return copy;
+}
+
+YamlTree::Uses YamlTree::usesOf(const YamlEntry& root, const SourceText& source,
+                                const YamlEntry* omitted)
+{
+    Uses uses;
+    collectUses(root, source, omitted, uses);
+    return uses;
+}
+
+Place YamlTree::useIn(const YamlEntry& entry, const Uses& uses)
+{
+    Place use = entry.key ? uses.value(entry.key.get()) : Place();
+    if (entry.isAlias) {
+        return use;
+    }
+    use = use.line == 0 ? uses.value(entry.value.get()) : use;
+    for (const YamlEntry& below : entry.value->entries) {
+        use = use.line == 0 ? useIn(below, uses) : use;
+    }
+    return use;
 }
 
 } // namespace norvo

@@ -79,6 +79,12 @@ bool isSameWith(const YamlNode& a, const YamlNode& b, const NewTexts& texts);
 YamlNodePtr changed(const YamlNode& node, const std::vector<int>& indices,
                     const std::function<void(YamlNode&)>& change, size_t level = 0);
 
+using Uses = QHash<const YamlNode*, Place>;
+/// Which nodes aliases use, and where; those in `omitted` left out.
+Uses usesOf(const YamlEntry& root, const SourceText& source, const YamlEntry* omitted = nullptr);
+/// The place of a use of what stands in this entry; unknown without any.
+Place useIn(const YamlEntry& entry, const Uses& uses);
+
 } // namespace YamlTree
 
 } // namespace norvo

@@ -2,7 +2,7 @@
 
 #include "host/panel/edit/EditHistory.h"
 
-#include "host/yaml/TextChange.h"
+#include "host/yaml/SourceText.h"
 
 namespace norvo {
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "host/yaml/YamlEdit.h"
-#include "host/yaml/TextChange.h"
 #include "AlikeTrees.h"
 #include "Seed.h"
 #include "TestMain.h"
@@ -116,10 +115,18 @@ void tst_YamlSimilarRandom::panelsReadTheSame()
         const QByteArray before = m_panels[int(pick(unsigned(m_panels.size())))];
         const QByteArray after = changed(before);
         const QString wrong = difference(before, after);
-        QVERIFY2(wrong.isEmpty(),
-                 qPrintable(QString("NORVO_TEST_SEED=%1: %2\n%3\n=======\n%4")
-                                .arg(first + round)
-                                .arg(wrong, QString(before.mid(std::max(0, norvo::TextChange::between(before, after).begin - 900), 1800)), QString(after.mid(std::max(0, norvo::TextChange::between(before, after).begin - 900), 1800)))));
+        QVERIFY2(
+            wrong.isEmpty(),
+            qPrintable(
+                QString("NORVO_TEST_SEED=%1: %2\n%3\n=======\n%4")
+                    .arg(first + round)
+                    .arg(wrong,
+                         QString(before.mid(
+                             std::max(0, norvo::TextChange::between(before, after).begin - 900),
+                             1800)),
+                         QString(after.mid(
+                             std::max(0, norvo::TextChange::between(before, after).begin - 900),
+                             1800)))));
     }
     qInfo("%d of them are errors", m_errors);
     QVERIFY(m_errors < 4000);
@@ -137,9 +144,15 @@ void tst_YamlSimilarRandom::anyTextsReadTheSame()
         }
         const QByteArray after = changed(before);
         const QString wrong = difference(before, after);
-        QVERIFY2(wrong.isEmpty(), qPrintable(QString("NORVO_TEST_SEED=%1: %2\n%3\n=======\n%4")
-                                                 .arg(first + round)
-                                                 .arg(wrong, QString(before), QString(after.mid(std::max(0, norvo::TextChange::between(before, after).begin - 900), 1800)))));
+        QVERIFY2(
+            wrong.isEmpty(),
+            qPrintable(
+                QString("NORVO_TEST_SEED=%1: %2\n%3\n=======\n%4")
+                    .arg(first + round)
+                    .arg(wrong, QString(before),
+                         QString(after.mid(
+                             std::max(0, norvo::TextChange::between(before, after).begin - 900),
+                             1800)))));
     }
     qInfo("%d of them are errors", m_errors);
     QVERIFY(m_errors < 45000);
