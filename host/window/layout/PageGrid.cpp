@@ -126,6 +126,7 @@ void PageGrid::invalidate()
     QGridLayout::invalidate();
 }
 
+/// The grid knows no stretch of a line that it does not have yet.
 void PageGrid::arrange()
 {
     if (m_isArranged) {
@@ -136,13 +137,13 @@ void PageGrid::arrange()
     }
     const QVector<int> rows = rowStretches();
     for (int row = 0; row < rows.size(); ++row) {
-        if (rowStretch(row) != rows[row]) {
+        if ((row < rowCount() ? rowStretch(row) : 0) != rows[row]) {
             setRowStretch(row, rows[row]);
         }
     }
     const QVector<int> columns = columnStretches();
     for (int column = 0; column < columns.size(); ++column) {
-        if (columnStretch(column) != columns[column]) {
+        if ((column < columnCount() ? columnStretch(column) : 0) != columns[column]) {
             setColumnStretch(column, columns[column]);
         }
     }
