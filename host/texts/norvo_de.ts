@@ -152,6 +152,10 @@
         <source>%1 is there</source>
         <translation>%1 ist dort</translation>
     </message>
+    <message>
+        <source>%1 and %2 would be in one place</source>
+        <translation>%1 und %2 kämen an dieselbe Stelle</translation>
+    </message>
 </context>
 <context>
     <name>norvo::ColourEditor</name>

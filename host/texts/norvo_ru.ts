@@ -152,6 +152,10 @@
         <source>%1 is there</source>
         <translation>Там %1</translation>
     </message>
+    <message>
+        <source>%1 and %2 would be in one place</source>
+        <translation>%1 и %2 оказались бы на одном месте</translation>
+    </message>
 </context>
 <context>
     <name>norvo::ColourEditor</name>

@@ -5,6 +5,13 @@
 #include "host/editor/EditSession.h"
 #include "host/panel/edit/PanelTree.h"
 
+#include <QHash>
+#include <QPair>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
 namespace norvo {
 
 namespace {
@@ -27,6 +34,25 @@ bool areSame(const CellMap::Places& a, const CellMap::Places& b)
         }
     }
     return true;
+}
+
+/// Two that share a cell, such as devices of two pages that go to one; none: all have their own.
+std::optional<std::pair<QString, QString>> overlap(const CellMap::Places& places)
+{
+    QHash<QPair<QString, QPair<int, int>>, QString> taken;
+    for (auto one = places.cbegin(); one != places.cend(); ++one) {
+        for (int row = one->row; row < one->row + one->rowspan; ++row) {
+            for (int column = one->column; column < one->column + one->colspan; ++column) {
+                const auto cell = qMakePair(one->area, qMakePair(row, column));
+                const auto other = taken.constFind(cell);
+                if (other != taken.cend()) {
+                    return std::minmax(*other, one.key());
+                }
+                taken.insert(cell, one.key());
+            }
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -134,7 +160,11 @@ QString CanvasModel::refusal(const CellMap::Places& cells) const
         return tr("Not on the page");
     }
     const QString other = m_view.map.inTheWay(cells);
-    return other.isEmpty() ? QString() : tr("%1 is there").arg(other);
+    if (!other.isEmpty()) {
+        return tr("%1 is there").arg(other);
+    }
+    const auto pair = overlap(cells);
+    return pair ? tr("%1 and %2 would be in one place").arg(pair->first, pair->second) : QString();
 }
 
 void CanvasModel::showGhost(const CellMap::Places& cells)
@@ -259,7 +289,10 @@ void CanvasModel::moveToPage(const QString& area)
 {
     const CellMap::Places group = m_view.map.moved(m_view.selection, area, 0, 0);
     if (!group.isEmpty()) {
-        report(m_edits.move(m_view.map.atFree(group, CellMap::block(group))));
+        const CellMap::Places there = m_view.map.atFree(group, CellMap::block(group));
+        if (report(refusal(there))) {
+            report(m_edits.move(there));
+        }
     }
 }
 

@@ -39,7 +39,7 @@ QVector<int> leastSizes(const QVector<bool>& isEmpty, int target)
     const int size = std::min(target, kMostTargets * target / std::max(1, count));
     QVector<int> sizes;
     for (const bool one : isEmpty) {
-        sizes.append(one ? size : 0);
+        sizes.append(one ? size : target);
     }
     return sizes;
 }

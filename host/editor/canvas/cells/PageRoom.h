@@ -8,8 +8,9 @@ namespace norvo {
 
 class PageGrid;
 
-/// Makes room on a page that is edited: a gutter for the numbers of rows and columns, and rows and
-/// columns that are empty, with one more of each at the ends. At its end the page is as it was.
+/// Makes room on a page that is edited: a gutter for the numbers of rows and columns, rows and
+/// columns that a finger can meet, also where little or nothing stands in them, and one more of
+/// each at the ends. At its end the page is as it was.
 class PageRoom
 {
 public:

@@ -3,6 +3,8 @@
 #include "CanvasTest.h"
 #include "TestMain.h"
 
+#include "host/window/look/TouchSize.h"
+
 namespace {
 
 const QByteArray kPanel =
@@ -33,6 +35,8 @@ private slots:
     void aFingerDragsToo();
     void aDragOverATabTurnsThePage();
     void aMenuMovesToAPage();
+    void twoOfTwoPagesDoNotGetOnePlace();
+    void aThinRowIsWideEnoughWhileItIsEdited();
 };
 
 void tst_CanvasMove::aDragIsOneStep()
@@ -168,6 +172,32 @@ void tst_CanvasMove::aMenuMovesToAPage()
     }
     QCOMPARE(test.cells("go").area, QString("Two"));
     QCOMPARE(toText(test.cells("go")), QString("1 0 1 1")); // Where it is free.
+}
+
+void tst_CanvasMove::twoOfTwoPagesDoNotGetOnePlace()
+{
+    CanvasTest test(kPages);
+    test.panel.session->select({"go", "lamp"});
+    test.drag(test.middle("go"), test.middle(1, 1));
+    QCOMPARE(test.problems.count(), 1);
+    const QString said = test.problems.first().first().toString();
+    QVERIFY2(said.contains("go and lamp"), qPrintable(said));
+    QCOMPARE(test.text(), kPages);
+}
+
+void tst_CanvasMove::aThinRowIsWideEnoughWhileItIsEdited()
+{
+    CanvasTest test(
+        "devices:\n"
+        "  go: {device: button, params: {widget: {row: 0, column: 0}}}\n"
+        "  empty: {device: label, params: {Value: \"\", widget: {row: 1, column: 0}}}\n");
+    QWidget* const label = test.panel.panel().widget("empty");
+    const int target = norvo::TouchSize::pixels(norvo::PanelLook::Touch::Fingers,
+                                                *QGuiApplication::primaryScreen());
+    QVERIFY(test.frame("empty").height() >= target);
+    test.canvas.reset();
+    test.settle();
+    QTRY_VERIFY_WITH_TIMEOUT(label->height() < target, 60000);
 }
 
 NORVO_TEST(tst_CanvasMove)

@@ -56,20 +56,22 @@ void tst_CanvasWalk::anyWalkKeepsCellsApartAndIsUndoneToEqualBytes()
     CanvasTest test(kPanel);
     QRandomGenerator random(16);
     const auto any = [&random](int limit) { return int(random.bounded(limit)); };
+    const auto anyRow = [&] { return any(test.cover()->lines().rows()); };
+    const auto anyColumn = [&] { return any(test.cover()->lines().columns()); };
     const int arrows[] = {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down};
     int changes = 0;
     for (int step = 0; step < kSteps; ++step) {
         const QByteArray before = test.text();
         switch (any(9)) {
         case 0:
-            test.tap(test.middle(any(4), any(4)));
+            test.tap(test.middle(anyRow(), anyColumn()));
             break;
         case 1:
-            test.tap(test.middle(any(4), any(4)), Qt::ControlModifier);
+            test.tap(test.middle(anyRow(), anyColumn()), Qt::ControlModifier);
             break;
         case 2:
         case 3:
-            test.drag(test.middle(any(4), any(4)), test.middle(any(5), any(5)));
+            test.drag(test.middle(anyRow(), anyColumn()), test.middle(any(5), any(5)));
             break;
         case 4:
             test.key(arrows[any(4)]);
