@@ -31,6 +31,15 @@ public:
         }
     }
 
+    void advance(int curve, const QVector<QPointF>& points, double begin) override
+    {
+        QCPGraph* const graph = m_plot.graph(curve);
+        graph->data()->removeBefore(begin);
+        for (const QPointF& point : points) {
+            graph->addData(point.x(), point.y());
+        }
+    }
+
     void setTimeWindow(double from, double to) override
     {
         m_plot.yAxis->setRange(m_model.yAxis->range());

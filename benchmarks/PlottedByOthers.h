@@ -18,6 +18,9 @@ public:
 
     virtual QWidget* widget() = 0; ///< Owned by this.
     virtual void addCurve(const QVector<QPointF>& points, const QPen& pen) = 0;
+    /// New points at the end of a curve, and what was before `begin` forgotten. The widget of a
+    /// library that cannot do so goes on with what it has.
+    virtual void advance(int /*curve*/, const QVector<QPointF>& /*points*/, double /*begin*/) {}
     virtual void setTimeWindow(double from, double to) = 0; ///< Drawn by the event loop.
 };
 
