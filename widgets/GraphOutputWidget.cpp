@@ -96,13 +96,13 @@ void GraphOutputWidget::input(double value, QString sender, double time)
         return;
     }
     Segments& segments = segmentsOf(sender);
-    QCPGraph* segment = segments.last();
+    plot::Graph* segment = segments.last();
     if (plot::hasData(segment) && time - m_timeout > plot::lastKey(segment)) {
         segment = beginSegment(segments);
     }
     prune(segments, time);
     plot::removeDataBefore(segment, time - m_timePeriod);
-    segment->addData(time, value);
+    plot::addPoint(segment, time, value);
 }
 
 void GraphOutputWidget::inputFill(QString sender, bool fill)
@@ -110,7 +110,7 @@ void GraphOutputWidget::inputFill(QString sender, bool fill)
     if (!isReady()) {
         return;
     }
-    QCPGraph* segment = lastSegment(sender);
+    plot::Graph* segment = lastSegment(sender);
     segment->setBrush(fill ? Looks::curveArea(segment->pen().color()) : QBrush(Qt::NoBrush));
 }
 
@@ -120,7 +120,7 @@ void GraphOutputWidget::inputColor(QString sender, QString color)
         return;
     }
     const QColor colour(color);
-    QCPGraph* segment = lastSegment(sender);
+    plot::Graph* segment = lastSegment(sender);
     segment->setPen(Looks::curveLine(colour));
     if (segment->brush() != QBrush(Qt::NoBrush)) {
         segment->setBrush(Looks::curveArea(colour));
@@ -140,7 +140,7 @@ GraphOutputWidget::Segments& GraphOutputWidget::segmentsOf(const QString& sender
     if (known != m_curves.end() && known->last()) {
         return *known;
     }
-    QCPGraph* segment = PlotCurve::addTo(view());
+    plot::Graph* segment = PlotCurve::addTo(view());
     Segments& segments = m_curves[sender];
     segments = {segment};
     segment->setName(norvo::shortened(sender, kMaxNameLength, *view()));
@@ -156,10 +156,10 @@ GraphOutputWidget::Segments& GraphOutputWidget::segmentsOf(const QString& sender
     return segments;
 }
 
-QCPGraph* GraphOutputWidget::beginSegment(Segments& segments)
+plot::Graph* GraphOutputWidget::beginSegment(Segments& segments)
 {
-    QCPGraph* previous = segments.last();
-    QCPGraph* segment = PlotCurve::addTo(view());
+    plot::Graph* previous = segments.last();
+    plot::Graph* segment = PlotCurve::addTo(view());
     segment->setPen(previous->pen());
     segment->setName(previous->name());
     previous->removeFromLegend();
@@ -170,7 +170,7 @@ QCPGraph* GraphOutputWidget::beginSegment(Segments& segments)
 void GraphOutputWidget::prune(Segments& segments, double time)
 {
     // The last segment stays in any case: it is about to be appended to.
-    for (const QPointer<QCPGraph>& segment : qAsConst(segments)) {
+    for (const QPointer<plot::Graph>& segment : qAsConst(segments)) {
         if (segment && segment != segments.last() &&
             (!plot::hasData(segment) || time - m_timePeriod > plot::lastKey(segment))) {
             segment->parentPlot()->removeGraph(segment);

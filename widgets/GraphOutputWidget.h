@@ -34,14 +34,15 @@ protected slots:
     void updateGraph(); ///< Moves the window to now and fits the value axis where that is asked.
 
 private:
-    using Segments = QVector<QPointer<QCPGraph>>; ///< Oldest first, never empty; their plot's.
+    using Segments =
+        QVector<QPointer<norvo::plot::Graph>>; ///< Oldest first, never empty; their plot's.
 
     bool isReady() const { return isInitialised() && view(); }
     void startRefreshing();
     void addThreshold(double value);
     Segments& segmentsOf(const QString& sender); ///< Begins a curve for a new sender.
-    QCPGraph* lastSegment(const QString& sender) { return segmentsOf(sender).last(); }
-    QCPGraph* beginSegment(Segments& segments);
+    norvo::plot::Graph* lastSegment(const QString& sender) { return segmentsOf(sender).last(); }
+    norvo::plot::Graph* beginSegment(Segments& segments);
     void prune(Segments& segments, double time);
 
     double m_minValue = 0.0;

@@ -5,6 +5,10 @@
 
 #include <iterator>
 
+#ifdef QCUSTOMPLOT_VERSION
+#include "widgets/DenseGraph.h"
+#endif
+
 /// The plot library's calls that differ between its two interface generations. Only the header of
 /// generation 2 defines QCUSTOMPLOT_VERSION. Nothing else in this folder may name a call that only
 /// one of them has.
@@ -17,10 +21,11 @@
 /// | setDateTimeLabels() | setTickLabelType(ltDateTime),       | setTicker() with a              |
 /// |                     | setDateTimeFormat()                 | QCPAxisTickerDateTime           |
 /// | addItem()           | QCustomPlot::addItem()              | nothing: an item adds itself    |
-/// | Graph               | QCPGraph                            | with a faster search for ranges |
-/// | removeDataBefore()  | QCPGraph::removeDataBefore()        | QCPDataContainer::removeBefore()|
+/// | Graph               | QCPGraph                            | DenseGraph                      |
+/// | removeDataBefore()  | QCPGraph::removeDataBefore()        | DenseGraph::dropBefore()        |
+/// | addPoint()          | QCPGraph::addData(key, value)       | DenseGraph::append()            |
 /// | addPlottable()      | QCustomPlot::addPlottable()         | nothing: it adds itself         |
-/// | setSortedData()     | QCPGraph::setData(keys, values)     | the same, marked as sorted      |
+/// | setSortedData()     | QCPGraph::setData(keys, values)     | DenseGraph::replace()           |
 namespace norvo::plot {
 
 #ifdef QCUSTOMPLOT_VERSION
@@ -41,37 +46,21 @@ inline void addItem(QCustomPlot*, QCPAbstractItem*) {}
 
 inline void addPlottable(QCustomPlot*, QCPAbstractPlottable*) {}
 
-/// Finds the range of its values in a fraction of the library's time; NaN is no value.
-class Graph : public QCPGraph
-{
-public:
-    using QCPGraph::QCPGraph;
+using Graph = DenseGraph;
 
-    QCPRange getValueRange(bool& found, QCP::SignDomain domain, const QCPRange& keys) const override
-    {
-        if (domain != QCP::sdBoth || keys != QCPRange()) {
-            return QCPGraph::getValueRange(found, domain, keys);
-        }
-        double lower = qInf();
-        double upper = -qInf();
-        for (const QCPGraphData& point : *mDataContainer) {
-            lower = point.value < lower ? point.value : lower;
-            upper = point.value > upper ? point.value : upper;
-        }
-        found = lower <= upper;
-        return found ? QCPRange(lower, upper) : QCPRange();
-    }
-};
-
-inline void removeDataBefore(QCPGraph* graph, double key)
+inline void removeDataBefore(Graph* graph, double key)
 {
-    graph->data()->removeBefore(key);
+    graph->dropBefore(key);
 }
 
-inline void setSortedData(QCPGraph* graph, const QVector<double>& keys,
-                          const QVector<double>& values)
+inline void addPoint(Graph* graph, double key, double value)
 {
-    graph->setData(keys, values, true);
+    graph->append(key, value);
+}
+
+inline void setSortedData(Graph* graph, const QVector<double>& keys, const QVector<double>& values)
+{
+    graph->replace(keys, values);
 }
 
 #else
@@ -98,13 +87,17 @@ inline void addPlottable(QCustomPlot* plot, QCPAbstractPlottable* plottable)
     plot->addPlottable(plottable);
 }
 
-inline void removeDataBefore(QCPGraph* graph, double key)
+inline void removeDataBefore(Graph* graph, double key)
 {
     graph->removeDataBefore(key);
 }
 
-inline void setSortedData(QCPGraph* graph, const QVector<double>& keys,
-                          const QVector<double>& values)
+inline void addPoint(Graph* graph, double key, double value)
+{
+    graph->addData(key, value);
+}
+
+inline void setSortedData(Graph* graph, const QVector<double>& keys, const QVector<double>& values)
 {
     graph->setData(keys, values);
 }

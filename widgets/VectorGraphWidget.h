@@ -22,5 +22,5 @@ private:
 
     double m_minValue = 0.0;
     double m_maxValue = 1.0;
-    QPointer<QCPGraph> m_graph; ///< The plot's.
+    QPointer<norvo::plot::Graph> m_graph; ///< The plot's.
 };

@@ -80,7 +80,7 @@ void tst_PlotSecondGeneration::manyTicksOfATurnAreDrawnOnce()
 void tst_PlotSecondGeneration::sortedDataIsTakenAsItIs()
 {
     QCustomPlot bare;
-    QCPGraph* const graph = bare.addGraph();
+    auto* const graph = new plot::Graph(bare.xAxis, bare.yAxis);
     plot::setSortedData(graph, {1, 2}, {10, 20});
     plot::setSortedData(graph, {3}, {30});
     QCOMPARE(pointsOf(graph), QString("(3, 30)"));

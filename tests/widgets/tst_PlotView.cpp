@@ -154,7 +154,8 @@ void tst_PlotView::drawingIsPutOffUntilItsParentIsShown()
 void tst_PlotView::removingBeforeAKeyKeepsThePointOnIt()
 {
     QCustomPlot bare;
-    QCPGraph* const graph = bare.addGraph();
+    auto* const graph = new plot::Graph(bare.xAxis, bare.yAxis);
+    plot::addPlottable(&bare, graph);
     QVERIFY(!plot::hasData(graph));
     plot::removeDataBefore(graph, 5);
     graph->setData({1, 2, 3}, {10, 20, 30});
