@@ -3,6 +3,7 @@
 #include "RandomPanelEdits.h"
 #include "host/panel/edit/DeviceEdit.h"
 #include "host/panel/edit/EditHistory.h"
+#include "host/panel/file/PanelFile.h"
 #include "Seed.h"
 #include "TestMain.h"
 
@@ -17,6 +18,32 @@ namespace {
 
 constexpr int kEdits = 5000;
 constexpr int kStepsOfAFile = 25;
+
+QString shown(const norvo::PlacedText& one)
+{
+    return QString("%1:%2 %3").arg(one.place.line).arg(one.place.column).arg(one.text);
+}
+
+/// What the reader of panels makes of a text that it has the tree of, places and problems included.
+QStringList readingOf(const YamlEdit& text)
+{
+    norvo::Diagnostics diagnostics("panel.yaml");
+    const auto panel = norvo::PanelFile::parse(text, "panel.yaml", diagnostics);
+    QStringList lines{shown(panel.title)};
+    for (const auto& device : panel.devices) {
+        lines += shown(device.id) + " is " + shown(device.type);
+        for (const auto& param : device.params) {
+            lines += shown(param.name) + " = " + shown(param.value);
+        }
+    }
+    for (const auto& connection : panel.connections) {
+        lines += shown(connection.from.method) + shown(connection.to.method);
+    }
+    for (const norvo::Diagnostic& one : diagnostics.sorted()) {
+        lines += one.toString();
+    }
+    return lines;
+}
 
 } // namespace
 
@@ -84,6 +111,9 @@ QString tst_PanelEditRandom::step(YamlEdit& edit)
     if (now != expected.lines() && !(wasEmpty && edit.text() == before)) {
         return what + " makes\n" + edit.text() + "\nwhich says\n" + now.join('\n') + "\nand not\n" +
                expected.lines().join('\n');
+    }
+    if (readingOf(edit) != readingOf(YamlEdit(edit.text()))) {
+        return what + " makes a text that reads otherwise than its tree\n" + edit.text();
     }
     if (edit.text() != before) {
         m_history.add(what, before, edit.text());
