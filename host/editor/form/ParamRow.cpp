@@ -72,6 +72,11 @@ ParamRow::ParamRow(const ParamWords& words, const ParamState& state)
     showState();
 }
 
+ParamRow::~ParamRow()
+{
+    m_editor->disconnect(this); // It loses the focus once this one's own part is gone.
+}
+
 void ParamRow::layOut()
 {
     auto* const column = new QVBoxLayout(this);

@@ -34,6 +34,7 @@ public:
     static constexpr int kPauseMs = 500; ///< After which what is being typed is taken.
 
     ParamRow(const ParamWords& words, const ParamState& state);
+    ~ParamRow() override; ///< What has been typed and not been taken is forgotten.
 
     const ParamWords& words() const { return m_words; }
     bool fits(const ParamWords& words, const ParamState& state) const; ///< It can show that, too.

@@ -22,6 +22,7 @@
 #include <QAction>
 #include <QFileInfo>
 
+#include <functional>
 #include <type_traits>
 
 namespace norvo {
@@ -89,9 +90,15 @@ void EditorFrame::addActions()
     m_save = addAction("save", tr("Save"), QKeySequence::Save);
     m_done = addAction("done", tr("End editing"), QKeySequence("Ctrl+E"));
     connect(m_menu, &QAction::triggered, this, &EditorFrame::openMenu);
-    connect(m_undo, &QAction::triggered, this, [this] { tell(m_session.undo()); });
-    connect(m_redo, &QAction::triggered, this, [this] { tell(m_session.redo()); });
-    connect(m_save, &QAction::triggered, this, [this] { tell(m_file.save()); });
+    const auto act = [this](QAction* action, const std::function<QString()>& step) {
+        connect(action, &QAction::triggered, this, [this, step] {
+            endEntry();
+            tell(step());
+        });
+    };
+    act(m_undo, [this] { return m_session.undo(); });
+    act(m_redo, [this] { return m_session.redo(); });
+    act(m_save, [this] { return m_file.save(); });
     connect(m_done, &QAction::triggered, this, &EditorFrame::finish);
 }
 
@@ -225,6 +232,18 @@ void EditorFrame::follow()
     m_save->setEnabled(!m_session.isSaved());
 }
 
+/// What is being typed counts: a tap on a key leaves the focus in its field.
+void EditorFrame::endEntry()
+{
+    const QPointer<QWidget> field = m_window.focusWidget();
+    if (field && m_side && m_side->isAncestorOf(field)) {
+        field->clearFocus();
+        if (field) { // The entry may have led to another form.
+            field->setFocus();
+        }
+    }
+}
+
 void EditorFrame::tell(const QString& problem)
 {
     m_bar->tellProblem(problem);
@@ -252,6 +271,7 @@ void EditorFrame::openMenu()
 
 bool EditorFrame::finish()
 {
+    endEntry();
     if (m_session.hasUnsaved()) {
         askWhetherToSave();
         return false;

@@ -56,6 +56,7 @@ private:
     QWidget* makePane(Pane pane);
     void showCanvas(bool isWiring);
     void follow();
+    void endEntry();
     void tell(const QString& problem);
     void openMenu();
     void askWhetherToSave();

@@ -51,6 +51,9 @@ private slots:
     void aLineAndItsRowAreChosenTogether();
     void undoAndRedoFollowTheSession();
     void saveIsThereWhileSomethingIsUnsaved();
+    void whatIsBeingTypedIsSaved();
+    void whatIsBeingTypedIsAskedFor();
+    void itCanEndWhileSomethingIsTyped();
     void theEndAsksWhereSomethingIsUnsaved();
     void theEndSavesWhereThatIsChosen();
     void theEndAsksNothingWhereAllIsSaved();
@@ -77,6 +80,7 @@ private:
         }
         return nullptr;
     }
+    void typeText(const QString& text) const;
     void change(const QString& text) const
     {
         QCOMPARE(panel->session->change("Change the text",
@@ -201,6 +205,53 @@ void tst_EditorFrame::saveIsThereWhileSomethingIsUnsaved()
     QFile in(file->path());
     QVERIFY(in.open(QIODevice::ReadOnly));
     QCOMPARE(in.readAll(), panel->session->document().text());
+}
+
+/// Into the text of the button, without an end.
+void tst_EditorFrame::typeText(const QString& text) const
+{
+    QVERIFY(QTest::qWaitForWindowActive(&panel->window));
+    panel->session->select({"go"});
+    auto* const field = shown<norvo::DeviceForm>()->findChild<QLineEdit*>("text");
+    field->setFocus();
+    field->selectAll();
+    QTest::keyClicks(field, text);
+}
+
+void tst_EditorFrame::whatIsBeingTypedIsSaved()
+{
+    change("Start");
+    typeText("Typed");
+    click("save");
+    QVERIFY(panel->session->isSaved());
+    QVERIFY(panel->session->document().text().contains("text: Typed"));
+    typeText("More");
+    click("undo");
+    QVERIFY(panel->session->document().text().contains("text: Typed"));
+    QCOMPARE(shown<norvo::DeviceForm>()->findChild<QLineEdit*>("text")->text(), QString("Typed"));
+}
+
+void tst_EditorFrame::whatIsBeingTypedIsAskedFor()
+{
+    QSignalSpy finished(frame.get(), &EditorFrame::finished);
+    typeText("Typed");
+    click("done");
+    QCOMPARE(finished.count(), 0);
+    QVERIFY(sheet<norvo::SaveSheet>());
+}
+
+void tst_EditorFrame::itCanEndWhileSomethingIsTyped()
+{
+    typeText("Typed");
+    frame.reset();
+    QCOMPARE(panel->session->document().text(), kPanel);
+    frame = std::make_unique<EditorFrame>(*panel->session, *file, panel->window);
+    typeText("Typed");
+    auto* const id = shown<norvo::DeviceForm>()->findChild<QLineEdit*>("deviceId");
+    id->setFocus();
+    QTest::keyClicks(id, "x");
+    frame.reset();
+    QVERIFY(panel->panel().device("go"));
 }
 
 void tst_EditorFrame::theEndAsksWhereSomethingIsUnsaved()
