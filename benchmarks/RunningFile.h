@@ -1,44 +1,27 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "host/catalogue/SenseCheck.h"
-#include "host/panel/state/StateFile.h"
-#include "host/program/PanelInput.h"
-#include "host/program/run/FileReload.h"
-#include "host/program/run/Reload.h"
-#include "host/program/run/RunningPanel.h"
-#include "host/services/reload/FileWatch.h"
+#include "tests/host/program/RunningFile.h"
 
 #include <QElapsedTimer>
-#include <QTemporaryDir>
-
-#include <memory>
 
 namespace norvo {
 
-const DeviceManager& deviceTypes(); ///< Of all plug-ins of the build.
-const Catalogue& catalogue();       ///< Of them.
+using ::RunningFile; ///< Of the tests.
 
-/// A panel that runs from a file, as the program has it.
-struct RunningFile
+inline const DeviceManager& deviceTypes()
 {
-    explicit RunningFile(const QByteArray& text); ///< Ends the program where it has an error.
-    ~RunningFile();
+    return builtTypes();
+}
 
-    void write(const QByteArray& text) const; ///< Into the file.
-    static void settle();                     ///< Lets everything that is due happen.
+inline const Catalogue& catalogue()
+{
+    return RunningFile::catalogue();
+}
 
-    QTemporaryDir folder;
-    const QString path;
-    const SenseCheck knowledge;
-    const PanelInput input;
-    StateFile state;
-    FileWatch watch;
-    std::unique_ptr<RunningPanel> running;
-    std::unique_ptr<Reload> reload;
-    std::unique_ptr<FileReload> file;
-};
-
-double milliseconds(const QElapsedTimer& clock);
+inline double milliseconds(const QElapsedTimer& clock)
+{
+    return double(clock.nsecsElapsed()) * 1e-6;
+}
 
 } // namespace norvo

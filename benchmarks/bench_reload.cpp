@@ -107,7 +107,7 @@ static void fromSaveToPaint(benchmark::State& state)
         const PaintWatch paint(QString("V%1").arg(version));
         QElapsedTimer clock;
         clock.start();
-        panel.write(text);
+        panel.write("panel.yaml", text);
         while (!paint.isPainted) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         }

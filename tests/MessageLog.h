@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <QtGlobal>
 
+#include <cstdio>
 #include <functional>
 
 /// Catches what is written to Qt's message log while it lives, each as "debug: text" and so on.
@@ -45,6 +46,9 @@ private:
         }
         if (qstrcmp(context.category, "default") != 0) {
             line += QString(" (category %1)").arg(context.category);
+        }
+        if (type == QtFatalMsg) { // The last one: nobody can take it any more.
+            fprintf(stderr, "%s\n", qPrintable(line));
         }
         s_current->m_messages.append(line);
         if (s_current->m_onMessage) {

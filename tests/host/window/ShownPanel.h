@@ -1,25 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "host/BuiltTypes.h"
 #include "host/panel/TestPanel.h"
 #include "host/panel/file/PanelFile.h"
-#include "host/program/PluginSet.h"
 #include "host/window/PanelWindow.h"
 
 #include "norvo/BaseWidget.h"
 
 #include <QtTest>
-
-/// The plug-ins as they are built.
-inline const DeviceManager& builtTypes()
-{
-    static const norvo::PluginSet plugins = [] {
-        norvo::PluginSet set;
-        set.load(NORVO_BUILD_DIR "/plugins");
-        return set;
-    }();
-    return plugins.manager();
-}
 
 inline norvo::PanelDescription panelOf(const QByteArray& text)
 {
