@@ -48,8 +48,9 @@ CellLines::CellLines(const QVector<Line>& rows, const QVector<Line>& columns, in
 
 CellLines CellLines::of(const PageGrid& grid)
 {
-    const QWidget& page = *grid.parentWidget();
-    return {grid.rowLines(), grid.columnLines(), page.isRightToLeft() ? page.width() : -1};
+    const QRect inside = grid.contentsRect(); // Its margins are not alike.
+    return {grid.rowLines(), grid.columnLines(),
+            grid.parentWidget()->isRightToLeft() ? inside.left() + inside.right() + 1 : -1};
 }
 
 QRect CellLines::mirrored(const QRect& rect) const

@@ -17,7 +17,8 @@ public:
     using Line = PageGrid::Line;
 
     CellLines() = default;
-    /// `mirrorWidth`: of a page whose columns go from the right; -1: from the left.
+    /// `mirrorWidth`: twice the middle of a page whose columns go from the right; -1: from the
+    /// left.
     CellLines(const QVector<Line>& rows, const QVector<Line>& columns, int mirrorWidth = -1);
     static CellLines of(const PageGrid& grid);
 

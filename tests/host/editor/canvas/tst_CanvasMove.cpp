@@ -37,6 +37,7 @@ private slots:
     void aMenuMovesToAPage();
     void twoOfTwoPagesDoNotGetOnePlace();
     void aThinRowIsWideEnoughWhileItIsEdited();
+    void onAPageFromTheRightFramesAreWhereTheDevicesAre();
 };
 
 void tst_CanvasMove::aDragIsOneStep()
@@ -198,6 +199,25 @@ void tst_CanvasMove::aThinRowIsWideEnoughWhileItIsEdited()
     test.canvas.reset();
     test.settle();
     QTRY_VERIFY_WITH_TIMEOUT(label->height() < target, 60000);
+}
+
+void tst_CanvasMove::onAPageFromTheRightFramesAreWhereTheDevicesAre()
+{
+    CanvasTest test(kPanel);
+    test.canvas.reset();
+    test.panel.window.setLayoutDirection(Qt::RightToLeft);
+    test.canvas = std::make_unique<norvo::EditCanvas>(*test.panel.session, &test.panel.window);
+    test.settle();
+    for (const QString& id : {QString("go"), QString("lamp"), QString("field")}) {
+        const QWidget& widget = *test.panel.panel().widget(id);
+        const auto middleOf = [&] {
+            return test.cover()->mapFromGlobal(widget.mapToGlobal(widget.rect().center()));
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(test.frame(id).center().x(), middleOf().x(), 10000);
+    }
+    QVERIFY(test.frame("go").left() > test.frame("lamp").right());
+    test.drag(test.middle("go"), test.middle(1, 1));
+    QCOMPARE(toText(test.cells("go")), QString("1 1 1 1"));
 }
 
 NORVO_TEST(tst_CanvasMove)
