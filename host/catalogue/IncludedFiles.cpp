@@ -3,6 +3,7 @@
 #include "host/catalogue/IncludedFiles.h"
 
 #include "host/catalogue/Catalogue.h"
+#include "host/catalogue/QmlImports.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -82,8 +83,12 @@ QHash<QString, QStringList> shownFiles(PanelDescription description, const Catal
             const ParamWords* const known = words ? words->param(param.name.text) : nullptr;
             if (known && !param.value.text.isEmpty() &&
                 (known->kind == ParamKind::PictureFile || known->kind == ParamKind::QmlFile)) {
-                files[device.id.text].append(
-                    QDir::cleanPath(QDir(folder).absoluteFilePath(param.value.text)));
+                const QString file =
+                    QDir::cleanPath(QDir(folder).absoluteFilePath(param.value.text));
+                files[device.id.text].append(file);
+                if (known->kind == ParamKind::QmlFile) {
+                    files[device.id.text] += qmlImports(file);
+                }
             }
         }
     }

@@ -15,8 +15,8 @@ class Catalogue;
 /// parameters whose words say that they are files or commands are changed.
 void rebaseIncludedFiles(PanelDescription& description, const Catalogue& catalogue);
 
-/// The pictures and QML documents that parameters name, by device, as absolute paths; `folder` is
-/// the panel's.
+/// The pictures and QML documents that parameters name, and what these documents import, by device,
+/// as absolute paths; `folder` is the panel's.
 QHash<QString, QStringList> shownFiles(PanelDescription description, const Catalogue& catalogue,
                                        const QString& folder);
 

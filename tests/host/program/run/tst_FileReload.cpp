@@ -33,7 +33,8 @@ struct FollowedFile : RunningFile
 {
     FollowedFile() : RunningFile(QByteArray("title: Begins\n"), {800, 480})
     {
-        write("face.qml", "import QtQuick 2.0\nItem {}\n");
+        write("Dial.qml", "import QtQuick 2.0\nItem { implicitWidth: 40; implicitHeight: 30 }\n");
+        write("face.qml", "import QtQuick 2.0\nItem { Dial {} }\n");
         write("other.qml", "import QtQuick 2.0\nItem {}\n");
         write("panel.yaml", panelOf("one"));
         running->window().activateWindow();
@@ -60,7 +61,8 @@ private slots:
     void aBadFileIsSaidInTheStripUntilItIsGood();
     void theKeyOpensAllErrors();
     void theFileIsReadAgainByKey();
-    void aDocumentBeginsItsDeviceAnew();
+    void aTypeThatADocumentNamesIsFollowed();
+    void aTypeIsFollowedBeforeItIsThere();
 };
 
 void tst_FileReload::aBadFileIsSaidInTheStripUntilItIsGood()
@@ -120,16 +122,29 @@ void tst_FileReload::theFileIsReadAgainByKey()
     QTRY_VERIFY_WITH_TIMEOUT(!file.list(), kPatience);
 }
 
-void tst_FileReload::aDocumentBeginsItsDeviceAnew()
+void tst_FileReload::aTypeThatADocumentNamesIsFollowed()
 {
     const FollowedFile file;
     const QPointer<BaseDevice> face = file.device("face");
     const QPointer<BaseDevice> other = file.device("other");
     const QPointer<BaseDevice> shown = file.device("shown");
-    file.write("face.qml", "import QtQuick 2.0\nItem { implicitWidth: 50 }\n");
+    file.write("Dial.qml", "import QtQuick 2.0\nItem { implicitWidth: 50 }\n");
     QTRY_VERIFY_WITH_TIMEOUT(!face, kPatience);
     QVERIFY(file.device("face")->isRunning());
     QVERIFY(other && shown); // They do not show it.
+}
+
+void tst_FileReload::aTypeIsFollowedBeforeItIsThere()
+{
+    const FollowedFile file;
+    file.write("other.qml", "import QtQuick 2.0\nItem { Later { } }\n");
+    const auto runs = [&file] {
+        const BaseDevice* const other = file.device("other");
+        return other && other->isRunning();
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(!runs(), kPatience);
+    file.write("Later.qml", "import QtQuick 2.0\nItem {}\n");
+    QTRY_VERIFY_WITH_TIMEOUT(runs(), kPatience);
 }
 
 NORVO_TEST(tst_FileReload)
