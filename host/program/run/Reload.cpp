@@ -72,17 +72,16 @@ std::optional<Diagnostic> Reload::run(const YamlEdit& text, Accept accept)
 {
     Diagnostics diagnostics(m_parts.input.name());
     std::optional<Diagnostic> refusal;
-    run(m_parts.input.parse(text, diagnostics), {}, diagnostics,
-        [&](const Diagnostics& found) {
-            if (accept == Accept::Better) {
-                refusal = newError(found);
-            }
-            if (!refusal && found.preventsStart()) {
-                const DiagnosticList all = found.sorted();
-                refusal = *std::find_if(all.cbegin(), all.cend(), isError);
-            }
-            return !refusal;
-        });
+    run(m_parts.input.parse(text, diagnostics), {}, diagnostics, [&](const Diagnostics& found) {
+        if (accept == Accept::Better) {
+            refusal = newError(found);
+        }
+        if (!refusal && found.preventsStart()) {
+            const DiagnosticList all = found.sorted();
+            refusal = *std::find_if(all.cbegin(), all.cend(), isError);
+        }
+        return !refusal;
+    });
     return refusal;
 }
 
