@@ -30,6 +30,11 @@ LineEditor::LineEditor(const ParamWords& words)
     connect(m_line, &QLineEdit::editingFinished, this, &ParamEditor::entered);
 }
 
+LineEditor::~LineEditor()
+{
+    m_line->disconnect(this); // It dies later, and loses the focus then.
+}
+
 QPushButton* LineEditor::addKey(const QString& text, const QString& what)
 {
     auto* const key = new QPushButton(text);

@@ -16,6 +16,7 @@ class LineEditor : public ParamEditor
 
 public:
     explicit LineEditor(const ParamWords& words);
+    ~LineEditor() override;
 
     QString text() const override;
     void showText(const QString& text, Shown how) override;
