@@ -43,6 +43,14 @@ if(NORVO_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
+if(NORVO_FUZZ)
+    # Without "function" and "vptr", which compare types across libraries that hide theirs.
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined,float-cast-overflow
+                        -fno-sanitize=function,vptr -fno-sanitize-recover=all
+                        -fno-omit-frame-pointer -O1)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
 # One set of precompiled headers for all that is large: a set takes a quarter of a gigabyte.
 find_package(Qt5 5.15 REQUIRED COMPONENTS Widgets)
 add_library(norvo_headers OBJECT ${CMAKE_CURRENT_LIST_DIR}/headers.cpp)

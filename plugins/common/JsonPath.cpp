@@ -7,6 +7,7 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <utility>
 
 namespace norvo {
@@ -24,6 +25,62 @@ const QRegularExpression& oneStep()
 QString errorAt(int offset, const QString& what)
 {
     return QString("broken JSON path: %1, at character %2").arg(what).arg(offset + 1);
+}
+
+/// The quote behind the text that begins at `begin`; the end where there is none.
+int endOfText(const QByteArray& json, int begin)
+{
+    int at = begin + 1;
+    while (at < json.size() && json.at(at) != '"') {
+        at += json.at(at) == '\\' ? 2 : 1;
+    }
+    return std::min(at, json.size());
+}
+
+bool isBeforeColon(const QByteArray& json, int at)
+{
+    static const QByteArray blanks(" \t\n\r");
+    while (at < json.size() && blanks.contains(json.at(at))) {
+        ++at;
+    }
+    return at < json.size() && json.at(at) == ':';
+}
+
+/// A text in quotes as it stands without needless escapes; as it is where it is none.
+QByteArray unescaped(const QByteArray& text)
+{
+    const QJsonDocument document = QJsonDocument::fromJson('[' + text + ']');
+    return document.isNull() ? text : document.toJson(QJsonDocument::Compact).mid(1).chopped(1);
+}
+
+/// Whether an object names a member twice, in JSON; of a text that is none the answer may be
+/// either.
+bool namesMemberTwice(const QByteArray& json)
+{
+    std::vector<QByteArray> names;   // Of all objects that are open.
+    std::vector<std::size_t> begins; // Where those of each one begin.
+    for (int at = 0; at < json.size(); ++at) {
+        if (json.at(at) == '{') {
+            begins.push_back(names.size());
+        } else if (json.at(at) == '}' && !begins.empty()) {
+            const auto first = names.begin() + std::ptrdiff_t(begins.back());
+            std::sort(first, names.end());
+            if (std::adjacent_find(first, names.end()) != names.end()) {
+                return true;
+            }
+            names.erase(first, names.end());
+            begins.pop_back();
+        } else if (json.at(at) == '"') {
+            const int begin = at;
+            at = endOfText(json, begin);
+            if (isBeforeColon(json, at + 1)) {
+                const QByteArray name = json.mid(begin, at + 1 - begin);
+                const bool isEscaped = name.contains('\\');
+                names.push_back(isEscaped ? unescaped(name) : name);
+            }
+        }
+    }
+    return false;
 }
 
 } // namespace
@@ -91,6 +148,9 @@ QJsonValue JsonPath::placedFrom(std::size_t step, const QJsonValue& value,
 
 std::optional<QJsonValue> readJson(const QByteArray& text)
 {
+    if (namesMemberTwice(text)) {
+        return std::nullopt; // Qt never frees what such a text holds.
+    }
     // A document is an object or an array only.
     const QJsonDocument document = QJsonDocument::fromJson('[' + text + ']');
     return document.array().size() == 1 ? std::optional(document.array().at(0)) : std::nullopt;

@@ -44,7 +44,7 @@ private:
 };
 
 /// The value that the text is, a bare number, text or null as well; nothing where it is not JSON in
-/// UTF-8.
+/// UTF-8, or an object in it names a member twice, of which JSON does not say what it means.
 std::optional<QJsonValue> readJson(const QByteArray& text);
 /// On one line, without spaces; a number that JSON cannot hold becomes null.
 QByteArray writeJson(const QJsonValue& value);

@@ -6,6 +6,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace norvo {
 
 namespace {
@@ -23,7 +25,7 @@ QString timeText(qint64 time)
 qint64 timeOf(const QJsonValue& text)
 {
     const QDateTime time = QDateTime::fromString(text.toString(), Qt::ISODateWithMs);
-    return time.isValid() ? time.toMSecsSinceEpoch() : 0;
+    return time.isValid() ? std::max<qint64>(0, time.toMSecsSinceEpoch()) : 0;
 }
 
 } // namespace

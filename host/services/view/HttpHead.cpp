@@ -66,7 +66,8 @@ QByteArray HttpHead::originName() const
 {
     const QByteArray origin = fields.value("origin");
     const int slashes = origin.indexOf("://");
-    return slashes < 0 ? origin : nameOf(origin.mid(slashes + 3));
+    const QByteArray name = slashes < 0 ? origin : nameOf(origin.mid(slashes + 3));
+    return name.isEmpty() ? origin : name; // One that cannot be understood is none of ours.
 }
 
 bool HttpHead::isUpgrade() const

@@ -161,6 +161,9 @@ void tst_JsonPath::valuesAreReadAsWhatTheyAre_data()
     QTest::newRow("null") << QByteArray("null") << QVariant();
     QTest::newRow("array") << QByteArray("[1, 2]") << QVariant(QString("[1,2]"));
     QTest::newRow("object") << QByteArray(R"({"a": [ ]})") << QVariant(QString(R"({"a":[]})"));
+    QTest::newRow("the same name in two objects")
+        << QByteArray(R"([{"a":"a","b":{"a":"\\\"}:{"}},{"a":[]}])")
+        << QVariant(QString(R"([{"a":"a","b":{"a":"\\\"}:{"}},{"a":[]}])"));
 }
 
 void tst_JsonPath::valuesAreReadAsWhatTheyAre()
@@ -188,6 +191,8 @@ void tst_JsonPath::whatIsNotJsonIsNotRead_data()
     QTest::newRow("bytes") << QByteArray("\"\xff\xfe\"");
     QTest::newRow("zero byte") << QByteArray("1\0", 2);
     QTest::newRow("deep") << QByteArray(100000, '[') + QByteArray(100000, ']');
+    QTest::newRow("a member twice") << QByteArray(R"([{"a":{"b":[1]},"c":"a","a" :{}}])");
+    QTest::newRow("a member twice, escaped") << QByteArray(R"({"x":{"\u0061":1,"a":2}})");
 }
 
 void tst_JsonPath::whatIsNotJsonIsNotRead()
