@@ -2,27 +2,16 @@
 
 #include "plugins/modbus/RtuLine.h"
 
+#include "plugins/modbus/RtuFrame.h"
+
 #include <algorithm>
 
 namespace norvo {
 
 namespace {
 
-constexpr int kCrcSize = 2;
 constexpr int kMaxNoise = 600; ///< Bytes that are kept in search of an answer.
 constexpr int kExceptionSize = 2;
-
-QByteArray crcOf(const QByteArray& bytes)
-{
-    quint16 crc = 0xffff;
-    for (const char byte : bytes) {
-        crc ^= quint8(byte);
-        for (int bit = 0; bit < 8; ++bit) {
-            crc = quint16(crc & 1 ? (crc >> 1) ^ 0xa001 : crc >> 1);
-        }
-    }
-    return QByteArray(1, char(crc & 0xff)) + char(crc >> 8);
-}
 
 /// Between two frames the line is silent for three and a half characters of 11 bits, and for 1.75
 /// ms at least.
@@ -64,8 +53,7 @@ void RtuLine::open()
 
 void RtuLine::send(const QByteArray& pdu)
 {
-    m_frame = char(unit()) + pdu;
-    m_frame += crcOf(m_frame);
+    m_frame = RtuFrame::of(unit(), pdu);
     m_silence.start(m_isLate ? timeout() : gapAt(m_port.baudRate()));
     wait(2 * timeout()); // For a line that is never silent.
 }
@@ -105,9 +93,9 @@ void RtuLine::onReadyRead()
 bool RtuLine::takeFrame(int begin)
 {
     for (const int size : {request().answerSize, kExceptionSize}) {
-        const QByteArray frame = m_buffer.mid(begin, 1 + size);
-        if (frame.size() == 1 + size && m_buffer.mid(begin + 1 + size, kCrcSize) == crcOf(frame)) {
-            return take(quint8(frame[0]), frame.mid(1));
+        const QByteArray content = RtuFrame::contentAt(m_buffer, begin, size);
+        if (!content.isEmpty()) {
+            return take(quint8(content[0]), content.mid(1));
         }
     }
     return false;
