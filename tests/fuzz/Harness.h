@@ -38,7 +38,7 @@ public:
     QByteArray rest() const { return m_bytes.mid(m_at); }
 
 private:
-    const QByteArray m_bytes;
+    QByteArray m_bytes;
     int m_at = 0;
 };
 
