@@ -2,15 +2,48 @@
 
 #include "widgets/DenseGraph.h"
 
+#include "widgets/DenseLine.h"
+
+#include <algorithm>
+#include <cmath>
 #include <cstring>
+#include <limits>
 
 namespace norvo::plot {
 
 namespace {
 
+constexpr int kParts = 4; // Of a pixel's width, in which points are drawn as one.
+constexpr int kDense = 8; // Points of a pixel from which on that is done.
+
 bool isSame(const QCPGraphData& a, const QCPGraphData& b)
 {
     return std::memcmp(&a, &b, sizeof a) == 0; // NaN equals itself
+}
+
+bool isLower(const QCPGraphData& a, const QCPGraphData& b)
+{
+    return a.value < b.value;
+}
+
+bool isGap(const QCPGraphData& point)
+{
+    return !std::isfinite(point.value);
+}
+
+/// Whether a line covers many pixels in each of some columns, mostly more than once.
+bool isDense(const QVector<QPointF>& line, double columns)
+{
+    constexpr double tall = 20;
+    if (line.size() >= 2 * columns) {
+        return true;
+    }
+    double height = 0;
+    for (int i = 1; i < line.size() && height < tall * columns; ++i) {
+        const double step = std::abs(line[i].y() - line[i - 1].y());
+        height += step < std::numeric_limits<double>::infinity() ? step : 0;
+    }
+    return line.size() >= columns && height >= tall * columns;
 }
 
 } // namespace
@@ -53,6 +86,43 @@ QCPRange DenseGraph::getValueRange(bool& found, QCP::SignDomain domain, const QC
     return found ? QCPRange(all.least, all.greatest) : QCPRange();
 }
 
+void DenseGraph::draw(QCPPainter* painter)
+{
+    const QTransform toPixels = painter->deviceTransform();
+    m_scale = toPixels.type() <= QTransform::TxScale ? std::abs(toPixels.m11()) : 1;
+    QCPGraph::draw(painter);
+}
+
+void DenseGraph::getOptimizedLineData(QVector<QCPGraphData>* line, const Point& begin,
+                                      const Point& end) const
+{
+    const QCPAxis& axis = *keyAxis();
+    if (begin == end || !adaptiveSampling() || axis.orientation() != Qt::Horizontal ||
+        axis.scaleType() != QCPAxis::stLinear) {
+        QCPGraph::getOptimizedLineData(line, begin, end);
+        return;
+    }
+    const double pixel = axis.range().size() / (axis.axisRect()->width() * m_scale); // in keys
+    if (double(end - begin) <= kDense * ((end - 1)->key - begin->key) / pixel) {
+        line->reserve(int(end - begin));
+        std::copy(begin, end, std::back_inserter(*line));
+        return;
+    }
+    blocks();
+    const Point points = mDataContainer->constBegin();
+    addStretches(line, int(begin - points), int(end - points), pixel / kParts);
+}
+
+void DenseGraph::drawLinePlot(QCPPainter* painter, const QVector<QPointF>& lines) const
+{
+    applyDefaultAntialiasingHint(painter);
+    if (painter->modes().testFlag(QCPPainter::pmVectorized) ||
+        !isDense(lines, painter->clipBoundingRect().width() * m_scale) ||
+        !drawDenseLine(*painter, lines)) {
+        QCPGraph::drawLinePlot(painter, lines);
+    }
+}
+
 DenseGraph::Mark DenseGraph::mark() const
 {
     const QCPGraphDataContainer& points = *mDataContainer;
@@ -80,6 +150,59 @@ const PointBlocks& DenseGraph::blocks() const
         m_known = mark();
     }
     return m_blocks;
+}
+
+/// What the points lie between, for each part of the axis of a width in keys.
+void DenseGraph::addStretches(QVector<QCPGraphData>* line, int begin, int end, double width) const
+{
+    constexpr double finest = 0.25; // Of a part: so far a block may reach into the next one.
+    const Point points = mDataContainer->constBegin();
+    const double origin = keyAxis()->range().lower;
+    line->reserve(2 * (end - begin));
+    for (int next = begin; next < end;) {
+        const Point first = points + next;
+        const double part = std::floor((first->key - origin) / width);
+        const double limit = origin + (part + 1) * width;
+        const Stretch stretch =
+            m_blocks.stretchAt(points, next, end, limit, limit + finest * width);
+        if (!line->isEmpty() && first->key - line->last().key > 2 * width) {
+            line->append(*(first - 1)); // Across a pause the line goes from point to point.
+            line->append(*first);
+        }
+        if (stretch.hasGaps) {
+            addRuns(line, first, first + stretch.count);
+        } else {
+            addStretch(line, stretch);
+        }
+        next += stretch.count;
+    }
+}
+
+/// Both ends of a stretch, the one nearer to where the line is at first. It slants, so that as the
+/// edge of an area it shows how many of the values are how high.
+void DenseGraph::addStretch(QVector<QCPGraphData>* line, const Stretch& stretch) const
+{
+    const double before = line->isEmpty() ? qQNaN() : line->last().value;
+    const bool isDown = std::abs(before - stretch.greatest) < std::abs(before - stretch.least);
+    line->append({stretch.firstKey, isDown ? stretch.greatest : stretch.least});
+    line->append({stretch.lastKey, isDown ? stretch.least : stretch.greatest});
+}
+
+/// The points between gaps, one run after the other.
+void DenseGraph::addRuns(QVector<QCPGraphData>* line, const Point& from, const Point& to) const
+{
+    for (Point begin = from; begin != to;) {
+        const Point end = std::find_if(begin, to, isGap);
+        if (begin != end) {
+            const auto [least, greatest] = std::minmax_element(begin, end, isLower);
+            addStretch(line, {int(end - begin), false, begin->key, (end - 1)->key, least->value,
+                              greatest->value});
+        }
+        begin = std::find_if_not(end, to, isGap);
+        if (begin != end) {
+            line->append({end->key, qQNaN()});
+        }
+    }
 }
 
 } // namespace norvo::plot

@@ -5,8 +5,8 @@
 
 namespace norvo::plot {
 
-/// A graph that finds the range of its values in a time that hardly grows with its points, where
-/// they come by append() and go by dropBefore(). NaN is no value.
+/// A graph whose drawing and whose range of values hardly cost more with more points, where they
+/// come by append() and go by dropBefore(). NaN and infinities are gaps.
 ///
 /// Whatever else changes the points, through the library's own calls, is seen by their number,
 /// place, first and last one, and costs a look at all of them. A value that is written over in
@@ -23,6 +23,15 @@ public:
     QCPRange getValueRange(bool& found, QCP::SignDomain domain,
                            const QCPRange& keys) const override;
 
+protected:
+    using Point = QCPGraphDataContainer::const_iterator;
+
+    void draw(QCPPainter* painter) override;
+    /// Where there are many points to a pixel: what they lie between, in parts of the pixel.
+    void getOptimizedLineData(QVector<QCPGraphData>* line, const Point& begin,
+                              const Point& end) const override;
+    void drawLinePlot(QCPPainter* painter, const QVector<QPointF>& lines) const override;
+
 private:
     /// How points are known again.
     struct Mark
@@ -36,7 +45,11 @@ private:
     Mark mark() const;
     bool areBlocksTrue() const; ///< Whether they are of the points as they are.
     const PointBlocks& blocks() const;
+    void addStretches(QVector<QCPGraphData>* line, int begin, int end, double width) const;
+    void addStretch(QVector<QCPGraphData>* line, const Stretch& stretch) const;
+    void addRuns(QVector<QCPGraphData>* line, const Point& from, const Point& to) const;
 
+    double m_scale = 1; ///< Pixels of the device that is drawn on, to one of the plot.
     mutable PointBlocks m_blocks;
     mutable Mark m_known; ///< What they are of.
 };

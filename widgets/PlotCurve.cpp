@@ -2,17 +2,7 @@
 
 #include "widgets/PlotCurve.h"
 
-#include <algorithm>
-#include <cmath>
-
-namespace {
-
-bool isLeftOf(const QPointF& a, const QPointF& b)
-{
-    return a.x() < b.x();
-}
-
-} // namespace
+#include "widgets/DenseLine.h"
 
 PlotCurve* PlotCurve::addTo(QCustomPlot* plot)
 {
@@ -26,37 +16,15 @@ PlotCurve* PlotCurve::addTo(QCustomPlot* plot)
     return curve;
 }
 
-/// Qt's fill of a polygon takes time with the square of the edges that cross a row of pixels. So
-/// the fill is drawn strip by strip; as strips end between pixels, the picture is the same.
+/// Qt's fill of a polygon takes time with the square of the edges that cross a row of pixels.
 void PlotCurve::drawFill(QCPPainter* painter, QVector<QPointF>* lines) const
 {
     constexpr int fewPoints = 50;
-    constexpr int pointsOfAStrip = 10;
-    constexpr double minPixels = 4;
-    const QTransform toPixels = painter->deviceTransform();
-    if (brush().style() == Qt::NoBrush || lines->size() < fewPoints ||
-        toPixels.type() > QTransform::TxScale ||
-        !std::is_sorted(lines->cbegin(), lines->cend(), isLeftOf)) {
+    const bool isUpright =
+        keyAxis()->orientation() == Qt::Horizontal && valueAxis()->scaleType() == QCPAxis::stLinear;
+    applyFillAntialiasingHint(painter);
+    if (!isUpright || channelFillGraph() || lines->size() < fewPoints ||
+        !norvo::plot::drawDenseArea(*painter, *lines, valueAxis()->coordToPixel(0))) {
         QCPGraph::drawFill(painter, lines);
-        return;
-    }
-    const QRectF clip = painter->clipBoundingRect();
-    const QRectF pixels = toPixels.mapRect(clip);
-    const double width =
-        qMax(minPixels, std::ceil(pixels.width() * pointsOfAStrip / lines->size()));
-    for (double x = std::floor(pixels.left()); x < pixels.right(); x += width) {
-        const QRectF strip =
-            toPixels.inverted().mapRect(QRectF(x, pixels.top(), width, pixels.height()));
-        const auto after =
-            std::upper_bound(lines->cbegin(), lines->cend(), strip.topRight(), isLeftOf);
-        const auto first = std::lower_bound(lines->cbegin(), after, strip.topLeft(), isLeftOf);
-        QVector<QPointF> part(first == lines->cbegin() ? first : first - 1,
-                              after == lines->cend() ? after : after + 1);
-        painter->save();
-        // A clip takes in every pixel that it touches, so it stays off the pixels beside.
-        const double margin = 0.25 / toPixels.m11();
-        painter->setClipRect(strip.adjusted(margin, 0, -margin, 0), Qt::IntersectClip);
-        QCPGraph::drawFill(painter, &part);
-        painter->restore();
     }
 }

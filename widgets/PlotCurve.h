@@ -3,7 +3,7 @@
 
 #include "widgets/PlotInterface.h"
 
-/// A graph whose fill takes time in proportion to its points, however they jump up and down.
+/// A graph whose area takes hardly more time than its line, however its points jump up and down.
 class PlotCurve : public norvo::plot::Graph
 {
 public:

@@ -19,17 +19,15 @@ qint64 sizeOf(size_t level)
 
 Stretch ofPoint(const QCPGraphData& point)
 {
-    return std::isnan(point.value) ? Stretch{1} : Stretch{1, point.value, point.value};
+    Stretch stretch{1, !std::isfinite(point.value), point.key, point.key};
+    if (!std::isnan(point.value)) {
+        stretch.least = point.value;
+        stretch.greatest = point.value;
+    }
+    return stretch;
 }
 
 } // namespace
-
-void Stretch::add(const Stretch& other)
-{
-    count += other.count;
-    least = other.least < least ? other.least : least;
-    greatest = other.greatest > greatest ? other.greatest : greatest;
-}
 
 void PointBlocks::clear()
 {
@@ -66,29 +64,43 @@ void PointBlocks::pointsDropped(int count)
     }
 }
 
-Stretch PointBlocks::all(Points points) const
-{
-    Stretch sum;
-    while (sum.count < count()) {
-        sum.add(longestAt(points, sum.count));
-    }
-    return sum;
-}
-
-/// The longest block that begins at a point, counted from the first one; else the point alone.
-Stretch PointBlocks::longestAt(Points points, int index) const
+const Stretch* PointBlocks::longestAt(int index, int end, double limit) const
 {
     const qint64 number = m_begin + index;
     const Stretch* longest = nullptr;
     qint64 size = kPoints;
     for (const Level& level : m_levels) {
-        if (number % size != 0 || number + size > m_end) {
+        if (number % size != 0 || index + size > end) {
             break;
         }
-        longest = &level.blocks[size_t(number / size - level.dropped)];
+        const Stretch& block = level.blocks[size_t(number / size - level.dropped)];
+        if (!(block.lastKey <= limit)) {
+            break;
+        }
+        longest = &block;
         size *= kBlocks;
     }
-    return longest ? *longest : ofPoint(*(points + index));
+    return longest;
+}
+
+Stretch PointBlocks::stretchAt(Points points, int begin, int end, double limit,
+                               double farLimit) const
+{
+    Stretch sum;
+    int next = begin;
+    do {
+        const Stretch* block =
+            (m_begin + next) % kPoints == 0 ? longestAt(next, end, farLimit) : nullptr;
+        sum.add(block ? *block : ofPoint(*(points + next)));
+        next = begin + sum.count;
+    } while (next < end && (points + next)->key < limit);
+    return sum;
+}
+
+Stretch PointBlocks::all(Points points) const
+{
+    constexpr double anywhere = std::numeric_limits<double>::infinity();
+    return count() == 0 ? Stretch() : stretchAt(points, 0, count(), anywhere, anywhere);
 }
 
 /// Of points where the level is 0, else of blocks of the level below. Those that have been dropped

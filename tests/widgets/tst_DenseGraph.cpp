@@ -1,22 +1,269 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "widgets/PlotCurve.h"
+#include "ArrayColumn.h"
 #include "TestMain.h"
 
 #include <QtTest>
 
+#include <algorithm>
+#include <cmath>
 #include <random>
 
-/// The range of a curve's values as its points come and go. The class exists with the second
+namespace plot = norvo::plot;
+
+/// A curve of many points to a pixel against the whole of it. The class exists with the second
 /// generation of the plot library alone.
 class tst_DenseGraph : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void looksAsAllItsPointsDo_data();
+    void looksAsAllItsPointsDo();
+    void fewPointsAreDrawnByTheLibrary();
+    void ruleOfPicturesSeesAMissingPeak_data();
+    void ruleOfPicturesSeesAMissingPeak();
+    void looksTheSameReversedAndAfterPointsHaveGone();
+    void pauseIsCrossedFromPointToPoint();
     void pointsPutInFromOutsideAreSeen();
     void rangeFollowsWhatComesAndGoes();
+
+private:
+    static constexpr int kWidth = 200;
+    static constexpr int kHeight = 120;
+
+    static QVector<double> wave(int count, double step)
+    {
+        QVector<double> values(count);
+        for (int i = 0; i < count; ++i) {
+            values[i] = 0.9 * std::sin(i * step);
+        }
+        return values;
+    }
+
+    static QVector<double> noise(int count, double height)
+    {
+        std::mt19937 random(1);
+        std::uniform_real_distribution<double> between(-height, height);
+        QVector<double> values = wave(count, 20.0 / count);
+        for (double& value : values) {
+            value = 0.5 * value + between(random);
+        }
+        return values;
+    }
+
+    static QImage picture(QCustomPlot& plot, QCPGraph* curve, double scale = 1)
+    {
+        curve->setPen(QPen(Qt::blue, 1, Qt::SolidLine, Qt::FlatCap));
+        plot.yAxis->setRange(-1, 1);
+        for (QCPAxis* axis : {plot.xAxis, plot.yAxis}) {
+            axis->setVisible(false);
+            axis->grid()->setVisible(false);
+        }
+        plot.axisRect()->setAutoMargins(QCP::msNone);
+        plot.axisRect()->setMargins({5, 5, 5, 5});
+        plot.setAntialiasedElements(QCP::aeAll);
+        return plot.toPixmap(kWidth, kHeight, scale)
+            .toImage()
+            .convertToFormat(QImage::Format_RGB32);
+    }
+
+    /// Every line from point to point, drawn by the library with pixels of a quarter, four of which
+    /// then make up the width of one.
+    static QImage wholePicture(QCustomPlot& plot, QCPGraph* curve, double scale = 1)
+    {
+        constexpr int finer = 4;
+        curve->setAdaptiveSampling(false);
+        plot.setPlottingHint(QCP::phFastPolylines);
+        const QImage fine = picture(plot, curve, finer * scale);
+        return fine.scaled(fine.size() / finer, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    }
+
+    /// How much stronger or weaker, of 255, the strangest pixel is than all those in the other
+    /// picture that are at most one pixel away from its place.
+    static int strangestPixel(const QImage& a, const QImage& b)
+    {
+        int strangest = 0;
+        for (int y = 1; y < a.height() - 1; ++y) {
+            for (int x = 1; x < a.width() - 1; ++x) {
+                int least = 255;
+                int greatest = 0;
+                for (int place = 0; place < 9; ++place) {
+                    const int red = qRed(b.pixel(x - 1 + place % 3, y - 1 + place / 3));
+                    least = qMin(least, red);
+                    greatest = qMax(greatest, red);
+                }
+                const int red = qRed(a.pixel(x, y));
+                strangest = qMax(strangest, qMax(red - greatest, least - red));
+            }
+        }
+        return strangest;
+    }
+
+    /// Whether pictures differ by no more than where an edge between two pixels is smoothed to: at
+    /// most one pixel away, and there by at most a third of the strength of a line. So no peak may
+    /// be missing, or two pixels lower, and no gap may be filled.
+    static bool areAlike(const QImage& picture, const QImage& expected)
+    {
+        constexpr int smoothing = 85;
+        const int more = strangestPixel(picture, expected);
+        const int less = strangestPixel(expected, picture);
+        return picture.size() == expected.size() && more <= smoothing && less <= smoothing;
+    }
 };
+
+void tst_DenseGraph::looksAsAllItsPointsDo_data()
+{
+    QTest::addColumn<ArrayColumn>("array");
+    QTest::addColumn<bool>("isFilled");
+    QTest::addColumn<double>("scale");
+    const double nan = qQNaN();
+    const auto add = [](const char* name, const QVector<double>& values, bool isFilled = false,
+                        double scale = 1) {
+        QTest::newRow(name) << ArrayColumn{values} << isFilled << scale;
+    };
+    add("one point", {0.5});
+    add("two points", {0.5, -0.5});
+    add("slow wave", wave(10000, 0.001));
+    add("wave", wave(10000, 0.005));
+    add("quick wave", wave(20000, 0.03));
+    add("wave on fine pixels", wave(10000, 0.005), false, 2);
+    add("steps", [] {
+        QVector<double> values = wave(10000, 0.005);
+        for (double& value : values) {
+            value = value > 0 ? 0.7 : -0.7;
+        }
+        return values;
+    }());
+    add("little noise", noise(10000, 0.03));
+    add("much noise", noise(10000, 0.4));
+    add("much noise on fine pixels", noise(10000, 0.4), false, 2);
+    QVector<double> gaps = wave(10000, 0.005);
+    for (int i = 100; i < gaps.size(); i += 1000) {
+        std::fill_n(gaps.begin() + i, 200, nan);
+    }
+    add("gaps", gaps);
+    QVector<double> breaks = noise(10000, 0.1);
+    for (int i = 100; i < breaks.size(); i += 500) {
+        breaks[i] = i % 1000 == 0 ? qInf() : nan;
+    }
+    add("breaks", breaks);
+    QVector<double> spikes(10000, 0.0);
+    for (int i = 100; i < spikes.size(); i += 999) {
+        spikes[i] = i % 2 == 0 ? 0.8 : -0.8;
+    }
+    add("spikes", spikes);
+    add("filled wave", wave(10000, 0.003), true);
+    add("filled gaps", gaps, true);
+    add("filled little noise", noise(3000, 0.03), true);
+    add("filled much noise", noise(3000, 0.4), true);
+}
+
+void tst_DenseGraph::looksAsAllItsPointsDo()
+{
+    QFETCH(ArrayColumn, array);
+    QFETCH(bool, isFilled);
+    QFETCH(double, scale);
+    QVector<double> keys;
+    for (int i = 0; i < array.values.size(); ++i) {
+        keys.append(i);
+    }
+    QImage pictures[2];
+    for (const bool isOurs : {false, true}) {
+        QCustomPlot bare;
+        QCPGraph* const curve = isOurs ? PlotCurve::addTo(&bare) : bare.addGraph();
+        curve->setData(keys, array.values, true);
+        curve->setBrush(isFilled ? QBrush(QColor(0, 0, 255, 100)) : QBrush(Qt::NoBrush));
+        bare.xAxis->setRange(0, qMax(1, keys.size() - 1));
+        pictures[isOurs] = isOurs ? picture(bare, curve, scale) : wholePicture(bare, curve, scale);
+    }
+    QVERIFY(areAlike(pictures[1], pictures[0]));
+}
+
+void tst_DenseGraph::fewPointsAreDrawnByTheLibrary()
+{
+    QImage pictures[2];
+    for (const bool isOurs : {false, true}) {
+        QCustomPlot bare;
+        QCPGraph* const curve = isOurs ? PlotCurve::addTo(&bare) : bare.addGraph();
+        for (int i = 0; i < kWidth / 2; ++i) {
+            curve->addData(i, i % 7 * 0.1);
+        }
+        bare.xAxis->setRange(0, kWidth / 2);
+        pictures[isOurs] = picture(bare, curve);
+    }
+    QCOMPARE(pictures[1], pictures[0]);
+}
+
+void tst_DenseGraph::ruleOfPicturesSeesAMissingPeak_data()
+{
+    constexpr double pixel = 2.0 / (kHeight - 10);
+    QTest::addColumn<double>("height");
+    QTest::addColumn<bool>("isSeen");
+    QTest::newRow("missing") << 0.0 << true;
+    QTest::newRow("three pixels lower") << 0.8 - 3 * pixel << true;
+    QTest::newRow("half a pixel lower") << 0.8 - 0.5 * pixel << false;
+}
+
+/// A peak of one point among many.
+void tst_DenseGraph::ruleOfPicturesSeesAMissingPeak()
+{
+    QFETCH(double, height);
+    QFETCH(bool, isSeen);
+    QImage pictures[2];
+    for (const bool isWhole : {false, true}) {
+        QCustomPlot bare;
+        QCPGraph* const curve = isWhole ? bare.addGraph() : PlotCurve::addTo(&bare);
+        for (int i = 0; i < 10000; ++i) {
+            curve->addData(i, i == 7777 ? (isWhole ? 0.8 : height) : 0.0);
+        }
+        bare.xAxis->setRange(0, 9999);
+        pictures[isWhole] = isWhole ? wholePicture(bare, curve) : picture(bare, curve);
+    }
+    QCOMPARE(areAlike(pictures[0], pictures[1]), !isSeen);
+}
+
+void tst_DenseGraph::looksTheSameReversedAndAfterPointsHaveGone()
+{
+    const QVector<double> values = noise(15000, 0.2);
+    for (const bool isReversed : {false, true}) {
+        QImage pictures[2];
+        for (const bool isOurs : {false, true}) {
+            QCustomPlot bare;
+            PlotCurve* const ours = isOurs ? PlotCurve::addTo(&bare) : nullptr;
+            QCPGraph* const curve = isOurs ? ours : bare.addGraph();
+            for (int i = 0; i < values.size(); ++i) {
+                if (isOurs) {
+                    ours->dropBefore(i - 10000);
+                    ours->append(i, values[i]);
+                } else if (i >= values.size() - 1 - 10000) {
+                    curve->addData(i, values[i]);
+                }
+            }
+            bare.xAxis->setRange(5555.3, 15500);
+            bare.xAxis->setRangeReversed(isReversed);
+            pictures[isOurs] = isOurs ? picture(bare, curve) : wholePicture(bare, curve);
+        }
+        QVERIFY(areAlike(pictures[1], pictures[0]));
+    }
+}
+
+void tst_DenseGraph::pauseIsCrossedFromPointToPoint()
+{
+    QImage pictures[2];
+    for (const bool isOurs : {false, true}) {
+        QCustomPlot bare;
+        QCPGraph* const curve = isOurs ? PlotCurve::addTo(&bare) : bare.addGraph();
+        for (int i = 0; i < 10000; ++i) {
+            const double key = i < 5010 ? i : i + 5000;
+            curve->addData(key, i % 100 == 9 ? 0.9 : i < 5010 ? -0.5 : 0.2);
+        }
+        bare.xAxis->setRange(0, 15000);
+        pictures[isOurs] = isOurs ? picture(bare, curve) : wholePicture(bare, curve);
+    }
+    QVERIFY(areAlike(pictures[1], pictures[0]));
+}
 
 void tst_DenseGraph::pointsPutInFromOutsideAreSeen()
 {
@@ -49,7 +296,7 @@ void tst_DenseGraph::rangeFollowsWhatComesAndGoes()
     std::mt19937 random(1);
     std::uniform_int_distribution<int> heights(-1000, 1000);
     for (int i = 0; i < 5000; ++i) {
-        curve->dropBefore(i % 1700 == 0 ? i : i - 1000);
+        curve->dropBefore(i - i % 1700);
         const int height = heights(random);
         curve->append(i, height == 0 ? qQNaN() : height);
         if (i % 7 == 0) {
