@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "AllTypes.h"
+#include "FuzzInput.h"
 #include "Harness.h"
-#include "host/program/PluginSet.h"
 #include "norvo/BaseDevice.h"
 
 #include <QObject>
@@ -14,16 +15,10 @@ using norvo::require;
 /// A device takes them, or says why not; QML documents are programs and left out.
 NORVO_HARNESS(DeviceParams)
 {
-    static const norvo::PluginSet* const plugins = [] {
-        auto* const set = new norvo::PluginSet;
-        set->load(NORVO_BUILD_DIR "/plugins");
-        return set;
-    }();
-
     norvo::FuzzInput lines(input);
     const QString type = QString::fromUtf8(lines.line());
     const std::unique_ptr<BaseDevice> device(
-        type.startsWith("qml") ? nullptr : plugins->manager().createDevice(type));
+        type.startsWith("qml") ? nullptr : norvo::allTypes().createDevice(type));
     if (!device) {
         return;
     }

@@ -18,34 +18,10 @@ public:
     Harness(const char* name, Run run); ///< Enters it into the program's list.
 };
 
-/// Takes a harness's input apart: settings first, and what remains is the text.
-class FuzzInput
-{
-public:
-    explicit FuzzInput(const QByteArray& bytes) : m_bytes(bytes) {}
-
-    int choice(int count) ///< Below `count`, from one byte; 0 at the end.
-    {
-        return m_at < m_bytes.size() ? int(quint8(m_bytes.at(m_at++))) % count : 0;
-    }
-    QByteArray line() ///< Up to the next line feed.
-    {
-        const int end = m_bytes.indexOf('\n', m_at);
-        const QByteArray text = m_bytes.mid(m_at, end < 0 ? -1 : end - m_at);
-        m_at = end < 0 ? m_bytes.size() : end + 1;
-        return text;
-    }
-    QByteArray rest() const { return m_bytes.mid(m_at); }
-
-private:
-    QByteArray m_bytes;
-    int m_at = 0;
-};
-
 /// Ends the program, and says why, unless `holds`.
 void require(bool holds, const char* rule);
 
-/// What `run` does with a file that holds the input; it is gone afterwards.
+/// Calls `run` with the name of a file that holds the content, and removes it.
 void withFile(const QByteArray& content, void (*run)(const QString& fileName));
 
 } // namespace norvo

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "plugins/common/JsonPath.h"
+#include "FuzzInput.h"
 #include "Harness.h"
 
 using norvo::require;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "FuzzInput.h"
 #include "Harness.h"
 #include "plugins/sources/process/CommandWords.h"
 #include "plugins/sources/process/LineQueue.h"

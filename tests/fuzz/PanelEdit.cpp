@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "FuzzInput.h"
 #include "Harness.h"
 #include "host/panel/edit/ConnectionEdit.h"
 #include "host/panel/edit/DeviceEdit.h"

@@ -1,22 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "host/panel/plan/PanelPlan.h"
+#include "AllTypes.h"
 #include "Harness.h"
 #include "host/catalogue/Catalogue.h"
 #include "host/catalogue/SenseCheck.h"
 #include "host/panel/file/PanelFile.h"
-#include "host/program/PluginSet.h"
 
 using norvo::require;
 
 namespace {
 
-struct Types
+struct Words
 {
-    Types() { plugins.load(NORVO_BUILD_DIR "/plugins"); }
-
-    norvo::PluginSet plugins;
-    const norvo::Catalogue catalogue{plugins.manager()};
+    const norvo::Catalogue catalogue{norvo::allTypes()};
     const norvo::SenseCheck knowledge{catalogue};
 };
 
@@ -25,15 +22,15 @@ struct Types
 /// What --check does with a file, short of QML documents, which are programs.
 NORVO_HARNESS(PanelPlan)
 {
-    static const Types types;
+    static const Words words;
 
     if (input.toLower().contains("qml")) {
         return;
     }
     norvo::Diagnostics diagnostics("panel.yaml");
     const auto panel = norvo::PanelFile::parse(input, "panel.yaml", diagnostics);
-    const auto plan = norvo::PanelPlan::make(panel, types.plugins.manager(), {}, diagnostics, {},
-                                             types.knowledge);
+    const auto plan =
+        norvo::PanelPlan::make(panel, norvo::allTypes(), {}, diagnostics, {}, words.knowledge);
     require(int(plan.nodes.size()) == plan.settings.size() &&
                 plan.settings.size() == plan.cells.size(),
             "each node has a setting and cells");

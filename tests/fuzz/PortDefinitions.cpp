@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "AllTypes.h"
+#include "FuzzInput.h"
 #include "Harness.h"
 #include "PortLine.h"
-#include "host/program/PluginSet.h"
 #include "norvo/PortsDevice.h"
 
 #include <memory>
@@ -13,15 +14,9 @@ using norvo::require;
 /// is taken, and can then be connected, or is refused with a text.
 NORVO_HARNESS(PortDefinitions)
 {
-    static const norvo::PluginSet* const plugins = [] {
-        auto* const set = new norvo::PluginSet;
-        set->load(NORVO_BUILD_DIR "/plugins");
-        return set;
-    }();
-
     norvo::FuzzInput lines(input);
     const std::unique_ptr<BaseDevice> device(
-        plugins->manager().createDevice(QString::fromUtf8(lines.line())));
+        norvo::allTypes().createDevice(QString::fromUtf8(lines.line())));
     auto* const ports = dynamic_cast<PortsDevice*>(device.get());
     const QString preset = QString::fromUtf8(lines.line());
     if (!ports) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "FuzzInput.h"
 #include "Harness.h"
 #include "PortLine.h"
 #include "plugins/modbus/ModbusRequest.h"

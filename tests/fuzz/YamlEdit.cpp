@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "host/yaml/YamlEdit.h"
+#include "FuzzInput.h"
 #include "Harness.h"
 #include "host/panel/edit/EditHistory.h"
 
