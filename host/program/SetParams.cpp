@@ -2,7 +2,7 @@
 
 #include "host/program/SetParams.h"
 
-#include "host/panel/edit/NewProblems.h"
+#include "host/panel/file/NewProblems.h"
 #include "host/panel/edit/ParamEdit.h"
 #include "host/panel/file/PanelFile.h"
 #include "host/panel/plan/PanelPlan.h"

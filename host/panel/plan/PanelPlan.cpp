@@ -168,9 +168,8 @@ private:
             const DeviceSetting& setting = node->setting();
             const bool isLate = hasLateMethods(setting);
             // Values that do not convert have been reported at their place.
-            const bool isWanted = isLate || (m_knowledge.startsNothing(setting.type.text) &&
-                                             node->device() && node->device()->paramsOk());
-            if (!node->device() || !isWanted) {
+            if (!node->device() || !(isLate || (m_knowledge.startsNothing(setting.type.text) &&
+                                                node->device()->paramsOk()))) {
                 continue;
             }
             if (isLate && ++count > kMaxLateDevices) {
@@ -229,11 +228,10 @@ private:
             if (!wire) {
                 continue;
             }
-            const auto known = lines.constFind(*wire);
-            if (known == lines.constEnd()) {
-                lines.insert(*wire, setting.whole.place.line);
+            if (const int line = lines.value(*wire)) {
+                reportRepetition(setting, *wire, line);
             } else {
-                reportRepetition(setting, *wire, *known);
+                lines.insert(*wire, setting.whole.place.line);
             }
             m_plan.wires.append(*wire);
         }
@@ -303,17 +301,16 @@ private:
         // What one connection means, all like it mean between devices of the same types.
         const QString key = from->setting().type.text + '.' + setting.from.method.text + ' ' +
                             to->setting().type.text + '.' + setting.to.method.text;
-        std::optional<Wire> wire;
-        if (m_resolved.contains(key)) {
-            wire = m_resolved.value(key);
-        } else {
-            wire = resolveConnection(setting, *from->device(), *to->device(), m_diagnostics);
-            if (!wire) {
-                return std::nullopt;
-            }
-            if (!hasMethodsOfItsOwn(from->setting()) && !hasMethodsOfItsOwn(to->setting())) {
-                m_resolved.insert(key, *wire);
-            }
+        const auto known = m_resolved.constFind(key);
+        const std::optional<Wire> wire =
+            known != m_resolved.constEnd()
+                ? *known
+                : resolveConnection(setting, *from->device(), *to->device(), m_diagnostics);
+        if (!wire) {
+            return std::nullopt;
+        }
+        if (!hasMethodsOfItsOwn(from->setting()) && !hasMethodsOfItsOwn(to->setting())) {
+            m_resolved.insert(key, *wire);
         }
         if (isQueued && !canBeQueued(*wire)) {
             m_diagnostics.error(setting.whole.place, inQuotes(setting.whole.text) +

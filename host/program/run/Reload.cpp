@@ -3,7 +3,7 @@
 #include "host/program/run/Reload.h"
 
 #include "host/catalogue/IncludedFiles.h"
-#include "host/panel/edit/NewProblems.h"
+#include "host/panel/file/NewProblems.h"
 #include "host/panel/plan/PanelPlan.h"
 #include "host/panel/state/StateFile.h"
 #include "host/program/PanelInput.h"

@@ -4,7 +4,7 @@
 #include "host/catalogue/Catalogue.h"
 #include "host/catalogue/SenseCheck.h"
 #include "host/editor/EditSession.h"
-#include "host/panel/edit/NewProblems.h"
+#include "host/panel/file/NewProblems.h"
 #include "host/panel/file/PanelFile.h"
 #include "host/panel/plan/PanelPlan.h"
 #include "host/panel/run/Panel.h"

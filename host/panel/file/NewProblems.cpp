@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/panel/edit/NewProblems.h"
+#include "host/panel/file/NewProblems.h"
 
 #include <QHash>
 #include <QRegularExpression>
