@@ -2,9 +2,11 @@
 
 #include "host/texts/Language.h"
 
+#include <QDir>
 #include <QGuiApplication>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QStringList>
 #include <QTranslator>
 
 // A static library's resource is left out of a program that does not ask for it.
@@ -17,6 +19,7 @@ namespace norvo {
 
 namespace {
 
+const QString kFolder = QStringLiteral(":/norvo/texts");
 const QString kInstalled = QStringLiteral("norvoLanguage");
 
 void install(QGuiApplication& application, const QLocale& locale, const QString& name,
@@ -39,11 +42,23 @@ void Language::use(QGuiApplication& application, const QString& name)
     qDeleteAll(application.findChildren<QTranslator*>(kInstalled));
     const QLocale locale = name.isEmpty() ? QLocale::system() : QLocale(name);
     install(application, locale, "qtbase", QLibraryInfo::location(QLibraryInfo::TranslationsPath));
-    install(application, locale, "norvo", ":/norvo/texts");
+    install(application, locale, "norvo", kFolder);
     application.setProperty("norvoLanguage", locale.name());
     if (!name.isEmpty()) {
         QGuiApplication::setLayoutDirection(locale.textDirection());
     }
+}
+
+QStringList Language::all()
+{
+    initResource();
+    QStringList names{"en"}; // That the texts are written in.
+    const QStringList files = QDir(kFolder).entryList({"norvo_*.qm"});
+    for (const QString& file : files) {
+        names.append(file.section('_', 1).section('.', 0, 0));
+    }
+    names.sort();
+    return names;
 }
 
 } // namespace norvo

@@ -3,6 +3,7 @@
 
 class QGuiApplication;
 class QString;
+class QStringList;
 
 namespace norvo {
 
@@ -15,6 +16,9 @@ namespace Language {
 ///
 /// The keyboard finds the name in the application's property "norvoLanguage".
 void use(QGuiApplication& application, const QString& name);
+
+/// Those with texts of ours, as use() takes them, by name.
+QStringList all();
 
 } // namespace Language
 

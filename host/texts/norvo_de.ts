@@ -345,6 +345,10 @@
         <source>Pages</source>
         <translation>Seiten</translation>
     </message>
+    <message>
+        <source>%1 shows nothing: it is on the shelf, below the page in Wires</source>
+        <translation>%1 ist auf der Tafel nicht zu sehen: bei „Drähte“ steht es unter der Seite</translation>
+    </message>
 </context>
 <context>
     <name>norvo::KeyboardKey</name>

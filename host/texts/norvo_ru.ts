@@ -345,6 +345,10 @@
         <source>Pages</source>
         <translation>Страницы</translation>
     </message>
+    <message>
+        <source>%1 shows nothing: it is on the shelf, below the page in Wires</source>
+        <translation>%1 на панели не видно: оно на полке под страницей в «Связях»</translation>
+    </message>
 </context>
 <context>
     <name>norvo::KeyboardKey</name>

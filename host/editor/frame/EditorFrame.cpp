@@ -21,6 +21,7 @@
 
 #include <QAction>
 #include <QFileInfo>
+#include <QTabWidget>
 
 #include <functional>
 #include <type_traits>
@@ -44,6 +45,7 @@ EditorFrame::EditorFrame(EditSession& session, EditedFile& file, PanelWindow& wi
     connect(&session, &EditSession::selectionChanged, this, [this] {
         if (!m_session.selection().isEmpty() && m_pane == Pane::Add) {
             showPane(Pane::Device);
+            tellOfShelf();
         }
     });
     connect(&file, &EditedFile::problem, this, &EditorFrame::tell);
@@ -144,7 +146,7 @@ bool EditorFrame::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
-/// All that has texts. The field that has the focus keeps it.
+/// All that has texts. The field that has the focus keeps it, and the tab in front stays there.
 void EditorFrame::renew()
 {
     const QWidget* const entered = m_window.focusWidget();
@@ -158,7 +160,12 @@ void EditorFrame::renew()
     addKeys();
     follow();
     showCanvas(m_wireCanvas);
+    const auto* const tabs = qobject_cast<QTabWidget*>(m_side->content());
+    const int tab = tabs ? tabs->currentIndex() : 0;
     showPane(m_pane);
+    if (auto* const renewed = qobject_cast<QTabWidget*>(m_side->content())) {
+        renewed->setCurrentIndex(tab);
+    }
     if (!field.isEmpty()) {
         m_side->enter(field);
     }
@@ -185,6 +192,15 @@ void EditorFrame::showPane(Pane pane)
     m_bar->setHint(isWiring ? tr("Tap a device for its outputs and inputs, then what to connect")
                    : pane == Pane::Add ? tr("Tap a type, then the cell that it goes to")
                                        : tr("Tap a device to select it, draw it to move it"));
+}
+
+/// What has just been added has nothing to be seen on a page.
+void EditorFrame::tellOfShelf()
+{
+    const QString id = m_session.selection().constFirst();
+    if (!m_session.live().cells().contains(id)) {
+        m_bar->setHint(tr("%1 shows nothing: it is on the shelf, below the page in Wires").arg(id));
+    }
 }
 
 QWidget* EditorFrame::makePane(Pane pane)

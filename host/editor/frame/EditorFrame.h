@@ -53,6 +53,7 @@ private:
     void addPaneActions();
     void renew();
     void showPane(Pane pane);
+    void tellOfShelf();
     QWidget* makePane(Pane pane);
     void showCanvas(bool isWiring);
     void follow();

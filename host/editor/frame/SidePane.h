@@ -18,6 +18,7 @@ public:
 
     /// Shows it in the place of what was shown, which is deleted; null hides the pane.
     void show(QWidget* content);
+    QWidget* content() const { return m_content; } ///< Null: it is hidden.
     void enter(const QString& field); ///< Gives the focus to what bears that object name, if any.
 
     QSize sizeHint() const override; ///< Follows the width of the window.

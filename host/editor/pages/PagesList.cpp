@@ -8,7 +8,6 @@
 #include "host/window/PanelPages.h"
 #include "host/window/look/TouchSize.h"
 #include "host/window/touch/LineKeyboard.h"
-#include "host/window/touch/LineKeyboard.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -84,7 +83,6 @@ void PagesList::layOut()
     m_name->setObjectName("pageName");
     m_name->setAccessibleName(tr("Name of the page"));
     m_name->setMinimumHeight(target(*this));
-    new LineKeyboard(*m_name);
     FormText::prepare(*m_name);
     new LineKeyboard(*m_name);
     m_fault->setObjectName("pageFault");

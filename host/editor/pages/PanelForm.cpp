@@ -8,6 +8,7 @@
 #include "host/panel/edit/PanelTree.h"
 #include "host/panel/file/PanelFile.h"
 #include "host/panel/file/look/LookReader.h"
+#include "host/texts/Language.h"
 #include "host/window/layout/FingerScrollArea.h"
 
 #include <QVBoxLayout>
@@ -101,7 +102,7 @@ void PanelForm::describeKeys()
         ParamWords words;
         words.name = key;
         words.meaning = meanings.value(key);
-        words.options = lookNames(key);
+        words.options = key == "language" ? Language::all() : lookNames(key);
         words.kind = words.options.isEmpty() ? ParamKind::Text : ParamKind::Choice;
         words.defaultValue = key == "title" ? PanelFile::shownTitle(untitled) : lookDefault(key);
         m_keys.append(words);

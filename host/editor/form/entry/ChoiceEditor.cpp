@@ -5,6 +5,7 @@
 #include "host/catalogue/TypeWords.h"
 
 #include <QComboBox>
+#include <QFocusEvent>
 #include <QHBoxLayout>
 
 namespace norvo {
@@ -25,10 +26,18 @@ ChoiceEditor::ChoiceEditor(const ParamWords& words) : m_options(words.options), 
     m_box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_box->setFocusPolicy(Qt::StrongFocus);
     setFocusProxy(m_box);
-    connect(m_box, QOverload<int>::of(&QComboBox::activated), this, [this] {
-        emit typed();
+    m_box->installEventFilter(this);
+    connect(m_box, QOverload<int>::of(&QComboBox::activated), this, &ParamEditor::stepped);
+}
+
+/// By arrows a hand goes through several options to the one that it means.
+bool ChoiceEditor::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::FocusOut &&
+        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
         emit entered();
-    });
+    }
+    return ParamEditor::eventFilter(watched, event);
 }
 
 QString ChoiceEditor::text() const

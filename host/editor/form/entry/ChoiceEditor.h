@@ -20,6 +20,9 @@ public:
     QString text() const override;
     void showText(const QString& text, Shown how) override;
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override; ///< Sees the end of an entry.
+
 private:
     QStringList m_options;
     QComboBox* m_box;

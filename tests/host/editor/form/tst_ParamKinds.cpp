@@ -58,6 +58,7 @@ private slots:
     void aTextInTheStandOfANumber();
     void yesOrNo();
     void aChoice();
+    void theWayToAChoiceIsOneStep();
     void aList();
     void aColourByName();
     void aColourFromTheSheet();
@@ -254,6 +255,27 @@ void tst_ParamKinds::aChoice()
     mode->setFocus();
     QTest::keyClick(mode, Qt::Key_Down);
     verify("go", "mode", "click", "mode: click");
+}
+
+/// An option that arrows only pass is no step of its own.
+void tst_ParamKinds::theWayToAChoiceIsOneStep()
+{
+    select("go");
+    const QByteArray before = m_panel->session->document().text();
+    auto* const mode = seen<QComboBox>("mode");
+    mode->setFocus();
+    for (const int key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Down}) {
+        QTest::keyClick(mode, Qt::Key(key));
+    }
+    verify("go", "mode", "click", "mode: click");
+    seen<QLineEdit>("text")->setFocus();
+    seen<QComboBox>("mode")->setFocus();
+    QTest::keyClick(seen<QComboBox>("mode"), Qt::Key_Up); // Another entry.
+    m_panel->session->undo();
+    QCOMPARE(seen<QComboBox>("mode")->currentText(), QString("click"));
+    m_panel->session->undo();
+    QCOMPARE(m_panel->session->document().text(), before);
+    QVERIFY(!m_panel->session->canUndo());
 }
 
 void tst_ParamKinds::aList()

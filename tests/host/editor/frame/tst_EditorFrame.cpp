@@ -8,6 +8,7 @@
 #include "host/editor/form/DeviceForm.h"
 #include "host/editor/frame/EditorBar.h"
 #include "host/editor/frame/EditorFrame.h"
+#include "host/editor/frame/PanelPane.h"
 #include "host/editor/frame/SaveSheet.h"
 #include "host/editor/frame/SidePane.h"
 
@@ -18,6 +19,8 @@
 #include "host/panel/edit/ParamEdit.h"
 #include "host/texts/Language.h"
 
+#include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableWidget>
@@ -47,6 +50,7 @@ private slots:
     void thePaneShowsWhatItsKeySays();
     void theKeyOfAnOpenPaneClosesIt();
     void aSelectionLeadsFromThePaletteToItsSettings();
+    void whatHasNothingToBeSeenIsSaidToBeOnTheShelf();
     void wiringTakesThePlaceOfArranging();
     void aLineAndItsRowAreChosenTogether();
     void undoAndRedoFollowTheSession();
@@ -154,6 +158,27 @@ void tst_EditorFrame::aSelectionLeadsFromThePaletteToItsSettings()
     panel->session->select({"go"});
     QVERIFY(shown<norvo::DeviceForm>());
     QVERIFY(key("device")->isChecked());
+}
+
+void tst_EditorFrame::whatHasNothingToBeSeenIsSaidToBeOnTheShelf()
+{
+    const auto isSaid = [this] {
+        const QList<QLabel*> labels = frame->bar().findChildren<QLabel*>();
+        return std::any_of(labels.cbegin(), labels.cend(), [](const QLabel* label) {
+            return label->text().contains("on the shelf");
+        });
+    };
+    click("add");
+    panel->session->select({"go"});
+    QVERIFY(!isSaid());
+    click("add");
+    auto* const search = shown<norvo::TypePalette>()->findChild<QLineEdit*>("typeSearch");
+    QTest::keyClicks(search, "generator");
+    QTest::keyClick(search, Qt::Key_Return);
+    QVERIFY(panel->session->document().text().contains("generator"));
+    QVERIFY(isSaid());
+    click("wires");
+    QVERIFY(!isSaid());
 }
 
 void tst_EditorFrame::wiringTakesThePlaceOfArranging()
@@ -308,7 +333,7 @@ void tst_EditorFrame::aNewLanguageIsThatOfTheEditor()
     panel->window.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&panel->window));
     const auto field = [this] {
-        return shown<norvo::PanelForm>()->findChild<QLineEdit*>("language");
+        return shown<norvo::PanelForm>()->findChild<QComboBox*>("language");
     };
     field()->setFocus();
     const QString english = key("undo")->text();
@@ -322,6 +347,13 @@ void tst_EditorFrame::aNewLanguageIsThatOfTheEditor()
     change("Los");
     click("undo");
     QVERIFY(!panel->session->canUndo());
+    const auto tabs = [this] { return shown<norvo::PanelPane>(); };
+    tabs()->setCurrentIndex(1);
+    norvo::Language::use(*qApp, "en");
+    QTRY_COMPARE_WITH_TIMEOUT(key("undo")->text(), english, 60000);
+    QCOMPARE(tabs()->currentIndex(), 1);
+    norvo::Language::use(*qApp, "de");
+    QTRY_VERIFY_WITH_TIMEOUT(key("undo")->text() != english, 60000);
     click("wires");
     norvo::Language::use(*qApp, "en");
     QTRY_COMPARE_WITH_TIMEOUT(key("undo")->text(), english, 60000);
