@@ -11,12 +11,18 @@ PlotView::PlotView(const Look& look) : m_look(look)
     recolour();
 }
 
+/// The library takes its parts down from the last one on, and looks each up in lists from the first
+/// one on. From the first one on, that takes no time.
 PlotView::~PlotView()
 {
-    // Curves that take themselves out of the legend put the rest of it in order again, each in
-    // turn.
     if (legend) {
-        legend->clearItems();
+        for (int i = 0, count = legend->elementCount(); i < count; ++i) {
+            legend->removeAt(i);
+        }
+        legend->simplify();
+    }
+    while (plottableCount() > 0) {
+        removePlottable(0);
     }
 }
 
