@@ -7,6 +7,7 @@
 #include "widgets/PlotCurve.h"
 #include "widgets/ShownText.h"
 
+#include <cmath>
 #include <limits>
 
 namespace Looks = norvo::Looks;
@@ -41,6 +42,7 @@ void GraphOutputWidget::initialise()
     graph->yAxis->setRange(m_minValue, m_maxValue);
     view()->refresh(plot::kReplotHint);
     setInitialised(true);
+    m_areCurvesDrawn = false;
     updateGraph();
 }
 
@@ -87,7 +89,27 @@ void GraphOutputWidget::updateGraph()
     }
     const double now = OutputGraphDevice::secondsSinceEpoch();
     graph->xAxis->setRange(now - m_timePeriod, now);
-    graph->refresh(plot::kReplotQueued);
+    const Drawn next = nowToDraw();
+    if (wouldChange(next)) {
+        m_drawn = next;
+        m_areCurvesDrawn = true;
+        graph->refresh(plot::kReplotQueued);
+    }
+}
+
+GraphOutputWidget::Drawn GraphOutputWidget::nowToDraw() const
+{
+    const double width = view()->xAxis->axisRect()->width() * view()->devicePixelRatioF();
+    return {view()->xAxis->range().upper, view()->yAxis->range(), int(width)};
+}
+
+bool GraphOutputWidget::wouldChange(const Drawn& next) const
+{
+    const double pixels = std::abs(next.end - m_drawn.end) * next.width;
+    const bool isStill = m_areCurvesDrawn && pixels < m_timePeriod && next.width == m_drawn.width &&
+                         next.values.lower == m_drawn.values.lower &&
+                         next.values.upper == m_drawn.values.upper;
+    return !isStill;
 }
 
 void GraphOutputWidget::input(double value, QString sender, double time)
@@ -95,6 +117,7 @@ void GraphOutputWidget::input(double value, QString sender, double time)
     if (!isReady()) {
         return;
     }
+    m_areCurvesDrawn = false;
     Segments& segments = segmentsOf(sender);
     plot::Graph* segment = segments.last();
     if (plot::hasData(segment) && time - m_timeout > plot::lastKey(segment)) {
@@ -110,6 +133,7 @@ void GraphOutputWidget::inputFill(QString sender, bool fill)
     if (!isReady()) {
         return;
     }
+    m_areCurvesDrawn = false;
     plot::Graph* segment = lastSegment(sender);
     segment->setBrush(fill ? Looks::curveArea(segment->pen().color()) : QBrush(Qt::NoBrush));
 }
@@ -119,6 +143,7 @@ void GraphOutputWidget::inputColor(QString sender, QString color)
     if (!isReady()) {
         return;
     }
+    m_areCurvesDrawn = false;
     const QColor colour(color);
     plot::Graph* segment = lastSegment(sender);
     segment->setPen(Looks::curveLine(colour));
@@ -130,6 +155,7 @@ void GraphOutputWidget::inputColor(QString sender, QString color)
 void GraphOutputWidget::inputName(QString sender, QString name)
 {
     if (isReady()) {
+        m_areCurvesDrawn = false;
         lastSegment(sender)->setName(norvo::shortened(name, kMaxNameLength, *view()));
     }
 }

@@ -31,11 +31,21 @@ public slots:
     void inputName(QString sender, QString name);
 
 protected slots:
-    void updateGraph(); ///< Moves the window to now and fits the value axis where that is asked.
+    /// Moves the window to now and fits the value axis where that is asked. Draws it where that
+    /// changes a pixel.
+    void updateGraph();
 
 private:
     using Segments =
         QVector<QPointer<norvo::plot::Graph>>; ///< Oldest first, never empty; their plot's.
+
+    /// What the plot showed when it was last drawn here.
+    struct Drawn
+    {
+        double end = 0; ///< Of the time axis.
+        QCPRange values;
+        int width = 0; ///< Pixels of the screen.
+    };
 
     bool isReady() const { return isInitialised() && view(); }
     void startRefreshing();
@@ -44,6 +54,8 @@ private:
     norvo::plot::Graph* lastSegment(const QString& sender) { return segmentsOf(sender).last(); }
     norvo::plot::Graph* beginSegment(Segments& segments);
     void prune(Segments& segments, double time);
+    Drawn nowToDraw() const;
+    bool wouldChange(const Drawn& next) const;
 
     double m_minValue = 0.0;
     double m_maxValue = 1.0;
@@ -52,4 +64,6 @@ private:
     bool m_autoscale = true;
     QTimer m_refreshTimer; ///< Runs from the first initialise() on.
     QMap<QString, Segments> m_curves;
+    Drawn m_drawn;
+    bool m_areCurvesDrawn = false; ///< As they are now.
 };

@@ -23,6 +23,9 @@ private slots:
     void deinitialiseStopsNothing();
 
     void valuesAreNotDrawnByThemselves();
+    void windowIsDrawnWhenItMovesByAPixel();
+    void windowThatStandsIsDrawnWhenSomethingChanges_data();
+    void windowThatStandsIsDrawnWhenSomethingChanges();
     void hiddenGraphIsNotDrawnButGoesOn();
     void graphOnAnotherTabIsNotDrawnAndRightWhenShown();
     void minimisedGraphIsNotDrawnAndRightWhenRestored();
@@ -143,6 +146,69 @@ void tst_GraphOutputWidgetRefresh::valuesAreNotDrawnByThemselves()
     stand.graph().inputFill("A", true);
     QTest::qWait(20);
     QCOMPARE(drawn.size(), 0);
+}
+
+void tst_GraphOutputWidgetRefresh::windowIsDrawnWhenItMovesByAPixel()
+{
+    TimeGraph stand({{"widget/timePeriod", "100000"}}); // A pixel is minutes.
+    QVERIFY(stand.show());
+    stand.refresh();
+    QTest::qWait(20);
+    QSignalSpy drawn(stand.plot(), SIGNAL(afterReplot()));
+    const double end = stand.plot()->xAxis->range().upper;
+    QTest::qWait(20);
+    stand.refresh();
+    QCoreApplication::processEvents();
+    QCOMPARE(drawn.size(), 0);
+    QVERIFY(stand.plot()->xAxis->range().upper > end);
+
+    TimeGraph quick({{"widget/timePeriod", "1"}});
+    QVERIFY(quick.show());
+    QSignalSpy drawnQuickly(quick.plot(), SIGNAL(afterReplot()));
+    QTRY_VERIFY(drawnQuickly.size() >= 3);
+}
+
+void tst_GraphOutputWidgetRefresh::windowThatStandsIsDrawnWhenSomethingChanges_data()
+{
+    QTest::addColumn<QString>("change");
+    for (const char* change : {"input", "fill", "colour", "name", "range", "size"}) {
+        QTest::newRow(change) << QString(change);
+    }
+}
+
+void tst_GraphOutputWidgetRefresh::windowThatStandsIsDrawnWhenSomethingChanges()
+{
+    QFETCH(QString, change);
+    TimeGraph stand(noTicks());
+    stand.input(1, "A", secondsNow() - 10);
+    stand.input(2, "A", secondsNow() - 9);
+    QVERIFY(stand.show());
+    stand.refresh();
+    QTest::qWait(20);
+    QSignalSpy drawn(stand.plot(), SIGNAL(afterReplot()));
+    if (change == "input") {
+        stand.input(1.5, "A", secondsNow());
+    } else if (change == "fill") {
+        stand.graph().inputFill("A", true);
+    } else if (change == "colour") {
+        stand.graph().inputColor("A", "blue");
+    } else if (change == "name") {
+        stand.graph().inputName("A", "other");
+    } else if (change == "range") {
+        stand.curve(0)->setData({secondsNow() - 1, secondsNow()}, {5, 77});
+    } else {
+        stand.widget->resize(700, 300);
+        QTRY_VERIFY(!drawn.isEmpty());
+        drawn.clear();
+    }
+    stand.refresh();
+    QTRY_COMPARE(drawn.size(), 1);
+    stand.refresh(); // Longer numbers beside the axis have left it less room.
+    QTest::qWait(20);
+    const int drawings = drawn.size();
+    stand.refresh();
+    QTest::qWait(20);
+    QCOMPARE(drawn.size(), drawings);
 }
 
 void tst_GraphOutputWidgetRefresh::hiddenGraphIsNotDrawnButGoesOn()
