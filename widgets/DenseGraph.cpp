@@ -158,7 +158,8 @@ void DenseGraph::addStretches(QVector<QCPGraphData>* line, int begin, int end, d
     constexpr double finest = 0.25; // Of a part: so far a block may reach into the next one.
     const Point points = mDataContainer->constBegin();
     const double origin = keyAxis()->range().lower;
-    line->reserve(2 * (end - begin));
+    const double parts = ((points + (end - 1))->key - (points + begin)->key) / width + 2;
+    line->reserve(2 * int(qMin(parts, double(end - begin))));
     for (int next = begin; next < end;) {
         const Point first = points + next;
         const double part = std::floor((first->key - origin) / width);
