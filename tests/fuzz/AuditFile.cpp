@@ -12,19 +12,17 @@ using norvo::require;
 /// stay.
 NORVO_HARNESS(AuditFile)
 {
-    static QByteArray before;
-    before = input;
-    norvo::withFile(input, [](const QString& fileName) {
+    norvo::withFile(input, [&input](const QString& fileName) {
         {
             norvo::AuditFile audit(fileName, {});
             require(audit.open(), "the audit can be opened");
-            audit.write({{"event", QString::fromUtf8(before)}, {"value", 1.5}});
+            audit.write({{"event", QString::fromUtf8(input)}, {"value", 1.5}});
         }
         QFile file(fileName);
         require(file.open(QIODevice::ReadOnly), "the audit can be read");
         const QByteArray now = file.readAll();
-        const int kept = before.lastIndexOf('\n') + 1;
-        require(now.startsWith(before.left(kept)), "whole lines stay");
+        const int kept = input.lastIndexOf('\n') + 1;
+        require(now.startsWith(input.left(kept)), "whole lines stay");
         const QByteArray line = now.mid(kept).trimmed();
         require(now.endsWith('\n') && !line.contains('\n'), "one whole line is added");
         require(QJsonDocument::fromJson(line).isObject(), "a line is a JSON object");

@@ -55,7 +55,7 @@ void require(bool holds, const char* rule)
     }
 }
 
-void withFile(const QByteArray& content, void (*run)(const QString& fileName))
+void withFile(const QByteArray& content, const std::function<void(const QString& fileName)>& run)
 {
     static const QTemporaryDir folder;
     const QString name = folder.filePath("input");

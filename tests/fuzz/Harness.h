@@ -4,6 +4,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
 namespace norvo {
 
 /// Gives a reader any bytes, and fails where what comes out breaks a rule of the reader.
@@ -22,7 +24,7 @@ public:
 void require(bool holds, const char* rule);
 
 /// Calls `run` with the name of a file that holds the content, and removes it.
-void withFile(const QByteArray& content, void (*run)(const QString& fileName));
+void withFile(const QByteArray& content, const std::function<void(const QString& fileName)>& run);
 
 } // namespace norvo
 

@@ -5,6 +5,8 @@
 #include "plugins/sources/process/CommandWords.h"
 #include "plugins/sources/process/LineQueue.h"
 
+#include <algorithm>
+
 using norvo::LineQueue;
 using norvo::require;
 
@@ -44,8 +46,12 @@ NORVO_HARNESS(Lines)
     const QByteArrayList lines = linesOf(whole);
     require(lines.size() <= kLimits.lines, "no more lines wait than may");
     require(lines == linesOf(inPieces), "lines do not depend on the pieces that they come in");
+    const QByteArrayList written = stream.split('\n');
+    const auto cut = std::count_if(written.cbegin(), written.cend(), [](const QByteArray& line) {
+        return line.size() > kLimits.lineBytes;
+    });
     require(whole.takeDropped() == inPieces.takeDropped(), "nor does what is dropped");
-    require(whole.takeCut() == inPieces.takeCut(), "nor what is cut");
+    require(whole.takeCut() == cut && inPieces.takeCut() == cut, "a line that is cut counts once");
 
     const norvo::CommandWords command = norvo::splitCommand(QString::fromUtf8(input));
     require(command.error.isEmpty() != command.words.isEmpty(), "a command has words or an error");

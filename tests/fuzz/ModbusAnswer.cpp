@@ -75,7 +75,8 @@ NORVO_HARNESS(ModbusAnswer)
     if (answer.isEmpty() || request.isRefusedBy(answer)) {
         return;
     }
-    require(request.fits(answer), "an answer is that of the request");
+    require(answer.size() == request.answerSize && answer.startsWith(request.answerHead),
+            "an answer is that of the request");
     const double value = point.valueIn(answer.mid(2), point.address);
     require(!point.isYesNo() || value == 0 || value == 1, "a bit is 0 or 1");
     QString error;
