@@ -31,7 +31,7 @@ public:
     void addBelow(int column, double width, double from, double to);
 
 private:
-    static constexpr int kColumns = 32;    ///< Of a strip.
+    static constexpr int kColumns = 16;    ///< Of a strip.
     static constexpr int kWhole = 1 << 24; ///< A pixel that is wholly covered.
     static constexpr int kStrengths = 256;
     using Row = std::array<int, kColumns>;
