@@ -3,6 +3,7 @@
 #include "host/editor/EditSession.h"
 
 #include "host/catalogue/Catalogue.h"
+#include "host/catalogue/TypeExample.h"
 #include "host/editor/TextCells.h"
 #include "host/panel/edit/DeviceEdit.h"
 #include "host/panel/edit/ParamEdit.h"
@@ -12,6 +13,23 @@
 #include <utility>
 
 namespace norvo {
+
+namespace {
+
+QVector<QPair<QString, QString>> exampleParams(const TypeWords& words)
+{
+    QVector<QPair<QString, QString>> params;
+    if (const auto example = TypeExample::device(words)) {
+        for (const ParamSetting& param : example->params) {
+            if (!isPlacementParam(param.name.text)) {
+                params.append({param.name.text, param.value.text});
+            }
+        }
+    }
+    return params;
+}
+
+} // namespace
 
 EditSession::EditSession(LivePanel& live, const Catalogue& catalogue, const QByteArray& text)
     : m_live(live), m_catalogue(catalogue), m_document(text)
@@ -171,14 +189,20 @@ QString EditSession::addDevice(const QString& typeKey, const Cells& cells)
 {
     const QString id = DeviceEdit::freeId(m_document, typeKey);
     const TypeWords* const words = m_catalogue.words(typeKey);
-    QString fault = change(tr("Add %1").arg(id), [&](YamlEdit& edit) {
-        YamlEdit::Error error = DeviceEdit::add(edit, {id, typeKey, {}});
-        if (error || !words || !words->hasWidget || cells.row < 0) {
-            return error;
-        }
-        error = DeviceEdit::place(edit, id, cells);
-        return error ? error : keepPlaces(edit, {id});
-    });
+    const auto addWith = [&](const QVector<QPair<QString, QString>>& params) {
+        return change(tr("Add %1").arg(id), [&](YamlEdit& edit) {
+            YamlEdit::Error error = DeviceEdit::add(edit, {id, typeKey, params});
+            if (error || !words || !words->hasWidget || cells.row < 0) {
+                return error;
+            }
+            error = DeviceEdit::place(edit, id, cells);
+            return error ? error : keepPlaces(edit, {id});
+        });
+    };
+    QString fault = addWith({});
+    if (!fault.isEmpty() && words && addWith(exampleParams(*words)).isEmpty()) {
+        fault.clear(); // Some do not start without them: a program needs its command.
+    }
     if (fault.isEmpty()) {
         setTypeToPlace({});
         select({id});

@@ -66,8 +66,8 @@ public:
     /// The type that the next tap on a free cell puts there; empty: none.
     const QString& typeToPlace() const { return m_typeToPlace; }
     void setTypeToPlace(const QString& typeKey);
-    /// Adds a device of the type, at the cells where it is seen, and selects it. Returns as
-    /// change() does.
+    /// Adds a device of the type, at the cells where it is seen, and selects it. Where it does not
+    /// start without parameters it has those of the type's example. Returns as change() does.
     QString addDevice(const QString& typeKey, const Cells& cells = {});
 
 signals:

@@ -3,6 +3,7 @@
 #include "host/editor/form/ParamStates.h"
 
 #include "host/catalogue/Catalogue.h"
+#include "host/catalogue/TypeExample.h"
 #include "host/editor/EditSession.h"
 #include "host/panel/file/PanelFile.h"
 #include "host/window/PanelPages.h"
@@ -233,13 +234,9 @@ QSet<QString> ParamStates::essential(const EditSession& session, const QString& 
     if (!type) {
         return names;
     }
-    Diagnostics unread("example");
-    const PanelDescription example = PanelFile::parse(type->example.toUtf8(), "example", unread);
-    for (const DeviceSetting& device : example.devices) {
-        if (device.type.text.compare(type->key, Qt::CaseInsensitive) == 0) {
-            for (const ParamSetting& param : device.params) {
-                names.insert(param.name.text.toLower());
-            }
+    if (const auto example = TypeExample::device(*type)) {
+        for (const ParamSetting& param : example->params) {
+            names.insert(param.name.text.toLower());
         }
     }
     return names;

@@ -2,8 +2,9 @@
 
 #include "host/editor/palette/ExampleRun.h"
 
+#include "host/catalogue/TypeExample.h"
 #include "host/catalogue/TypeWords.h"
-#include "host/panel/file/PanelFile.h"
+#include "host/panel/file/Diagnostics.h"
 
 #include "norvo/BaseWidget.h"
 
@@ -19,17 +20,6 @@ const QSize kPage(260, 160);   // pixels, of the page that it stands on
 const QSize kNarrow(150, 160); // likewise, for a flat widget
 constexpr int kFlat = 80;      // pixels
 
-PanelDescription exampleOf(const TypeWords& words)
-{
-    Diagnostics unread("example");
-    return PanelFile::parse(words.example.toUtf8(), "example", unread);
-}
-
-bool isOfType(const DeviceSetting& device, const TypeWords& words)
-{
-    return device.type.text.compare(words.key, Qt::CaseInsensitive) == 0;
-}
-
 /// Whether it names something outside of the program.
 bool reachesOut(const ParamSetting& param, const TypeWords& words)
 {
@@ -42,16 +32,13 @@ bool reachesOut(const ParamSetting& param, const TypeWords& words)
 
 PanelDescription ExampleRun::shown(const TypeWords& words)
 {
-    const PanelDescription example = exampleOf(words);
     PanelDescription shown;
-    shown.file = example.file;
-    const auto found =
-        std::find_if(example.devices.cbegin(), example.devices.cend(),
-                     [&words](const DeviceSetting& device) { return isOfType(device, words); });
+    shown.file = TypeExample::panel(words).file;
+    const std::optional<DeviceSetting> found = TypeExample::device(words);
     DeviceSetting device;
-    device.id.text = found == example.devices.cend() ? words.key : found->id.text;
+    device.id.text = found ? found->id.text : words.key;
     device.type.text = words.key;
-    if (found != example.devices.cend()) {
+    if (found) {
         std::copy_if(found->params.cbegin(), found->params.cend(),
                      std::back_inserter(device.params), [&words](const ParamSetting& param) {
                          return !reachesOut(param, words) && !isPlacementParam(param.name.text);
@@ -73,7 +60,7 @@ ExampleRun::ExampleRun(const TypeWords& words, const DeviceManager& manager) : m
     m_panel.apply(PanelPlan::make(description, manager, {}, unread), unread);
     BaseDevice* const device = m_panel.device(m_id);
     m_values.setObjectName(m_id);
-    for (const ConnectionSetting& connection : exampleOf(words).connections) {
+    for (const ConnectionSetting& connection : TypeExample::panel(words).connections) {
         if (device && connection.to.device.text == m_id) {
             m_values.feed(*device, words, connection.to.method.text);
         }

@@ -38,6 +38,7 @@ private slots:
     void stepsOfOneKeyAreUndoneTogether();
     void savedIsTheTextThatWasSaved();
     void aSelectionHoldsKnownDevicesOnly();
+    void everyTypeCanBeAdded();
 };
 
 void tst_EditSession::aChangeIsASpliceAndRunsAtOnce()
@@ -124,4 +125,23 @@ void tst_EditSession::aSelectionHoldsKnownDevicesOnly()
 }
 
 NORVO_TEST(tst_EditSession)
+/// Some do not start without a parameter, such as a program's command.
+void tst_EditSession::everyTypeCanBeAdded()
+{
+    EditedPanel panel(kPanel);
+    EditSession& session = *panel.session;
+    const QStringList types = EditedPanel::types().keys();
+    QVERIFY(types.size() > 25);
+    for (const QString& type : types) {
+        QCOMPARE(session.addDevice(type), QString());
+        QCOMPARE(session.selection().size(), 1);
+        QVERIFY2(panel.panel().device(session.selection().constFirst()), qPrintable(type));
+        session.undo();
+    }
+    QCOMPARE(session.document().text(), kPanel);
+    QCOMPARE(session.addDevice("process"), QString());
+    QVERIFY(session.document().text().contains("command: "));
+    QCOMPARE(session.undoName(), QString("Add process"));
+}
+
 #include "tst_EditSession.moc"
