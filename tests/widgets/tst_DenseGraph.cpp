@@ -149,6 +149,13 @@ void tst_DenseGraph::looksAsAllItsPointsDo_data()
         breaks[i] = i % 1000 == 0 ? qInf() : nan;
     }
     add("breaks", breaks);
+    QVector<double> jumps(10000, 0.7);
+    for (int i = 1006; i < jumps.size() - 500; i += 1000) {
+        std::fill_n(jumps.begin() + i, 500, -0.7);
+        jumps[i + 500] = nan;
+        jumps[i] = qInf();
+    }
+    add("jumps over gaps", jumps);
     QVector<double> spikes(10000, 0.0);
     for (int i = 100; i < spikes.size(); i += 999) {
         spikes[i] = i % 2 == 0 ? 0.8 : -0.8;
@@ -257,7 +264,7 @@ void tst_DenseGraph::pauseIsCrossedFromPointToPoint()
         QCPGraph* const curve = isOurs ? PlotCurve::addTo(&bare) : bare.addGraph();
         for (int i = 0; i < 10000; ++i) {
             const double key = i < 5010 ? i : i + 5000;
-            curve->addData(key, i % 100 == 9 ? 0.9 : i < 5010 ? -0.5 : 0.2);
+            curve->addData(key, i % 100 == 8 ? 0.9 : i < 5010 ? -0.5 : 0.2);
         }
         bare.xAxis->setRange(0, 15000);
         pictures[isOurs] = isOurs ? picture(bare, curve) : wholePicture(bare, curve);

@@ -121,13 +121,17 @@ void tst_PlotCurve::fillIsTheLibrarysPicture()
 
 void tst_PlotCurve::fillFromBeyondThePlotIsTheLibrarysPicture()
 {
-    for (const double lower : {-3.0, 0.5}) {
+    for (const double middle : {-2.0, 2.0}) {
+        QVector<double> values = noise(300);
+        for (double& value : values) {
+            value = middle + 0.2 * value;
+        }
         QImage pictures[2];
         for (const bool isOurs : {false, true}) {
             QCustomPlot plot;
-            fill(plot, isOurs ? PlotCurve::addTo(&plot) : plot.addGraph(), noise(300),
+            fill(plot, isOurs ? PlotCurve::addTo(&plot) : plot.addGraph(), values,
                  QColor(0, 0, 255, 128));
-            plot.yAxis->setRange(lower, lower + 2);
+            plot.yAxis->setRange(middle - 1, middle + 1);
             pictures[isOurs] = plot.toPixmap(300, 120).toImage();
         }
         QVERIFY(largestDifference(pictures[0], pictures[1], -1) <= 2);
