@@ -5,6 +5,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace norvo::plot {
@@ -34,7 +35,7 @@ void PixelCoverage::addBar(int column, double top, double bottom, double width)
 {
     const double from = qMax(top - m_area.top(), 0.0);
     const double to = qMin(bottom - m_area.top(), double(m_area.height()));
-    if (from < to && takeUp(column)) {
+    if (from < to && takeUp(column, width)) {
         addEdge(from, width);
         addEdge(to, -width);
     }
@@ -45,7 +46,7 @@ void PixelCoverage::addBelow(int column, double width, double from, double to)
     const double end = m_area.height();
     double top = qMin(from, to) - m_area.top();
     double bottom = qMax(from, to) - m_area.top();
-    if (!takeUp(column)) {
+    if (!takeUp(column, width)) {
         return;
     }
     if (bottom <= 0 || !(top < end)) {
@@ -65,8 +66,9 @@ void PixelCoverage::addBelow(int column, double width, double from, double to)
     addSlope(top, bottom, width);
 }
 
-bool PixelCoverage::takeUp(int column)
+bool PixelCoverage::takeUp(int column, double width)
 {
+    constexpr double most = 100; // A sum holds somewhat more.
     const int inArea = column - m_area.left();
     if (inArea < 0 || inArea >= m_area.width()) {
         return false;
@@ -76,6 +78,10 @@ bool PixelCoverage::takeUp(int column)
         m_strip = inArea / kColumns;
     }
     m_column = inArea % kColumns;
+    if (m_widths[size_t(m_column)] > most) {
+        paint();
+    }
+    m_widths[size_t(m_column)] += std::abs(width);
     return true;
 }
 
@@ -170,6 +176,7 @@ void PixelCoverage::paint()
         m_slopes[size_t(row)] = {};
     }
     m_hasSlopes = false;
+    m_widths = {};
     m_first = m_area.height();
     m_last = -1;
 }

@@ -36,7 +36,7 @@ private:
     static constexpr int kStrengths = 256;
     using Row = std::array<int, kColumns>;
 
-    bool takeUp(int column); ///< False: not in the area.
+    bool takeUp(int column, double width); ///< False: not in the area.
     void addStep(int row, double step);
     void addSlopeStep(int row, double step);
     void addEdge(double height, double width);
@@ -54,6 +54,7 @@ private:
     std::vector<Row> m_steps;  ///< How much more is covered than in the row above.
     std::vector<Row> m_slopes; ///< How much larger such a step is from this row on.
     bool m_hasSlopes = false;
+    std::array<double, kColumns> m_widths{}; ///< All that is in the sum of each column.
     int m_strip = 0;
     int m_column = 0; ///< Of the strip, whose turn it is.
     int m_first = 0;  ///< Rows with changes; none if after the last.

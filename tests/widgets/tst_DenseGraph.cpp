@@ -26,6 +26,7 @@ private slots:
     void ruleOfPicturesSeesAMissingPeak();
     void looksTheSameReversedAndAfterPointsHaveGone();
     void pauseIsCrossedFromPointToPoint();
+    void manyPointsBetweenGapsAddUpToALine();
     void pointsPutInFromOutsideAreSeen();
     void rangeFollowsWhatComesAndGoes();
 
@@ -270,6 +271,22 @@ void tst_DenseGraph::pauseIsCrossedFromPointToPoint()
         pictures[isOurs] = isOurs ? picture(bare, curve) : wholePicture(bare, curve);
     }
     QVERIFY(areAlike(pictures[1], pictures[0]));
+}
+
+void tst_DenseGraph::manyPointsBetweenGapsAddUpToALine()
+{
+    constexpr int points =
+        70000; // So many to a pixel that what they cover cannot all be summed up.
+    QCustomPlot bare;
+    QCPGraph* const curve = PlotCurve::addTo(&bare);
+    for (int i = 0; i < points; ++i) {
+        curve->addData(i, i % 2 == 0 ? 0 : qQNaN());
+    }
+    bare.xAxis->setRange(0, points);
+    const QImage image = picture(bare, curve);
+    for (int x = 20; x < kWidth - 20; ++x) {
+        QCOMPARE(image.pixelColor(x, kHeight / 2 - 1), QColor(Qt::blue));
+    }
 }
 
 void tst_DenseGraph::pointsPutInFromOutsideAreSeen()
