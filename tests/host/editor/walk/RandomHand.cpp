@@ -201,34 +201,20 @@ QString RandomHand::turnPage()
     return "turn the page";
 }
 
+/// All pages in another order; the rest is done by the pane.
 QString RandomHand::editPages()
 {
-    const QHash<QString, norvo::Cells> cells = m_editor.panel.reload->cells();
     QStringList pages = m_editor.pages().areas();
-    const QString page = anyOf(pages);
-    const QString name = anyOf(QStringList{"Run", "Stop", "Main", "Größe: 1", "no"});
-    const auto change = [this](const QString& what, const norvo::EditSession::Edit& edit) {
-        m_editor.session.change(what, edit);
-        LiveEditor::settle();
-        return what;
-    };
-    namespace PageEdit = norvo::PageEdit;
-    const int kind = below(4);
-    if (kind == 0 && pages.size() < 4) {
-        return change("add a page",
-                      [&](YamlEdit& edit) { return PageEdit::add(edit, pages, name); });
+    if (pages.size() < 2 || !oneIn(5)) {
+        return oneIn(2) ? usePagesList() : fillPanelForm();
     }
-    if (kind == 1 && pages.size() > 2 && oneIn(2)) {
-        return change("remove a page",
-                      [&](YamlEdit& edit) { return PageEdit::remove(edit, cells, page); });
-    }
-    if (kind == 2 && pages.size() > 1) {
-        std::shuffle(pages.begin(), pages.end(), m_random);
-        return change("order the pages",
-                      [&](YamlEdit& edit) { return PageEdit::order(edit, cells, pages); });
-    }
-    return change("rename a page",
-                  [&](YamlEdit& edit) { return PageEdit::rename(edit, cells, page, name); });
+    const QHash<QString, norvo::Cells> cells = m_editor.panel.reload->cells();
+    std::shuffle(pages.begin(), pages.end(), m_random);
+    m_editor.session.change("order the pages", [&](YamlEdit& edit) {
+        return norvo::PageEdit::order(edit, cells, pages);
+    });
+    LiveEditor::settle();
+    return "order the pages";
 }
 
 QString RandomHand::walkHistory()

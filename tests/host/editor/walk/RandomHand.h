@@ -39,6 +39,10 @@ private:
     QString addOrRemove();
     QString turnPage();
     QString editPages();
+    QString usePagesList();
+    QString fillPanelForm();
+    template <class T>
+    T* partOfPanelPane() const;
     QString walkHistory();
 
     QString fillForm();

@@ -67,6 +67,9 @@ QString RandomHand::textFor(const ParamRow& row)
     if (words.name == "widget/area") {
         return anyOf(QStringList{"", "Run", "Stop", "Main"});
     }
+    if (words.name == "design") {
+        return anyOf(QStringList{"640x400", "1000x700", "", "large"});
+    }
     if (words.isNumber()) {
         return anyOf(QStringList{"0", "1", "7", "12.5", "-3", "1e2", "none", "", "no"});
     }

@@ -21,7 +21,6 @@ constexpr int kActions = 5000;
 constexpr int kActionsOfAWalk = 250;
 constexpr int kActionsBetweenStarts = 25;
 constexpr QSize kPage(1000, 1200);
-constexpr int kRounding = 4; // pixels
 
 const QList<QByteArray> kPanels{
     // As a person writes it.
@@ -104,7 +103,7 @@ public:
         }
         const PanelState start = stateOf(fresh);
         const PanelState live = stateOf(editor.panel);
-        difference = PanelState::difference(live, start, kRounding);
+        difference = PanelState::difference(live, start);
         devices = live.devices();
         comparable = PanelState::comparable(live, start);
         editor.begin();

@@ -15,7 +15,6 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <cstdlib>
 
 /// What a panel is, to be compared with another one: devices in their order, parameters, who is
 /// connected to them, where they stand and how large.
@@ -46,9 +45,10 @@ public:
     }
 
     /// Empty: none. Places are compared on pages where all ask for the same room in both: a cell
-    /// asks for what its values have needed at any time. Rows that are gone stay in a grid as empty
-    /// ones, and take part in how the room is shared out, by as many pixels as `rounding` says.
-    static QString difference(const PanelState& live, const PanelState& start, int rounding = 0)
+    /// asks for what its values have needed at any time. A column that is gone stays in a grid as
+    /// an empty one, and where there is one, the grid puts its spacing also between rows that one
+    /// device spans.
+    static QString difference(const PanelState& live, const PanelState& start)
     {
         if (live.m_pages != start.m_pages) {
             return "pages " + live.m_pages + "\nstart " + start.m_pages;
@@ -59,7 +59,7 @@ public:
             const Device one = live.m_devices.value(i);
             const Device other = start.m_devices.value(i);
             const bool isSized = !valued.contains(one.area);
-            if (one.what != other.what || (isSized && !areNear(one.place, other.place, rounding))) {
+            if (one.what != other.what || (isSized && one.place != other.place)) {
                 return "live  " + one.what + toText(one.place) + "\nstart " + other.what +
                        toText(other.place);
             }
@@ -84,14 +84,6 @@ private:
         QRect place; ///< Of what is on no page that is seen it is not known.
         QString hints;
     };
-
-    static bool areNear(const QRect& one, const QRect& other, int distance)
-    {
-        return std::abs(one.left() - other.left()) <= distance &&
-               std::abs(one.top() - other.top()) <= distance &&
-               std::abs(one.right() - other.right()) <= distance &&
-               std::abs(one.bottom() - other.bottom()) <= distance;
-    }
 
     static QSet<QString> pagesOfOtherHints(const PanelState& live, const PanelState& start)
     {
@@ -130,9 +122,14 @@ private:
                                .arg(device.area)
                                .arg(isVisible)
                                .arg(seen->findChildren<QWidget*>().size());
-            device.place = isVisible ? seen->geometry() : QRect();
-            device.hints =
-                toText({QPoint(), seen->sizeHint()}) + toText({QPoint(), seen->minimumSizeHint()});
+            if (isVisible) {
+                const norvo::PageGrid& grid = *pages.grid(device.area);
+                device.place = seen->geometry();
+                device.hints = hintsOf(*seen, grid);
+                if (cells.rowspan > 1) {
+                    device.hints += QString("of %1 columns").arg(grid.columnCount());
+                }
+            }
         }
         return device;
     }
@@ -149,7 +146,8 @@ private:
         return texts.join(' ');
     }
 
-    static QString hintsOf(QWidget& widget, norvo::PageGrid& grid)
+    /// Of the cell, which remembers them, at its width.
+    static QString hintsOf(QWidget& widget, const norvo::PageGrid& grid)
     {
         const QLayoutItem& cell = *grid.itemAt(grid.indexOf(&widget));
         return toText({QPoint(), cell.sizeHint()}) + toText({QPoint(), cell.minimumSize()}) +
