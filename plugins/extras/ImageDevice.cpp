@@ -30,8 +30,8 @@ bool ImageDevice::initialise()
     if (!paramsOk()) {
         return error(paramFaults().join("; "));
     }
-    const double seconds = std::clamp(double(getParam(kStale)), 0.0, kMaxStaleSeconds);
-    m_stale.setInterval(int(seconds * 1000));
+    const double seconds = getParam(kStale);
+    m_stale.setInterval(seconds > 0 ? int(std::min(seconds, kMaxStaleSeconds) * 1000) : 0);
     return true;
 }
 

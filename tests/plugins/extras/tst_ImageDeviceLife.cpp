@@ -19,6 +19,7 @@ class tst_ImageDeviceLife : public QObject
 
 private slots:
     void badNumberIsAnError();
+    void noNumberAsStaleTimeIsNone();
     void shownIsSaidAtTheChangesOnly();
     void everyPictureBeginsTheStaleTimeAgain();
     void staleIsOverWithTheNextPicture();
@@ -70,6 +71,16 @@ void tst_ImageDeviceLife::badNumberIsAnError()
     MessageLog log;
     QVERIFY(!device.initialise());
     QVERIFY(log.take().first().contains("stale"));
+}
+
+void tst_ImageDeviceLife::noNumberAsStaleTimeIsNone()
+{
+    Stand<ImageDevice> stand({{"stale", "nan"}});
+    QVERIFY(stand.device.isRunning());
+    stand.device.input(filled(Qt::red));
+    QTRY_COMPARE(shownBy(stand.device), QColor(Qt::red));
+    QTest::qWait(100);
+    QVERIFY(!stand.device.isStale());
 }
 
 void tst_ImageDeviceLife::shownIsSaidAtTheChangesOnly()
