@@ -97,12 +97,13 @@ void DenseGraph::getOptimizedLineData(QVector<QCPGraphData>* line, const Point& 
                                       const Point& end) const
 {
     const QCPAxis& axis = *keyAxis();
-    if (begin == end || !adaptiveSampling() || axis.orientation() != Qt::Horizontal ||
-        axis.scaleType() != QCPAxis::stLinear) {
-        QCPGraph::getOptimizedLineData(line, begin, end);
+    const double columns = axis.axisRect()->width() * m_scale;
+    if (begin == end || double(end - begin) < columns || !adaptiveSampling() ||
+        axis.orientation() != Qt::Horizontal || axis.scaleType() != QCPAxis::stLinear) {
+        QCPGraph::getOptimizedLineData(line, begin, end); // Which puts a few on whole pixels.
         return;
     }
-    const double pixel = axis.range().size() / (axis.axisRect()->width() * m_scale); // in keys
+    const double pixel = axis.range().size() / columns; // in keys
     if (double(end - begin) <= kDense * ((end - 1)->key - begin->key) / pixel) {
         line->reserve(int(end - begin));
         std::copy(begin, end, std::back_inserter(*line));
