@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <limits>
 
 namespace norvo::plot {
@@ -16,9 +15,14 @@ namespace {
 constexpr int kParts = 4; // Of a pixel's width, in which points are drawn as one.
 constexpr int kDense = 8; // Points of a pixel from which on that is done.
 
+bool isSame(double a, double b)
+{
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
 bool isSame(const QCPGraphData& a, const QCPGraphData& b)
 {
-    return std::memcmp(&a, &b, sizeof a) == 0; // NaN equals itself
+    return isSame(a.key, b.key) && isSame(a.value, b.value);
 }
 
 bool isLower(const QCPGraphData& a, const QCPGraphData& b)

@@ -44,7 +44,7 @@ QRect clipOf(const QPainter& painter)
 Points onDevice(const QPainter& painter, const Points& line)
 {
     constexpr double far = 1e7; // Heights beyond cannot be told apart, but would overflow in sums.
-    const QTransform toDevice = painter.deviceTransform();
+    const QTransform& toDevice = painter.deviceTransform();
     Points points(line.size());
     std::transform(line.cbegin(), line.cend(), points.begin(), [&](const QPointF& point) {
         const double height = point.y() * toDevice.m22() + toDevice.dy();
@@ -74,7 +74,7 @@ class DevicePixels
 public:
     explicit DevicePixels(QPainter& painter) : m_painter(painter)
     {
-        const QTransform toDevice = painter.deviceTransform();
+        const QTransform& toDevice = painter.deviceTransform();
         painter.save();
         painter.setWorldTransform(toDevice.inverted() * painter.worldTransform());
     }

@@ -149,8 +149,9 @@ void PixelCoverage::paint()
     Row slope{};
     for (int row = m_first; row < end; ++row) {
         if (row > m_first && !m_hasSlopes && isLikeTheRowAbove(row)) {
-            const int length = m_image.bytesPerLine();
-            std::memcpy(m_pixels + row * length, m_pixels + (row - 1) * length, size_t(length));
+            const size_t length = size_t(m_image.bytesPerLine());
+            uchar* const line = m_pixels + size_t(row) * length;
+            std::memcpy(line, line - length, length);
             continue;
         }
         const Row step = m_steps[size_t(row)];
@@ -203,7 +204,8 @@ void PixelCoverage::paintRow(int row, const Row& covered)
     for (size_t i = 0; i < kColumns; ++i) {
         pixels[i] = m_shades[size_t(strength[i])];
     }
-    std::memcpy(m_pixels + row * m_image.bytesPerLine(), pixels.data(), sizeof pixels);
+    std::memcpy(m_pixels + size_t(row) * size_t(m_image.bytesPerLine()), pixels.data(),
+                sizeof pixels);
 }
 
 } // namespace norvo::plot

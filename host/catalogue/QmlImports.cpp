@@ -13,7 +13,7 @@ namespace norvo {
 namespace {
 
 constexpr int kMaxFiles = 200; // A document that imports more is not followed beyond them.
-constexpr qint64 kMaxSize = 1024 * 1024;
+constexpr qint64 kMaxSize = 1024LL * 1024;
 
 QString textOf(const QString& file)
 {

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 namespace norvo {
@@ -88,7 +89,7 @@ double dropNewest(QCustomPlot& plot, int most, double needed)
             keys.append(point->key);
         }
     }
-    const auto last = keys.begin() + most / 4 * 3 - 1;
+    const auto last = std::next(keys.begin(), most / 4 * 3 - 1);
     std::nth_element(keys.begin(), last, keys.end());
     const double cut = std::max(*last, needed);
     for (int i = 0; i < plot.graphCount(); ++i) {
