@@ -5,6 +5,7 @@
 #include "host/catalogue/Catalogue.h"
 #include "host/catalogue/TypeExample.h"
 #include "host/editor/TextCells.h"
+#include "host/editor/templates/TemplateSet.h"
 #include "host/panel/edit/DeviceEdit.h"
 #include "host/panel/edit/ParamEdit.h"
 #include "host/panel/file/PanelFile.h"
@@ -32,8 +33,13 @@ QVector<QPair<QString, QString>> exampleParams(const TypeWords& words)
 } // namespace
 
 EditSession::EditSession(LivePanel& live, const Catalogue& catalogue, const QByteArray& text)
-    : m_live(live), m_catalogue(catalogue), m_document(text)
+    : m_live(live),
+      m_catalogue(catalogue),
+      m_templates(std::make_unique<TemplateSet>(catalogue, live.description().file)),
+      m_document(text)
 {}
+
+EditSession::~EditSession() = default;
 
 const DeviceSetting* EditSession::device(const QString& id) const
 {
@@ -177,11 +183,11 @@ void EditSession::pruneSelection()
     select(QStringList(m_selection));
 }
 
-void EditSession::setTypeToPlace(const QString& typeKey)
+void EditSession::setToPlace(const QString& what)
 {
-    if (typeKey != m_typeToPlace) {
-        m_typeToPlace = typeKey;
-        emit typeToPlaceChanged();
+    if (what != m_toPlace) {
+        m_toPlace = what;
+        emit toPlaceChanged();
     }
 }
 
@@ -204,7 +210,7 @@ QString EditSession::addDevice(const QString& typeKey, const Cells& cells)
         fault.clear(); // Some do not start without them: a program needs its command.
     }
     if (fault.isEmpty()) {
-        setTypeToPlace({});
+        setToPlace({});
         select({id});
     }
     return fault;

@@ -9,10 +9,12 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 
 namespace norvo {
 
 class Catalogue;
+class TemplateSet;
 
 /// A panel file that is edited while its panel runs: its text of now, what is selected, and every
 /// change with its way back. Each change is a splice of the text, and shows on the panel at once.
@@ -25,6 +27,7 @@ public:
 
     /// `text` is what `live` runs. Both others must outlive the session.
     EditSession(LivePanel& live, const Catalogue& catalogue, const QByteArray& text);
+    ~EditSession() override;
 
     const YamlEdit& document() const { return m_document; }
     LivePanel& live() const { return m_live; }
@@ -63,9 +66,12 @@ public:
     /// Takes another text, such as the file's that others have changed: a step as any other.
     QString replaceText(const QString& what, const QByteArray& text);
 
-    /// The type that the next tap on a free cell puts there; empty: none.
-    const QString& typeToPlace() const { return m_typeToPlace; }
-    void setTypeToPlace(const QString& typeKey);
+    TemplateSet& templates() const { return *m_templates; }
+
+    /// What the next tap on free cells puts there: a type by its key, or a template by its file;
+    /// empty: nothing.
+    const QString& toPlace() const { return m_toPlace; }
+    void setToPlace(const QString& what);
     /// Adds a device of the type, at the cells where it is seen, and selects it. Where it does not
     /// start without parameters it has those of the type's example. Returns as change() does.
     QString addDevice(const QString& typeKey, const Cells& cells = {});
@@ -74,7 +80,7 @@ signals:
     void changed();          ///< The text, and what runs.
     void selectionChanged(); ///< Also where a selected device went.
     void savedChanged();
-    void typeToPlaceChanged();
+    void toPlaceChanged();
 
 private:
     using Step = QByteArray (EditHistory::*)(const QByteArray&);
@@ -85,10 +91,11 @@ private:
 
     LivePanel& m_live;
     const Catalogue& m_catalogue;
+    const std::unique_ptr<TemplateSet> m_templates;
     YamlEdit m_document;
     EditHistory m_history;
     QStringList m_selection;
-    QString m_typeToPlace;
+    QString m_toPlace;
 };
 
 } // namespace norvo

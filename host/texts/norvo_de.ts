@@ -90,6 +90,10 @@
         <source>Remove column</source>
         <translation>Spalte entfernen</translation>
     </message>
+    <message>
+        <source>Save as a template</source>
+        <translation>Als Vorlage speichern</translation>
+    </message>
 </context>
 <context>
     <name>norvo::CanvasEdits</name>
@@ -122,10 +126,6 @@
         <translation>%1 verdoppeln</translation>
     </message>
     <message>
-        <source>No devices have been copied</source>
-        <translation>Es sind keine Geräte kopiert</translation>
-    </message>
-    <message>
         <source>Insert a row</source>
         <translation>Eine Zeile einfügen</translation>
     </message>
@@ -140,6 +140,10 @@
     <message>
         <source>Remove a column</source>
         <translation>Eine Spalte entfernen</translation>
+    </message>
+    <message>
+        <source>Put %1</source>
+        <translation>%1 einsetzen</translation>
     </message>
 </context>
 <context>
@@ -841,14 +845,6 @@
         <translation>Suchen</translation>
     </message>
     <message>
-        <source>Search the types</source>
-        <translation>Die Typen durchsuchen</translation>
-    </message>
-    <message>
-        <source>Types of devices</source>
-        <translation>Arten von Geräten</translation>
-    </message>
-    <message>
         <source>Tap a cell to place it; tap here again to leave it</source>
         <translation>Eine Zelle antippen, um es zu setzen; hier noch einmal tippen, um es zu lassen</translation>
     </message>
@@ -863,6 +859,22 @@
     <message>
         <source>Nothing is found.</source>
         <translation>Nichts gefunden.</translation>
+    </message>
+    <message>
+        <source>Remove the template</source>
+        <translation>Vorlage entfernen</translation>
+    </message>
+    <message>
+        <source>Types of devices and templates</source>
+        <translation>Gerätetypen und Vorlagen</translation>
+    </message>
+    <message>
+        <source>Search the types and templates</source>
+        <translation>Typen und Vorlagen suchen</translation>
+    </message>
+    <message>
+        <source>Templates</source>
+        <translation>Vorlagen</translation>
     </message>
 </context>
 <context>
@@ -1768,6 +1780,75 @@
     <message>
         <source>pulse</source>
         <translation>Impuls</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::TemplateSet</name>
+    <message>
+        <source>The file is too large</source>
+        <translation>Die Datei ist zu groß</translation>
+    </message>
+    <message>
+        <source>It needs the type %1, which no plug-in has</source>
+        <translation>Sie braucht den Typ %1, den kein Plug-in hat</translation>
+    </message>
+    <message>
+        <source>It has no devices</source>
+        <translation>Sie hat keine Geräte</translation>
+    </message>
+    <message>
+        <source>A template needs a name</source>
+        <translation>Eine Vorlage braucht einen Namen</translation>
+    </message>
+    <message>
+        <source>There is a template of that name already</source>
+        <translation>Es gibt schon eine Vorlage dieses Namens</translation>
+    </message>
+    <message>
+        <source>It cannot be written to %1: %2</source>
+        <translation>Sie kann nicht nach %1 geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>Only templates of your own can be removed</source>
+        <translation>Nur eigene Vorlagen können entfernt werden</translation>
+    </message>
+    <message>
+        <source>It cannot be removed: %1</source>
+        <translation>Sie kann nicht entfernt werden: %1</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::TemplateSheet</name>
+    <message>
+        <source>Save as a template</source>
+        <translation>Als Vorlage speichern</translation>
+    </message>
+    <message>
+        <source>The selected devices and the connections among them will stand in Add, under Templates, for every panel that you edit.</source>
+        <translation>Die gewählten Geräte und die Verbindungen zwischen ihnen stehen dann unter Neu bei den Vorlagen, für jedes Panel, das Sie bearbeiten.</translation>
+    </message>
+    <message>
+        <source>Name of the template</source>
+        <translation>Name der Vorlage</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::DeviceGroup</name>
+    <message>
+        <source>These are no devices of a panel: %1</source>
+        <translation>Das sind keine Geräte eines Panels: %1</translation>
+    </message>
+    <message>
+        <source>No devices have been copied</source>
+        <translation>Es sind keine Geräte kopiert</translation>
     </message>
 </context>
 </TS>

@@ -90,6 +90,10 @@
         <source>Remove column</source>
         <translation>Удалить столбец</translation>
     </message>
+    <message>
+        <source>Save as a template</source>
+        <translation>Сохранить как шаблон</translation>
+    </message>
 </context>
 <context>
     <name>norvo::CanvasEdits</name>
@@ -122,10 +126,6 @@
         <translation>Дублировать %1</translation>
     </message>
     <message>
-        <source>No devices have been copied</source>
-        <translation>Устройства не скопированы</translation>
-    </message>
-    <message>
         <source>Insert a row</source>
         <translation>Вставить строку</translation>
     </message>
@@ -140,6 +140,10 @@
     <message>
         <source>Remove a column</source>
         <translation>Удалить столбец</translation>
+    </message>
+    <message>
+        <source>Put %1</source>
+        <translation>Вставить %1</translation>
     </message>
 </context>
 <context>
@@ -841,14 +845,6 @@
         <translation>Поиск</translation>
     </message>
     <message>
-        <source>Search the types</source>
-        <translation>Поиск по типам</translation>
-    </message>
-    <message>
-        <source>Types of devices</source>
-        <translation>Типы устройств</translation>
-    </message>
-    <message>
         <source>Tap a cell to place it; tap here again to leave it</source>
         <translation>Нажмите ячейку, чтобы поместить; нажмите здесь ещё раз, чтобы отменить</translation>
     </message>
@@ -863,6 +859,22 @@
     <message>
         <source>Nothing is found.</source>
         <translation>Ничего не найдено.</translation>
+    </message>
+    <message>
+        <source>Remove the template</source>
+        <translation>Удалить шаблон</translation>
+    </message>
+    <message>
+        <source>Types of devices and templates</source>
+        <translation>Типы устройств и шаблоны</translation>
+    </message>
+    <message>
+        <source>Search the types and templates</source>
+        <translation>Поиск типов и шаблонов</translation>
+    </message>
+    <message>
+        <source>Templates</source>
+        <translation>Шаблоны</translation>
     </message>
 </context>
 <context>
@@ -1768,6 +1780,75 @@
     <message>
         <source>pulse</source>
         <translation>импульс</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::TemplateSet</name>
+    <message>
+        <source>The file is too large</source>
+        <translation>Файл слишком велик</translation>
+    </message>
+    <message>
+        <source>It needs the type %1, which no plug-in has</source>
+        <translation>Нужен тип %1, которого нет ни в одном модуле</translation>
+    </message>
+    <message>
+        <source>It has no devices</source>
+        <translation>В нём нет устройств</translation>
+    </message>
+    <message>
+        <source>A template needs a name</source>
+        <translation>Шаблону нужно имя</translation>
+    </message>
+    <message>
+        <source>There is a template of that name already</source>
+        <translation>Шаблон с таким именем уже есть</translation>
+    </message>
+    <message>
+        <source>It cannot be written to %1: %2</source>
+        <translation>Не удаётся записать в %1: %2</translation>
+    </message>
+    <message>
+        <source>Only templates of your own can be removed</source>
+        <translation>Удалить можно только собственные шаблоны</translation>
+    </message>
+    <message>
+        <source>It cannot be removed: %1</source>
+        <translation>Не удаётся удалить: %1</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::TemplateSheet</name>
+    <message>
+        <source>Save as a template</source>
+        <translation>Сохранить как шаблон</translation>
+    </message>
+    <message>
+        <source>The selected devices and the connections among them will stand in Add, under Templates, for every panel that you edit.</source>
+        <translation>Выбранные устройства и соединения между ними появятся в «Новое», среди шаблонов, для каждой панели, которую вы правите.</translation>
+    </message>
+    <message>
+        <source>Name of the template</source>
+        <translation>Имя шаблона</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Сохранить</translation>
+    </message>
+</context>
+<context>
+    <name>norvo::DeviceGroup</name>
+    <message>
+        <source>These are no devices of a panel: %1</source>
+        <translation>Это не устройства панели: %1</translation>
+    </message>
+    <message>
+        <source>No devices have been copied</source>
+        <translation>Устройства не скопированы</translation>
     </message>
 </context>
 </TS>

@@ -46,7 +46,7 @@ YamlEdit::Error editDevice(YamlEdit& edit, FuzzInput& choices, const QString& id
     case 4:
         return DeviceEdit::setKey(edit, id, "access", text);
     case 5: {
-        QStringList ids;
+        DeviceEdit::NewIds ids;
         return DeviceEdit::paste(edit, DeviceEdit::copy(edit, PanelTree::deviceIds(edit)),
                                  cellsFrom(choices), ids);
     }

@@ -6,6 +6,7 @@
 #include "host/editor/canvas/CanvasModel.h"
 #include "host/editor/canvas/PageCover.h"
 #include "host/editor/canvas/PageCovers.h"
+#include "host/editor/templates/TemplateSheet.h"
 #include "host/window/PanelPages.h"
 
 #include <QAction>
@@ -53,13 +54,16 @@ void CanvasActions::addSpans()
 void CanvasActions::addClipboard()
 {
     add(tr("Cut"), QKeySequence::Cut, Needs::Devices, [this] {
-        copy();
-        m_model.report(m_model.edits().cut(m_model.view().selection));
+        if (copy()) {
+            m_model.report(m_model.edits().cut(m_model.view().selection));
+        }
     });
     add(tr("Copy"), QKeySequence::Copy, Needs::Devices, [this] { copy(); });
     add(tr("Paste"), QKeySequence::Paste, Needs::Nothing, [this] { paste(); });
     add(tr("Duplicate"), Qt::CTRL + Qt::Key_D, Needs::Devices,
         [this] { m_model.report(m_model.edits().duplicate(m_model.view().selection)); });
+    add(tr("Save as a template"), Qt::CTRL + Qt::Key_T, Needs::Devices,
+        [this] { keepAsTemplate(); });
     add(tr("Delete"), QKeySequence::Delete, Needs::Devices,
         [this] { m_model.report(m_model.edits().remove(m_model.view().selection)); });
     add(tr("Select all"), QKeySequence::SelectAll, Needs::Nothing, [this] {
@@ -141,10 +145,25 @@ void CanvasActions::keepEnabled()
     }
 }
 
-void CanvasActions::copy()
+bool CanvasActions::copy()
 {
-    const QByteArray text = m_model.edits().copy(m_model.view().selection);
-    QGuiApplication::clipboard()->setText(QString::fromUtf8(text));
+    const QStringList& ids = m_model.view().selection;
+    const bool canBe = m_model.report(m_model.edits().whyFixed(ids));
+    if (canBe) {
+        QGuiApplication::clipboard()->setText(QString::fromUtf8(m_model.edits().copy(ids)));
+    }
+    return canBe;
+}
+
+void CanvasActions::keepAsTemplate()
+{
+    const QStringList& ids = m_model.view().selection;
+    PageCover* const cover = m_covers.shown();
+    if (cover && m_model.report(m_model.edits().whyFixed(ids))) {
+        auto* const sheet =
+            new TemplateSheet(*cover, m_model.session().templates(), m_model.edits().copy(ids));
+        sheet->present();
+    }
 }
 
 /// At the cursor, beside what is selected, or on the page that is seen.

@@ -45,7 +45,8 @@ private:
     void addPages();
     void fillPages();
     void keepEnabled();
-    void copy();
+    bool copy(); ///< False: they cannot be.
+    void keepAsTemplate();
     void paste();
     Cells line() const; ///< At the cursor, or of what is selected; row -1: none.
 

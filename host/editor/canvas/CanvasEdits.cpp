@@ -3,16 +3,14 @@
 #include "host/editor/canvas/CanvasEdits.h"
 
 #include "host/editor/EditSession.h"
-#include "host/editor/TextCells.h"
+#include "host/editor/templates/DeviceGroup.h"
+#include "host/editor/templates/TemplateSet.h"
 #include "host/panel/edit/DeviceEdit.h"
 #include "host/panel/edit/PageEdit.h"
-#include "host/panel/file/PanelFile.h"
 
 namespace norvo {
 
 namespace {
-
-constexpr QChar kCopyMark = u' '; // before the id of what has been copied
 
 QString nameOf(const QStringList& ids)
 {
@@ -93,7 +91,15 @@ QByteArray CanvasEdits::copy(const QStringList& ids) const
 
 QString CanvasEdits::paste(const QByteArray& copied, const Cells& target)
 {
-    return add(tr("Paste"), copied, target);
+    return DeviceGroup::put(m_session, tr("Paste"), copied, target);
+}
+
+QString CanvasEdits::putTemplate(const PanelTemplate& group, const Cells& target)
+{
+    if (!group.fault.isEmpty()) {
+        return group.fault;
+    }
+    return DeviceGroup::put(m_session, tr("Put %1").arg(group.title), group.text, target);
 }
 
 QString CanvasEdits::duplicate(const QStringList& ids)
@@ -105,41 +111,7 @@ QString CanvasEdits::duplicate(const QStringList& ids)
     const CellMap::Places places = CellMap(m_session.live().cells()).moved(ids, {}, 0, 0);
     Cells target = CellMap::block(places);
     target.area = m_session.live().cells().value(ids.value(0)).area;
-    return add(tr("Duplicate %1").arg(nameOf(ids)), copy(ids), target);
-}
-
-QString CanvasEdits::add(const QString& what, const QByteArray& copied, const Cells& target)
-{
-    Diagnostics diagnostics("clipboard");
-    const PanelDescription panel = PanelFile::parse(copied, "clipboard", diagnostics);
-    if (panel.devices.isEmpty()) {
-        return tr("No devices have been copied");
-    }
-    const CellsById cells = cellsOfText(panel, m_session.catalogue());
-    CellMap::Places group; // By names that no device of the panel has.
-    for (auto one = cells.cbegin(); one != cells.cend(); ++one) {
-        group.insert(kCopyMark + one.key(), *one);
-    }
-    const CellMap::Places places = CellMap(m_session.live().cells()).atFree(group, target);
-    QStringList ids;
-    QString fault = m_session.change(what, [&](YamlEdit& edit) {
-        Cells page; // None moves here: each is given its cells below.
-        page.row = 0;
-        page.column = 0;
-        page.area = target.area;
-        YamlEdit::Error error = DeviceEdit::paste(edit, copied, page, ids);
-        for (int i = 0; i < ids.size() && i < panel.devices.size() && !error; ++i) {
-            const auto there = places.constFind(kCopyMark + panel.devices[i].id.text);
-            if (there != places.cend()) {
-                error = DeviceEdit::place(edit, ids[i], *there);
-            }
-        }
-        return error ? error : m_session.keepPlaces(edit, ids);
-    });
-    if (fault.isEmpty()) {
-        m_session.select(ids);
-    }
-    return fault;
+    return DeviceGroup::put(m_session, tr("Duplicate %1").arg(nameOf(ids)), copy(ids), target);
 }
 
 QString CanvasEdits::insertRow(const QString& page, int row)

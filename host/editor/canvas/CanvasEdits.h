@@ -8,6 +8,7 @@
 namespace norvo {
 
 class EditSession;
+struct PanelTemplate;
 
 /// What the canvas does to the panel: each function is one step of undo, and returns why it cannot
 /// be done; empty: it is done.
@@ -30,7 +31,8 @@ public:
     /// Adds what copy() has given with its upper left cell at `target`, or where it is free behind
     /// it, and selects it.
     QString paste(const QByteArray& copied, const Cells& target);
-    QString duplicate(const QStringList& ids); ///< Next to them.
+    QString putTemplate(const PanelTemplate& group, const Cells& target); ///< Likewise.
+    QString duplicate(const QStringList& ids);                            ///< Next to them.
 
     QString insertRow(const QString& page, int row);
     QString insertColumn(const QString& page, int column);
@@ -40,7 +42,6 @@ public:
 private:
     QString place(const QString& what, const CellMap::Places& places, const QString& joinKey);
     QString removeAs(const QString& what, const QStringList& ids);
-    QString add(const QString& what, const QByteArray& copied, const Cells& target);
 
     EditSession& m_session;
 };

@@ -27,7 +27,8 @@ class CanvasHand : public QObject
     Q_OBJECT
 
 public:
-    static constexpr const char* kTypeMime = "application/x-norvo-type"; ///< The type key, UTF-8.
+    static constexpr const char* kTypeMime =
+        "application/x-norvo-type";     ///< As EditSession::toPlace(), UTF-8.
     static constexpr int kTurnMs = 700; ///< On a tab, until its page is shown.
 
     CanvasHand(CanvasModel& model, PageCovers& covers);

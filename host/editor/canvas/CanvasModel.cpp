@@ -3,6 +3,8 @@
 #include "host/editor/canvas/CanvasModel.h"
 
 #include "host/editor/EditSession.h"
+#include "host/editor/templates/DeviceGroup.h"
+#include "host/editor/templates/TemplateSet.h"
 #include "host/panel/edit/PanelTree.h"
 
 #include <QHash>
@@ -66,7 +68,7 @@ CanvasModel::CanvasModel(EditSession& session, int target) : m_session(session),
     });
     connect(&session, &EditSession::selectionChanged, this,
             [this] { change([this] { m_view.selection = m_session.selection(); }); });
-    connect(&session, &EditSession::typeToPlaceChanged, this, [this] {
+    connect(&session, &EditSession::toPlaceChanged, this, [this] {
         m_isCarrying = false;
         hideGhost();
         if (isPlacing() && m_view.cursor.row >= 0) {
@@ -99,7 +101,7 @@ void CanvasModel::follow()
 
 bool CanvasModel::isPlacing() const
 {
-    return m_isCarrying || !m_session.typeToPlace().isEmpty();
+    return m_isCarrying || !m_session.toPlace().isEmpty();
 }
 
 void CanvasModel::select(const QStringList& ids, bool isAdded)
@@ -141,8 +143,8 @@ void CanvasModel::hover(const Cells& cell)
 {
     if (m_isCarrying) {
         showGhost(CellMap::shifted(m_view.map.moved(m_view.selection, cell.area, 0, 0), cell));
-    } else if (!m_session.typeToPlace().isEmpty()) {
-        showGhost({{QString(), cell}});
+    } else if (!m_session.toPlace().isEmpty()) {
+        showGhost(placesOf(m_session.toPlace(), cell));
     }
 }
 
@@ -207,7 +209,7 @@ void CanvasModel::drop()
 
 void CanvasModel::carry()
 {
-    m_session.setTypeToPlace({});
+    m_session.setToPlace({});
     if (!m_view.selection.isEmpty() && report(m_edits.whyFixed(m_view.selection))) {
         m_isCarrying = true;
         const CellMap::Places group = m_view.map.moved(m_view.selection, {}, 0, 0);
@@ -222,7 +224,7 @@ void CanvasModel::carry()
 void CanvasModel::put(const Cells& cell)
 {
     if (!m_isCarrying) {
-        place(m_session.typeToPlace(), cell);
+        place(m_session.toPlace(), cell);
         return;
     }
     hover(cell);
@@ -236,10 +238,24 @@ void CanvasModel::put(const Cells& cell)
     drop();
 }
 
-void CanvasModel::place(const QString& typeKey, const Cells& cell)
+CellMap::Places CanvasModel::placesOf(const QString& what, const Cells& cell) const
+{
+    const PanelTemplate* const group = m_session.templates().find(what);
+    return group ? DeviceGroup::placesAt(group->panel, m_session.catalogue(), cell)
+                 : CellMap::Places{{QString(), cell}};
+}
+
+void CanvasModel::place(const QString& what, const Cells& cell)
 {
     hideGhost();
-    if (report(refusal({{QString(), cell}})) && report(m_session.addDevice(typeKey, cell))) {
+    if (!report(refusal(placesOf(what, cell)))) {
+        return;
+    }
+    const PanelTemplate* const group = m_session.templates().find(what);
+    const bool isDone =
+        report(group ? m_edits.putTemplate(*group, cell) : m_session.addDevice(what, cell));
+    if (isDone) {
+        m_session.setToPlace({});
         change([this] { m_view.cursor = {}; });
     }
 }
@@ -248,7 +264,7 @@ bool CanvasModel::leave()
 {
     if (isPlacing()) {
         m_isCarrying = false;
-        m_session.setTypeToPlace({});
+        m_session.setToPlace({});
         change([this] {
             m_view.ghost.reset();
             m_view.cursor = {};

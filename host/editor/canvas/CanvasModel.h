@@ -23,7 +23,7 @@ public:
     EditSession& session() const { return m_session; }
     CanvasEdits& edits() { return m_edits; }
     const CanvasView& view() const { return m_view; }
-    /// Whether a tap puts something into a cell: a new device, or those that are carried.
+    /// Whether a tap puts something into a cell: what is new, or those that are carried.
     bool isPlacing() const;
 
     void select(const QStringList& ids, bool isAdded = false); ///< Added: or taken out again.
@@ -39,7 +39,7 @@ public:
 
     void carry(); ///< From now on a tap is where the selected go.
     void put(const Cells& cell);
-    void place(const QString& typeKey, const Cells& cell); ///< A new device.
+    void place(const QString& what, const Cells& cell); ///< As EditSession::toPlace().
     bool leave(); ///< Ends what has begun last: placing, the selection, the cursor. False: nothing.
 
     void moveSelected(int rows, int columns);
@@ -58,6 +58,7 @@ private:
     void change(const std::function<void()>& how);
     void follow(); ///< The session.
     QString refusal(const CellMap::Places& cells) const;
+    CellMap::Places placesOf(const QString& what, const Cells& cell) const;
 
     EditSession& m_session;
     CanvasEdits m_edits;

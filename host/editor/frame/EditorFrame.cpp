@@ -112,6 +112,9 @@ void EditorFrame::addPaneActions()
         action->setCheckable(true);
         connect(action, &QAction::triggered, this, [this, pane] {
             showPane(m_pane == pane ? Pane::None : pane); // The second tap makes room.
+            if (m_pane == Pane::Add) {
+                m_side->enter("typeSearch"); // Typing finds a type at once.
+            }
         });
         m_paneActions[pane] = action;
     };

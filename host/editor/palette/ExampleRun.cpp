@@ -2,87 +2,71 @@
 
 #include "host/editor/palette/ExampleRun.h"
 
-#include "host/catalogue/TypeExample.h"
-#include "host/catalogue/TypeWords.h"
+#include "host/catalogue/Catalogue.h"
 #include "host/panel/file/Diagnostics.h"
 
 #include "norvo/BaseWidget.h"
 
 #include <QPainter>
 
-#include <algorithm>
-
 namespace norvo {
 
 namespace {
 
-const QSize kPage(260, 160);   // pixels, of the page that it stands on
-const QSize kNarrow(150, 160); // likewise, for a flat widget
-constexpr int kFlat = 80;      // pixels
-
-/// Whether it names something outside of the program.
-bool reachesOut(const ParamSetting& param, const TypeWords& words)
-{
-    const ParamWords* const known = words.param(param.name.text);
-    const bool isResource = param.value.text.startsWith(":/");
-    return !known || known->kind == ParamKind::Command || (known->isFile() && !isResource);
-}
+const QSize kPage(260, 160);      // pixels, of the page that one device stands on
+const QSize kNarrow(150, 160);    // likewise, for a flat widget
+const QSize kGroupPage(360, 240); // of a page with several
+constexpr int kFlat = 80;         // pixels
 
 } // namespace
 
-PanelDescription ExampleRun::shown(const TypeWords& words)
+ExampleRun::ExampleRun(const PicturedPanel& shown, const Catalogue& catalogue) : m_panel(m_pages)
 {
-    PanelDescription shown;
-    shown.file = TypeExample::panel(words).file;
-    const std::optional<DeviceSetting> found = TypeExample::device(words);
-    DeviceSetting device;
-    device.id.text = found ? found->id.text : words.key;
-    device.type.text = words.key;
-    if (found) {
-        std::copy_if(found->params.cbegin(), found->params.cend(),
-                     std::back_inserter(device.params), [&words](const ParamSetting& param) {
-                         return !reachesOut(param, words) && !isPlacementParam(param.name.text);
-                     });
-    }
-    shown.devices.append(device);
-    return shown;
-}
-
-ExampleRun::ExampleRun(const TypeWords& words, const DeviceManager& manager) : m_panel(m_pages)
-{
-    const PanelDescription description = shown(words);
-    m_id = description.devices.constFirst().id.text;
-    Diagnostics unread(description.file);
+    Diagnostics unread(shown.description.file);
+    const bool isOne = shown.description.devices.size() == 1;
     m_pages.setAttribute(Qt::WA_DontShowOnScreen);
     m_pages.setAttribute(Qt::WA_QuitOnClose, false);
     m_pages.setFocusPolicy(Qt::NoFocus);
-    m_pages.resize(kPage);
-    m_panel.apply(PanelPlan::make(description, manager, {}, unread), unread);
-    BaseDevice* const device = m_panel.device(m_id);
-    m_values.setObjectName(m_id);
-    for (const ConnectionSetting& connection : TypeExample::panel(words).connections) {
-        if (device && connection.to.device.text == m_id) {
-            m_values.feed(*device, words, connection.to.method.text);
+    m_pages.resize(isOne ? kPage : kGroupPage);
+    m_panel.apply(PanelPlan::make(shown.description, catalogue.manager(), {}, unread), unread);
+    for (const DeviceSetting& device : shown.description.devices) {
+        m_ids += device.id.text;
+        m_values.setObjectName(device.id.text);
+        for (const PicturedPanel::Feed& feed : shown.feeds) {
+            BaseDevice* const fed = m_panel.device(device.id.text);
+            if (fed && feed.device == device.id.text) {
+                m_values.feed(*fed, *catalogue.words(device.type.text), feed.input);
+            }
         }
     }
     m_pages.show();
     // A flat one would be small in the picture if it were wide.
-    const BaseWidget* const widget = m_panel.widget(m_id);
+    const BaseWidget* const widget = isOne ? m_panel.widget(m_ids.first()) : nullptr;
     if (widget && widget->sizeHint().height() < kFlat) {
         m_pages.resize(kNarrow.expandedTo(m_pages.minimumSizeHint()));
     }
 }
 
-/// The widget alone, on the ground of the page, as large as fits and no larger than it is.
+QRect ExampleRun::area() const
+{
+    QRect area;
+    for (const QString& id : m_ids) {
+        if (const BaseWidget* const widget = m_panel.widget(id)) {
+            area |= QRect(widget->mapTo(&m_pages, QPoint()), widget->size());
+        }
+    }
+    return area;
+}
+
+/// The widgets alone, on the ground of the page, as large as fits and no larger than they are.
 QImage ExampleRun::picture(const QSize& size) const
 {
-    const BaseWidget* const widget = m_panel.widget(m_id);
-    if (!widget) {
+    const QRect shown = area();
+    if (shown.isEmpty()) {
         return {};
     }
     auto& pages = const_cast<PanelPages&>(m_pages);
-    const QRect area(widget->mapTo(&pages, QPoint()), widget->size());
-    const QImage seen = pages.grab(area).toImage();
+    const QImage seen = pages.grab(shown).toImage();
     QImage picture(size, QImage::Format_RGB32);
     picture.fill(m_pages.palette().color(QPalette::Window));
     const QSize fitting = seen.size().scaled(size, Qt::KeepAspectRatio);

@@ -57,7 +57,9 @@ void TypeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     QFont font = option.font;
     font.setBold(true);
     painter->setFont(font);
-    painter->setPen(palette.color(isChosen ? QPalette::HighlightedText : QPalette::Text));
+    const bool isFaulty = index.data(FaultyRole).toBool();
+    painter->setPen(palette.color(isFaulty ? QPalette::Disabled : QPalette::Normal,
+                                  isChosen ? QPalette::HighlightedText : QPalette::Text));
     const QRect area = option.rect.adjusted(kGap, kGap, -kGap, -kGap);
     if (index.data(KeyRole).toString().isEmpty()) {
         painter->drawText(option.rect.adjusted(kGap, 0, -kGap, 0), Qt::AlignVCenter,

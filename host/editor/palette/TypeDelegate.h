@@ -5,13 +5,13 @@
 
 namespace norvo {
 
-/// Draws the lines of a TypeList: a heading, or a type.
+/// Draws the lines of a TypeList: a heading, or what can be placed.
 class TypeDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
 
 public:
-    enum Role { KeyRole = Qt::UserRole, PurposeRole, ChosenRole };
+    enum Role { KeyRole = Qt::UserRole, PurposeRole, ChosenRole, FaultyRole };
 
     using QStyledItemDelegate::QStyledItemDelegate;
 

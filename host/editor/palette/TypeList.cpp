@@ -32,7 +32,7 @@ TypeList::TypeList()
 
 void TypeList::setEntries(const QVector<Entry>& entries)
 {
-    const QString before = currentType();
+    const QString before = currentKey();
     clear();
     QString category;
     for (const Entry& entry : entries) {
@@ -42,11 +42,13 @@ void TypeList::setEntries(const QVector<Entry>& entries)
             heading->setFlags(Qt::ItemIsEnabled);
         }
         auto* const item = new QListWidgetItem(entry.title, this);
-        item->setData(TypeDelegate::KeyRole, entry.typeKey);
-        item->setData(TypeDelegate::PurposeRole, entry.purpose);
+        item->setData(TypeDelegate::KeyRole, entry.key);
+        item->setData(TypeDelegate::PurposeRole,
+                      entry.fault.isEmpty() ? entry.purpose : entry.fault);
+        item->setData(TypeDelegate::FaultyRole, !entry.fault.isEmpty());
         item->setData(Qt::DecorationRole, entry.picture);
-        item->setData(Qt::AccessibleDescriptionRole, entry.purpose);
-        if (entry.typeKey == before || (!currentItem() && before.isEmpty())) {
+        item->setData(Qt::AccessibleDescriptionRole, item->data(TypeDelegate::PurposeRole));
+        if (entry.key == before || (!currentItem() && before.isEmpty())) {
             setCurrentItem(item);
         }
     }
@@ -55,24 +57,24 @@ void TypeList::setEntries(const QVector<Entry>& entries)
     }
 }
 
-void TypeList::setPicture(const QString& typeKey, const QImage& picture)
+void TypeList::setPicture(const QString& key, const QImage& picture)
 {
     for (int i = 0; i < count(); ++i) {
-        if (item(i)->data(TypeDelegate::KeyRole).toString() == typeKey) {
+        if (item(i)->data(TypeDelegate::KeyRole).toString() == key) {
             item(i)->setData(Qt::DecorationRole, picture);
         }
     }
 }
 
-void TypeList::setChosen(const QString& typeKey)
+void TypeList::setChosen(const QString& key)
 {
     for (int i = 0; i < count(); ++i) {
-        const QString key = item(i)->data(TypeDelegate::KeyRole).toString();
-        item(i)->setData(TypeDelegate::ChosenRole, !key.isEmpty() && key == typeKey);
+        const QString itsKey = item(i)->data(TypeDelegate::KeyRole).toString();
+        item(i)->setData(TypeDelegate::ChosenRole, !itsKey.isEmpty() && itsKey == key);
     }
 }
 
-QString TypeList::currentType() const
+QString TypeList::currentKey() const
 {
     return currentItem() ? currentItem()->data(TypeDelegate::KeyRole).toString() : QString();
 }
@@ -81,8 +83,8 @@ void TypeList::keyPressEvent(QKeyEvent* event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
                          event->key() == Qt::Key_Space;
-    if (isEnter && !currentType().isEmpty()) {
-        emit picked(currentType());
+    if (isEnter && !currentKey().isEmpty()) {
+        emit picked(currentKey());
     } else if (event->key() == Qt::Key_Escape) {
         event->ignore(); // The palette's affair.
     } else {
@@ -92,7 +94,7 @@ void TypeList::keyPressEvent(QKeyEvent* event)
 
 void TypeList::startDrag(Qt::DropActions)
 {
-    if (currentType().isEmpty()) {
+    if (currentKey().isEmpty()) {
         return;
     }
     auto* const drag = new QDrag(this);

@@ -5,34 +5,36 @@
 
 namespace norvo {
 
-/// Device types, each with its picture, its title and what it is for, under their categories.
+/// Device types and templates, each with its picture, its title and what it is for, under their
+/// categories.
 /// They can be dragged, too.
 class TypeList : public QListWidget
 {
     Q_OBJECT
 
 public:
-    /// Of what a drag carries: the type key.
+    /// Of what a drag carries: the entry's key.
     static constexpr char kMimeType[] = "application/x-norvo-type";
 
     struct Entry
     {
-        QString typeKey;
+        QString key; ///< As EditSession::toPlace().
         QString title;
         QString purpose;
         QString category;
         QImage picture;
+        QString fault = {}; ///< Why it cannot be placed; empty: it can.
     };
 
     TypeList();
 
     void setEntries(const QVector<Entry>& entries); ///< In the order of their categories.
-    void setPicture(const QString& typeKey, const QImage& picture);
-    void setChosen(const QString& typeKey); ///< The one that looks chosen; empty: none.
-    QString currentType() const;            ///< Empty: none is current.
+    void setPicture(const QString& key, const QImage& picture);
+    void setChosen(const QString& key); ///< The one that looks chosen; empty: none.
+    QString currentKey() const;         ///< Empty: none is current.
 
 signals:
-    void picked(QString typeKey); ///< By a tap, or by Enter.
+    void picked(QString key); ///< By a tap, or by Enter.
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

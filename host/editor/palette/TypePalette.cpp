@@ -4,14 +4,20 @@
 
 #include "host/catalogue/Catalogue.h"
 #include "host/editor/EditSession.h"
+#include "host/editor/canvas/CanvasEdits.h"
 #include "host/editor/form/FormText.h"
 #include "host/editor/palette/TypePictures.h"
+#include "host/editor/templates/DeviceGroup.h"
+#include "host/editor/templates/TemplateSet.h"
 #include "host/panel/file/EditDistance.h"
+#include "host/window/look/TouchSize.h"
 #include "host/window/touch/LineKeyboard.h"
 
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -20,10 +26,9 @@ namespace norvo {
 
 namespace {
 
-bool matches(const TypeWords& words, const QStringList& wanted)
+bool matches(const QStringList& texts, const QStringList& wanted)
 {
-    const QString all =
-        QStringList({words.key, words.title, words.purpose, words.categories.join(' ')}).join(' ');
+    const QString all = texts.join(' ');
     return std::all_of(wanted.cbegin(), wanted.cend(), [&all](const QString& word) {
         return all.contains(word, Qt::CaseInsensitive);
     });
@@ -34,39 +39,74 @@ bool matches(const TypeWords& words, const QStringList& wanted)
 TypePalette::TypePalette(EditSession& session, QWidget* parent)
     : QWidget(parent),
       m_session(session),
-      m_pictures(new TypePictures(session.catalogue(), session.catalogue().manager())),
+      m_pictures(new TypePictures(session.catalogue(), session.templates())),
       m_search(new QLineEdit),
       m_message(FormText::fault({})),
-      m_list(new TypeList)
+      m_list(new TypeList),
+      m_remove(new QPushButton(tr("Remove the template")))
 {
     m_search->setObjectName("typeSearch");
     m_search->setPlaceholderText(tr("Search"));
-    m_search->setAccessibleName(tr("Search the types"));
+    m_search->setAccessibleName(tr("Search the types and templates"));
     m_search->setClearButtonEnabled(true);
     m_search->installEventFilter(this);
     FormText::prepare(*m_search);
     new LineKeyboard(*m_search);
     m_list->setObjectName("types");
-    m_list->setAccessibleName(tr("Types of devices"));
+    m_list->setAccessibleName(tr("Types of devices and templates"));
+    m_remove->setObjectName("removeTemplate");
+    m_remove->setMinimumHeight(TouchSize::pixels(PanelLook::Touch::Fingers, *screen()));
+    m_remove->hide();
     m_message->setObjectName("paletteMessage");
     auto* const column = new QVBoxLayout(this);
     column->addWidget(m_search);
     column->addWidget(m_message);
     column->addWidget(m_list, 1);
+    column->addWidget(m_remove);
     connect(m_search, &QLineEdit::textChanged, this, &TypePalette::search);
     connect(m_list, &TypeList::picked, this, &TypePalette::pick);
-    connect(&session, &EditSession::typeToPlaceChanged, this, &TypePalette::showChosen);
+    connect(&session, &EditSession::toPlaceChanged, this, &TypePalette::showChosen);
     connect(m_pictures.get(), &TypePictures::made, this,
             [this](const QString& key) { m_list->setPicture(key, m_pictures->picture(key)); });
-    search();
+    connect(m_list, &QListWidget::currentItemChanged, this, &TypePalette::showRemoval);
+    connect(m_remove, &QPushButton::clicked, this, &TypePalette::removeTemplate);
+    connect(&session.templates(), &TemplateSet::changed, this, &TypePalette::followTemplates);
+    session.templates().read();
 }
 
-TypePalette::~TypePalette() = default;
+TypePalette::~TypePalette()
+{
+    disconnect(m_list, nullptr, this, nullptr); // It dies after this one's own part.
+}
 
 void TypePalette::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
-    m_pictures->make(m_session.catalogue().keys());
+    makePictures();
+}
+
+void TypePalette::makePictures()
+{
+    QStringList all = m_session.catalogue().keys();
+    for (const PanelTemplate& group : m_session.templates().all()) {
+        if (group.fault.isEmpty()) {
+            all += group.file;
+        }
+    }
+    m_pictures->make(all);
+}
+
+/// What was chosen may be gone.
+void TypePalette::followTemplates()
+{
+    const QString chosen = m_session.toPlace();
+    if (!m_session.catalogue().words(chosen) && !m_session.templates().find(chosen)) {
+        m_session.setToPlace({});
+    }
+    search();
+    if (isVisible()) {
+        makePictures();
+    }
 }
 
 TypeList::Entry TypePalette::entry(const QString& typeKey) const
@@ -76,6 +116,20 @@ TypeList::Entry TypePalette::entry(const QString& typeKey) const
             m_pictures->picture(typeKey)};
 }
 
+QVector<TypeList::Entry> TypePalette::foundTemplates(const QString& text) const
+{
+    const QStringList wanted = text.split(' ', Qt::SkipEmptyParts);
+    const QString category = tr("Templates");
+    QVector<TypeList::Entry> found;
+    for (const PanelTemplate& group : m_session.templates().all()) {
+        if (matches({category, group.title, group.purpose}, wanted)) {
+            found.append({group.file, group.title, group.purpose, category,
+                          m_pictures->picture(group.file), group.fault});
+        }
+    }
+    return found;
+}
+
 /// Where nothing matches, the type that is called alike.
 QStringList TypePalette::found(const QString& text, bool& isSimilar) const
 {
@@ -83,8 +137,10 @@ QStringList TypePalette::found(const QString& text, bool& isSimilar) const
     const QStringList keys = catalogue.keys();
     const QStringList wanted = text.split(' ', Qt::SkipEmptyParts);
     QStringList found;
-    std::copy_if(keys.cbegin(), keys.cend(), std::back_inserter(found),
-                 [&](const QString& key) { return matches(*catalogue.words(key), wanted); });
+    std::copy_if(keys.cbegin(), keys.cend(), std::back_inserter(found), [&](const QString& key) {
+        const TypeWords& words = *catalogue.words(key);
+        return matches({key, words.title, words.purpose, words.categories.join(' ')}, wanted);
+    });
     const QString near = found.isEmpty() ? nearestName(text, keys) : QString();
     isSimilar = !near.isEmpty();
     return isSimilar ? QStringList(near) : found;
@@ -94,29 +150,58 @@ void TypePalette::search()
 {
     bool isSimilar = false;
     const QString text = m_search->text().trimmed();
+    const QVector<TypeList::Entry> templates = foundTemplates(text);
     QVector<TypeList::Entry> entries;
     for (const QString& key : found(text, isSimilar)) {
-        entries.append(entry(key));
+        if (!isSimilar || templates.isEmpty()) {
+            entries.append(entry(key));
+        }
     }
+    isSimilar = isSimilar && templates.isEmpty();
     std::stable_sort(entries.begin(), entries.end(),
                      [](const auto& a, const auto& b) { return a.category < b.category; });
-    m_list->setEntries(entries);
+    m_list->setEntries(entries + templates);
     showChosen();
-    if (entries.isEmpty() || isSimilar) {
-        m_message->setText(entries.isEmpty() ? tr("Nothing is found.")
-                                             : tr("No type is called %1. Similar:").arg(text));
+    showRemoval();
+    const bool isNothing = entries.isEmpty() && templates.isEmpty();
+    if (isNothing || isSimilar) {
+        m_message->setText(isNothing ? tr("Nothing is found.")
+                                     : tr("No type is called %1. Similar:").arg(text));
         m_message->show();
     }
 }
 
-void TypePalette::pick(const QString& typeKey)
+void TypePalette::pick(const QString& key)
 {
-    const TypeWords* const words = m_session.catalogue().words(typeKey);
-    if (words && words->hasWidget) {
-        m_session.setTypeToPlace(m_session.typeToPlace() == typeKey ? QString() : typeKey);
+    const PanelTemplate* const group = m_session.templates().find(key);
+    if (group && !group->fault.isEmpty()) {
+        emit problem(group->title + ": " + group->fault);
         return;
     }
-    const QString fault = m_session.addDevice(typeKey);
+    const TypeWords* const words = m_session.catalogue().words(key);
+    const bool isSeen =
+        group ? !DeviceGroup::placesAt(group->panel, m_session.catalogue(), {}).isEmpty()
+              : words && words->hasWidget;
+    if (isSeen) {
+        m_session.setToPlace(m_session.toPlace() == key ? QString() : key);
+        return;
+    }
+    const QString fault =
+        group ? CanvasEdits(m_session).putTemplate(*group, {}) : m_session.addDevice(key);
+    if (!fault.isEmpty()) {
+        emit problem(fault);
+    }
+}
+
+void TypePalette::showRemoval()
+{
+    const PanelTemplate* const group = m_session.templates().find(m_list->currentKey());
+    m_remove->setVisible(group && group->isOwn);
+}
+
+void TypePalette::removeTemplate()
+{
+    const QString fault = m_session.templates().remove(m_list->currentKey());
     if (!fault.isEmpty()) {
         emit problem(fault);
     }
@@ -124,7 +209,7 @@ void TypePalette::pick(const QString& typeKey)
 
 void TypePalette::showChosen()
 {
-    const QString& chosen = m_session.typeToPlace();
+    const QString& chosen = m_session.toPlace();
     m_list->setChosen(chosen);
     m_message->setText(tr("Tap a cell to place it; tap here again to leave it"));
     m_message->setVisible(!chosen.isEmpty());
@@ -138,8 +223,8 @@ bool TypePalette::eventFilter(QObject* watched, QEvent* event)
             m_list->setFocus();
             return true;
         }
-        if ((key == Qt::Key_Return || key == Qt::Key_Enter) && !m_list->currentType().isEmpty()) {
-            pick(m_list->currentType());
+        if ((key == Qt::Key_Return || key == Qt::Key_Enter) && !m_list->currentKey().isEmpty()) {
+            pick(m_list->currentKey());
             return true;
         }
     }
@@ -149,8 +234,8 @@ bool TypePalette::eventFilter(QObject* watched, QEvent* event)
 /// Takes back what was chosen, then the search.
 void TypePalette::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape && !m_session.typeToPlace().isEmpty()) {
-        m_session.setTypeToPlace({});
+    if (event->key() == Qt::Key_Escape && !m_session.toPlace().isEmpty()) {
+        m_session.setToPlace({});
     } else if (event->key() == Qt::Key_Escape && !m_search->text().isEmpty()) {
         m_search->clear();
     } else {

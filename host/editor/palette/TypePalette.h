@@ -10,14 +10,15 @@
 
 class QLabel;
 class QLineEdit;
+class QPushButton;
 
 namespace norvo {
 
 class EditSession;
 class TypePictures;
 
-/// All device types, to be put on the panel: one with a widget by a tap here and one on a cell, or
-/// by a drag; one without at once.
+/// All device types and templates, to be put on the panel: what is seen there by a tap here and one
+/// on a cell, or by a drag; what is not at once.
 class TypePalette : public QWidget
 {
     Q_OBJECT
@@ -38,16 +39,22 @@ protected:
 
 private:
     void search();
-    void pick(const QString& typeKey);
+    void pick(const QString& key);
     void showChosen();
+    void showRemoval();
+    void removeTemplate();
+    void followTemplates();
+    void makePictures();
     QStringList found(const QString& text, bool& isSimilar) const;
     TypeList::Entry entry(const QString& typeKey) const;
+    QVector<TypeList::Entry> foundTemplates(const QString& text) const;
 
     EditSession& m_session;
     const std::unique_ptr<TypePictures> m_pictures;
     QLineEdit* m_search;
     QLabel* m_message;
     TypeList* m_list;
+    QPushButton* m_remove; ///< Seen while a template of the user's own is current.
 };
 
 } // namespace norvo

@@ -3,8 +3,8 @@
 #include "host/editor/palette/TypePictures.h"
 
 #include "host/catalogue/Catalogue.h"
-#include "host/editor/palette/ExampleRun.h"
 #include "host/editor/palette/TypeSymbol.h"
+#include "host/editor/templates/TemplateSet.h"
 
 #include <QGuiApplication>
 #include <QHash>
@@ -26,17 +26,12 @@ QHash<QString, QImage>& kept()
     return images;
 }
 
-QString keyOf(const QString& typeKey)
-{
-    return typeKey + ' ' + QGuiApplication::palette().color(QPalette::Window).name();
-}
-
 } // namespace
 
 const QSize TypePictures::kSize(104, 68);
 
-TypePictures::TypePictures(const Catalogue& catalogue, const DeviceManager& manager)
-    : m_catalogue(catalogue), m_manager(manager)
+TypePictures::TypePictures(const Catalogue& catalogue, const TemplateSet& templates)
+    : m_catalogue(catalogue), m_templates(templates)
 {
     m_values.setInterval(kIntervalMs);
     connect(&m_next, &QTimer::timeout, this, &TypePictures::startNext);
@@ -45,21 +40,36 @@ TypePictures::TypePictures(const Catalogue& catalogue, const DeviceManager& mana
 
 TypePictures::~TypePictures() = default;
 
-QImage TypePictures::picture(const QString& typeKey) const
+/// A template may have changed since it was pictured.
+QString TypePictures::keyOf(const QString& what) const
 {
-    const QImage image = kept().value(keyOf(typeKey));
-    const TypeWords* const words = m_catalogue.words(typeKey);
+    const PanelTemplate* const group = m_templates.find(what);
+    const QString version = group ? QString::number(qHash(group->text)) : QString();
+    return what + ' ' + version + QGuiApplication::palette().color(QPalette::Window).name();
+}
+
+QImage TypePictures::picture(const QString& what) const
+{
+    const QImage image = kept().value(keyOf(what));
+    const TypeWords* const words = m_catalogue.words(what);
     return !image.isNull() || !words ? image
                                      : TypeSymbol::draw(*words, kSize, QGuiApplication::palette());
 }
 
-void TypePictures::make(const QStringList& typeKeys)
+std::optional<PicturedPanel> TypePictures::panelOf(const QString& what) const
 {
-    for (const QString& typeKey : typeKeys) {
-        const TypeWords* const words = m_catalogue.words(typeKey);
-        if (words && words->hasWidget && !kept().contains(keyOf(typeKey)) &&
-            !m_waiting.contains(typeKey)) {
-            m_waiting.append(typeKey);
+    if (const PanelTemplate* const group = m_templates.find(what)) {
+        return PicturedPanel::ofGroup(group->panel, m_catalogue);
+    }
+    const TypeWords* const words = m_catalogue.words(what);
+    return words && words->hasWidget ? std::optional(PicturedPanel::ofType(*words)) : std::nullopt;
+}
+
+void TypePictures::make(const QStringList& all)
+{
+    for (const QString& what : all) {
+        if (!kept().contains(keyOf(what)) && !m_waiting.contains(what)) {
+            m_waiting.append(what);
         }
     }
     m_next.start(0);
@@ -70,10 +80,11 @@ void TypePictures::startNext()
     if (m_waiting.isEmpty()) {
         return m_next.stop();
     }
-    const QString typeKey = m_waiting.takeFirst();
-    const TypeWords* const words = m_catalogue.words(typeKey);
-    m_runs.push_back({typeKey, 0, std::make_unique<ExampleRun>(*words, m_manager)});
-    m_values.start();
+    const QString what = m_waiting.takeFirst();
+    if (const auto panel = panelOf(what)) {
+        m_runs.push_back({what, keyOf(what), 0, std::make_unique<ExampleRun>(*panel, m_catalogue)});
+        m_values.start();
+    }
 }
 
 void TypePictures::sendValues()
@@ -86,10 +97,10 @@ void TypePictures::sendValues()
     const auto ready = std::find_if(m_runs.begin(), m_runs.end(),
                                     [](const Run& run) { return run.sent >= kValues; });
     if (ready != m_runs.end()) {
-        const QString typeKey = ready->typeKey;
-        kept().insert(keyOf(typeKey), ready->example->picture(kSize));
+        const QString what = ready->what;
+        kept().insert(ready->keptAs, ready->example->picture(kSize));
         m_runs.erase(ready);
-        emit made(typeKey);
+        emit made(what);
     }
     if (m_runs.empty()) {
         m_values.stop();

@@ -1,24 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "host/editor/palette/ExampleRun.h"
+
 #include <QImage>
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 #include <vector>
-
-class DeviceManager;
 
 namespace norvo {
 
 class Catalogue;
-class ExampleRun;
+class TemplateSet;
 
 /// A picture of each device type: of its example as it runs; of one without a widget a symbol with
-/// the names of its outputs and inputs. They are made one after the other, a type at a turn of the
-/// event loop, and kept for the run of the program.
+/// the names of its outputs and inputs. A template's is that of its devices with a widget. They are
+/// made one after the other, one at a turn of the event loop, and kept for the run of the program.
 class TypePictures : public QObject
 {
     Q_OBJECT
@@ -27,29 +28,34 @@ public:
     static const QSize kSize; ///< In pixels.
 
     /// Both must outlive it.
-    TypePictures(const Catalogue& catalogue, const DeviceManager& manager);
+    TypePictures(const Catalogue& catalogue, const TemplateSet& templates);
     ~TypePictures() override;
 
-    QImage picture(const QString& typeKey) const; ///< The symbol where there is no other yet.
-    void make(const QStringList& typeKeys);       ///< Those that are not there yet.
+    /// Of a type by its key, or of a template by its file; the symbol, or null for a template,
+    /// where there is no other yet.
+    QImage picture(const QString& what) const;
+    void make(const QStringList& all); ///< Those that are not there yet.
     bool isDone() const { return m_waiting.isEmpty() && m_runs.empty(); }
 
 signals:
-    void made(QString typeKey);
+    void made(QString what);
 
 private:
     struct Run
     {
-        QString typeKey;
+        QString what;
+        QString keptAs;
         int sent = 0;
         std::unique_ptr<ExampleRun> example;
     };
 
+    QString keyOf(const QString& what) const;
+    std::optional<PicturedPanel> panelOf(const QString& what) const;
     void startNext();
     void sendValues();
 
     const Catalogue& m_catalogue;
-    const DeviceManager& m_manager;
+    const TemplateSet& m_templates;
     QStringList m_waiting;
     std::vector<Run> m_runs;
     QTimer m_next;

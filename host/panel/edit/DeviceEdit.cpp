@@ -135,6 +135,31 @@ YamlNodePtr moved(const YamlNode& device, const Cells& by)
     return node;
 }
 
+/// One that begins or ends elsewhere is left out: a device of that name would be another one here.
+Error pasteConnections(YamlEdit& edit, const YamlEdit& source,
+                       const QHash<QString, QString>& newIds)
+{
+    const OwnDevices sources(source);
+    const YamlNode* const connections = PanelTree::valueOf(&source.root(), "connections");
+    for (size_t i = 0; connections && i < connections->entries.size(); ++i) {
+        QString text = connections->entries[i].value->text;
+        const QVector<Mention> ends = Mentions::in(text);
+        bool isInside = true;
+        for (int end = ends.size() - 1; end >= 0; --end) {
+            const QString& device = ends[end].device;
+            const QString owner = sources.ownerOf(device);
+            isInside = isInside && newIds.contains(owner);
+            text.replace(ends[end].deviceAt, device.size(),
+                         newIds.value(owner) + device.mid(owner.size()));
+        }
+        Error error = isInside ? ConnectionEdit::addText(edit, text) : std::nullopt;
+        if (error) {
+            return error;
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 QString DeviceEdit::freeId(const YamlEdit& edit, const QString& base)
@@ -303,8 +328,7 @@ QByteArray DeviceEdit::copy(const YamlEdit& edit, const QStringList& devices)
     return copied.text();
 }
 
-Error DeviceEdit::paste(YamlEdit& edit, const QByteArray& copied, const Cells& moveBy,
-                        QStringList& ids)
+Error DeviceEdit::paste(YamlEdit& edit, const QByteArray& copied, const Cells& moveBy, NewIds& ids)
 {
     const YamlEdit source(copied);
     if (edit.error() || source.error()) {
@@ -315,32 +339,20 @@ Error DeviceEdit::paste(YamlEdit& edit, const QByteArray& copied, const Cells& m
         return TextError{{}, "there are no devices in what is to be pasted"};
     }
     YamlEdit next = edit;
-    const OwnDevices sources(source);
     QHash<QString, QString> newIds;
-    QStringList added;
+    NewIds added;
     for (const YamlEntry& entry : map->entries) {
         const QString id = freeId(next, entry.key->text);
         newIds.insert(entry.key->text, id);
-        added += id;
+        added.append({entry.key->text, id});
         Error error = insertDevice(next, id, moved(*entry.value, moveBy));
         error = error ? error : placeInArea(next, id, moveBy.area);
         if (error) {
             return error;
         }
     }
-    const YamlNode* const connections = PanelTree::valueOf(&source.root(), "connections");
-    for (size_t i = 0; connections && i < connections->entries.size(); ++i) {
-        QString text = connections->entries[i].value->text;
-        const QVector<Mention> ends = Mentions::in(text);
-        for (int end = ends.size() - 1; end >= 0; --end) {
-            const QString& device = ends[end].device;
-            const QString owner = sources.ownerOf(device);
-            text.replace(ends[end].deviceAt, device.size(),
-                         newIds.value(owner) + device.mid(owner.size()));
-        }
-        if (Error error = ConnectionEdit::addText(next, text)) {
-            return error;
-        }
+    if (Error error = pasteConnections(next, source, newIds)) {
+        return error;
     }
     edit = next;
     ids = added;

@@ -41,9 +41,12 @@ Error setKey(YamlEdit& edit, const QString& device, const QString& key, const QS
 
 /// The devices and the connections among them, as the text of a panel file of their own.
 QByteArray copy(const YamlEdit& edit, const QStringList& devices);
-/// Adds the devices and connections of such a text, with ids that are free; `ids` are the new
-/// ones. Cells are those of the text, moved by these rows and columns and into this area.
-Error paste(YamlEdit& edit, const QByteArray& copied, const Cells& moveBy, QStringList& ids);
+/// Of what was pasted: the id in the text, and the one that it has now.
+using NewIds = QVector<QPair<QString, QString>>;
+
+/// Adds the devices of such a text, with ids that are free, and its connections from one of them to
+/// another. Cells are those of the text, moved by these rows and columns and into this area.
+Error paste(YamlEdit& edit, const QByteArray& copied, const Cells& moveBy, NewIds& ids);
 
 } // namespace DeviceEdit
 

@@ -115,6 +115,15 @@ DiagnosticList Diagnostics::sorted() const
     return all;
 }
 
+std::optional<Diagnostic> Diagnostics::firstError() const
+{
+    const DiagnosticList all = sorted();
+    const auto error = std::find_if(all.cbegin(), all.cend(), [](const Diagnostic& one) {
+        return one.severity == Diagnostic::Severity::Error;
+    });
+    return error == all.cend() ? std::nullopt : std::optional<Diagnostic>(*error);
+}
+
 QString Diagnostics::summary() const
 {
     QStringList parts;

@@ -8,6 +8,7 @@
 #include <QVector>
 
 #include <functional>
+#include <optional>
 
 namespace norvo {
 
@@ -60,6 +61,7 @@ public:
     /// By place, other files last, one after the other; those of one place in the order in which
     /// they were reported. A last entry of each kind says how many more there are.
     DiagnosticList sorted() const;
+    std::optional<Diagnostic> firstError() const; ///< Of sorted().
     /// How many there are of each kind: "2 errors, 1 warning"; "no errors" for none.
     QString summary() const;
 

@@ -5,6 +5,8 @@
 
 #include "host/editor/canvas/LineKeys.h"
 
+#include <QAbstractButton>
+
 namespace {
 
 const QByteArray kPanel =
@@ -29,6 +31,8 @@ private slots:
     void copiesGoThroughTheClipboard();
     void cutAndDeleteTakeDevicesAway();
     void duplicatesStandBesideTheirModels();
+    void duplicatesKeepTheConnectionAmongThem();
+    void pasteGoesToThePageThatIsSeen();
     void pasteOfOtherTextSaysSo();
     void rowsAndColumnsAreInsertedAndRemoved();
     void aTapOnANumberOffersKeys();
@@ -95,12 +99,47 @@ void tst_CanvasActions::duplicatesStandBesideTheirModels()
     QCOMPARE(toText(test.cells("go")), QString("0 0 1 1"));
 }
 
+void tst_CanvasActions::duplicatesKeepTheConnectionAmongThem()
+{
+    CanvasTest test(kPanel);
+    test.key(Qt::Key_A, Qt::ControlModifier);
+    test.key(Qt::Key_D, Qt::ControlModifier);
+    QCOMPARE(test.selection(), QStringList({"go2", "lamp2"}));
+    QVERIFY(test.text().contains("  - go2.toggled -> lamp2.inputWarning\n"));
+    QCOMPARE(toText(test.cells("lamp2")), QString("1 1 1 1"));
+    QCOMPARE(test.panel.session->undoName(), QString("Duplicate 2 devices"));
+    test.panel.session->undo();
+    QCOMPARE(test.text(), kPanel);
+}
+
+void tst_CanvasActions::pasteGoesToThePageThatIsSeen()
+{
+    CanvasTest test(
+        "devices:\n"
+        "  go: {device: button, params: {widget: {row: 0, column: 0, area: Run}}}\n"
+        "  stop: {device: button, params: {widget: {row: 0, column: 0, area: Stop}}}\n");
+    test.tap(test.middle("go"));
+    test.key(Qt::Key_C, Qt::ControlModifier);
+    test.panel.session->select({});
+    test.panel.pages().key("Stop")->click();
+    CanvasTest::settle();
+    test.key(Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(test.selection(), QStringList("go2"));
+    QCOMPARE(test.cells("go2").area, QString("Stop"));
+    QCOMPARE(test.panel.session->undoName(), QString("Paste"));
+}
+
 void tst_CanvasActions::pasteOfOtherTextSaysSo()
 {
     CanvasTest test(kPanel);
     QGuiApplication::clipboard()->setText("Dear all,");
     test.key(Qt::Key_V, Qt::ControlModifier);
     QCOMPARE(test.problems.count(), 1);
+    QGuiApplication::clipboard()->setText("devices:\n  a: {device: label, parms: {}}\n");
+    test.key(Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(test.problems.count(), 2);
+    QVERIFY2(test.problems[1][0].toString().contains("parms"),
+             qPrintable(test.problems[1][0].toString()));
     QCOMPARE(test.text(), kPanel);
 }
 
@@ -141,26 +180,26 @@ void tst_CanvasActions::aTapOnANumberOffersKeys()
 void tst_CanvasActions::aTapPutsANewDevice()
 {
     CanvasTest test(kPanel);
-    test.panel.session->setTypeToPlace("label");
+    test.panel.session->setToPlace("label");
     test.tap(test.middle("go"));
     QCOMPARE(test.problems.count(), 1);
     test.tap(test.middle(1, 1));
     QCOMPARE(test.selection(), QStringList("label"));
     QCOMPARE(toText(test.cells("label")), QString("1 1 1 1"));
-    QVERIFY(test.panel.session->typeToPlace().isEmpty());
+    QVERIFY(test.panel.session->toPlace().isEmpty());
 }
 
 void tst_CanvasActions::keysPutANewDevice()
 {
     CanvasTest test(kPanel);
-    test.panel.session->setTypeToPlace("label");
+    test.panel.session->setToPlace("label");
     for (const int key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Return}) {
         test.key(key);
     }
     QCOMPARE(toText(test.cells("label")), QString("1 1 1 1"));
-    test.panel.session->setTypeToPlace("label");
+    test.panel.session->setToPlace("label");
     test.key(Qt::Key_Escape);
-    QVERIFY(test.panel.session->typeToPlace().isEmpty());
+    QVERIFY(test.panel.session->toPlace().isEmpty());
 }
 
 void tst_CanvasActions::aTypeIsDropped()

@@ -382,7 +382,7 @@ void tst_EditorFrame::anEmptyPanelTakesItsFirstDevice()
     norvo::EditedFile newFile(folder->filePath("new.yaml"), *empty.session);
     EditorFrame editing(*empty.session, newFile, empty.window);
     QVERIFY(QTest::qWaitForWindowActive(&empty.window));
-    empty.session->setTypeToPlace("label");
+    empty.session->setToPlace("label");
     QApplication::processEvents();
     QWidget* const below = empty.window.childAt(empty.pages().mapTo(&empty.window, {100, 100}));
     QVERIFY(below);

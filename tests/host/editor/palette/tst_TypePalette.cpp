@@ -3,8 +3,10 @@
 #include "../EditedPanel.h"
 #include "TestMain.h"
 
+#include "host/editor/palette/TypeDelegate.h"
 #include "host/editor/palette/TypeList.h"
 #include "host/editor/palette/TypePalette.h"
+#include "host/editor/templates/TemplateSet.h"
 
 #include <QMimeData>
 #include <QtTest>
@@ -26,6 +28,7 @@ class tst_TypePalette : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void init();
     void cleanup();
     // The key that clears a line of text fades by an animation that nobody owns.
@@ -40,18 +43,30 @@ private slots:
     void theNearestNameIsOffered();
     void theKeyboardAloneSuffices();
     void aDragCarriesTheTypeKey();
+    void templatesAreFoundByTyping();
+    void aTemplateWithoutWidgetsIsPutAtOnce();
+    void aTemplateWithAFaultSaysIt();
+    void anOwnTemplateIsRemovedByItsKey();
 
 private:
     QStringList keys() const;
-    QListWidgetItem* item(const QString& typeKey) const;
+    QListWidgetItem* item(const QString& key) const;
+    /// Of the user's own, in the palette; gives its key.
+    QString addTemplate(const QByteArray& text) const;
     void tap(const QString& typeKey) const;
     EditSession& session() const { return *m_panel->session; }
 
+    QTemporaryDir m_data;
     std::unique_ptr<EditedPanel> m_panel;
     std::unique_ptr<TypePalette> m_palette;
     TypeList* m_list = nullptr;
     QLineEdit* m_search = nullptr;
 };
+
+void tst_TypePalette::initTestCase()
+{
+    qputenv("XDG_DATA_HOME", m_data.path().toUtf8());
+}
 
 void tst_TypePalette::init()
 {
@@ -103,6 +118,9 @@ void tst_TypePalette::tap(const QString& typeKey) const
 void tst_TypePalette::everyTypeIsThere()
 {
     QStringList listed = keys();
+    for (const norvo::PanelTemplate& one : session().templates().all()) {
+        QCOMPARE(listed.removeAll(one.file), 1);
+    }
     listed.sort();
     QStringList known = EditedPanel::types().keys();
     known.sort();
@@ -115,11 +133,11 @@ void tst_TypePalette::aTapChoosesAndASecondOneTakesBack()
     auto* const message = m_palette->findChild<QLabel*>("paletteMessage");
     QVERIFY(!message->isVisible());
     tap("indicator");
-    QCOMPARE(session().typeToPlace(), QString("indicator"));
+    QCOMPARE(session().toPlace(), QString("indicator"));
     QVERIFY(message->isVisible());
     QTest::qWait(QApplication::doubleClickInterval() + 50); // Else it is one double click.
     tap("indicator");
-    QCOMPARE(session().typeToPlace(), QString());
+    QCOMPARE(session().toPlace(), QString());
     QVERIFY(!message->isVisible());
     QCOMPARE(session().document().text(), kPanel);
 }
@@ -128,13 +146,13 @@ void tst_TypePalette::escapeTakesBack()
 {
     tap("indicator");
     QTest::keyClick(m_list, Qt::Key_Escape);
-    QCOMPARE(session().typeToPlace(), QString());
+    QCOMPARE(session().toPlace(), QString());
 }
 
 void tst_TypePalette::aTypeWithoutWidgetIsAddedAtOnce()
 {
     tap("generator");
-    QCOMPARE(session().typeToPlace(), QString());
+    QCOMPARE(session().toPlace(), QString());
     QVERIFY(m_panel->panel().device("generator"));
     QCOMPARE(session().selection(), QStringList("generator"));
 }
@@ -177,9 +195,9 @@ void tst_TypePalette::theKeyboardAloneSuffices()
     m_search->setFocus();
     QTest::keyClicks(m_search, "slider");
     QTest::keyClick(m_search, Qt::Key_Return);
-    QCOMPARE(session().typeToPlace(), QString("slider"));
+    QCOMPARE(session().toPlace(), QString("slider"));
     QTest::keyClick(m_search, Qt::Key_Escape);
-    QCOMPARE(session().typeToPlace(), QString());
+    QCOMPARE(session().toPlace(), QString());
     QTest::keyClick(m_search, Qt::Key_Escape);
     QCOMPARE(m_search->text(), QString());
     QTest::keyClick(m_search, Qt::Key_Down);
@@ -187,8 +205,8 @@ void tst_TypePalette::theKeyboardAloneSuffices()
     m_list->setCurrentItem(item("button"));
     QTest::keyClick(m_list, Qt::Key_Down);
     QTest::keyClick(m_list, Qt::Key_Return);
-    QCOMPARE(session().typeToPlace(), m_list->currentType());
-    QVERIFY(!session().typeToPlace().isEmpty() && session().typeToPlace() != "button");
+    QCOMPARE(session().toPlace(), m_list->currentKey());
+    QVERIFY(!session().toPlace().isEmpty() && session().toPlace() != "button");
 }
 
 void tst_TypePalette::aDragCarriesTheTypeKey()
@@ -198,6 +216,74 @@ void tst_TypePalette::aDragCarriesTheTypeKey()
     QVERIFY(index.flags() & Qt::ItemIsDragEnabled);
     const std::unique_ptr<QMimeData> data(m_list->model()->mimeData({index}));
     QCOMPARE(data->data("application/x-norvo-type"), QByteArray("slider"));
+}
+
+QString tst_TypePalette::addTemplate(const QByteArray& text) const
+{
+    const QString file = norvo::TemplateSet::ownFolder() + "/mine.yaml";
+    QDir().mkpath(norvo::TemplateSet::ownFolder());
+    QFile written(file);
+    if (!written.open(QIODevice::WriteOnly) || written.write(text) != text.size()) {
+        qFatal("no template is written");
+    }
+    written.close();
+    session().templates().read();
+    return file;
+}
+
+void tst_TypePalette::templatesAreFoundByTyping()
+{
+    QTest::keyClicks(m_search, "trend readout");
+    QCOMPARE(keys(), QStringList(":/norvo/templates/readout-with-trend.yaml"));
+    QTest::keyClick(m_search, Qt::Key_Return);
+    QCOMPARE(session().toPlace(), keys().first());
+}
+
+void tst_TypePalette::aTemplateWithoutWidgetsIsPutAtOnce()
+{
+    const QString key = addTemplate("devices:\n"
+                                    "  wave: {device: generator}\n"
+                                    "  still: {device: settle}\n"
+                                    "connections:\n"
+                                    "  - wave.output(double) -> still.input(double)\n");
+    tap(key);
+    QCOMPARE(session().toPlace(), QString());
+    QCOMPARE(session().selection(), QStringList({"wave", "still"}));
+    QCOMPARE(m_panel->description().connections.size(), 1);
+    QCOMPARE(session().undoName(), QString("Put mine"));
+}
+
+void tst_TypePalette::aTemplateWithAFaultSaysIt()
+{
+    const QByteArray text = "title: Odd\ndevices:\n  a: {device: nosuch}\n";
+    const QString key = addTemplate(text);
+    QVERIFY2(item(key)->data(norvo::TypeDelegate::PurposeRole).toString().contains("nosuch"),
+             qPrintable(item(key)->data(norvo::TypeDelegate::PurposeRole).toString()));
+    QVERIFY(item(key)->data(norvo::TypeDelegate::FaultyRole).toBool());
+    const QSignalSpy problems(m_palette.get(), &TypePalette::problem);
+    tap(key);
+    QCOMPARE(session().toPlace(), QString());
+    QCOMPARE(problems.count(), 1);
+    QVERIFY(problems.first().first().toString().contains("nosuch"));
+    QFile file(key);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), text);
+}
+
+void tst_TypePalette::anOwnTemplateIsRemovedByItsKey()
+{
+    const QString key = addTemplate("devices:\n  a: {device: label}\n");
+    auto* const remove = m_palette->findChild<QPushButton*>("removeTemplate");
+    tap("label");
+    QVERIFY(!remove->isVisible());
+    tap(key);
+    QCOMPARE(session().toPlace(), key);
+    QVERIFY(remove->isVisible());
+    QTest::mouseClick(remove, Qt::LeftButton);
+    QVERIFY(!QFile::exists(key));
+    QVERIFY(!keys().contains(key));
+    QCOMPARE(session().toPlace(), QString());
+    QVERIFY(!remove->isVisible());
 }
 
 NORVO_TEST(tst_TypePalette)

@@ -3,9 +3,10 @@
 #include "../EditedPanel.h"
 #include "TestMain.h"
 
-#include "host/editor/palette/ExampleRun.h"
+#include "host/editor/palette/PicturedPanel.h"
 #include "host/editor/palette/TypePictures.h"
 #include "host/editor/palette/TypeSymbol.h"
+#include "host/editor/templates/TemplateSet.h"
 
 #include "norvo/BaseDevice.h"
 #include "norvo/DeviceManager.h"
@@ -68,15 +69,16 @@ class tst_TypePictures : public QObject
     Q_OBJECT
 
 private slots:
-    void everyTypeWithAWidgetIsPicturedAsItRuns();
+    void everyTypeWithAWidgetAndEveryTemplateIsPicturedAsItRuns();
     void theTripwiresWork();
     void onlyTheDeviceItselfIsRun_data();
     void onlyTheDeviceItselfIsRun();
     void aCommandAndAFileAreLeftOut();
+    void ofAGroupOnlyWhatIsSeenIsRun();
 };
 
 /// The first one in the process: pictures are kept.
-void tst_TypePictures::everyTypeWithAWidgetIsPicturedAsItRuns()
+void tst_TypePictures::everyTypeWithAWidgetAndEveryTemplateIsPicturedAsItRuns()
 {
     DeviceManager manager = builtTypes();
     for (const QString& key : EditedPanel::types().keys()) {
@@ -86,21 +88,31 @@ void tst_TypePictures::everyTypeWithAWidgetIsPicturedAsItRuns()
     }
     const int sockets = openSockets();
     QStringList children;
-    TypePictures pictures(EditedPanel::types(), manager);
+    const norvo::Catalogue catalogue(manager);
+    norvo::TemplateSet templates(catalogue, "panel.yaml");
+    templates.read();
+    QStringList all = catalogue.keys();
+    for (const norvo::PanelTemplate& one : templates.all()) {
+        all += one.file;
+    }
+    TypePictures pictures(catalogue, templates);
     connect(&pictures, &TypePictures::made, this, [&children] { children += childProcesses(); });
-    pictures.make(EditedPanel::types().keys());
+    pictures.make(all);
     QVERIFY(!pictures.isDone());
     QTRY_VERIFY_WITH_TIMEOUT(pictures.isDone(), 120000);
     QCOMPARE(Tripwire::started, 0);
     QCOMPARE(children, QStringList());
     QCOMPARE(openSockets(), sockets);
     for (const QString& key : EditedPanel::types().keys()) {
-        const TypeWords& words = *EditedPanel::types().words(key);
+        const TypeWords& words = *catalogue.words(key);
         const QImage symbol =
             norvo::TypeSymbol::draw(words, TypePictures::kSize, QGuiApplication::palette());
         const QImage picture = pictures.picture(key);
         QCOMPARE(picture.size(), TypePictures::kSize);
         QVERIFY2((picture == symbol) != words.hasWidget, qPrintable(key));
+    }
+    for (const norvo::PanelTemplate& one : templates.all()) {
+        QCOMPARE(pictures.picture(one.file).size(), TypePictures::kSize);
     }
 }
 
@@ -132,7 +144,7 @@ void tst_TypePictures::onlyTheDeviceItselfIsRun_data()
 void tst_TypePictures::onlyTheDeviceItselfIsRun()
 {
     QFETCH(QString, key);
-    const auto shown = norvo::ExampleRun::shown(*EditedPanel::types().words(key));
+    const auto shown = norvo::PicturedPanel::ofType(*EditedPanel::types().words(key)).description;
     QCOMPARE(shown.devices.size(), 1);
     QCOMPARE(shown.devices.first().type.text, key);
     QVERIFY(shown.connections.isEmpty());
@@ -144,12 +156,44 @@ void tst_TypePictures::aCommandAndAFileAreLeftOut()
     TypeWords words = *EditedPanel::types().words("picture");
     words.example = "devices:\n  one: {device: picture, params: {widget/filename: /etc/passwd, "
                     "widget/width: 10}}\n";
-    auto params = norvo::ExampleRun::shown(words).devices.first().params;
+    auto params = norvo::PicturedPanel::ofType(words).description.devices.first().params;
     QCOMPARE(params.size(), 1);
     QCOMPARE(params.first().name.text, QString("widget/width"));
     words = *EditedPanel::types().words("process");
     words.example = "devices:\n  one: {device: process, params: {command: cat}}\n";
-    QVERIFY(norvo::ExampleRun::shown(words).devices.first().params.isEmpty());
+    QVERIFY(norvo::PicturedPanel::ofType(words).description.devices.first().params.isEmpty());
+}
+
+/// And what is not fed by a device that is seen has made-up values.
+void tst_TypePictures::ofAGroupOnlyWhatIsSeenIsRun()
+{
+    norvo::Diagnostics unread({});
+    const auto group = norvo::PanelFile::parse(
+        "devices:\n"
+        "  child: {device: process, params: {command: reboot}, outputs: {x: (.*)}}\n"
+        "  shown: {device: output_digital}\n"
+        "  graph: {device: output_graph}\n"
+        "  photo: {device: picture, params: {widget/filename: /dev/zero}}\n"
+        "  lone: {device: label}\n"
+        "connections:\n"
+        "  - child.x -> shown.input(double)\n"
+        "  - shown.output(double) -> graph.input(double)\n",
+        {}, unread);
+    const auto shown = norvo::PicturedPanel::ofGroup(group, EditedPanel::types());
+    QStringList ids;
+    for (const auto& device : shown.description.devices) {
+        ids += device.id.text;
+        QVERIFY(device.params.isEmpty());
+    }
+    QCOMPARE(ids, QStringList({"shown", "graph", "photo", "lone"}));
+    QCOMPARE(shown.description.connections.size(), 1);
+    QStringList fed;
+    for (const auto& feed : shown.feeds) {
+        fed += feed.device + '.' + feed.input;
+    }
+    QVERIFY2(fed.contains("shown.input(double)"), qPrintable(fed.join(' ')));
+    QVERIFY2(!fed.join(' ').contains("graph."), qPrintable(fed.join(' ')));
+    QVERIFY2(fed.join(' ').contains("lone."), qPrintable(fed.join(' ')));
 }
 
 NORVO_TEST(tst_TypePictures)

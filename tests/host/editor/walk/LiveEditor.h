@@ -7,6 +7,7 @@
 #include "host/editor/file/EditedFile.h"
 #include "host/editor/frame/EditorBar.h"
 #include "host/editor/frame/EditorFrame.h"
+#include "host/window/PanelPages.h"
 
 #include <QPushButton>
 #include <QtTest>
@@ -43,17 +44,16 @@ public:
     template <class T>
     T* shown(const QString& name = {}) const
     {
-        for (T* const one : window().findChildren<T*>(name)) {
-            if (one->isVisible()) {
-                return one;
-            }
-        }
-        return nullptr;
+        return allShown<T>(name).value(0);
     }
+    /// On a scaled panel the pages are no part of the window, but of what it shows.
     template <class T>
     QList<T*> allShown(const QString& name = {}) const
     {
         QList<T*> all = window().findChildren<T*>(name);
+        if (!window().isAncestorOf(&pages())) {
+            all += pages().findChildren<T*>(name);
+        }
         const auto isHidden = [](const T* one) { return !one->isVisible(); };
         all.erase(std::remove_if(all.begin(), all.end(), isHidden), all.end());
         return all;

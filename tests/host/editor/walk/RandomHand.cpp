@@ -149,7 +149,7 @@ QString RandomHand::arrange()
         LiveEditor::settle();
         return "arrow";
     default:
-        return act(m_editor.window().findChild<norvo::EditCanvas*>()->actions());
+        return act(m_editor.pages().findChild<norvo::EditCanvas*>()->actions());
     }
 }
 

@@ -8,6 +8,7 @@
 #include "host/editor/frame/DevicePane.h"
 #include "host/editor/palette/TypeList.h"
 #include "host/editor/palette/TypePalette.h"
+#include "host/editor/templates/TemplateSet.h"
 #include "host/editor/wiring/PortsForm.h"
 #include "host/editor/wiring/ports/PortRow.h"
 
@@ -29,6 +30,11 @@ const QStringList kTypes{"button",         "calc",           "checkbox",     "dr
                          "settle",         "output_digital", "output_graph", "output_with_progress",
                          "picture",        "slider",         "stop",         "output_lumeno",
                          "output_vector"};
+
+/// Likewise.
+const QStringList kTemplates{
+    ":/norvo/templates/event-log.yaml", ":/norvo/templates/gauge-with-limit.yaml",
+    ":/norvo/templates/readout-with-trend.yaml", ":/norvo/templates/switch-with-lamp.yaml"};
 
 } // namespace
 
@@ -171,18 +177,19 @@ QString RandomHand::placeType()
     m_editor.openPane("add");
     auto* const palette = m_editor.shown<norvo::TypePalette>();
     auto* const list = palette->findChild<norvo::TypeList*>();
-    const QString type = anyOf(kTypes);
-    this->type(*palette->findChild<QLineEdit*>("typeSearch"), type);
+    const QString key = oneIn(4) ? anyOf(kTemplates) : anyOf(kTypes);
+    const norvo::PanelTemplate* const group = m_editor.session.templates().find(key);
+    type(*palette->findChild<QLineEdit*>("typeSearch"), group ? group->title : key);
     for (int i = 0; i < list->count(); ++i) {
-        if (list->item(i)->data(Qt::UserRole).toString() == type) {
+        if (list->item(i)->data(Qt::UserRole).toString() == key) {
             list->scrollToItem(list->item(i));
             tap(list->viewport(), list->visualItemRect(list->item(i)).center());
             break;
         }
     }
-    if (m_editor.session.typeToPlace() == type) {
+    if (m_editor.session.toPlace() == key) {
         tap(cover(), anyCell());
     }
-    m_editor.session.setTypeToPlace({});
-    return "add a " + type;
+    m_editor.session.setToPlace({});
+    return "add a " + key;
 }

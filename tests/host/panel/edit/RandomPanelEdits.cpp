@@ -225,7 +225,7 @@ RandomPanelEdits::Error RandomPanelEdits::paste(YamlEdit& edit, EditedModel& mod
     Cells by;
     by.row = pick(3);
     by.column = pick(3);
-    QStringList pasted;
+    norvo::DeviceEdit::NewIds pasted;
     const QByteArray copied = DeviceEdit::copy(edit, ids);
     if (ids.isEmpty()) {
         return DeviceEdit::paste(edit, copied, by, pasted) ? std::nullopt
@@ -246,15 +246,16 @@ RandomPanelEdits::Error RandomPanelEdits::paste(YamlEdit& edit, EditedModel& mod
             }
         }
         device.params.remove("widget/area");
-        model.ids += pasted.value(i);
-        model.devices.insert(pasted.value(i), device);
+        model.ids += pasted.value(i).second;
+        model.devices.insert(pasted.value(i).second, device);
     }
     for (const QString& one : old) {
         const int from = ids.indexOf(one.section('.', 0, 0));
         const int to = ids.indexOf(one.section(" -> ", 1).section('.', 0, 0));
         if (from >= 0 && to >= 0) {
-            model.connections += pasted[from] + '.' + one.section(" -> ", 0, 0).section('.', 1) +
-                                 " -> " + pasted[to] + '.' + one.section(" -> ", 1).section('.', 1);
+            model.connections += pasted[from].second + '.' +
+                                 one.section(" -> ", 0, 0).section('.', 1) + " -> " +
+                                 pasted[to].second + '.' + one.section(" -> ", 1).section('.', 1);
         }
     }
     return std::nullopt;

@@ -45,6 +45,12 @@ private slots:
     void placeWritesWhatDiffers_data();
     void placeWritesWhatDiffers();
     void keyStandsBehindTheType();
+    void copyHasTheDevicesAndWhatIsAmongThem();
+    void pastedDevicesHaveFreeIdsInTheirConnectionsToo();
+    void pastedDevicesGoToThePageAndMove();
+    void connectionToAnotherDeviceIsNotPasted();
+    void whatCannotBePastedChangesNothing_data();
+    void whatCannotBePastedChangesNothing();
 };
 
 void tst_DeviceEdit::idIsTheFirstThatIsFree()
@@ -269,6 +275,100 @@ void tst_DeviceEdit::keyStandsBehindTheType()
     QCOMPARE(errorOf(DeviceEdit::setKey(edit, "a", "keep", "")), QString());
     QCOMPARE(errorOf(DeviceEdit::setKey(edit, "a", "keep", "")), QString());
     QCOMPARE(edit.text(), QByteArray("devices:\n  a:\n    device: x\n    params: {text: 1}\n"));
+}
+
+void tst_DeviceEdit::copyHasTheDevicesAndWhatIsAmongThem()
+{
+    const YamlEdit edit("title: Mine\n"
+                        "devices:\n"
+                        "  a: {device: x} # First.\n"
+                        "  b: {device: y, params: {text: 'no', widget: {row: 1}}}\n"
+                        "  c: {device: z}\n"
+                        "connections:\n"
+                        "  - a.x -> b.y\n"
+                        "  - b.y -> c.z\n"
+                        "alarms:\n"
+                        "  - {on: a.x}\n");
+    QCOMPARE(DeviceEdit::copy(edit, {"b", "a"}),
+             QByteArray("devices:\n"
+                        "  a: {device: x}\n"
+                        "  b: {device: y, params: {text: no, widget: {row: 1}}}\n"
+                        "connections:\n"
+                        "  - a.x -> b.y\n"));
+}
+
+void tst_DeviceEdit::pastedDevicesHaveFreeIdsInTheirConnectionsToo()
+{
+    YamlEdit edit("devices:\n  a: {device: x}\n  b2: {device: x}\n");
+    DeviceEdit::NewIds ids;
+    QCOMPARE(errorOf(DeviceEdit::paste(edit,
+                                       "devices:\n  a: {device: x}\n  b: {device: y}\n"
+                                       "connections:\n  - a.out(double) -> b.in(double)\n",
+                                       at(0, 0), ids)),
+             QString());
+    const DeviceEdit::NewIds expected{{"a", "a2"}, {"b", "b"}};
+    QCOMPARE(ids, expected);
+    QCOMPARE(edit.text(), QByteArray("devices:\n"
+                                     "  a: {device: x}\n"
+                                     "  b2: {device: x}\n"
+                                     "  a2: {device: x}\n"
+                                     "  b: {device: y}\n"
+                                     "connections:\n"
+                                     "  - a2.out(double) -> b.in(double)\n"));
+}
+
+void tst_DeviceEdit::pastedDevicesGoToThePageAndMove()
+{
+    YamlEdit edit("pages: [One, Two]\ndevices:\n  a: {device: x}\n");
+    DeviceEdit::NewIds ids;
+    const QByteArray copied = "devices:\n"
+                              "  b: {device: y, params: {text: 1.0, widget: {row: 1, column: 0}}}\n"
+                              "  c: {device: y}\n";
+    QCOMPARE(errorOf(DeviceEdit::paste(edit, copied, at(2, 1, "Two"), ids)), QString());
+    QCOMPARE(
+        edit.text(),
+        QByteArray("pages: [One, Two]\n"
+                   "devices:\n"
+                   "  a: {device: x}\n"
+                   "  b: {device: y, params: {text: 1.0, widget: {row: 3, column: 1, area: Two}}}\n"
+                   "  c: {device: y, params: {widget: {area: Two}}}\n"));
+}
+
+/// Though this file has one of that name.
+void tst_DeviceEdit::connectionToAnotherDeviceIsNotPasted()
+{
+    YamlEdit edit("devices:\n  pump: {device: x}\n");
+    DeviceEdit::NewIds ids;
+    QCOMPARE(errorOf(DeviceEdit::paste(edit,
+                                       "devices:\n  a: {device: x}\n"
+                                       "connections:\n  - a.x -> pump.start\n  - pump.y -> a.y\n"
+                                       "  - a.x -> a.y\n",
+                                       at(0, 0), ids)),
+             QString());
+    QCOMPARE(edit.text(), QByteArray("devices:\n"
+                                     "  pump: {device: x}\n"
+                                     "  a: {device: x}\n"
+                                     "connections:\n"
+                                     "  - a.x -> a.y\n"));
+}
+
+void tst_DeviceEdit::whatCannotBePastedChangesNothing_data()
+{
+    QTest::addColumn<QByteArray>("copied");
+    QTest::newRow("no YAML") << QByteArray("devices: {a: [}");
+    QTest::newRow("no devices") << QByteArray("title: Mine\n");
+    QTest::newRow("a text for devices") << QByteArray("devices: many\n");
+}
+
+void tst_DeviceEdit::whatCannotBePastedChangesNothing()
+{
+    QFETCH(QByteArray, copied);
+    const QByteArray before = "devices:\n  a: {device: x}\n";
+    YamlEdit edit(before);
+    DeviceEdit::NewIds ids{{"as", "before"}};
+    QVERIFY(!errorOf(DeviceEdit::paste(edit, copied, at(0, 0), ids)).isEmpty());
+    QCOMPARE(edit.text(), before);
+    QCOMPARE(ids.size(), 1);
 }
 
 NORVO_GUILESS_TEST(tst_DeviceEdit)
