@@ -3,6 +3,7 @@
 #include "widgets/DenseGraph.h"
 
 #include "widgets/DenseLine.h"
+#include "widgets/LineParts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,8 +13,8 @@ namespace norvo::plot {
 
 namespace {
 
-constexpr int kParts = 4; // Of a pixel's width, in which points are drawn as one.
-constexpr int kDense = 8; // Points of a pixel from which on that is done.
+constexpr int kParts = LineParts::kParts; // Of a pixel's width, in which points are as one.
+constexpr int kDense = 8;                 // Points of a pixel from which on that is done.
 
 bool isSame(double a, double b)
 {
@@ -94,7 +95,87 @@ void DenseGraph::draw(QCPPainter* painter)
 {
     const QTransform toPixels = painter->deviceTransform();
     m_scale = toPixels.type() <= QTransform::TxScale ? std::abs(toPixels.m11()) : 1;
-    QCPGraph::draw(painter);
+    if (!drawStretches(*painter)) {
+        QCPGraph::draw(painter);
+    }
+}
+
+/// A plain line of very many points, from what its stretches lie between to the pixels.
+bool DenseGraph::drawStretches(QCPPainter& painter) const
+{
+    if (!isPlainLine() || painter.modes().testFlag(QCPPainter::pmVectorized)) {
+        return false;
+    }
+    Point begin;
+    Point end;
+    getVisibleDataBounds(begin, end, QCPDataRange(0, mDataContainer->size()));
+    const double pixel = keyAxis()->range().size() / (keyAxis()->axisRect()->width() * m_scale);
+    if (begin == end || !isCrowded(begin, end, pixel) ||
+        blocks().all(mDataContainer->constBegin()).hasGaps) {
+        return false;
+    }
+    painter.setPen(pen());
+    applyDefaultAntialiasingHint(&painter);
+    if (!LineParts::canDrawWith(painter)) {
+        return false;
+    }
+    const Point points = mDataContainer->constBegin();
+    const QTransform toDevice = painter.deviceTransform();
+    LineParts parts(painter);
+    passStretches(parts, int(begin - points), int(end - points), toDevice);
+    parts.draw();
+    return true;
+}
+
+/// Nothing but a line on an upright pair of axes that grow evenly.
+bool DenseGraph::isPlainLine() const
+{
+    const QCPAxis& keys = *keyAxis();
+    const QCPAxis& values = *valueAxis();
+    return adaptiveSampling() && lineStyle() == lsLine && brush().style() == Qt::NoBrush &&
+           scatterStyle().isNone() && !selected() && pen().color().alpha() != 0 &&
+           keys.orientation() == Qt::Horizontal && keys.scaleType() == QCPAxis::stLinear &&
+           values.scaleType() == QCPAxis::stLinear && !keys.rangeReversed();
+}
+
+bool DenseGraph::isCrowded(const Point& begin, const Point& end, double pixel) const
+{
+    const double columns = keyAxis()->range().size() / pixel;
+    const double ofThem = ((end - 1)->key - begin->key) / pixel;
+    return double(end - begin) >= columns && double(end - begin) > kDense * ofThem;
+}
+
+void DenseGraph::passStretches(LineParts& parts, int begin, int end,
+                               const QTransform& toDevice) const
+{
+    constexpr double finest = 0.25; // Of a part: so far a block may reach into the next one.
+    constexpr double far = 1e7;     // Heights beyond cannot be told apart.
+    const Point points = mDataContainer->constBegin();
+    const double origin = keyAxis()->range().lower;
+    const auto deviceX = [&](double key) {
+        return keyAxis()->coordToPixel(key) * toDevice.m11() + toDevice.dx();
+    };
+    const double size = keyAxis()->range().size();
+    const double first = parts.placeOf(deviceX(origin));
+    const double perKey = (parts.placeOf(deviceX(origin + size)) - first) / size;
+    const double zero = valueAxis()->coordToPixel(0) * toDevice.m22() + toDevice.dy();
+    const double perValue = (valueAxis()->coordToPixel(1) * toDevice.m22() + toDevice.dy()) - zero;
+    const auto placeOf = [&](double key) { return first + (key - origin) * perKey; };
+    const auto heightOf = [&](double value) { return qBound(-far, zero + value * perValue, far); };
+    for (int next = begin; next < end;) {
+        const QCPGraphData& point = *(points + next);
+        const double place = placeOf(point.key);
+        const double limit = origin + (std::floor(place) + 1 - first) / perKey;
+        const Stretch stretch =
+            m_blocks.stretchAt(points, next, end, limit, limit + finest / perKey);
+        parts.pass(place, heightOf(stretch.greatest), heightOf(stretch.least));
+        if (next > begin) {
+            const QCPGraphData& before = *(points + (next - 1));
+            parts.pass({placeOf(before.key), heightOf(before.value)},
+                       {place, heightOf(point.value)});
+        }
+        next += stretch.count;
+    }
 }
 
 void DenseGraph::getOptimizedLineData(QVector<QCPGraphData>* line, const Point& begin,
@@ -108,7 +189,7 @@ void DenseGraph::getOptimizedLineData(QVector<QCPGraphData>* line, const Point& 
         return;
     }
     const double pixel = axis.range().size() / columns; // in keys
-    if (double(end - begin) <= kDense * ((end - 1)->key - begin->key) / pixel) {
+    if (!isCrowded(begin, end, pixel)) {
         line->reserve(int(end - begin));
         std::copy(begin, end, std::back_inserter(*line));
         return;

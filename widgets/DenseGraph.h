@@ -5,6 +5,8 @@
 
 namespace norvo::plot {
 
+class LineParts;
+
 /// A graph whose drawing and whose range of values hardly cost more with more points, where they
 /// come by append() and go by dropBefore(). NaN and infinities are gaps.
 ///
@@ -45,6 +47,10 @@ private:
     Mark mark() const;
     bool areBlocksTrue() const; ///< Whether they are of the points as they are.
     const PointBlocks& blocks() const;
+    bool drawStretches(QCPPainter& painter) const; ///< False: it is none for that.
+    bool isPlainLine() const;
+    bool isCrowded(const Point& begin, const Point& end, double pixel) const; ///< pixel: in keys.
+    void passStretches(LineParts& parts, int begin, int end, const QTransform& toDevice) const;
     void addStretches(QVector<QCPGraphData>* line, int begin, int end, double width) const;
     void addStretch(QVector<QCPGraphData>* line, const Stretch& stretch) const;
     void addRuns(QVector<QCPGraphData>* line, const Point& from, const Point& to) const;

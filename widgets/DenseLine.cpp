@@ -2,14 +2,12 @@
 
 #include "widgets/DenseLine.h"
 
-#include "widgets/PixelCoverage.h"
+#include "widgets/LineParts.h"
 
 #include <QPainter>
-#include <QPaintEngine>
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace norvo::plot {
 
@@ -26,18 +24,6 @@ bool isPoint(const QPointF& point)
 bool isLeftOf(const QPointF& a, const QPointF& b)
 {
     return a.x() < b.x();
-}
-
-bool canDrawOn(const QPainter& painter)
-{
-    return painter.deviceTransform().type() <= QTransform::TxScale &&
-           painter.paintEngine()->type() == QPaintEngine::Raster &&
-           painter.testRenderHint(QPainter::Antialiasing);
-}
-
-QRect clipOf(const QPainter& painter)
-{
-    return painter.deviceTransform().mapRect(painter.clipBoundingRect()).toAlignedRect();
 }
 
 /// In pixels of the device, from left to right.
@@ -67,133 +53,6 @@ void forEachRun(const Points& line, Draw draw)
         begin = std::find_if(end, line.cend(), isPoint);
     }
 }
-
-/// The painter's coordinates are the device's pixels as long as this lives.
-class DevicePixels
-{
-public:
-    explicit DevicePixels(QPainter& painter) : m_painter(painter)
-    {
-        const QTransform& toDevice = painter.deviceTransform();
-        painter.save();
-        painter.setWorldTransform(toDevice.inverted() * painter.worldTransform());
-    }
-    ~DevicePixels() { m_painter.restore(); }
-    Q_DISABLE_COPY(DevicePixels)
-
-private:
-    QPainter& m_painter;
-};
-
-// --- The line -----------------------------------------------------------------------------------
-
-constexpr int kParts = 4; ///< Of a pixel's width, each with the heights that the line passes.
-
-struct Heights
-{
-    double top = std::numeric_limits<double>::infinity(); ///< Below `bottom`: none.
-    double bottom = -std::numeric_limits<double>::infinity();
-
-    void add(double height)
-    {
-        top = qMin(top, height);
-        bottom = qMax(bottom, height);
-    }
-    void add(const Heights& other)
-    {
-        top = qMin(top, other.top);
-        bottom = qMax(bottom, other.bottom);
-    }
-};
-
-class LineColumns
-{
-public:
-    LineColumns(PixelCoverage& coverage, const QRect& clip, double width)
-        : m_coverage(coverage),
-          m_left(clip.left()),
-          m_width(width),
-          m_reach(int(std::lround(width * kParts / 2))),
-          m_heights(clip.width() * kParts + 2 * m_reach)
-    {}
-
-    void draw(Point begin, Point end)
-    {
-        m_first = m_heights.size();
-        m_last = -1;
-        for (Point point = begin; point + 1 < end; ++point) {
-            pass(inParts(*point), inParts(*(point + 1)));
-        }
-        for (int part = m_first + 1 - m_reach; part <= m_last + m_reach; ++part) {
-            drawAround(part);
-        }
-        for (int part = m_first; part <= m_last; ++part) {
-            m_heights[part] = {};
-        }
-    }
-
-private:
-    QPointF inParts(const QPointF& point) const
-    {
-        return {(point.x() - m_left) * kParts + m_reach, point.y()};
-    }
-
-    void pass(const QPointF& from, const QPointF& to)
-    {
-        if (to.x() < 0 || from.x() >= m_heights.size()) {
-            return;
-        }
-        const int first = int(qMax(from.x(), 0.0));
-        const int last = int(qMin(to.x(), m_heights.size() - 1.0));
-        m_first = qMin(m_first, first);
-        m_last = qMax(m_last, last);
-        if (first == last) {
-            m_heights[first].add(from.y());
-            m_heights[first].add(to.y());
-            return;
-        }
-        const double slope = (to.y() - from.y()) / (to.x() - from.x());
-        double height = first > from.x() ? from.y() + slope * (first - from.x()) : from.y();
-        for (int part = first; part <= last; ++part) {
-            m_heights[part].add(height);
-            height = part + 1 < to.x() ? from.y() + slope * (part + 1 - from.x()) : to.y();
-            m_heights[part].add(height);
-        }
-    }
-
-    /// Draws what the pen covers in the middle between a part and the one before, and half of each
-    /// of them. A steep line is as wide as the pen, a gentle one as high.
-    void drawAround(int part)
-    {
-        Heights heights;
-        const int last = qMin(m_last, part + m_reach - 1);
-        for (int i = qMax(m_first, part - m_reach); i <= last; ++i) {
-            heights.add(m_heights[i]);
-        }
-        if (heights.top > heights.bottom) {
-            return;
-        }
-        const double more = qMax(0.0, m_width - (heights.bottom - heights.top)) / 2;
-        const int inClip = part - m_reach;
-        const int column = m_left + inClip / kParts;
-        const bool isBetweenColumns = inClip % kParts == 0;
-        const double width = (isBetweenColumns ? 0.5 : 1.0) / kParts;
-        if (inClip >= 0) {
-            m_coverage.addBar(column, heights.top - more, heights.bottom + more, width);
-        }
-        if (isBetweenColumns && inClip > 0) {
-            m_coverage.addBar(column - 1, heights.top - more, heights.bottom + more, width);
-        }
-    }
-
-    PixelCoverage& m_coverage;
-    const int m_left;
-    const double m_width;
-    const int m_reach; ///< Parts that the pen reaches to either side.
-    QVector<Heights> m_heights;
-    int m_first = 0; ///< Parts that have heights.
-    int m_last = -1;
-};
 
 // --- The area -----------------------------------------------------------------------------------
 
@@ -262,29 +121,31 @@ private:
 
 bool drawDenseLine(QPainter& painter, const QVector<QPointF>& line)
 {
-    constexpr double widest = 4;
-    const QPen pen = painter.pen();
-    const double scale = pen.isCosmetic() ? 1 : std::abs(painter.deviceTransform().m11());
-    const double width = qMax(1.0, pen.widthF() * scale);
-    const QRect clip = clipOf(painter);
-    if (!canDrawOn(painter) || clip.isEmpty() || pen.style() != Qt::SolidLine || width > widest) {
+    if (!LineParts::canDrawWith(painter)) {
         return false;
     }
     const Points points = onDevice(painter, line);
     if (!std::is_sorted(points.cbegin(), points.cend(), isLeftOf)) {
         return false;
     }
-    const DevicePixels pixels(painter);
-    PixelCoverage coverage(painter, clip, pen.color());
-    LineColumns columns(coverage, clip, width);
-    forEachRun(points, [&](Point begin, Point end) { columns.draw(begin, end); });
+    LineParts parts(painter);
+    forEachRun(points, [&](Point begin, Point end) {
+        const auto inParts = [&](const QPointF& point) {
+            return QPointF(parts.placeOf(point.x()), point.y());
+        };
+        for (Point point = begin; point + 1 < end; ++point) {
+            parts.pass(inParts(*point), inParts(*(point + 1)));
+        }
+        parts.draw();
+    });
     return true;
 }
 
 bool drawDenseArea(QPainter& painter, const QVector<QPointF>& line, double height)
 {
-    const QRect clip = clipOf(painter);
-    if (!canDrawOn(painter) || clip.isEmpty() || painter.brush().style() != Qt::SolidPattern) {
+    const QRect clip = DevicePixels::clipOf(painter);
+    if (!DevicePixels::canBeDrawnBy(painter) || clip.isEmpty() ||
+        painter.brush().style() != Qt::SolidPattern) {
         return false;
     }
     const Points points = onDevice(painter, line);

@@ -17,6 +17,7 @@ PixelCoverage::PixelCoverage(QPainter& painter, const QRect& area, const QColor&
       m_pixels(m_image.bits()),
       m_steps(size_t(area.height()) + 2),
       m_slopes(size_t(area.height()) + 2),
+      m_changes(size_t(area.height()) + 2),
       m_first(area.height())
 {
     const QRgb whole = colour.rgba();
@@ -88,6 +89,7 @@ bool PixelCoverage::takeUp(int column, double width)
 void PixelCoverage::addStep(int row, double step)
 {
     m_steps[size_t(row)][size_t(m_column)] += int(step * kWhole);
+    m_changes[size_t(row)] = true;
     m_first = qMin(m_first, row);
     m_last = qMax(m_last, row);
 }
@@ -148,7 +150,7 @@ void PixelCoverage::paint()
     Row covered{};
     Row slope{};
     for (int row = m_first; row < end; ++row) {
-        if (row > m_first && !m_hasSlopes && isLikeTheRowAbove(row)) {
+        if (row > m_first && !m_hasSlopes && !m_changes[size_t(row)]) {
             const size_t length = size_t(m_image.bytesPerLine());
             uchar* const line = m_pixels + size_t(row) * length;
             std::memcpy(line, line - length, length);
@@ -173,23 +175,18 @@ void PixelCoverage::paint()
         m_painter.drawImage(m_area.topLeft() + QPoint(left, m_first), m_image, part);
     }
     for (int row = m_first; row <= m_last; ++row) {
-        m_steps[size_t(row)] = {};
-        m_slopes[size_t(row)] = {};
+        if (m_changes[size_t(row)]) {
+            m_steps[size_t(row)] = {};
+            m_changes[size_t(row)] = false;
+        }
+        if (m_hasSlopes) {
+            m_slopes[size_t(row)] = {};
+        }
     }
     m_hasSlopes = false;
     m_widths = {};
     m_first = m_area.height();
     m_last = -1;
-}
-
-bool PixelCoverage::isLikeTheRowAbove(int row) const
-{
-    const Row step = m_steps[size_t(row)];
-    int any = 0;
-    for (size_t i = 0; i < kColumns; ++i) {
-        any |= step[i];
-    }
-    return any == 0;
 }
 
 void PixelCoverage::paintRow(int row, const Row& covered)

@@ -31,7 +31,7 @@ public:
     void addBelow(int column, double width, double from, double to);
 
 private:
-    static constexpr int kColumns = 16;    ///< Of a strip.
+    static constexpr int kColumns = 32;    ///< Of a strip.
     static constexpr int kWhole = 1 << 24; ///< A pixel that is wholly covered.
     static constexpr int kStrengths = 256;
     using Row = std::array<int, kColumns>;
@@ -43,7 +43,6 @@ private:
     void addSlope(double top, double bottom, double width);
     void addTallSlope(double top, double bottom, double width);
     void paint();
-    bool isLikeTheRowAbove(int row) const;
     void paintRow(int row, const Row& covered);
 
     QPainter& m_painter;
@@ -51,8 +50,9 @@ private:
     std::array<QRgb, kStrengths + 1> m_shades;
     QImage m_image;
     uchar* const m_pixels;
-    std::vector<Row> m_steps;  ///< How much more is covered than in the row above.
-    std::vector<Row> m_slopes; ///< How much larger such a step is from this row on.
+    std::vector<Row> m_steps;    ///< How much more is covered than in the row above.
+    std::vector<Row> m_slopes;   ///< How much larger such a step is from this row on.
+    std::vector<char> m_changes; ///< Whether a row has any such step.
     bool m_hasSlopes = false;
     std::array<double, kColumns> m_widths{}; ///< All that is in the sum of each column.
     int m_strip = 0;
