@@ -28,6 +28,10 @@ public:
 /// `model`.
 std::unique_ptr<PlottedByOther> plottedByBarePlot(QCustomPlot& model);
 
+/// What the pixels cost at least: axes, grid and names of a bare plot without points, and one span
+/// for each pixel column and curve, kept as the points arrive.
+std::unique_ptr<PlottedByOther> plottedBySpans(QCustomPlot& model);
+
 /// Null where the library was missing when this was built. Lines are antialiased where asked for.
 std::unique_ptr<PlottedByOther> plottedByQwt(bool antialiased);
 std::unique_ptr<PlottedByOther> plottedByCharts();

@@ -3,9 +3,9 @@
 // What graphs cost: a refresh against the bare plot library and two others, a value on its way in,
 // very many senders, and a panel full of graphs.
 
+#include "benchmarks/GraphFrames.h"
 #include "benchmarks/PlottedByOthers.h"
 #include "devices/GraphSettingsDevice.h"
-#include "devices/OutputGraphDevice.h"
 #include "devices/OutputVector.h"
 #include "widgets/GraphOutputWidget.h"
 #include "widgets/VectorGraphWidget.h"
@@ -18,7 +18,6 @@
 #include <QFile>
 #include <QGridLayout>
 #include <QTabWidget>
-#include <QThread>
 #include <QTimer>
 
 #include <algorithm>
@@ -31,11 +30,6 @@
 
 namespace {
 
-double secondsNow()
-{
-    return double(QDateTime::currentMSecsSinceEpoch()) * 0.001;
-}
-
 double residentMegabytes()
 {
     QFile file("/proc/self/statm");
@@ -43,173 +37,7 @@ double residentMegabytes()
     return file.readAll().split(' ').value(1).toDouble() * 4096 / 1e6;
 }
 
-/// A time graph with its widget, initialised.
-class Graph
-{
-public:
-    explicit Graph(const QMap<QString, QString>& params = {})
-    {
-        for (auto param = params.cbegin(); param != params.cend(); ++param) {
-            m_device.setParam(param.key(), param.value());
-        }
-        m_device.setObjectName("graph");
-        m_device.setRunning(m_device.initialise());
-        m_widget.reset(static_cast<GraphOutputWidget*>(m_device.createWidget()));
-        m_widget->initialise();
-    }
-
-    OutputGraphDevice& device() { return m_device; }
-    GraphOutputWidget& widget() { return *m_widget; }
-    QCustomPlot* plot() { return m_widget->findChild<QCustomPlot*>(); }
-
-    void feedFrom(GraphSettingsDevice& sender)
-    {
-        QObject::connect(&sender, SIGNAL(output(double)), &m_device, SLOT(input(double)));
-    }
-
-private:
-    OutputGraphDevice m_device;
-    std::unique_ptr<GraphOutputWidget> m_widget;
-};
-
 // --- A refresh ----------------------------------------------------------------------------------
-
-constexpr double kPointsPerSecond = 1000;
-constexpr int kFrameMs = 33;
-constexpr QSize kPlotSize(800, 400);
-
-double curveValue(int curve, int point)
-{
-    const double noise = 0.1 * std::sin(point * 12.9898 + curve) * std::sin(point * 78.233);
-    return 0.8 * std::sin(point * 0.002 + curve) + noise;
-}
-
-QVector<QPointF> curvePoints(int curve, int count, double end)
-{
-    QVector<QPointF> points(count);
-    for (int i = 0; i < count; ++i) {
-        points[i] = {end + (i - count) / kPointsPerSecond, curveValue(curve, i)};
-    }
-    return points;
-}
-
-/// Shows it with a plot of the common size and lets everything settle.
-void show(QWidget& window, const QWidget& plot)
-{
-    window.resize(kPlotSize);
-    window.show();
-    QApplication::processEvents();
-    window.resize(window.size() + kPlotSize - plot.size());
-    for (int i = 0; i < 10; ++i) {
-        QApplication::processEvents();
-    }
-}
-
-/// The median of the processor time that 15 frames cost each, turn and turn about, in milliseconds.
-template <class Pause, class Ours, class Other>
-std::pair<double, double> medianFrames(Pause pause, Ours ours, Other other)
-{
-    constexpr int frames = 15;
-    const auto milliseconds = [](auto& frame) {
-        const std::clock_t start = std::clock();
-        frame();
-        return 1000.0 * double(std::clock() - start) / CLOCKS_PER_SEC;
-    };
-    std::vector<double> oursTimes;
-    std::vector<double> otherTimes;
-    for (int i = 0; i < frames; ++i) {
-        pause();
-        oursTimes.push_back(milliseconds(ours));
-        pause();
-        otherTimes.push_back(milliseconds(other));
-    }
-    std::sort(oursTimes.begin(), oursTimes.end());
-    std::sort(otherTimes.begin(), otherTimes.end());
-    return {oursTimes[frames / 2], otherTimes[frames / 2]};
-}
-
-/// New points of each curve, and the window moved up to them. Both have the same points.
-class Frames
-{
-public:
-    Frames(Graph& graph, PlottedByOther* other, int curves, int points)
-        : m_graph(graph),
-          m_other(other),
-          m_curves(curves),
-          m_points(points),
-          m_lastOfOurs(secondsNow()),
-          m_lastOfOthers(m_lastOfOurs)
-    {
-        for (int curve = 0; curve < curves; ++curve) {
-            const QVector<QPointF> all = curvePoints(curve, points, m_lastOfOurs);
-            for (const QPointF& point : all) {
-                graph.widget().input(point.y(), nameOf(curve), point.x());
-            }
-            other->addCurve(all, graph.plot()->graph(curve)->pen());
-        }
-        show(graph.widget(), *graph.plot());
-        show(*other->widget(), *other->widget());
-    }
-
-    /// As long as to the next frame, with the graph's own ticks meanwhile.
-    static void pause()
-    {
-        QThread::msleep(kFrameMs);
-        drawAll();
-    }
-
-    void ours()
-    {
-        const double now = secondsNow();
-        for (int curve = 0; curve < m_curves; ++curve) {
-            for (const QPointF& point : newPoints(curve, m_lastOfOurs, now)) {
-                m_graph.widget().input(point.y(), nameOf(curve), point.x());
-            }
-        }
-        m_lastOfOurs = now;
-        QMetaObject::invokeMethod(&m_graph.widget(), "updateGraph");
-        drawAll();
-    }
-
-    void others()
-    {
-        const double now = secondsNow();
-        const double begin = now - m_points / kPointsPerSecond;
-        for (int curve = 0; curve < m_curves; ++curve) {
-            m_other->advance(curve, newPoints(curve, m_lastOfOthers, now), begin);
-        }
-        m_lastOfOthers = now;
-        m_other->setTimeWindow(begin, now);
-        drawAll();
-    }
-
-private:
-    static QString nameOf(int curve) { return QString("sender %1").arg(curve); }
-
-    /// A frame is over when the queued drawing and the painting that it asks for are done.
-    static void drawAll()
-    {
-        QApplication::processEvents();
-        QApplication::processEvents();
-    }
-
-    static QVector<QPointF> newPoints(int curve, double after, double upTo)
-    {
-        QVector<QPointF> points;
-        for (double time = after + 1 / kPointsPerSecond; time <= upTo;
-             time += 1 / kPointsPerSecond) {
-            points.append({time, curveValue(curve, int(std::fmod(time, 1e6) * kPointsPerSecond))});
-        }
-        return points;
-    }
-
-    Graph& m_graph;
-    PlottedByOther* m_other;
-    const int m_curves;
-    const int m_points;
-    double m_lastOfOurs; ///< Time of the newest point.
-    double m_lastOfOthers;
-};
 
 /// A refresh of ours against the other's, by curves and points of a curve. At most 2.5 ms for 4 of
 /// 600,000 and 3 ms for 16 of 10,000, and never more than the bare plot's; 0.6 times Qwt's, 0.1
@@ -219,16 +47,16 @@ void refresh(benchmark::State& state, MakeOther makeOther)
 {
     const int curves = int(state.range(0));
     const int points = int(state.range(1));
-    Graph graph({{"widget/timePeriod", QString::number(qMax(1, int(points / kPointsPerSecond)))}});
+    MeasuredGraph graph({{"widget/timePeriod",
+                          QString::number(qMax(1, int(points / GraphFrames::kPointsPerSecond)))}});
     const std::unique_ptr<PlottedByOther> other = makeOther(*graph.plot());
     if (!other) {
         state.SkipWithError("left out: the library was not there when this was built");
         return;
     }
-    Frames frames(graph, other.get(), curves, points);
+    GraphFrames frames(graph, other.get(), curves, points);
     for (auto _ : state) {
-        const auto [ours, others] =
-            medianFrames([&] { frames.pause(); }, [&] { frames.ours(); }, [&] { frames.others(); });
+        const auto [ours, others] = frames.measure();
         state.SetIterationTime(ours / 1000);
         state.counters["ours_ms"] = ours;
         state.counters["other_ms"] = others;
@@ -262,7 +90,7 @@ void filledNoise(benchmark::State& state)
     device.setRunning(device.initialise());
     VectorGraphWidget graph(&device, nullptr);
     graph.initialise();
-    show(graph, *graph.findChild<QCustomPlot*>());
+    showPlot(graph, *graph.findChild<QCustomPlot*>());
     std::mt19937 random(1);
     std::uniform_real_distribution<double> between(-1, 1);
     DoubleVec values(int(state.range(0)));
@@ -280,7 +108,7 @@ class Clock : public QObject
     Q_OBJECT
 
 public:
-    explicit Clock(Graph& graph) : m_widget(graph.widget())
+    explicit Clock(MeasuredGraph& graph) : m_widget(graph.widget())
     {
         QObject::disconnect(&graph.device(), nullptr, &m_widget, nullptr);
         QObject::connect(&graph.device(), SIGNAL(output(double, QString, double)), this,
@@ -303,7 +131,7 @@ void valueIntoAGraph(benchmark::State& state)
     constexpr int senders = 10;
     constexpr int perSecond = 1000;
     constexpr int minutes = 10;
-    Graph graph;
+    MeasuredGraph graph;
     Clock clock(graph);
     std::vector<std::unique_ptr<GraphSettingsDevice>> sources;
     for (int i = 0; i < senders; ++i) {
@@ -348,7 +176,7 @@ void distinctSenders(benchmark::State& state)
     const int count = int(state.range(0));
     for (auto _ : state) {
         const double memory = residentMegabytes();
-        auto graph = std::make_unique<Graph>();
+        auto graph = std::make_unique<MeasuredGraph>();
         for (int i = 0; i < count; ++i) {
             graph->widget().input(i, QString::number(i), 1.7e9);
         }
@@ -368,7 +196,7 @@ void panelOfGraphs(benchmark::State& state, bool onView)
     constexpr int columns = 4;
     constexpr int rows = 3;
     constexpr int senders = 4;
-    std::vector<std::unique_ptr<Graph>> graphs;
+    std::vector<std::unique_ptr<MeasuredGraph>> graphs;
     std::vector<std::unique_ptr<GraphSettingsDevice>> sources;
     auto* const page = new QWidget;
     auto* const grid = new QGridLayout(page);
@@ -379,7 +207,7 @@ void panelOfGraphs(benchmark::State& state, bool onView)
     const auto value = [](int sender, double time) { return std::sin(time * 3 + sender); };
     const double now = secondsNow();
     for (int i = 0; i < columns * rows; ++i) {
-        graphs.push_back(std::make_unique<Graph>());
+        graphs.push_back(std::make_unique<MeasuredGraph>());
         grid->addWidget(&graphs.back()->widget(), i / columns, i % columns);
         for (int sender = 0; sender < senders; ++sender) {
             graphs.back()->feedFrom(*sources[sender]);

@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """Measures what a panel of everything holds of memory, threads and files over time.
 
-Called as: benchmarks/soak.py [--minutes N] [--rate X] [--panel PROGRAM] [--csv FILE] [--keep FOLDER] [--display :N]
+Called as: benchmarks/soak.py [--minutes N] [--rate X] [--panel PROGRAM] [--csv FILE] [--document FILE] [--keep FOLDER]
+[--display :N]
 
 Runs norvo-panel on a screen of its own (Xvfb) on the gallery with all types, sources on loopback, a history, alarms
 and two viewers, one of which does not read. A hand opens the tools of a graph again and again, stops it, drags it
@@ -22,6 +23,7 @@ import threading
 import time
 
 import soak_panel
+import soak_report
 import soak_servers
 
 SAMPLED_EVERY = 5  # s
@@ -71,18 +73,8 @@ def grew(samples, column):
     return min(one[column] for one in samples[-quarter:]) > max(one[column] for one in samples[:-quarter])
 
 
-def print_minutes(samples):
-    print("minute  VmRSS KiB  RssAnon KiB  threads  files   (mean of the minute; threads and files: most)")
-    for minute in range(samples[-1]["seconds"] // 60 + 1):
-        part = [one for one in samples if one["seconds"] // 60 == minute]
-        if part:
-            mean = {name: sum(one[name] for one in part) / len(part) for name in ("rss", "anonymous")}
-            print(f"{minute + 1:6}  {mean['rss']:9.0f}  {mean['anonymous']:11.0f}  "
-                  f"{max(one['threads'] for one in part):7}  {max(one['files'] for one in part):5}")
-
-
-def verdict(samples, hand, viewer):
-    """Prints it; whether all is well."""
+def judge(samples, hand, viewer):
+    """What is to be said, in lines, and whether all is well."""
     half = samples[len(samples) // 2:]
     slopes = {name: slope(half, name) for name in ("rss", "anonymous")}
     faults = [f"{name} grow" for name in ("threads", "files") if grew(half, name)]
@@ -92,12 +84,12 @@ def verdict(samples, hand, viewer):
         faults.append("the hand missed")
     if viewer.frames == 0:
         faults.append("the viewer saw nothing")
-    print(f"second half, by least squares: RssAnon {slopes['anonymous']:+.0f} KiB a minute (bound {FLAT_BELOW}), "
-          f"VmRSS {slopes['rss']:+.0f}")
-    print(f"the hand: {hand.rounds} rounds, {hand.tables} tables from before the window; "
-          f"the viewer: {viewer.frames} frames")
-    print("flat" if not faults else "NOT WELL: " + "; ".join(faults))
-    return not faults
+    lines = [f"second half, by least squares: RssAnon {slopes['anonymous']:+.0f} KiB a minute (bound {FLAT_BELOW}), "
+             f"VmRSS {slopes['rss']:+.0f}",
+             f"the hand: {hand.rounds} rounds, {hand.tables} tables from before the window; "
+             f"the viewer: {viewer.frames} frames",
+             "flat" if not faults else "NOT WELL: " + "; ".join(faults)]
+    return lines, not faults
 
 
 @contextlib.contextmanager
@@ -166,8 +158,11 @@ def soak(folder, options):
         with soak_panel.Hand(folder, display) as hand:
             samples = watch(panel, options.minutes, table)
         idle.line.close()
-    print_minutes(samples)
-    return verdict(samples, hand, viewer)
+    lines, is_well = judge(samples, hand, viewer)
+    print("\n".join(soak_report.minutes(samples) + lines))
+    if options.document:
+        soak_report.write(samples, lines, options, pathlib.Path(options.document))
+    return is_well
 
 
 def main():
@@ -176,6 +171,7 @@ def main():
     parser.add_argument("--rate", type=float, default=20, help="values a second of each source")
     parser.add_argument("--panel", default=soak_panel.PROJECT / "build/release/bin/norvo-panel")
     parser.add_argument("--csv", default=os.devnull)
+    parser.add_argument("--document", help="written, with a picture beside it")
     parser.add_argument("--keep")
     parser.add_argument("--display", help="such as :81; else one that is free")
     options = parser.parse_args()

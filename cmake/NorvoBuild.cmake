@@ -166,4 +166,5 @@ function(norvo_add_benchmark name)
         NORVO_BUILD_DIR="${CMAKE_BINARY_DIR}" NORVO_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
     set_target_properties(${name} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/benchmarks)
+    add_dependencies(benchmarks ${name})
 endfunction()
