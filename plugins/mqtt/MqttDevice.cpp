@@ -18,7 +18,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kPause = 15ms;       ///< While more waits than a turn can take.
-constexpr auto kSteadyPause = 33ms; ///< Each turn has the window painted.
+constexpr auto kSteadyPause = 33ms; ///< After a turn of many; each turn has the window painted.
+constexpr auto kShortPause = 8ms;   ///< After a turn of few, which have little to paint.
+constexpr std::size_t kFew = 8;
 constexpr qint64 kTurnNanoseconds = 8000000;
 constexpr std::size_t kTakenAtOnce = 128;
 constexpr auto kFilterCheck = 1s;
@@ -178,10 +180,10 @@ void MqttDevice::turn()
     QElapsedTimer clock;
     clock.start();
     std::vector<norvo::News> some;
-    bool hasTaken = false;
+    std::size_t taken = 0;
     do {
         some = m_broker->news().take(kTakenAtOnce);
-        hasTaken = hasTaken || !some.empty();
+        taken += some.size();
         for (const norvo::News& news : some) {
             take(news);
             if (!self) {
@@ -196,8 +198,8 @@ void MqttDevice::turn()
     m_isInTurn = false;
     if (!some.empty()) {
         m_pause.start(kPause);
-    } else if (hasTaken || !m_broker->resume()) {
-        m_pause.start(kSteadyPause);
+    } else if (taken > 0 || !m_broker->resume()) {
+        m_pause.start(taken > kFew ? kSteadyPause : kShortPause);
     }
     collectLosses();
 }
