@@ -19,6 +19,7 @@ def panel_text(servers, rate):
     multiline is left out: it grows to 100,000 lines by rule."""
     text = (PROJECT / "examples/gallery/panel.yaml").read_text()
     interval = max(1, round(1000 / rate))
+    poll = max(10, interval)  # The least that the device takes.
     changes = [(r"^rows: .*$", "rows: [0, 1, 0, 1, 1, 0, 0, 4]"),
                (r"interval: 100\b", f"interval: {interval}"),
                (r"^  - clock.output\(QString\) -> log.*\n", ""),
@@ -30,7 +31,7 @@ def panel_text(servers, rate):
       widget: {{row: 7, column: 0, colspan: 12, rowspan: 2, timePeriod: {WINDOW}}}
   modbus:
     device: modbus
-    params: {{target: "tcp://127.0.0.1:{servers.modbus_port}", poll: {interval}}}
+    params: {{target: "tcp://127.0.0.1:{servers.modbus_port}", poll: {poll}}}
     outputs: {{first: holding 0, second: holding 1}}
   websocket:
     device: websocket
