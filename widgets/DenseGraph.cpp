@@ -110,7 +110,7 @@ bool DenseGraph::drawStretches(QCPPainter& painter) const
     Point end;
     getVisibleDataBounds(begin, end, QCPDataRange(0, mDataContainer->size()));
     const double pixel = keyAxis()->range().size() / (keyAxis()->axisRect()->width() * m_scale);
-    if (begin == end || !isCrowded(begin, end, pixel) ||
+    if (begin == end || !isCrowded(begin, end, pixel) || !isMostlySeen(keyAxis()->range().size()) ||
         blocks().all(mDataContainer->constBegin()).hasGaps) {
         return false;
     }
@@ -119,10 +119,9 @@ bool DenseGraph::drawStretches(QCPPainter& painter) const
     if (!LineParts::canDrawWith(painter)) {
         return false;
     }
-    const Point points = mDataContainer->constBegin();
     const QTransform toDevice = painter.deviceTransform();
     LineParts parts(painter);
-    passStretches(parts, int(begin - points), int(end - points), toDevice);
+    passStretches(parts, pixel / kParts, toDevice);
     parts.draw();
     return true;
 }
@@ -145,36 +144,38 @@ bool DenseGraph::isCrowded(const Point& begin, const Point& end, double pixel) c
     return double(end - begin) >= columns && double(end - begin) > kDense * ofThem;
 }
 
-void DenseGraph::passStretches(LineParts& parts, int begin, int end,
-                               const QTransform& toDevice) const
+bool DenseGraph::isMostlySeen(double size) const
 {
-    constexpr double finest = 0.25; // Of a part: so far a block may reach into the next one.
-    constexpr double far = 1e7;     // Heights beyond cannot be told apart.
-    const Point points = mDataContainer->constBegin();
+    const Point first = mDataContainer->constBegin();
+    const Point last = mDataContainer->constEnd() - 1;
+    return last->key - first->key <= 2 * size;
+}
+
+void DenseGraph::passStretches(LineParts& parts, double width, const QTransform& toDevice) const
+{
+    constexpr double far = 1e7; // Heights beyond cannot be told apart.
     const double origin = keyAxis()->range().lower;
     const auto deviceX = [&](double key) {
         return keyAxis()->coordToPixel(key) * toDevice.m11() + toDevice.dx();
     };
-    const double size = keyAxis()->range().size();
     const double first = parts.placeOf(deviceX(origin));
-    const double perKey = (parts.placeOf(deviceX(origin + size)) - first) / size;
     const double zero = valueAxis()->coordToPixel(0) * toDevice.m22() + toDevice.dy();
-    const double perValue = (valueAxis()->coordToPixel(1) * toDevice.m22() + toDevice.dy()) - zero;
-    const auto placeOf = [&](double key) { return first + (key - origin) * perKey; };
+    const double perValue = valueAxis()->coordToPixel(1) * toDevice.m22() + toDevice.dy() - zero;
+    const auto placeOf = [&](double key) { return first + (key - origin) / width; };
     const auto heightOf = [&](double value) { return qBound(-far, zero + value * perValue, far); };
-    for (int next = begin; next < end;) {
-        const QCPGraphData& point = *(points + next);
-        const double place = placeOf(point.key);
-        const double limit = origin + (std::floor(place) + 1 - first) / perKey;
-        const Stretch stretch =
-            m_blocks.stretchAt(points, next, end, limit, limit + finest / perKey);
-        parts.pass(place, heightOf(stretch.greatest), heightOf(stretch.least));
-        if (next > begin) {
-            const QCPGraphData& before = *(points + (next - 1));
-            parts.pass({placeOf(before.key), heightOf(before.value)},
-                       {place, heightOf(point.value)});
+    QPointF before;
+    bool isFirst = true;
+    for (const KeptStretches::Part& part :
+         m_kept.update(mDataContainer->constBegin(), m_blocks, width)) {
+        const QPointF begin(placeOf(part.stretch.firstKey), heightOf(part.firstValue));
+        const QPointF end(placeOf(part.stretch.lastKey), heightOf(part.lastValue));
+        parts.pass((begin.x() + end.x()) / 2, heightOf(part.stretch.greatest),
+                   heightOf(part.stretch.least));
+        if (!isFirst) {
+            parts.pass(before, begin);
         }
-        next += stretch.count;
+        before = end;
+        isFirst = false;
     }
 }
 
@@ -230,6 +231,7 @@ const PointBlocks& DenseGraph::blocks() const
 {
     if (!areBlocksTrue()) {
         m_blocks.clear();
+        m_kept.clear();
         for (int i = 0; i < mDataContainer->size(); ++i) {
             m_blocks.pointAdded(mDataContainer->constBegin());
         }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/KeptStretches.h"
 #include "widgets/PointBlocks.h"
 
 namespace norvo::plot {
@@ -50,14 +51,16 @@ private:
     bool drawStretches(QCPPainter& painter) const; ///< False: it is none for that.
     bool isPlainLine() const;
     bool isCrowded(const Point& begin, const Point& end, double pixel) const; ///< pixel: in keys.
-    void passStretches(LineParts& parts, int begin, int end, const QTransform& toDevice) const;
+    bool isMostlySeen(double size) const; ///< What there is, on an axis of that length.
+    void passStretches(LineParts& parts, double width, const QTransform& toDevice) const;
     void addStretches(QVector<QCPGraphData>* line, int begin, int end, double width) const;
     void addStretch(QVector<QCPGraphData>* line, const Stretch& stretch) const;
     void addRuns(QVector<QCPGraphData>* line, const Point& from, const Point& to) const;
 
     double m_scale = 1; ///< Pixels of the device that is drawn on, to one of the plot.
     mutable PointBlocks m_blocks;
-    mutable Mark m_known; ///< What they are of.
+    mutable KeptStretches m_kept; ///< Of these blocks.
+    mutable Mark m_known;         ///< What they are of.
 };
 
 } // namespace norvo::plot

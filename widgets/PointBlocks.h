@@ -41,6 +41,7 @@ public:
     using Points = QCPGraphDataContainer::const_iterator;
 
     int count() const { return int(m_end - m_begin); }
+    qint64 firstNumber() const { return m_begin; } ///< Points keep theirs until clear().
     void clear();
     void pointAdded(Points points); ///< `points`: the first of those that there are now.
     void pointsDropped(int count);  ///< At most as many as there were.
