@@ -58,6 +58,14 @@ void PageGrid::place(QWidget* widget, int row, int column, int rowspan, int cols
 {
     addChildWidget(widget);
     addItem(new PanelCell(widget), row, column, rowspan, colspan);
+    // A grid never loses a line, and one without a widget counts where widgets cover several: with
+    // one more than are used a page is laid out the same whatever once stood on it.
+    if (rowCount() == row + rowspan) {
+        setRowMinimumHeight(rowCount(), 0);
+    }
+    if (columnCount() == column + colspan) {
+        setColumnMinimumWidth(columnCount(), 0);
+    }
 }
 
 QVector<const PanelCell*> PageGrid::cells() const

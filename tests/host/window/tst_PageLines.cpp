@@ -5,6 +5,7 @@
 #include "TestMain.h"
 
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QtTest>
 
 using norvo::PageGrid;
@@ -17,6 +18,7 @@ private slots:
     void areThoseOfTheCellsThatAreSeen();
     void stayWhenAnotherWidthIsTried();
     void followTheSizeOfThePage();
+    void areThoseOfAPageOnWhichMoreHasStood();
 
 private:
     /// Where the label in the row and the column stands.
@@ -87,6 +89,36 @@ void tst_PageLines::followTheSizeOfThePage()
     grid->activate();
     compare(*grid);
     QVERIFY(grid->columnLines().first().begin >= 60);
+}
+
+void tst_PageLines::areThoseOfAPageOnWhichMoreHasStood()
+{
+    const auto layOut = [](QWidget& page, bool hasMoreStood) {
+        auto* const grid = new PageGrid(&page, {}, {});
+        const QScopedPointer<QLabel> passing(new QLabel("Gone soon"));
+        if (hasMoreStood) {
+            grid->place(passing.data(), 3, 3, 1, 1);
+            grid->activate();
+            grid->removeWidget(passing.data());
+        }
+        auto* const log = new QPlainTextEdit; // Across all rows, so that they are of one device.
+        log->setMinimumHeight(150);
+        grid->place(log, 0, 0, 2, 1);
+        grid->place(new QLabel("Below"), 2, 0, 1, 1);
+        page.resize(640, 400);
+        page.show();
+        return grid;
+    };
+    QWidget one;
+    QWidget other;
+    const PageGrid& start = *layOut(one, false);
+    const PageGrid& used = *layOut(other, true);
+    QVERIFY(QTest::qWaitForWindowExposed(&one));
+    QVERIFY(QTest::qWaitForWindowExposed(&other));
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(used.itemAt(i)->widget()->geometry(), start.itemAt(i)->widget()->geometry());
+    }
+    QCOMPARE(other.minimumSizeHint(), one.minimumSizeHint());
 }
 
 NORVO_TEST(tst_PageLines)

@@ -45,9 +45,7 @@ public:
     }
 
     /// Empty: none. Places are compared on pages where all ask for the same room in both: a cell
-    /// asks for what its values have needed at any time. A column that is gone stays in a grid as
-    /// an empty one, and where there is one, the grid puts its spacing also between rows that one
-    /// device spans.
+    /// asks for what its values have needed at any time.
     static QString difference(const PanelState& live, const PanelState& start)
     {
         if (live.m_pages != start.m_pages) {
@@ -126,9 +124,6 @@ private:
                 const norvo::PageGrid& grid = *pages.grid(device.area);
                 device.place = seen->geometry();
                 device.hints = hintsOf(*seen, grid);
-                if (cells.rowspan > 1) {
-                    device.hints += QString("of %1 columns").arg(grid.columnCount());
-                }
             }
         }
         return device;
