@@ -19,8 +19,8 @@ LATENCIES = [("pressToLamp/2000", "a press to its lamp"), ("lineToLabel/2000", "
 HEAD = """\
 # Performance
 
-Written by `./bench`, which measures everything anew; `./bench NAME...` measures some and keeps the rest. Times are of the
-processor where nothing else is said, without a display. What we compare with does the same visible work in the same
+Written by `./bench`, which measures everything anew; `./bench NAME...` measures some and keeps the rest. Times are of
+the processor where nothing else is said, without a display. What we compare with does the same visible work in the same
 run, turn and turn about; pyqtgraph alone runs in a process of its own.
 """
 LATENCY_HEAD = """
@@ -50,7 +50,8 @@ def goals_text(programs):
     results, lines = by_name(programs), []
     for name, counter, most, words in GOALS:
         value = value_of(results[name], counter) if name in results else None
-        said = "not measured | " if value is None else f"{growth.number(value)} | {'yes' if value <= most else '**no**'}"
+        said = ("not measured | " if value is None else
+                f"{growth.number(value)} | {'yes' if value <= most else '**no**'}")
         lines.append(f"| {words} | {most:,} | {said} |\n")
     return "\n## Goals\n\n| | at most | measured | reached |\n|---|---:|---:|---|\n" + "".join(lines)
 

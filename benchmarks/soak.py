@@ -30,7 +30,7 @@ SAMPLED_EVERY = 5  # s
 WARM_UP = 60       # s, before the hand works and samples are taken: the history must reach further back than a window
 FLAT_BELOW = 100   # KiB a minute, about 140 MiB a day
 FIELDS = {"VmRSS": "rss", "RssAnon": "anonymous", "Threads": "threads"}
-COLUMNS = ["seconds", "rss", "anonymous", "threads", "files"]
+COLUMNS = ["seconds", "rss", "anonymous", "threads", "files", "sockets"]
 
 
 class Viewer:
@@ -49,8 +49,17 @@ class Viewer:
                 self.frames += 1
 
 
+def opened(pid):
+    """What each file descriptor stands for; one may have gone meanwhile."""
+    for number in os.listdir(f"/proc/{pid}/fd"):
+        with contextlib.suppress(FileNotFoundError):
+            yield os.readlink(f"/proc/{pid}/fd/{number}")
+
+
 def sample(pid, begin):
-    values = {"seconds": round(time.monotonic() - begin), "files": len(os.listdir(f"/proc/{pid}/fd"))}
+    files = list(opened(pid))
+    values = {"seconds": round(time.monotonic() - begin), "files": len(files),
+              "sockets": sum(file.startswith("socket:") for file in files)}
     for line in pathlib.Path(f"/proc/{pid}/status").read_text().splitlines():
         name, _, value = line.partition(":")
         if name in FIELDS:
@@ -77,7 +86,7 @@ def judge(samples, hand, viewer):
     """What is to be said, in lines, and whether all is well."""
     half = samples[len(samples) // 2:]
     slopes = {name: slope(half, name) for name in ("rss", "anonymous")}
-    faults = [f"{name} grow" for name in ("threads", "files") if grew(half, name)]
+    faults = [f"{name} grow" for name in ("threads", "files", "sockets") if grew(half, name)]
     if slopes["anonymous"] >= FLAT_BELOW:
         faults.append("the memory grows")
     if hand.missed():

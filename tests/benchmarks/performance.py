@@ -81,7 +81,8 @@ class Machine(unittest.TestCase):
 
 
 class Soak(unittest.TestCase):
-    SAMPLES = [{"seconds": second, "rss": 1000 + second, "anonymous": 500, "threads": 7 + second // 60, "files": 30}
+    SAMPLES = [{"seconds": second, "rss": 1000 + second, "anonymous": 500, "threads": 7 + second // 60, "files": 30,
+                "sockets": 9}
                for second in range(0, 120, 30)]
 
     def test_documentHasTheMinutesAndWhatIsSaid(self):
@@ -91,8 +92,8 @@ class Soak(unittest.TestCase):
             options = types.SimpleNamespace(rate=20, minutes=2)
             soak_report.write(self.SAMPLES, ["flat"], options, document, lambda _, file: drawn.append(file.name))
             lines = document.read_text(encoding="utf-8").splitlines()
-        self.assertIn("| 1 | 1,015 | 500 | 7 | 30 |", lines)
-        self.assertIn("| 2 | 1,075 | 500 | 8 | 30 |", lines)
+        self.assertIn("| 1 | 1,015 | 500 | 7 | 30 | 9 |", lines)
+        self.assertIn("| 2 | 1,075 | 500 | 8 | 30 | 9 |", lines)
         self.assertIn("- flat", lines)
         self.assertEqual(drawn, ["soak.svg"])
         self.assertIn("![Memory, threads and files over time](pictures/soak.svg)", lines)
