@@ -37,8 +37,9 @@ void PixelCoverage::addBar(int column, double top, double bottom, double width)
     const double from = qMax(top - m_area.top(), 0.0);
     const double to = qMin(bottom - m_area.top(), double(m_area.height()));
     if (from < to && takeUp(column, width)) {
-        addEdge(from, width);
-        addEdge(to, -width);
+        const int covered = int(width * kWhole);
+        addEdge(from, covered);
+        addEdge(to, -covered);
     }
 }
 
@@ -101,12 +102,16 @@ void PixelCoverage::addSlopeStep(int row, double step)
 }
 
 /// All below a height is covered.
-void PixelCoverage::addEdge(double height, double width)
+void PixelCoverage::addEdge(double height, int covered)
 {
     const int row = int(height);
-    const double within = height - row;
-    addStep(row, width * (1 - within));
-    addStep(row + 1, width * within);
+    const int within = int(covered * (height - row));
+    m_steps[size_t(row)][size_t(m_column)] += covered - within;
+    m_steps[size_t(row) + 1][size_t(m_column)] += within;
+    m_changes[size_t(row)] = true;
+    m_changes[size_t(row) + 1] = true;
+    m_first = qMin(m_first, row);
+    m_last = qMax(m_last, row + 1);
 }
 
 /// What is below a line that falls through the height.

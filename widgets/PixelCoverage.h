@@ -39,7 +39,7 @@ private:
     bool takeUp(int column, double width); ///< False: not in the area.
     void addStep(int row, double step);
     void addSlopeStep(int row, double step);
-    void addEdge(double height, double width);
+    void addEdge(double height, int covered);
     void addSlope(double top, double bottom, double width);
     void addTallSlope(double top, double bottom, double width);
     void paint();
