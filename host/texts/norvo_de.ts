@@ -353,6 +353,10 @@
         <source>%1 shows nothing: it is on the shelf, below the page in Wires</source>
         <translation>%1 ist auf der Tafel nicht zu sehen: bei „Drähte“ steht es unter der Seite</translation>
     </message>
+    <message>
+        <source>Templates</source>
+        <translation>Vorlagen</translation>
+    </message>
 </context>
 <context>
     <name>norvo::KeyboardKey</name>

@@ -353,6 +353,10 @@
         <source>%1 shows nothing: it is on the shelf, below the page in Wires</source>
         <translation>%1 на панели не видно: оно на полке под страницей в «Связях»</translation>
     </message>
+    <message>
+        <source>Templates</source>
+        <translation>Шаблоны</translation>
+    </message>
 </context>
 <context>
     <name>norvo::KeyboardKey</name>

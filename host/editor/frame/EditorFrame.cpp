@@ -279,11 +279,13 @@ void EditorFrame::openMenu()
         wires += table->actions();
     }
     const auto* const pages = m_side->findChild<PagesList*>();
+    const auto* const palette = m_side->findChild<TypePalette*>();
     auto* const sheet =
         new MenuSheet(*m_bar, {{tr("File"), {m_save, m_undo, m_redo, m_done}},
                                {tr("Device"), m_canvas ? m_canvas->actions() : QList<QAction*>()},
                                {tr("Connections"), wires},
                                {tr("Pages"), pages ? pages->actions() : QList<QAction*>()},
+                               {tr("Templates"), palette ? palette->actions() : QList<QAction*>()},
                                {tr("Show"), panes}});
     sheet->present();
 }

@@ -13,6 +13,7 @@
 #include "host/window/look/TouchSize.h"
 #include "host/window/touch/LineKeyboard.h"
 
+#include <QAction>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -43,7 +44,8 @@ TypePalette::TypePalette(EditSession& session, QWidget* parent)
       m_search(new QLineEdit),
       m_message(FormText::fault({})),
       m_list(new TypeList),
-      m_remove(new QPushButton(tr("Remove the template")))
+      m_remove(new QAction(tr("Remove the template"), this)),
+      m_removeKey(new QPushButton(m_remove->text()))
 {
     m_search->setObjectName("typeSearch");
     m_search->setPlaceholderText(tr("Search"));
@@ -54,22 +56,25 @@ TypePalette::TypePalette(EditSession& session, QWidget* parent)
     new LineKeyboard(*m_search);
     m_list->setObjectName("types");
     m_list->setAccessibleName(tr("Types of devices and templates"));
-    m_remove->setObjectName("removeTemplate");
-    m_remove->setMinimumHeight(TouchSize::pixels(PanelLook::Touch::Fingers, *screen()));
-    m_remove->hide();
+    m_remove->setShortcut(QKeySequence::Delete);
+    m_remove->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(m_remove);
+    m_removeKey->setObjectName("removeTemplate");
+    m_removeKey->setMinimumHeight(TouchSize::pixels(PanelLook::Touch::Fingers, *screen()));
     m_message->setObjectName("paletteMessage");
     auto* const column = new QVBoxLayout(this);
     column->addWidget(m_search);
     column->addWidget(m_message);
     column->addWidget(m_list, 1);
-    column->addWidget(m_remove);
+    column->addWidget(m_removeKey);
     connect(m_search, &QLineEdit::textChanged, this, &TypePalette::search);
     connect(m_list, &TypeList::picked, this, &TypePalette::pick);
     connect(&session, &EditSession::toPlaceChanged, this, &TypePalette::showChosen);
     connect(m_pictures.get(), &TypePictures::made, this,
             [this](const QString& key) { m_list->setPicture(key, m_pictures->picture(key)); });
     connect(m_list, &QListWidget::currentItemChanged, this, &TypePalette::showRemoval);
-    connect(m_remove, &QPushButton::clicked, this, &TypePalette::removeTemplate);
+    connect(m_remove, &QAction::triggered, this, &TypePalette::removeTemplate);
+    connect(m_removeKey, &QPushButton::clicked, m_remove, &QAction::trigger);
     connect(&session.templates(), &TemplateSet::changed, this, &TypePalette::followTemplates);
     session.templates().read();
 }
@@ -196,7 +201,8 @@ void TypePalette::pick(const QString& key)
 void TypePalette::showRemoval()
 {
     const PanelTemplate* const group = m_session.templates().find(m_list->currentKey());
-    m_remove->setVisible(group && group->isOwn);
+    m_remove->setEnabled(group && group->isOwn);
+    m_removeKey->setVisible(m_remove->isEnabled());
 }
 
 void TypePalette::removeTemplate()

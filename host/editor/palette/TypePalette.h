@@ -8,6 +8,7 @@
 
 #include <memory>
 
+class QAction;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -54,7 +55,8 @@ private:
     QLineEdit* m_search;
     QLabel* m_message;
     TypeList* m_list;
-    QPushButton* m_remove; ///< Seen while a template of the user's own is current.
+    QAction* m_remove;
+    QPushButton* m_removeKey; ///< Seen while a template of the user's own is current.
 };
 
 } // namespace norvo

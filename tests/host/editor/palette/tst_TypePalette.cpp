@@ -47,6 +47,7 @@ private slots:
     void aTemplateWithoutWidgetsIsPutAtOnce();
     void aTemplateWithAFaultSaysIt();
     void anOwnTemplateIsRemovedByItsKey();
+    void theKeyboardRemovesAnOwnTemplate();
 
 private:
     QStringList keys() const;
@@ -284,6 +285,18 @@ void tst_TypePalette::anOwnTemplateIsRemovedByItsKey()
     QVERIFY(!keys().contains(key));
     QCOMPARE(session().toPlace(), QString());
     QVERIFY(!remove->isVisible());
+}
+
+void tst_TypePalette::theKeyboardRemovesAnOwnTemplate()
+{
+    const QString key = addTemplate("devices:\n  a: {device: label}\n");
+    QTest::keyClicks(m_search, "mine");
+    m_list->setFocus();
+    QCOMPARE(keys(), QStringList(key));
+    QTest::keyClick(m_list, Qt::Key_Delete);
+    QVERIFY(!QFile::exists(key));
+    QTest::keyClick(m_list, Qt::Key_Delete); // Nothing is there any more.
+    QCOMPARE(keys(), QStringList());
 }
 
 NORVO_TEST(tst_TypePalette)
