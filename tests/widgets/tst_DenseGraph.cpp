@@ -25,6 +25,7 @@ private slots:
     void ruleOfPicturesSeesAMissingPeak_data();
     void ruleOfPicturesSeesAMissingPeak();
     void looksTheSameReversedAndAfterPointsHaveGone();
+    void looksTheSameAsItScrolls();
     void pauseIsCrossedFromPointToPoint();
     void manyPointsBetweenGapsAddUpToALine();
     void pointsPutInFromOutsideAreSeen();
@@ -254,6 +255,40 @@ void tst_DenseGraph::looksTheSameReversedAndAfterPointsHaveGone()
             pictures[isOurs] = isOurs ? picture(bare, curve) : wholePicture(bare, curve);
         }
         QVERIFY(areAlike(pictures[1], pictures[0]));
+    }
+}
+
+/// Drawn again and again as points come and go, by more than, by less than and by parts of a pixel,
+/// once after gaps have gone, once begun anew.
+void tst_DenseGraph::looksTheSameAsItScrolls()
+{
+    constexpr int seen = 10000;
+    QVector<double> values = noise(16000, 0.2);
+    std::fill_n(values.begin() + 100, 200, qQNaN());
+    QCustomPlot ours;
+    PlotCurve* const curve = PlotCurve::addTo(&ours);
+    int end = 0;
+    for (const int count : {seen, 700, 33, 3, 2700, 33, 1}) {
+        for (const int last = end + count; end < last; ++end) {
+            curve->dropBefore(end - seen);
+            curve->append(end, values[end]);
+        }
+        if (end == seen + 736) {
+            curve->setData(QVector<double>{0, 1}, QVector<double>{0.5, 0.5});
+            curve->replace({}, {});
+            for (int i = end - seen; i < end; ++i) {
+                curve->append(i, values[i]);
+            }
+        }
+        QCustomPlot bare;
+        QCPGraph* const whole = bare.addGraph();
+        for (int i = qMax(0, end - 1 - seen); i < end; ++i) {
+            whole->addData(i, values[i]);
+        }
+        for (QCustomPlot* const plot : {&ours, &bare}) {
+            plot->xAxis->setRange(end - seen, end);
+        }
+        QVERIFY(areAlike(picture(ours, curve), wholePicture(bare, whole)));
     }
 }
 

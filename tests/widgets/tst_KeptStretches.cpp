@@ -47,6 +47,7 @@ private:
     QString fault(double width)
     {
         auto point = m_points.constBegin();
+        double partBefore = 0;
         for (const auto& part : m_kept.update(point, m_blocks, width)) {
             const plot::Stretch& stretch = part.stretch;
             const auto last = point + (stretch.count - 1);
@@ -64,6 +65,13 @@ private:
             }
             if (std::floor(last->key / width - 0.25) > std::floor(point->key / width)) {
                 return "too long";
+            }
+            if (std::floor(point->key / width) <= partBefore) {
+                return "two of one part";
+            }
+            // Of the first one, what reached into the next part may be all that is left.
+            if (point != m_points.constBegin()) {
+                partBefore = std::floor(point->key / width);
             }
             point = last + 1;
         }
