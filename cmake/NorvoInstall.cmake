@@ -6,7 +6,8 @@ set(NORVO_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Norvo)
 
 install(TARGETS Norvo NorvoGUI EXPORT NorvoTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(TARGETS NorvoGUIQml LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+# Loaded by name where they are needed, and linked by nobody: no library for the loader's own folder.
+install(TARGETS NorvoGUIQml LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/norvo)
 # Those that are left out serve devices, widgets and host alike, and are no part of the contract.
 install(DIRECTORY plugin/norvo DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     FILES_MATCHING PATTERN "*.h" PATTERN "Truncation.h" EXCLUDE PATTERN "LibraryPart.h" EXCLUDE)

@@ -83,7 +83,8 @@ class Installation(unittest.TestCase):
             made = "ExamplePlugin.moc" if name.endswith(".cpp") else f"moc_{name}.cpp"
             run(moc, *includes, EXAMPLE / name, "-o", build / made)
         sources = [*EXAMPLE.glob("*.cpp"), *build.glob("moc_*.cpp")]
-        run(COMPILER, "-std=c++17", "-shared", "-I", build, "-I", EXAMPLE, *sources, *flags,
+        hiding = ["-fvisibility=hidden", "-fvisibility-inlines-hidden"]
+        run(COMPILER, "-std=c++17", "-shared", "-fPIC", *hiding, "-I", build, "-I", EXAMPLE, *sources, *flags,
             "-o", build / "libexample.so")
         self.check_example(build)
 

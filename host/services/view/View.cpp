@@ -12,7 +12,7 @@ std::unique_ptr<View> makeView(const ViewSettings& settings, const ViewSubject& 
 {
     const QString programs = QCoreApplication::applicationDirPath();
     // In the build folder, and as installed.
-    for (const char* folder : {"/../lib", "/" NORVO_INSTALLED_LIBRARIES}) {
+    for (const char* folder : {"/../lib", "/" NORVO_INSTALLED_LIBRARIES "/norvo"}) {
         QLibrary library(programs + folder + "/libNorvoView.so");
         const auto make = reinterpret_cast<MakeView>(library.resolve(kMakeViewFunction));
         if (make) {
