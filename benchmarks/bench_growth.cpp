@@ -102,7 +102,7 @@ void growsByValues(benchmark::State& state, MakeStage other)
     }
 }
 
-/// That many gauges, each with 30 values a second.
+/// That many gauges, which share the window, each with 30 values a second.
 void growsByGauges(benchmark::State& state, MakeStage other)
 {
     const int count = int(state.range(0));

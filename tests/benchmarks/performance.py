@@ -41,7 +41,7 @@ class Performance(unittest.TestCase):
 
     def test_distanceToTheLimitIsSaidAtBothEnds(self):
         text = "\n".join(self.lines)
-        self.assertIn("Ours is 3 times that at 1,000, 4 times at 1,000,000.", text)
+        self.assertIn("Ours is 3 times that at 1,000, 4 times that at 1,000,000.", text)
 
     def test_picturesAreOfWhatWasMeasuredAlone(self):
         self.assertEqual(self.pictures, [("Points", "growth-points.svg")])
