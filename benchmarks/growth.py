@@ -25,8 +25,8 @@ GROWTHS = [
     Growth("Curves", "Curves", "curves of 10,000 points", "ms for a refresh", "ms", SPANS),
     Growth("Size", "Window size", "pixels of width, twice the height; 4 curves of 10,000 points", "ms for a refresh",
            "ms", SPANS),
-    Growth("Gauges", "Gauges", "gauges that share 1,920 x 1,080 pixels, with 30 values a second each", "% of a core", "percent",
-           "two rectangles for each gauge that changed"),
+    Growth("Gauges", "Gauges", "gauges that share 1,920 x 1,080 pixels, with 30 values a second each", "% of a core",
+           "percent", "two rectangles for each gauge that changed"),
 ]
 
 
