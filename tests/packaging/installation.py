@@ -57,7 +57,7 @@ class Installation(unittest.TestCase):
         flags = run("pkg-config", "--cflags", "norvogui", "Qt5Qml", env=self.package_environment()).split()
         headers = sorted((self.prefix / "include/norvo").iterdir())
         text = "".join(f'#include "norvo/{header.name}"\n' for header in headers)
-        run(COMPILER, "-std=c++17", "-fsyntax-only", "-x", "c++", *flags, "-", input=text)
+        run(COMPILER, "-std=c++17", "-fPIC", "-fsyntax-only", "-x", "c++", *flags, "-", input=text)
 
     def test_plugInIsBuiltByFindPackage(self):
         build = self.folder / "by-cmake"
