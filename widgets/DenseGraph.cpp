@@ -39,7 +39,7 @@ bool isGap(const QCPGraphData& point)
 /// Whether a line covers many pixels in each of some columns, mostly more than once.
 bool isDense(const QVector<QPointF>& line, double columns)
 {
-    constexpr double tall = 20;
+    constexpr double tall = 60;
     if (line.size() >= 2 * columns) {
         return true;
     }
