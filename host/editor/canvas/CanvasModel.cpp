@@ -85,6 +85,11 @@ void CanvasModel::change(const std::function<void()>& how)
     emit changed();
 }
 
+void CanvasModel::setTarget(int target)
+{
+    change([this, target] { m_view.target = target; });
+}
+
 void CanvasModel::follow()
 {
     change([this] {

@@ -23,6 +23,7 @@ public:
     EditSession& session() const { return m_session; }
     CanvasEdits& edits() { return m_edits; }
     const CanvasView& view() const { return m_view; }
+    void setTarget(int target);
     /// Whether a tap puts something into a cell: what is new, or those that are carried.
     bool isPlacing() const;
 

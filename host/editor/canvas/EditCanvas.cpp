@@ -9,6 +9,8 @@
 #include "host/window/look/TouchSize.h"
 
 #include <QApplication>
+#include <QGraphicsView>
+#include <QTimer>
 
 namespace norvo {
 
@@ -17,7 +19,7 @@ namespace {
 int targetOf(EditSession& session)
 {
     LivePanel& live = session.live();
-    return TouchSize::pixels(live.description().look.touch, *live.pages().screen());
+    return TouchSize::pixels(live.description().look.touch, live.pages());
 }
 
 } // namespace
@@ -42,10 +44,31 @@ EditCanvas::EditCanvas(EditSession& session, QWidget* parent)
     const QWidget* const focused = QApplication::focusWidget();
     const bool hadFocus = focused && session.live().pages().isAncestorOf(focused);
     m_covers.cover();
+    if (QGraphicsView* const around = TouchSize::scaledBy(session.live().pages())) {
+        around->installEventFilter(this);
+    }
     if (hadFocus) {
         setFocus();
     }
     tell();
+}
+
+/// Of a scaled page, where another size of the window is another scale.
+bool EditCanvas::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Resize) {
+        QTimer::singleShot(0, this, &EditCanvas::followScale); // Once the page is scaled to it.
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void EditCanvas::followScale()
+{
+    const int target = targetOf(m_model.session());
+    if (target != m_model.view().target) {
+        m_model.setTarget(target);
+        m_covers.cover();
+    }
 }
 
 void EditCanvas::setFocus()

@@ -28,12 +28,14 @@ public:
 
     QList<QAction*> actions() const { return m_actions.all(); }
     void setFocus(); ///< To the page that is seen.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
     void problem(const QString& text); ///< Why something could not be done, or cannot be edited.
     void opened();                     ///< The selected device is to be looked at in full.
 
 private:
+    void followScale();
     void dress(PageCover& cover);
     void showLineKeys(Qt::Orientation along, int line);
     void tell(); ///< A screen reader.

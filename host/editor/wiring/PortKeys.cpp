@@ -48,7 +48,7 @@ void PortKeys::close()
 
 void PortKeys::addSide(const QVector<Key>& keys, bool isOutput)
 {
-    const int target = TouchSize::pixels(PanelLook::Touch::Fingers, *m_canvas.screen());
+    const int target = TouchSize::pixels(PanelLook::Touch::Fingers, m_canvas);
     const int room = std::max(1, m_canvas.height() / (target + kGap));
     const int shown = keys.size() <= room ? keys.size() : room - 1;
     QVector<QPushButton*>& side = isOutput ? m_outputs : m_inputs;
@@ -77,7 +77,7 @@ void PortKeys::addSide(const QVector<Key>& keys, bool isOutput)
 QPushButton* PortKeys::addKey(const QString& text, bool isDim, const std::function<void()>& tap)
 {
     auto* const key = new QPushButton(&m_canvas);
-    const int target = TouchSize::pixels(PanelLook::Touch::Fingers, *m_canvas.screen());
+    const int target = TouchSize::pixels(PanelLook::Touch::Fingers, m_canvas);
     const int most = std::min(kMostWidth, m_canvas.width() / 2 - kGap);
     const QString shown = key->fontMetrics().elidedText(text, Qt::ElideMiddle, most - kPadding);
     key->setText(QString(shown).replace('&', "&&"));

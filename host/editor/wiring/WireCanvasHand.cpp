@@ -61,7 +61,7 @@ void WireCanvas::mouseReleaseEvent(QMouseEvent* event)
     m_finger.reset();
     const QPoint point = event->pos();
     const QString device = m_scene.deviceAt(point);
-    const double reach = TouchSize::pixels(PanelLook::Touch::Fingers, *screen()) / 2.0;
+    const double reach = TouchSize::pixels(PanelLook::Touch::Fingers, *this) / 2.0;
     const auto any = [](const WireLine&) { return true; };
     const auto tagged = [&point](const WireLine& line) { return line.tagRect.contains(point); };
     const auto watched = [this](const WireLine& line) { return isWatched(line); };

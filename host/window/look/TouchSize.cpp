@@ -2,6 +2,9 @@
 
 #include "host/window/look/TouchSize.h"
 
+#include <QGraphicsProxyWidget>
+#include <QGraphicsScene>
+#include <QGraphicsView>
 #include <QScreen>
 #include <QtMath>
 
@@ -33,6 +36,19 @@ int TouchSize::pixels(PanelLook::Touch touch, double pixelsPerMm)
 int TouchSize::pixels(PanelLook::Touch touch, const QScreen& screen)
 {
     return pixels(touch, pixelsPerMm(screen));
+}
+
+QGraphicsView* TouchSize::scaledBy(const QWidget& widget)
+{
+    const QGraphicsProxyWidget* const proxy = widget.window()->graphicsProxyWidget();
+    return proxy && proxy->scene() ? proxy->scene()->views().value(0) : nullptr;
+}
+
+int TouchSize::pixels(PanelLook::Touch touch, const QWidget& widget)
+{
+    const QGraphicsView* const scaling = scaledBy(widget);
+    const double scale = scaling ? scaling->transform().m11() : 1;
+    return pixels(touch, pixelsPerMm(*widget.screen()) / scale);
 }
 
 } // namespace norvo

@@ -3,7 +3,9 @@
 
 #include "host/panel/file/look/PanelLook.h"
 
+class QGraphicsView;
 class QScreen;
+class QWidget;
 
 namespace norvo {
 
@@ -16,6 +18,10 @@ double pixelsPerMm(const QScreen& screen);
 
 int pixels(PanelLook::Touch touch, double pixelsPerMm); ///< Rounded up.
 int pixels(PanelLook::Touch touch, const QScreen& screen);
+/// What shows the page of the widget at another size; null: nothing does.
+QGraphicsView* scaledBy(const QWidget& widget);
+/// Of the widget's own pixels, which are others than the screen's where its page is scaled.
+int pixels(PanelLook::Touch touch, const QWidget& widget);
 
 } // namespace TouchSize
 
