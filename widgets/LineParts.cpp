@@ -13,7 +13,7 @@ namespace {
 /// In pixels of the device.
 double penWidth(const QPainter& painter)
 {
-    const QPen pen = painter.pen();
+    const QPen& pen = painter.pen();
     const double scale = pen.isCosmetic() ? 1 : std::abs(painter.deviceTransform().m11());
     return qMax(1.0, pen.widthF() * scale);
 }
