@@ -12,8 +12,15 @@
 #include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QSize>
 
 namespace norvo {
+
+namespace {
+
+constexpr QSize kNameSheet(620, 360); // pixels
+
+} // namespace
 
 CanvasActions::CanvasActions(CanvasModel& model, PageCovers& covers)
     : m_model(model), m_covers(covers)
