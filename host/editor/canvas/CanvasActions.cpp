@@ -169,7 +169,7 @@ void CanvasActions::keepAsTemplate()
     if (cover && m_model.report(m_model.edits().whyFixed(ids))) {
         auto* const sheet =
             new TemplateSheet(*cover, m_model.session().templates(), m_model.edits().copy(ids));
-        sheet->present();
+        sheet->present(kNameSheet);
     }
 }
 
