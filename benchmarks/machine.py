@@ -30,7 +30,7 @@ def describe():
             ("Processor", found("/proc/cpuinfo", r"^model name\s*: (.*)$")),
             ("Cores", str(os.cpu_count())),
             ("Memory", f"{memory / 1024 ** 2:.1f} GiB"),
-            ("Kernel", os.uname().release),
+            ("Kernel", os.uname().release.split("-")[0]),
             ("Load when written", " ".join(f"{load:.2f}" for load in os.getloadavg())),
             ("Compiler", first_line("c++", "--version") or "absent")]
     return rows + [(name, first_line("dpkg-query", "-W", "-f=${Version}", package) or "absent")
