@@ -5,6 +5,7 @@
 #include "HostileLife.h"
 #include "HostileValues.h"
 #include "OfflineProcess.h"
+#include "QuietMessages.h"
 #include "TestMain.h"
 #include "host/BuiltTypes.h"
 
@@ -36,11 +37,7 @@ void tst_HostileParams::initTestCase()
     QVERIFY(goOffline());
     QVERIFY(QFileInfo::exists(m_texts.fifo()));
     QVERIFY(!builtTypes().factories().isEmpty());
-    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
-        if (type == QtFatalMsg || type == QtInfoMsg || text.startsWith("QObject::connect")) {
-            std::fprintf(stderr, "%s\n", qPrintable(text));
-        }
-    });
+    quietMessages();
     m_watch = std::make_unique<CaseWatch>();
 }
 
