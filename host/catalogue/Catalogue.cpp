@@ -65,15 +65,32 @@ QVector<MethodWords> methods(const BaseDevice& device, QMetaMethod::MethodType t
 
 } // namespace
 
-Catalogue::Catalogue(const DeviceManager& manager)
-    : m_manager(manager), m_tables((initResource(), kTables), m_problems)
+Catalogue::Catalogue(const DeviceManager& manager) : m_manager(manager)
 {
+    initResource();
+}
+
+/// Plug-ins bring their tables along when they are loaded.
+void Catalogue::readTables() const
+{
+    const int count = m_manager.factories().size();
+    if (count == m_typesOfTables) {
+        return;
+    }
+    m_typesOfTables = count;
+    m_tables = WordsTables(kTables, m_problems);
     for (const QString& type : m_tables.types()) {
-        if (!manager.factories().contains(type)) {
+        if (!m_manager.factories().contains(type)) {
             m_problems.append(
                 QString("the words tables describe the unknown device type \"%1\"").arg(type));
         }
     }
+}
+
+const QStringList& Catalogue::problems() const
+{
+    readTables();
+    return m_problems;
 }
 
 QStringList Catalogue::keys() const
@@ -83,20 +100,33 @@ QStringList Catalogue::keys() const
 
 const TypeWords* Catalogue::words(const QString& typeKey, const BaseDevice* device) const
 {
+    return find(m_types, WordsTables::Part::All, typeKey, device);
+}
+
+const TypeWords* Catalogue::wordsForCheck(const QString& typeKey, const BaseDevice* device) const
+{
+    return find(m_typesForCheck, WordsTables::Part::ForCheck, typeKey, device);
+}
+
+const TypeWords* Catalogue::find(Types& types, WordsTables::Part part, const QString& typeKey,
+                                 const BaseDevice* device) const
+{
     const QString key = m_manager.factories().storedKey(typeKey);
     if (key.isEmpty()) {
         return nullptr;
     }
-    auto& type = m_types[key];
+    auto& type = types[key];
     if (!type) {
+        readTables();
         const std::unique_ptr<const BaseDevice> made(device ? nullptr
                                                             : m_manager.createDevice(key));
-        type = std::make_shared<const TypeWords>(describe(key, device ? *device : *made));
+        type = std::make_shared<const TypeWords>(describe(key, part, device ? *device : *made));
     }
     return type.get();
 }
 
-TypeWords Catalogue::describe(const QString& key, const BaseDevice& device) const
+TypeWords Catalogue::describe(const QString& key, WordsTables::Part part,
+                              const BaseDevice& device) const
 {
     const DeviceTypeInfo info = m_manager.typeInfos().value(key);
     TypeWords type;
@@ -110,11 +140,11 @@ TypeWords Catalogue::describe(const QString& key, const BaseDevice& device) cons
     for (const QString& name : device.paramNames()) {
         type.params.append(norvo::describe(device.params().value(name)));
     }
-    if (!type.hasLateMethods) {
+    if (!type.hasLateMethods && part == WordsTables::Part::All) {
         type.outputs = methods(device, QMetaMethod::Signal);
         type.inputs = methods(device, QMetaMethod::Slot);
     }
-    m_tables.addTo(type, m_problems);
+    m_tables.addTo(type, part, m_problems);
     return type;
 }
 

@@ -57,7 +57,7 @@ void rebaseIncludedFiles(PanelDescription& description, const Catalogue& catalog
         for (int j = 0; j < device.params.size(); ++j) {
             const ParamSetting& param = device.params.at(j);
             const TypeWords* const words =
-                param.file.isEmpty() ? nullptr : catalogue.words(device.type.text);
+                param.file.isEmpty() ? nullptr : catalogue.wordsForCheck(device.type.text);
             const ParamWords* const known = words ? words->param(param.name.text) : nullptr;
             if (!known || !(known->isFile() || known->kind == ParamKind::Command)) {
                 continue;
@@ -78,7 +78,7 @@ QHash<QString, QStringList> shownFiles(PanelDescription description, const Catal
     rebaseIncludedFiles(description, catalogue);
     QHash<QString, QStringList> files;
     for (const DeviceSetting& device : qAsConst(description.devices)) {
-        const TypeWords* const words = catalogue.words(device.type.text);
+        const TypeWords* const words = catalogue.wordsForCheck(device.type.text);
         for (const ParamSetting& param : device.params) {
             const ParamWords* const known = words ? words->param(param.name.text) : nullptr;
             if (known && !param.value.text.isEmpty() &&

@@ -231,32 +231,32 @@ void checkAccess(const DeviceSetting& setting, Control control, Diagnostics& dia
 
 bool SenseCheck::breaksCycles(const QString& type) const
 {
-    const TypeWords* const words = m_catalogue.words(type);
+    const TypeWords* const words = m_catalogue.wordsForCheck(type);
     return words && words->breaksCycles;
 }
 
 bool SenseCheck::startsNothing(const QString& type) const
 {
-    const TypeWords* const words = m_catalogue.words(type);
+    const TypeWords* const words = m_catalogue.wordsForCheck(type);
     return words && words->startsNothing;
 }
 
 std::optional<KeptMethods> SenseCheck::keptMethods(const QString& type) const
 {
-    const TypeWords* const words = m_catalogue.words(type);
+    const TypeWords* const words = m_catalogue.wordsForCheck(type);
     return words ? words->kept : std::nullopt;
 }
 
 std::optional<ShownSignal> SenseCheck::shownSignal(const QString& type) const
 {
-    const TypeWords* const words = m_catalogue.words(type);
+    const TypeWords* const words = m_catalogue.wordsForCheck(type);
     return words ? words->shown : std::nullopt;
 }
 
 /// A type without words may be anything.
 Control SenseCheck::control(const QString& type) const
 {
-    const TypeWords* const words = m_catalogue.words(type);
+    const TypeWords* const words = m_catalogue.wordsForCheck(type);
     return words && !words->purpose.isEmpty() ? words->control : Control::Asks;
 }
 
@@ -268,7 +268,7 @@ void SenseCheck::rebaseFiles(PanelDescription& description) const
 void SenseCheck::checkSense(const DeviceSetting& setting, const BaseDevice& device,
                             Diagnostics& diagnostics) const
 {
-    if (const TypeWords* const words = m_catalogue.words(setting.type.text, &device)) {
+    if (const TypeWords* const words = m_catalogue.wordsForCheck(setting.type.text, &device)) {
         const DeviceCheck deviceCheck(setting, device, *words, diagnostics);
         deviceCheck.checkValues();
         deviceCheck.checkRelations();
@@ -287,7 +287,7 @@ void SenseCheck::checkCurves(const PanelDescription& description, Diagnostics& d
         }
     }
     for (const DeviceSetting& device : description.devices) {
-        const TypeWords* const words = m_catalogue.words(device.type.text);
+        const TypeWords* const words = m_catalogue.wordsForCheck(device.type.text);
         const auto inputs = senders.value(device.id.text);
         if (words && !words->curveInput.isEmpty() &&
             inputs.value(words->curveInput).size() == kManyCurves &&

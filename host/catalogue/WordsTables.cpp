@@ -319,6 +319,32 @@ std::optional<Relation> EntryReader::relationIn(const YamlNode& node)
     return Relation{smaller->name, larger->name, match.captured(2) == "<=", false};
 }
 
+/// The entry without the keys that only people read, on the same lines. They are most of it.
+QByteArray withoutTexts(const QByteArray& entry)
+{
+    static const QList<QByteArray> left{"notes", "outputs", "inputs", "ports", "example"};
+    QByteArray rest;
+    int indentation = 0; // Of the entry's keys.
+    bool isLeft = false;
+    for (int begin = 0; begin < entry.size();) {
+        const int found = entry.indexOf('\n', begin);
+        const int end = found < 0 ? entry.size() : found + 1;
+        const QByteArray line = entry.mid(begin, end - begin);
+        int blanks = 0;
+        while (blanks < line.size() && line.at(blanks) == ' ') {
+            ++blanks;
+        }
+        const bool isText = blanks < line.size() && !QByteArray("#\r\n").contains(line.at(blanks));
+        indentation = indentation == 0 && isText ? blanks : indentation;
+        if (isText && blanks <= indentation) {
+            isLeft = blanks > 0 && left.contains(line.mid(blanks, line.indexOf(':') - blanks));
+        }
+        rest += isLeft ? QByteArray("\n") : line;
+        begin = end;
+    }
+    return rest;
+}
+
 } // namespace
 
 WordsTables::WordsTables(const QString& folder, QStringList& problems)
@@ -327,6 +353,7 @@ WordsTables::WordsTables(const QString& folder, QStringList& problems)
     for (const QString& name : dir.entryList({"*.yaml"}, QDir::Files, QDir::Name)) {
         splitFile(dir.filePath(name), problems);
     }
+    m_generalWords = read(m_general, m_general.text, problems);
 }
 
 void WordsTables::splitFile(const QString& fileName, QStringList& problems)
@@ -336,16 +363,21 @@ void WordsTables::splitFile(const QString& fileName, QStringList& problems)
         problems.append(fileName + ": " + file.errorString());
         return;
     }
-    Entry entry{fileName, {}};
-    for (int line = 0; !file.atEnd(); ++line) {
-        const QByteArray text = file.readLine();
-        if (QByteArray(" #\n\r").contains(text.at(0))) {
-            entry.text += text;
-            continue;
+    const QByteArray text = file.readAll();
+    Entry entry{fileName, 0, {}};
+    int entryBegin = 0;
+    int line = 0;
+    for (int begin = 0; begin < text.size(); ++line) {
+        if (begin > 0 && !QByteArray(" #\n\r").contains(text.at(begin))) {
+            entry.text = text.mid(entryBegin, begin - entryBegin);
+            add(entry);
+            entryBegin = begin;
+            entry.line = line;
         }
-        add(entry);
-        entry.text = QByteArray(line, '\n') + text;
+        const int end = text.indexOf('\n', begin);
+        begin = end < 0 ? text.size() : end + 1;
     }
+    entry.text = text.mid(entryBegin);
     add(entry);
 }
 
@@ -365,9 +397,9 @@ void WordsTables::add(const Entry& entry)
 }
 
 /// What stands behind the key; an empty text where that is nothing, or cannot be read.
-YamlNodePtr WordsTables::read(const Entry& entry, QStringList& problems)
+YamlNodePtr WordsTables::read(const Entry& entry, const QByteArray& text, QStringList& problems)
 {
-    const auto read = YamlTree::read(SourceText(entry.text));
+    const auto read = YamlTree::read(SourceText(QByteArray(entry.line, '\n') + text));
     if (const auto* const error = std::get_if<TextError>(&read)) {
         problems.append(QString("%1:%2:%3: %4")
                             .arg(entry.file)
@@ -380,13 +412,17 @@ YamlNodePtr WordsTables::read(const Entry& entry, QStringList& problems)
     return entries.empty() ? YamlTree::text({}) : entries.front().value;
 }
 
-void WordsTables::addTo(TypeWords& type, QStringList& problems) const
+void WordsTables::addTo(TypeWords& type, Part part, QStringList& problems) const
 {
     const auto entry = m_entries.constFind(type.key);
     if (entry != m_entries.constEnd()) {
-        EntryReader(entry->file, type, problems).read(*read(*entry, problems));
+        const QByteArray text = part == Part::All ? entry->text : withoutTexts(entry->text);
+        EntryReader(entry->file, type, problems).read(*read(*entry, text, problems));
     }
-    EntryReader(m_general.file, type, problems).readGeneral(*read(m_general, problems));
+    if (part == Part::All) {
+        EntryReader(m_general.file, type, problems)
+            .readGeneral(*read(m_general, m_general.text, problems));
+    }
 }
 
 } // namespace norvo

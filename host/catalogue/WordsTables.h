@@ -19,27 +19,32 @@ namespace norvo {
 class WordsTables
 {
 public:
+    WordsTables() = default;
     /// Looks through all files of the folder. One that cannot be opened is a line in `problems`.
     WordsTables(const QString& folder, QStringList& problems);
 
     QStringList types() const { return m_entries.keys(); } ///< But "*".
+    /// What of the words is wanted: parameters and what else the check needs, or all.
+    enum class Part { ForCheck, All };
     /// Adds the words of the type's entry to what is known of it. What is wrong with the entry is a
     /// line in `problems`, as is a parameter, an output or an input that the type does not have.
-    void addTo(TypeWords& type, QStringList& problems) const;
+    void addTo(TypeWords& type, Part part, QStringList& problems) const;
 
 private:
     struct Entry
     {
         QString file;
-        QByteArray text; ///< After as many line ends as stand before it in the file.
+        int line = 0; ///< Of its first character, from 0.
+        QByteArray text;
     };
 
     void splitFile(const QString& fileName, QStringList& problems);
     void add(const Entry& entry);
-    static YamlNodePtr read(const Entry& entry, QStringList& problems);
+    static YamlNodePtr read(const Entry& entry, const QByteArray& text, QStringList& problems);
 
     QMap<QString, Entry> m_entries; ///< By type key.
     Entry m_general;                ///< Of "*"; without text where there is none.
+    YamlNodePtr m_generalWords;     ///< What it says.
 };
 
 } // namespace norvo

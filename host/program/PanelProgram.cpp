@@ -25,16 +25,14 @@ namespace norvo {
 
 namespace {
 
-bool loadPlugins(PluginSet& plugins, const QStringList& further)
+bool findPlugins(PluginSet& plugins, const QStringList& further)
 {
     const QStringList folders =
         PluginSet::defaultFolders(QCoreApplication::applicationDirPath()) + further;
     for (const QString& folder : folders) {
-        plugins.load(folder);
+        plugins.find(folder);
     }
-    for (const QString& warning : plugins.warnings()) {
-        Console::report(warning);
-    }
+    Console::reportEach(plugins.takeWarnings());
     if (plugins.isEmpty()) {
         Console::reportError(
             "there are no devices, because no plug-in was found; --plugins DIR names a folder "
@@ -93,8 +91,14 @@ int runProgram(const Options& options)
         return exportHistory(options);
     }
     PluginSet plugins;
-    if (!loadPlugins(plugins, options.pluginFolders)) {
+    if (!findPlugins(plugins, options.pluginFolders)) {
         return 1;
+    }
+    const bool isShown =
+        options.action == Options::Action::Run || options.action == Options::Action::Screenshot;
+    if (!isShown) { // A panel that is shown loads what it needs.
+        plugins.needAll();
+        Console::reportEach(plugins.takeWarnings());
     }
     if (options.isListing()) {
         return listTypes(options, plugins.manager());
@@ -108,7 +112,7 @@ int runProgram(const Options& options)
         return setParams(options.panelFiles.constFirst(), stateFileOf(options), options.changes,
                          plugins.manager(), SenseCheck(catalogue));
     default:
-        return PanelRun(options, plugins.manager(), catalogue).run();
+        return PanelRun(options, plugins, catalogue).run();
     }
 }
 

@@ -8,10 +8,25 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonObject>
 #include <QLibrary>
 #include <QPluginLoader>
 
+#include <algorithm>
+
 namespace norvo {
+
+/// A plug-in that is of our interface.
+struct PluginSet::Found
+{
+    QString file;      ///< As messages name it.
+    QStringList types; ///< That it lists; empty: it does not say.
+    std::unique_ptr<QPluginLoader> loader;
+    bool isLoaded = false; ///< Or has failed to.
+
+    bool lists(const QString& type) const { return types.contains(type, Qt::CaseInsensitive); }
+};
 
 namespace {
 
@@ -23,7 +38,21 @@ bool isSharedLibrary(const QString& fileName)
     return file.open(QIODevice::ReadOnly) && file.read(4) == QByteArray("\177ELF");
 }
 
+QStringList listedTypes(const QJsonObject& metaData)
+{
+    QStringList types;
+    for (const QJsonValue type : metaData.value("MetaData").toObject().value("types").toArray()) {
+        types.append(type.toString());
+    }
+    return types;
+}
+
 } // namespace
+
+PluginSet::PluginSet() = default;
+PluginSet::~PluginSet() = default;
+PluginSet::PluginSet(PluginSet&&) noexcept = default;
+PluginSet& PluginSet::operator=(PluginSet&&) noexcept = default;
 
 QStringList PluginSet::defaultFolders(const QString& programFolder)
 {
@@ -39,6 +68,12 @@ QStringList PluginSet::defaultFolders(const QString& programFolder)
 
 void PluginSet::load(const QString& folder)
 {
+    find(folder);
+    needAll();
+}
+
+void PluginSet::find(const QString& folder)
+{
     const QDir dir(folder);
     if (!dir.exists() || !dir.isReadable()) {
         warn(folder, dir.exists() ? "this plug-in folder cannot be read"
@@ -48,12 +83,12 @@ void PluginSet::load(const QString& folder)
     const QStringList names = dir.entryList(QDir::Files, QDir::Name);
     for (const QString& name : names) {
         if (QLibrary::isLibrary(name)) {
-            loadFile(dir.filePath(name));
+            findFile(dir.filePath(name));
         }
     }
 }
 
-void PluginSet::loadFile(const QString& file)
+void PluginSet::findFile(const QString& file)
 {
     const QString canonical = QFileInfo(file).canonicalFilePath();
     if (m_seenFiles.contains(canonical)) {
@@ -66,8 +101,8 @@ void PluginSet::loadFile(const QString& file)
     if (!isSharedLibrary(file)) {
         return warn(file, "this is not a shared library");
     }
-    QPluginLoader loader(canonical);
-    const QJsonObject metaData = loader.metaData();
+    auto loader = std::make_unique<QPluginLoader>(canonical);
+    const QJsonObject metaData = loader->metaData();
     if (metaData.isEmpty()) {
         return warn(file, "this library is not a plug-in");
     }
@@ -76,15 +111,73 @@ void PluginSet::loadFile(const QString& file)
         return warn(file, QString("this plug-in is of another interface, \"%1\"; \"%2\" is needed")
                               .arg(interface, kInterface));
     }
-    QObject* plugin = loader.instance();
-    if (!plugin) {
-        return warn(file, "this plug-in does not load: " + loader.errorString().simplified());
-    }
-    enterTypes(file, plugin);
+    m_found.push_back({file, listedTypes(metaData), std::move(loader)});
 }
 
-void PluginSet::enterTypes(const QString& file, QObject* plugin)
+bool PluginSet::canWait() const
 {
+    QSet<QString> listed;
+    int count = 0;
+    for (const Found& found : m_found) {
+        for (const QString& type : found.types) {
+            listed.insert(type.toLower());
+        }
+        count += found.types.size();
+        if (found.types.isEmpty() || listed.size() != count) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void PluginSet::need(const QStringList& types)
+{
+    const auto isOfOne = [this](const QString& type) {
+        return std::any_of(m_found.cbegin(), m_found.cend(),
+                           [&type](const Found& found) { return found.lists(type); });
+    };
+    if (!canWait() || !std::all_of(types.cbegin(), types.cend(), isOfOne)) {
+        return needAll();
+    }
+    for (Found& found : m_found) {
+        if (std::any_of(types.cbegin(), types.cend(),
+                        [&found](const QString& type) { return found.lists(type); })) {
+            load(found);
+        }
+    }
+}
+
+void PluginSet::needAll()
+{
+    for (Found& found : m_found) {
+        load(found);
+    }
+}
+
+bool PluginSet::isEmpty() const
+{
+    return m_manager.factories().isEmpty() &&
+           std::all_of(m_found.cbegin(), m_found.cend(),
+                       [](const Found& found) { return found.isLoaded; });
+}
+
+void PluginSet::load(Found& found)
+{
+    if (found.isLoaded) {
+        return;
+    }
+    found.isLoaded = true;
+    QObject* const plugin = found.loader->instance();
+    if (!plugin) {
+        return warn(found.file,
+                    "this plug-in does not load: " + found.loader->errorString().simplified());
+    }
+    enterTypes(found, plugin);
+}
+
+void PluginSet::enterTypes(const Found& found, QObject* plugin)
+{
+    const QString& file = found.file;
     auto* const interface = qobject_cast<DevicePluginInterface*>(plugin);
     if (!interface) {
         return warn(file, QString("this plug-in claims the interface \"%1\" and does not have it")

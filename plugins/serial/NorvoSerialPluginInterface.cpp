@@ -10,7 +10,7 @@
 class NorvoSerialPluginInterface : public QObject, public DevicePluginInterface
 {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID DevicePluginInterface_iid)
+    Q_PLUGIN_METADATA(IID DevicePluginInterface_iid FILE "types.json")
     Q_INTERFACES(DevicePluginInterface)
 
 public:

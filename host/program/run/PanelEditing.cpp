@@ -84,6 +84,7 @@ void PanelEditing::begin()
     if (!text) {
         return; // The strip says what is wrong with the file.
     }
+    emit beginning();
     const auto left = UnsavedCopy::left(path); // Before there is one of this editing.
     m_editor = std::make_unique<Editor>(m_parts, *text);
     if (inNew) {

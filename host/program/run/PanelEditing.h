@@ -47,6 +47,9 @@ public:
     /// there is a file.
     static std::optional<QByteArray> newText(const QString& panelFile);
 
+signals:
+    void beginning(); ///< The editor is about to be made, and looks at all types.
+
 private:
     /// Of one editing.
     struct Editor

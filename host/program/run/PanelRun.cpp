@@ -4,6 +4,7 @@
 
 #include "host/panel/state/AtomicFile.h"
 #include "host/panel/state/StateFile.h"
+#include "host/program/PluginSet.h"
 #include "host/program/run/FileReload.h"
 #include "host/program/run/PanelEditing.h"
 #include "host/program/run/Reload.h"
@@ -49,9 +50,9 @@ void reportAll(const Diagnostics& diagnostics)
 
 } // namespace
 
-PanelRun::PanelRun(const Options& options, const DeviceManager& manager, const Catalogue& catalogue)
+PanelRun::PanelRun(const Options& options, PluginSet& plugins, const Catalogue& catalogue)
     : m_options(options),
-      m_manager(manager),
+      m_plugins(plugins),
       m_catalogue(catalogue),
       m_knowledge(catalogue),
       m_input(options.panelFiles.constFirst()),
@@ -104,9 +105,10 @@ int PanelRun::start()
         QObject::connect(&state, &StateFile::problem, &Console::report);
         state.read();
     }
-    PanelPlan plan =
-        PanelPlan::make(description, m_manager, {state.fileName(), state.state(), state.places()},
-                        diagnostics, {}, m_knowledge);
+    needTypes(description);
+    PanelPlan plan = PanelPlan::make(description, m_plugins.manager(),
+                                     {state.fileName(), state.state(), state.places()}, diagnostics,
+                                     {}, m_knowledge);
     if (m_signals.isStopRequested()) {
         return 0;
     }
@@ -154,6 +156,17 @@ void PanelRun::settle(PanelDescription& description) const
     history.file = history.file.isEmpty() ? m_historyPath : history.file;
 }
 
+void PanelRun::needTypes(const PanelDescription& description) const
+{
+    QStringList types;
+    for (const DeviceSetting& device : description.devices) {
+        types.append(device.type.text);
+    }
+    types.removeDuplicates();
+    m_plugins.need(types);
+    Console::reportEach(m_plugins.takeWarnings());
+}
+
 int PanelRun::showErrors(const Diagnostics& diagnostics)
 {
     PanelWindow window(QFileInfo(m_input.name()).fileName());
@@ -183,8 +196,11 @@ int PanelRun::runPanel(PanelPlan plan, const PanelDescription& description, Diag
     if (m_options.view) {
         running.serve(*m_options.view);
     }
-    Reload reload({m_input, m_manager, m_catalogue, m_knowledge, state, running,
-                   [this](PanelDescription& changed) { settle(changed); },
+    Reload reload({m_input, m_plugins.manager(), m_catalogue, m_knowledge, state, running,
+                   [this](PanelDescription& changed) {
+                       settle(changed);
+                       needTypes(changed);
+                   },
                    [this](const PanelLook& look) { wear(look); }},
                   found.sorted() + diagnostics.sorted());
     std::optional<FileReload> file;
@@ -195,6 +211,10 @@ int PanelRun::runPanel(PanelPlan plan, const PanelDescription& description, Diag
     if (!m_options.kiosk && !isPicture() && !m_input.isStandardInput()) {
         editing.emplace(
             PanelEditing::Parts{m_input, m_catalogue, reload, running, file ? &*file : nullptr});
+        QObject::connect(&*editing, &PanelEditing::beginning, &*editing, [this] {
+            m_plugins.needAll();
+            Console::reportEach(m_plugins.takeWarnings());
+        });
     }
     if (editing && m_options.edits) {
         editing->begin();

@@ -15,12 +15,11 @@
 
 #include <optional>
 
-class DeviceManager;
-
 namespace norvo {
 
 class Catalogue;
 class PanelWindow;
+class PluginSet;
 class StateFile;
 
 /// A panel on the display, or unseen for a picture, from its file to the end.
@@ -28,7 +27,7 @@ class PanelRun
 {
 public:
     /// All of them outlive this.
-    PanelRun(const Options& options, const DeviceManager& manager, const Catalogue& catalogue);
+    PanelRun(const Options& options, PluginSet& plugins, const Catalogue& catalogue);
 
     int run(); ///< Returns the exit status.
 
@@ -36,6 +35,8 @@ private:
     int start();
     PanelDescription read(Diagnostics& diagnostics) const;
     void settle(PanelDescription& description) const;
+    /// Loads the plug-ins that it needs.
+    void needTypes(const PanelDescription& description) const;
     void wear(const PanelLook& look);
     int showErrors(const Diagnostics& diagnostics);
     int runPanel(PanelPlan plan, const PanelDescription& description, Diagnostics& diagnostics,
@@ -46,7 +47,7 @@ private:
     bool isWatched() const;
 
     const Options& m_options;
-    const DeviceManager& m_manager;
+    PluginSet& m_plugins;
     const Catalogue& m_catalogue;
     const SenseCheck m_knowledge;
     const PanelInput m_input;

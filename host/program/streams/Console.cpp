@@ -203,6 +203,13 @@ void Console::report(const QString& lines)
     errors().write(printable(lines));
 }
 
+void Console::reportEach(const QStringList& texts)
+{
+    for (const QString& text : texts) {
+        report(text);
+    }
+}
+
 void Console::reportError(const QString& text)
 {
     report("norvo-panel: " + text);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 namespace norvo {
 
@@ -14,8 +14,9 @@ namespace Console {
 /// opens.
 void open();
 
-void print(const QString& line);       ///< On standard output; waits for a slow reader.
-void report(const QString& lines);     ///< On standard error; never waits. From any thread.
+void print(const QString& line);   ///< On standard output; waits for a slow reader.
+void report(const QString& lines); ///< On standard error; never waits. From any thread.
+void reportEach(const QStringList& texts);
 void reportError(const QString& text); ///< "norvo-panel: text", likewise.
 
 /// Gives messages a moment to leave; comes by itself at exit().

@@ -22,12 +22,15 @@ private slots:
     void whatIsRightBesideAProblemIsRead();
     void commentBeforeTheFirstTypeIsNoType();
     void generalWordsGiveWayToThoseOfTheType();
+    void checkReadsNoTextsForPeople_data();
+    void checkReadsNoTextsForPeople();
+    void checkReportsAProblemAtTheSamePlace();
     void tableOfAnotherShapeIsLeftAside_data();
     void tableOfAnotherShapeIsLeftAside();
 
 private:
     /// A type with two parameters, an output and an input, and the words of that table.
-    TypeWords described(const QByteArray& table)
+    TypeWords described(const QByteArray& table, WordsTables::Part part = WordsTables::Part::All)
     {
         const QTemporaryDir folder;
         QFile file(folder.filePath("t.yaml"));
@@ -45,7 +48,7 @@ private:
         type.inputs.resize(1);
         type.inputs[0].signature = "input()";
         type.takesPorts = m_takesPorts;
-        WordsTables(folder.path(), m_problems).addTo(type, m_problems);
+        WordsTables(folder.path(), m_problems).addTo(type, part, m_problems);
         m_problems.replaceInStrings(folder.path() + '/', QString());
         return type;
     }
@@ -179,6 +182,59 @@ void tst_WordsTables::generalWordsGiveWayToThoseOfTheType()
     QCOMPARE(type.params[1].meaning, QString("Any."));
     QCOMPARE(type.params[1].range(), QString("at most 9"));
     QVERIFY(type.params[1].isOfEveryType);
+}
+
+void tst_WordsTables::checkReadsNoTextsForPeople_data()
+{
+    QTest::addColumn<QByteArray>("table");
+    const QByteArray table = "gauge:\n"
+                             "  purpose: It shows.\n"
+                             "  notes: >-\n"
+                             "    params: a word\n"
+                             "\n"
+                             "    of a text.\n"
+                             "  # A comment.\n"
+                             "  control: asks\n"
+                             "  example: |\n"
+                             "    devices: {}\n"
+                             "  params:\n"
+                             "    low: {max: 2}\n"
+                             "    high end:\n"
+                             "      min: 1\n"
+                             "  outputs:\n"
+                             "    output(double,QString): Both.\n"
+                             "  relations: [low < high end]";
+    QTest::newRow("two blanks") << table;
+    QTest::newRow("four blanks") << QByteArray(table).replace("  ", "    ");
+    QTest::newRow("ends of lines as of DOS") << QByteArray(table).replace("\n", "\r\n");
+    QTest::newRow("parameter named like a key")
+        << QByteArray(table).replace("    low:", "    notes: {max: 5}\n    low:");
+}
+
+void tst_WordsTables::checkReadsNoTextsForPeople()
+{
+    QFETCH(QByteArray, table);
+    const TypeWords type = described(table, WordsTables::Part::ForCheck);
+    QCOMPARE(type.purpose, QString("It shows."));
+    QCOMPARE(type.control, norvo::Control::Asks);
+    QCOMPARE(type.params[0].range(), QString("at most 2"));
+    QCOMPARE(type.params[1].range(), QString("at least 1"));
+    QCOMPARE(type.relations.size(), 1);
+    QCOMPARE(type.notes, QString());
+    QCOMPARE(type.example, QString());
+    QCOMPARE(type.outputs[0].meaning, QString());
+    QCOMPARE(described(table).outputs[0].meaning, QString("Both."));
+    QVERIFY(described(table).notes.contains("of a text"));
+}
+
+void tst_WordsTables::checkReportsAProblemAtTheSamePlace()
+{
+    const QByteArray table = "gauge:\n  notes: >-\n    a\n    b\n  colour: red\n";
+    described(table);
+    const QStringList problems = m_problems;
+    QCOMPARE(problems, QStringList("t.yaml:5:3: unknown key \"colour\""));
+    described(table, WordsTables::Part::ForCheck);
+    QCOMPARE(m_problems, problems);
 }
 
 void tst_WordsTables::tableOfAnotherShapeIsLeftAside_data()

@@ -3,6 +3,7 @@
 #include "host/program/PluginSet.h"
 
 #include "norvo/BaseDevice.h"
+#include "norvo/DevicePluginInterface.h"
 #include "TestMain.h"
 
 #include <QtTest>
@@ -12,6 +13,8 @@ using norvo::PluginSet;
 namespace {
 
 const QString kFixtures = NORVO_BUILD_DIR "/tests/fixtures/";
+
+const QString kBuiltPlugins = NORVO_BUILD_DIR "/plugins";
 
 QString libraryIn(const QString& folder)
 {
@@ -38,6 +41,11 @@ private slots:
     void folderGivenTwiceWarnsOnce();
     void typeThatComesAgainIsTold();
     void defaultFoldersAreThoseThatExist();
+    void everyPluginOfOursListsItsTypes();
+    void pluginThatNobodyNeedsStaysUnloaded();
+    void unknownTypeNeedsAll();
+    void pluginThatDoesNotListItsTypesHasAllLoaded();
+    void twoPluginsThatListATypeAreBothLoaded();
 };
 
 void tst_PluginSet::pluginEntersItsTypes()
@@ -187,6 +195,70 @@ void tst_PluginSet::defaultFoldersAreThoseThatExist()
     QVERIFY(QDir().mkpath(installed));
     QCOMPARE(PluginSet::defaultFolders(programFolder),
              (QStringList{prefix.filePath("plugins"), installed}));
+}
+
+void tst_PluginSet::everyPluginOfOursListsItsTypes()
+{
+    const QDir dir(kBuiltPlugins);
+    const QStringList names = dir.entryList({"*.so"}, QDir::Files);
+    QVERIFY(names.size() >= 8);
+    for (const QString& name : names) {
+        QPluginLoader loader(dir.filePath(name));
+        const QJsonObject metaData = loader.metaData().value("MetaData").toObject();
+        const QStringList listed = metaData.value("types").toVariant().toStringList();
+        DeviceManager manager;
+        auto* const plugin = qobject_cast<DevicePluginInterface*>(loader.instance());
+        QVERIFY2(plugin, qPrintable(name));
+        plugin->registerDeviceType(manager);
+        QCOMPARE(listed, QStringList(manager.factories().keys()));
+    }
+}
+
+void tst_PluginSet::pluginThatNobodyNeedsStaysUnloaded()
+{
+    PluginSet plugins;
+    plugins.find(kBuiltPlugins);
+    QVERIFY(!plugins.isEmpty());
+    QCOMPARE(plugins.manager().factories().size(), 0);
+    plugins.need({"Calc"});
+    QCOMPARE(QStringList(plugins.manager().factories().keys()),
+             QStringList({"calc", "settle", "timer"}));
+    plugins.need({"calc", "mqtt"});
+    QCOMPARE(plugins.manager().factories().size(), 4);
+    plugins.needAll();
+    QVERIFY(plugins.manager().factories().contains("label"));
+    QCOMPARE(plugins.warnings(), QStringList());
+}
+
+void tst_PluginSet::unknownTypeNeedsAll()
+{
+    PluginSet plugins;
+    plugins.find(kBuiltPlugins);
+    plugins.need({"calc", "labell"});
+    QVERIFY(plugins.manager().factories().contains("label"));
+    QVERIFY(plugins.manager().factories().contains("mqtt"));
+}
+
+void tst_PluginSet::pluginThatDoesNotListItsTypesHasAllLoaded()
+{
+    PluginSet plugins;
+    plugins.find(kBuiltPlugins);
+    plugins.find(kFixtures + "relays");
+    plugins.need({"calc"});
+    QVERIFY(plugins.manager().factories().contains("Relay"));
+    QVERIFY(plugins.manager().factories().contains("label"));
+}
+
+void tst_PluginSet::twoPluginsThatListATypeAreBothLoaded()
+{
+    QTemporaryDir folder;
+    QVERIFY(QFile::copy(kBuiltPlugins + "/libnorvologic.so", folder.filePath("libnorvologic.so")));
+    PluginSet plugins;
+    plugins.find(kBuiltPlugins);
+    plugins.find(folder.path());
+    plugins.need({"mqtt"});
+    QVERIFY(plugins.manager().factories().contains("calc"));
+    QCOMPARE(plugins.warnings().size(), 3); // calc, settle and timer come again.
 }
 
 NORVO_GUILESS_TEST(tst_PluginSet)
