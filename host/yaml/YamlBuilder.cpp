@@ -6,12 +6,29 @@
 #include "host/yaml/YamlScan.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 namespace norvo {
 
 using YamlScan::isFlowMark;
 using YamlScan::skipProperties;
+
+namespace {
+
+/// Qt takes a byte order mark at the beginning for none of the text's characters.
+QString textOf(const std::string& utf8)
+{
+    const std::string mark = "\xef\xbb\xbf";
+    std::size_t begin = 0;
+    while (utf8.compare(begin, mark.size(), mark) == 0) {
+        begin += mark.size();
+    }
+    return QString(int(begin / mark.size()), QChar::ByteOrderMark) +
+           QString::fromUtf8(utf8.data() + begin, int(utf8.size() - begin));
+}
+
+} // namespace
 
 int YamlBuilder::openBracket(char bracket) const
 {
@@ -93,7 +110,7 @@ void YamlBuilder::OnScalar(const YAML::Mark& mark, const std::string&, YAML::anc
 {
     const int offset = enter(mark);
     const int content = skipProperties(m_source, offset);
-    const QString text = QString::fromUtf8(value.data(), int(value.size()));
+    const QString text = textOf(value);
     // A tag without a text reads as an empty one; what follows belongs to another value.
     const bool isTagAlone = value.empty() && content != offset;
     const Node node = newText(isTagAlone ? offset : content, text);

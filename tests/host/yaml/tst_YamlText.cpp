@@ -17,6 +17,7 @@ class tst_YamlText : public QObject
 private slots:
     void doubleQuotesEscapeWhatAnEditorMayNotShow_data();
     void doubleQuotesEscapeWhatAnEditorMayNotShow();
+    void byteOrderMarksOfAValueAreRead();
     void halfAPairBecomesTheReplacementCharacter();
     void singleQuotesHoldNoEscapes_data();
     void singleQuotesHoldNoEscapes();
@@ -66,6 +67,15 @@ void tst_YamlText::doubleQuotesEscapeWhatAnEditorMayNotShow()
 {
     QFETCH(QString, text);
     QTEST(YamlText::doubleQuoted(text), "written");
+}
+
+void tst_YamlText::byteOrderMarksOfAValueAreRead()
+{
+    const QChar mark(QChar::ByteOrderMark);
+    for (const QString& text : {QString(mark), QString(2, mark) + 'a', QString('a') + mark}) {
+        const auto tree = YamlTree::read(SourceText(YamlText::doubleQuoted(text).toUtf8()));
+        QCOMPARE(std::get<YamlNodePtr>(tree)->text, text);
+    }
 }
 
 void tst_YamlText::halfAPairBecomesTheReplacementCharacter()
