@@ -4,6 +4,7 @@
 
 #include "devices/Decimals.h"
 #include "widgets/Looks.h"
+#include "widgets/PlateLabel.h"
 #include "widgets/ShownText.h"
 
 #include <QGridLayout>
@@ -66,7 +67,7 @@ void DigitalWidget::setActive(bool active)
         return;
     }
     if (!active) {
-        Looks::apply(m_face.digits, Looks::kTimedOut.digits);
+        m_face.digits->setPlate(Looks::kTimedOut.digits);
     }
     // The labels ask for their own repaints. One of the whole with each value would cost readouts a
     // quarter more and show nothing else, so it is asked for when the state changes.
@@ -87,8 +88,8 @@ void DigitalWidget::input(double value)
         return;
     }
     m_face.show(value);
-    Looks::apply(m_face.digits,
-                 (m_face.isOutOfRange(value) ? Looks::kOutOfRange : Looks::kInRange).digits);
+    m_face.digits->setPlate(
+        (m_face.isOutOfRange(value) ? Looks::kOutOfRange : Looks::kInRange).digits);
     setActive(true);
 }
 

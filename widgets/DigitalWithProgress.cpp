@@ -5,6 +5,7 @@
 #include "devices/Decimals.h"
 #include "norvo/Truncation.h"
 #include "widgets/Looks.h"
+#include "widgets/PlateLabel.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -139,7 +140,7 @@ void DigitalWithProgress::setActive(bool active)
 
 void DigitalWithProgress::showState(const Looks::Readout& look)
 {
-    Looks::apply(m_face.digits, look.digits);
+    m_face.digits->setPlate(look.digits);
     if (m_bar) {
         Looks::apply(m_bar, look.bar);
     }

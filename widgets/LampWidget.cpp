@@ -4,10 +4,10 @@
 
 #include "widgets/LineBreaks.h"
 #include "widgets/Looks.h"
+#include "widgets/PlateLabel.h"
 #include "widgets/ShownText.h"
 
 #include <QGridLayout>
-#include <QLabel>
 
 namespace Looks = norvo::Looks;
 
@@ -18,9 +18,8 @@ void LampWidget::build(IndicatorDevice& indicator)
 
     m_look = Looks::lamp(getParam(IndicatorDevice::kColor).value());
     delete m_lamp;
-    m_lamp = new QLabel;
+    m_lamp = new PlateLabel;
     norvo::showText(*m_lamp, withLineBreaks(getParam(IndicatorDevice::kCaption).value()));
-    m_lamp->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
     setState(false);
     setFontSize(getParam(IndicatorDevice::kFontSize));
     getLayout()->addWidget(m_lamp);
@@ -29,7 +28,7 @@ void LampWidget::build(IndicatorDevice& indicator)
 void LampWidget::setState(bool on)
 {
     if (m_lamp && m_look) {
-        Looks::apply(m_lamp, on ? m_look->lit : m_look->dark);
+        m_lamp->setPlate(on ? m_look->lit : m_look->dark);
     }
 }
 

@@ -6,7 +6,7 @@
 
 #include <QPointer>
 
-class QLabel;
+class PlateLabel;
 namespace norvo::Looks {
 struct Lamp;
 }
@@ -30,5 +30,5 @@ protected:
 
 private:
     const norvo::Looks::Lamp* m_look = nullptr; ///< Null: the plate keeps its plain look.
-    QPointer<QLabel> m_lamp;
+    QPointer<PlateLabel> m_lamp;
 };

@@ -4,9 +4,8 @@
 
 #include "norvo/Truncation.h"
 #include "widgets/Looks.h"
+#include "widgets/PlateLabel.h"
 #include "widgets/ShownText.h"
-
-#include <QLabel>
 
 #include <algorithm>
 #include <cmath>
@@ -15,10 +14,9 @@ namespace Looks = norvo::Looks;
 
 void ReadoutFace::createLabels(const QString& captionText)
 {
-    digits = new QLabel;
+    digits = new PlateLabel;
     show(0);
-    digits->setStyleSheet(Looks::kInRange.digits);
-    digits->setAlignment(Qt::AlignCenter);
+    digits->setPlate(Looks::kInRange.digits);
 
     caption = new QLabel;
     norvo::showText(*caption, captionText);
@@ -32,7 +30,7 @@ bool ReadoutFace::isOutOfRange(double value) const
 
 void ReadoutFace::show(double value)
 {
-    digits->setText(QString::number(value, 'f', precision));
+    digits->setPlainText(QString::number(value, 'f', precision));
 }
 
 void ReadoutFace::blink()

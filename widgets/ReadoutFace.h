@@ -3,6 +3,7 @@
 
 #include <QTimer>
 
+class PlateLabel;
 class QLabel;
 
 /// The digits of a readout and the caption above them.
@@ -17,7 +18,7 @@ struct ReadoutFace
     /// `more` further digits. Returns the width in pixels.
     int makeRoom(double oneEnd, double otherEnd, int more = 0);
 
-    QLabel* digits = nullptr; ///< Null before createLabels(), as is the caption.
+    PlateLabel* digits = nullptr; ///< Null before createLabels(), as is the caption.
     QLabel* caption = nullptr;
     QTimer blinkTimer; ///< Its object name holds the phase.
     double minThreshold = 0;
