@@ -2,29 +2,13 @@
 
 #include "widgets/LabelWidget.h"
 
+#include "widgets/BoundedLabel.h"
 #include "widgets/LineBreaks.h"
 #include "widgets/ShownText.h"
 
 #include <QGridLayout>
-#include <QLabel>
-#include <QScreen>
 
 namespace {
-
-/// Needs no more room than the screen has, however long the text that came: a window may not be
-/// smaller than what its labels need.
-class BoundedLabel : public QLabel
-{
-public:
-    QSize minimumSizeHint() const override
-    {
-        return QLabel::minimumSizeHint().boundedTo(screen()->availableSize());
-    }
-    int heightForWidth(int width) const override
-    {
-        return qMin(QLabel::heightForWidth(width), screen()->availableSize().height());
-    }
-};
 
 Qt::Alignment alignmentNamed(const QString& name)
 {
