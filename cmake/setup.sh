@@ -1,7 +1,7 @@
 # Shared by the commands ./run, ./test and .ci/run; to be sourced from the project's folder.
 
 # install_packages [LIST]: installs the packages of the list (cmake/debian-packages.txt) that are
-# missing. Asks nothing of apt when all are there.
+# missing, and removes none. Asks nothing of apt when all are there.
 install_packages() {
     local missing=() package
     while read -r package; do
@@ -23,7 +23,7 @@ install_packages() {
     echo "Installing: ${missing[*]}"
     "${as_root[@]}" apt-get update -qq
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y -qq --no-install-recommends "${missing[@]}"
+        apt-get install -y -qq --no-install-recommends --no-remove "${missing[@]}"
 }
 
 # build_preset NAME [TARGET...]: configures and builds one of the presets of CMakePresets.json.
