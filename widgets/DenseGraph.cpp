@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
+#include <vector>
 
 namespace norvo::plot {
 
@@ -93,37 +95,78 @@ QCPRange DenseGraph::getValueRange(bool& found, QCP::SignDomain domain, const QC
 
 void DenseGraph::draw(QCPPainter* painter)
 {
+    if (std::exchange(m_isDrawn, false)) {
+        return;
+    }
     const QTransform toPixels = painter->deviceTransform();
     m_scale = toPixels.type() <= QTransform::TxScale ? std::abs(toPixels.m11()) : 1;
     if (!drawStretches(*painter)) {
+        m_picture.reset();
         QCPGraph::draw(painter);
     }
 }
 
-/// A plain line of very many points, from what its stretches lie between to the pixels.
-bool DenseGraph::drawStretches(QCPPainter& painter) const
+/// A plain line of very many points, from what its stretches lie between to the pixels, and with it
+/// all that come right after it and are such, too.
+bool DenseGraph::drawStretches(QCPPainter& painter)
+{
+    if (!isOfStretches(painter)) {
+        return false;
+    }
+    std::vector<CurvesPicture::Curve> curves;
+    const QList<QCPLayerable*> all = layer()->children();
+    for (int i = all.indexOf(this); i < all.size(); ++i) {
+        auto* const graph = dynamic_cast<DenseGraph*>(all[i]);
+        if (!all[i]->realVisibility()) {
+            continue;
+        }
+        if (!graph || graph->keyAxis() != keyAxis() || graph->valueAxis() != valueAxis() ||
+            !graph->isOfStretches(painter)) {
+            break;
+        }
+        curves.push_back({graph->m_kept, graph->data()->constBegin(), graph->m_blocks,
+                          LineParts::penOnDevice(painter)});
+        if (graph != this) {
+            graph->m_isDrawn = true;
+            graph->m_picture.reset();
+        }
+    }
+    if (!m_picture) {
+        m_picture = std::make_unique<CurvesPicture>();
+    }
+    m_picture->draw(painter, axesIn(DevicePixels::clipOf(painter), painter.deviceTransform()),
+                    curves);
+    return true;
+}
+
+bool DenseGraph::isOfStretches(QCPPainter& painter) const
 {
     if (!isPlainLine() || painter.modes().testFlag(QCPPainter::pmVectorized)) {
         return false;
     }
+    const double scale = std::abs(painter.deviceTransform().m11());
+    const double pixel = keyAxis()->range().size() / (keyAxis()->axisRect()->width() * scale);
     Point begin;
     Point end;
     getVisibleDataBounds(begin, end, QCPDataRange(0, mDataContainer->size()));
-    const double pixel = keyAxis()->range().size() / (keyAxis()->axisRect()->width() * m_scale);
     if (begin == end || !isCrowded(begin, end, pixel) || !isMostlySeen(keyAxis()->range().size()) ||
         blocks().all(mDataContainer->constBegin()).hasGaps) {
         return false;
     }
     painter.setPen(pen());
     applyDefaultAntialiasingHint(&painter);
-    if (!LineParts::canDrawWith(painter)) {
-        return false;
-    }
-    const QTransform toDevice = painter.deviceTransform();
-    LineParts parts(painter);
-    passStretches(parts, pixel / kParts, toDevice);
-    parts.draw();
-    return true;
+    return LineParts::canDrawWith(painter);
+}
+
+CurvesPicture::Axes DenseGraph::axesIn(const QRect& clip, const QTransform& toDevice) const
+{
+    const QCPRange range = keyAxis()->range();
+    const double pixel = range.size() / (keyAxis()->axisRect()->width() * toDevice.m11());
+    const double left = keyAxis()->coordToPixel(range.lower) * toDevice.m11() + toDevice.dx();
+    const auto heightOf = [&](double value) {
+        return valueAxis()->coordToPixel(value) * toDevice.m22() + toDevice.dy() - clip.top();
+    };
+    return {range.lower + (clip.left() - left) * pixel, pixel, heightOf(0), heightOf(1)};
 }
 
 /// Nothing but a line on an upright pair of axes that grow evenly.
@@ -149,34 +192,6 @@ bool DenseGraph::isMostlySeen(double size) const
     const Point first = mDataContainer->constBegin();
     const Point last = mDataContainer->constEnd() - 1;
     return last->key - first->key <= 2 * size;
-}
-
-void DenseGraph::passStretches(LineParts& parts, double width, const QTransform& toDevice) const
-{
-    constexpr double far = 1e7; // Heights beyond cannot be told apart.
-    const double origin = keyAxis()->range().lower;
-    const auto deviceX = [&](double key) {
-        return keyAxis()->coordToPixel(key) * toDevice.m11() + toDevice.dx();
-    };
-    const double first = parts.placeOf(deviceX(origin));
-    const double zero = valueAxis()->coordToPixel(0) * toDevice.m22() + toDevice.dy();
-    const double perValue = valueAxis()->coordToPixel(1) * toDevice.m22() + toDevice.dy() - zero;
-    const auto placeOf = [&](double key) { return first + (key - origin) / width; };
-    const auto heightOf = [&](double value) { return qBound(-far, zero + value * perValue, far); };
-    QPointF before;
-    bool isFirst = true;
-    for (const KeptStretches::Part& part :
-         m_kept.update(mDataContainer->constBegin(), m_blocks, width)) {
-        const QPointF begin(placeOf(part.stretch.firstKey), heightOf(part.firstValue));
-        const QPointF end(placeOf(part.stretch.lastKey), heightOf(part.lastValue));
-        parts.pass((begin.x() + end.x()) / 2, heightOf(part.stretch.greatest),
-                   heightOf(part.stretch.least));
-        if (!isFirst) {
-            parts.pass(before, begin);
-        }
-        before = end;
-        isFirst = false;
-    }
 }
 
 void DenseGraph::getOptimizedLineData(QVector<QCPGraphData>* line, const Point& begin,

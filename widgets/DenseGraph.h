@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/CurvesPicture.h"
 #include "widgets/KeptStretches.h"
 #include "widgets/PointBlocks.h"
 
-namespace norvo::plot {
+#include <memory>
 
-class LineParts;
+namespace norvo::plot {
 
 /// A graph whose drawing and whose range of values hardly cost more with more points, where they
 /// come by append() and go by dropBefore(). NaN and infinities are gaps.
@@ -48,19 +49,22 @@ private:
     Mark mark() const;
     bool areBlocksTrue() const; ///< Whether they are of the points as they are.
     const PointBlocks& blocks() const;
-    bool drawStretches(QCPPainter& painter) const; ///< False: it is none for that.
+    bool drawStretches(QCPPainter& painter);       ///< False: it is none for that.
+    bool isOfStretches(QCPPainter& painter) const; ///< The painter then has its pen.
+    CurvesPicture::Axes axesIn(const QRect& clip, const QTransform& toDevice) const;
     bool isPlainLine() const;
     bool isCrowded(const Point& begin, const Point& end, double pixel) const; ///< pixel: in keys.
     bool isMostlySeen(double size) const; ///< What there is, on an axis of that length.
-    void passStretches(LineParts& parts, double width, const QTransform& toDevice) const;
     void addStretches(QVector<QCPGraphData>* line, int begin, int end, double width) const;
     void addStretch(QVector<QCPGraphData>* line, const Stretch& stretch) const;
     void addRuns(QVector<QCPGraphData>* line, const Point& from, const Point& to) const;
 
     double m_scale = 1; ///< Pixels of the device that is drawn on, to one of the plot.
     mutable PointBlocks m_blocks;
-    mutable KeptStretches m_kept; ///< Of these blocks.
-    mutable Mark m_known;         ///< What they are of.
+    mutable KeptStretches m_kept;             ///< Of these blocks.
+    mutable Mark m_known;                     ///< What they are of.
+    std::unique_ptr<CurvesPicture> m_picture; ///< With the graphs after it that are drawn with it.
+    bool m_isDrawn = false;                   ///< With one before it.
 };
 
 } // namespace norvo::plot

@@ -19,6 +19,8 @@ KeptStretches::Part partOf(PointBlocks::Points points, int begin, const Stretch&
 
 void KeptStretches::clear()
 {
+    static quint64 last = 0;
+    m_generation = ++last;
     m_parts.clear();
     m_begin = 0;
     m_end = 0;

@@ -25,6 +25,12 @@ public:
     const std::deque<Part>& update(PointBlocks::Points points, const PointBlocks& blocks,
                                    double width);
 
+    const std::deque<Part>& parts() const { return m_parts; } ///< As of the last update.
+    qint64 endNumber() const { return m_end; }                ///< After the last point of them.
+    /// Another one whenever parts but the first and the last have changed. No two objects ever have
+    /// the same one, but for 0 before there are parts.
+    quint64 generation() const { return m_generation; }
+
 private:
     void dropBefore(qint64 number, PointBlocks::Points points, const PointBlocks& blocks);
     void addFrom(int next, PointBlocks::Points points, const PointBlocks& blocks);
@@ -33,6 +39,7 @@ private:
     double m_width = 0;
     qint64 m_begin = 0; ///< Numbers of the points that they are of.
     qint64 m_end = 0;
+    quint64 m_generation = 0;
 };
 
 } // namespace norvo::plot

@@ -2,8 +2,6 @@
 
 #include "widgets/LineParts.h"
 
-#include <QPen>
-
 #include <cmath>
 
 namespace norvo::plot {
@@ -25,6 +23,14 @@ bool LineParts::canDrawWith(const QPainter& painter)
     constexpr double widest = 4;
     return DevicePixels::canBeDrawnBy(painter) && !DevicePixels::clipOf(painter).isEmpty() &&
            painter.pen().style() == Qt::SolidLine && penWidth(painter) <= widest;
+}
+
+QPen LineParts::penOnDevice(const QPainter& painter)
+{
+    QPen pen = painter.pen();
+    pen.setWidthF(penWidth(painter));
+    pen.setCosmetic(true);
+    return pen;
 }
 
 LineParts::LineParts(QPainter& painter)

@@ -4,6 +4,7 @@
 #include "widgets/DevicePixels.h"
 #include "widgets/PixelCoverage.h"
 
+#include <QPen>
 #include <QPointF>
 #include <QVector>
 
@@ -21,6 +22,7 @@ public:
     static constexpr int kParts = 4; ///< Of a pixel's width.
 
     static bool canDrawWith(const QPainter& painter); ///< Its pen, and what it draws on.
+    static QPen penOnDevice(const QPainter& painter); ///< That is as wide on the device itself.
     explicit LineParts(QPainter& painter);            ///< One that can be drawn with.
 
     double placeOf(double x) const

@@ -16,7 +16,6 @@ PixelCoverage::PixelCoverage(QPainter& painter, const QRect& area, const QColor&
       m_image(kColumns, area.height(), QImage::Format_ARGB32_Premultiplied),
       m_pixels(m_image.bits()),
       m_steps(size_t(area.height()) + 2),
-      m_slopes(size_t(area.height()) + 2),
       m_changes(size_t(area.height()) + 2),
       m_first(area.height())
 {
@@ -97,6 +96,7 @@ void PixelCoverage::addStep(int row, double step)
 
 void PixelCoverage::addSlopeStep(int row, double step)
 {
+    m_slopes.resize(m_steps.size());
     m_slopes[size_t(row)][size_t(m_column)] += int(step * kWhole);
     m_hasSlopes = true;
 }

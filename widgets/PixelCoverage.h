@@ -51,7 +51,7 @@ private:
     QImage m_image;
     uchar* const m_pixels;
     std::vector<Row> m_steps;    ///< How much more is covered than in the row above.
-    std::vector<Row> m_slopes;   ///< How much larger such a step is from this row on.
+    std::vector<Row> m_slopes;   ///< How much larger such a step is from this row on; if any.
     std::vector<char> m_changes; ///< Whether a row has any such step.
     bool m_hasSlopes = false;
     std::array<double, kColumns> m_widths{}; ///< All that is in the sum of each column.
