@@ -82,7 +82,8 @@ void CurvesPicture::forgetUnless(const QSize& size, const Axes& axes,
     const auto isSame = [](const Known& a, const Known& b) {
         return a.stretches == b.stretches && a.generation == b.generation && a.pen == b.pen;
     };
-    if (!isAsLong || size != m_size || axes.zero != m_axes.zero || axes.one != m_axes.one ||
+    if (!isAsLong || size != m_size || axes.value != m_axes.value || axes.height != m_axes.height ||
+        axes.perValue != m_axes.perValue ||
         !std::equal(known.cbegin(), known.cend(), m_curves.cbegin(), m_curves.cend(), isSame)) {
         m_shifted = {};
     }
@@ -164,15 +165,16 @@ void CurvesPicture::paintColumns(Shifted& shifted, qint64 from, qint64 to,
     painter.setClipRect(part);
     painter.setRenderHint(QPainter::Antialiasing);
     const double left = double(shifted.column) + shifted.shift; // In pixels, from the key 0.
-    const double perValue = m_axes.one - m_axes.zero;
+    const auto heightOf = [&](double value) {
+        return qBound(-far, m_axes.height + (value - m_axes.value) * m_axes.perValue, far);
+    };
     for (const Curve& curve : curves) {
         painter.setPen(curve.pen);
         LineParts parts(painter);
         pass(
             parts, curve.stretches, (double(from) - kReach) * m_axes.pixel,
             (double(to) + kReach) * m_axes.pixel,
-            [&](double key) { return parts.placeOf(key / m_axes.pixel - left); },
-            [&](double value) { return qBound(-far, m_axes.zero + value * perValue, far); });
+            [&](double key) { return parts.placeOf(key / m_axes.pixel - left); }, heightOf);
         parts.draw();
     }
 }

@@ -31,10 +31,11 @@ public:
     /// Where keys and values are, within what the painter is clipped to.
     struct Axes
     {
-        double left;  ///< Key of the left edge.
-        double pixel; ///< In keys.
-        double zero;  ///< Height of the value 0 in pixels, downwards.
-        double one;   ///< Of the value 1.
+        double left;     ///< Key of the left edge.
+        double pixel;    ///< In keys.
+        double value;    ///< One of the values on view.
+        double height;   ///< Where it is, in pixels downwards.
+        double perValue; ///< Pixels downwards.
     };
 
     /// With a painter and pens that LineParts can draw with.

@@ -141,6 +141,7 @@ bool DenseGraph::drawStretches(QCPPainter& painter)
 
 bool DenseGraph::isOfStretches(QCPPainter& painter) const
 {
+    constexpr double farthest = 1e14; // Pixels from the key 0 that can still be told apart.
     if (!isPlainLine() || painter.modes().testFlag(QCPPainter::pmVectorized)) {
         return false;
     }
@@ -149,7 +150,8 @@ bool DenseGraph::isOfStretches(QCPPainter& painter) const
     Point begin;
     Point end;
     getVisibleDataBounds(begin, end, QCPDataRange(0, mDataContainer->size()));
-    if (begin == end || !isCrowded(begin, end, pixel) || !isMostlySeen(keyAxis()->range().size()) ||
+    if (begin == end || std::abs(keyAxis()->range().lower) > farthest * pixel ||
+        !isCrowded(begin, end, pixel) || !isMostlySeen(keyAxis()->range().size()) ||
         blocks().all(mDataContainer->constBegin()).hasGaps) {
         return false;
     }
@@ -160,13 +162,16 @@ bool DenseGraph::isOfStretches(QCPPainter& painter) const
 
 CurvesPicture::Axes DenseGraph::axesIn(const QRect& clip, const QTransform& toDevice) const
 {
-    const QCPRange range = keyAxis()->range();
-    const double pixel = range.size() / (keyAxis()->axisRect()->width() * toDevice.m11());
-    const double left = keyAxis()->coordToPixel(range.lower) * toDevice.m11() + toDevice.dx();
+    const QCPRange keys = keyAxis()->range();
+    const QCPRange values = valueAxis()->range();
+    const double pixel = keys.size() / (keyAxis()->axisRect()->width() * toDevice.m11());
+    const double left = keyAxis()->coordToPixel(keys.lower) * toDevice.m11() + toDevice.dx();
     const auto heightOf = [&](double value) {
         return valueAxis()->coordToPixel(value) * toDevice.m22() + toDevice.dy() - clip.top();
     };
-    return {range.lower + (clip.left() - left) * pixel, pixel, heightOf(0), heightOf(1)};
+    const double height = heightOf(values.lower);
+    return {keys.lower + (clip.left() - left) * pixel, pixel, values.lower, height,
+            (heightOf(values.upper) - height) / values.size()};
 }
 
 /// Nothing but a line on an upright pair of axes that grow evenly.

@@ -52,11 +52,6 @@ void LineParts::pass(const QPointF& from, const QPointF& to)
     const int last = int(qMin(to.x(), m_heights.size() - 1.0));
     m_first = qMin(m_first, first);
     m_last = qMax(m_last, last);
-    if (first == last) {
-        m_heights[first].add(from.y());
-        m_heights[first].add(to.y());
-        return;
-    }
     const double slope = (to.y() - from.y()) / (to.x() - from.x());
     double height = first > from.x() ? from.y() + slope * (first - from.x()) : from.y();
     for (int part = first; part <= last; ++part) {
@@ -95,11 +90,11 @@ void LineParts::drawAround(int part)
     const int column = m_left + inClip / kParts;
     const bool isBetweenColumns = inClip % kParts == 0;
     const double width = (isBetweenColumns ? 0.5 : 1.0) / kParts;
-    if (inClip >= 0) {
-        m_coverage.addBar(column, heights.top - more, heights.bottom + more, width);
-    }
     if (isBetweenColumns && inClip > 0) {
         m_coverage.addBar(column - 1, heights.top - more, heights.bottom + more, width);
+    }
+    if (inClip >= 0) { // After the one before, whose strip may now be painted.
+        m_coverage.addBar(column, heights.top - more, heights.bottom + more, width);
     }
 }
 
