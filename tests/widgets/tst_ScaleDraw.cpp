@@ -100,6 +100,8 @@ void tst_ScaleDraw::greenZoneIsInclusiveAndCutTowardZero_data()
     QTest::newRow("reversed keeps its left edge")
         << 0.75 << 0.25 << QRect(QPoint(100, 20), QPoint(149, 79));
     QTest::newRow("empty") << 0.5 << 0.5 << QRect(QPoint(75, 20), QPoint(74, 79));
+    QTest::newRow("without an end") << 0.5 << kInfinity << QRect();
+    QTest::newRow("without a beginning") << -kInfinity << 0.5 << QRect();
 }
 
 void tst_ScaleDraw::greenZoneIsInclusiveAndCutTowardZero()

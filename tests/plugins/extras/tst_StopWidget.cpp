@@ -31,6 +31,8 @@ private slots:
     void looksLatchedAtTheStart();
     void keyShowsItsFocusAndHasThatOfTheWidget();
     void latchedKeySaysHowItIsReleased();
+    void lettersOfTheHintAreSmallerButLegible_data();
+    void lettersOfTheHintAreSmallerButLegible();
     void captionIsShownVerbatim();
     void wordsAreLegible();
     void sizeIsLargeAndDoesNotChangeWithTheState();
@@ -305,6 +307,41 @@ void tst_StopWidget::latchedKeySaysHowItIsReleased()
     QVERIFY(!hasWhiteAboveTheBar());
     stand.device.stop();
     QVERIFY(hasWhiteAboveTheBar());
+}
+
+void tst_StopWidget::lettersOfTheHintAreSmallerButLegible_data()
+{
+    QTest::addColumn<QString>("fontSize");
+    QTest::addColumn<double>("hintSize");
+    QTest::newRow("small") << "10" << 9.0;
+    QTest::newRow("large") << "30" << 18.0;
+}
+
+void tst_StopWidget::lettersOfTheHintAreSmallerButLegible()
+{
+    QFETCH(QString, fontSize);
+    QFETCH(double, hintSize);
+    auto with = params("true");
+    with["widget/fontSize"] = fontSize;
+    Stand<StopDevice> stand(with);
+    stand.widget->resize(500, 300);
+    auto* const key = stand.only<StopKey>();
+    const QImage image = key->grab().toImage();
+    const int bottom = 300 - 10 - 12 - 10; // Above the bar.
+    int left = image.width();
+    int right = 0;
+    for (int y = bottom - key->fontMetrics().height() / 2; y < bottom; ++y) {
+        for (int x = 30; x < 470; ++x) {
+            if (image.pixelColor(x, y).lightness() > 180) {
+                left = std::min(left, x);
+                right = std::max(right, x);
+            }
+        }
+    }
+    QFont font = key->font();
+    font.setPointSizeF(hintSize);
+    const int width = QFontMetrics(font).horizontalAdvance("hold to release");
+    QVERIFY2(std::abs(right - left - width) < width / 8, qPrintable(QString::number(right - left)));
 }
 
 void tst_StopWidget::keyShowsItsFocusAndHasThatOfTheWidget()
