@@ -175,7 +175,6 @@ void DigitalWithProgress::input(double value)
         moveBar(m_bar, int(std::fmin(std::fmax(barPosition(value), 0), kBarSteps)));
     }
     setActive(true);
-    update();
 }
 
 void DigitalWithProgress::checkForAlarm()
