@@ -8,7 +8,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QJsonArray>
 #include <QJsonObject>
 #include <QLibrary>
 #include <QPluginLoader>
@@ -22,6 +21,7 @@ struct PluginSet::Found
 {
     QString file;      ///< As messages name it.
     QStringList types; ///< That it lists; empty: it does not say.
+    QStringList openGlTypes;
     std::unique_ptr<QPluginLoader> loader;
     bool isLoaded = false; ///< Or has failed to.
 
@@ -38,13 +38,10 @@ bool isSharedLibrary(const QString& fileName)
     return file.open(QIODevice::ReadOnly) && file.read(4) == QByteArray("\177ELF");
 }
 
-QStringList listedTypes(const QJsonObject& metaData)
+/// What the author of the plug-in says of its types.
+QStringList listed(const QJsonObject& metaData, const QString& key)
 {
-    QStringList types;
-    for (const QJsonValue type : metaData.value("MetaData").toObject().value("types").toArray()) {
-        types.append(type.toString());
-    }
-    return types;
+    return metaData.value("MetaData").toObject().value(key).toVariant().toStringList();
 }
 
 } // namespace
@@ -111,7 +108,8 @@ void PluginSet::findFile(const QString& file)
         return warn(file, QString("this plug-in is of another interface, \"%1\"; \"%2\" is needed")
                               .arg(interface, kInterface));
     }
-    m_found.push_back({file, listedTypes(metaData), std::move(loader)});
+    m_found.push_back(
+        {file, listed(metaData, "types"), listed(metaData, "openGl"), std::move(loader)});
 }
 
 bool PluginSet::canWait() const
@@ -152,6 +150,15 @@ void PluginSet::needAll()
     for (Found& found : m_found) {
         load(found);
     }
+}
+
+bool PluginSet::mayUseOpenGl(const QStringList& types) const
+{
+    return !canWait() || std::any_of(types.cbegin(), types.cend(), [this](const QString& type) {
+        return std::any_of(m_found.cbegin(), m_found.cend(), [&type](const Found& found) {
+            return found.openGlTypes.contains(type, Qt::CaseInsensitive);
+        });
+    });
 }
 
 bool PluginSet::isEmpty() const

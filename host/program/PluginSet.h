@@ -22,7 +22,8 @@ namespace norvo {
 ///
 /// A plug-in whose metadata list its device types, {"types": ["label", "lamp"]}, need not be loaded
 /// by a panel that has none of them. That holds while all plug-ins do so and no two list the same
-/// type: what one that does not say may replace a type of any other.
+/// type: what one that does not say may replace a type of any other. Those whose widgets may draw
+/// by OpenGL stand under "openGl" as well.
 class PluginSet
 {
 public:
@@ -41,7 +42,9 @@ public:
     /// Loads the plug-ins that have these types, in any case; all, where one of the types is of
     /// none. A type that comes again replaces the older one.
     void need(const QStringList& types);
-    void needAll();                   ///< Loads all that were found.
+    void needAll(); ///< Loads all that were found.
+    /// Whether a widget of one of these types may draw by OpenGL.
+    bool mayUseOpenGl(const QStringList& types) const;
     void load(const QString& folder); ///< Finds and loads them.
 
     const DeviceManager& manager() const { return m_manager; }

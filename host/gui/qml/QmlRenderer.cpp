@@ -26,6 +26,9 @@ void keepFatalMessages(QtMsgType type, const QMessageLogContext& context, const 
 
 bool hasUsefulOpenGl()
 {
+    if (QCoreApplication::testAttribute(Qt::AA_ForceRasterWidgets)) {
+        return false; // The windows that stand take none.
+    }
     if (QGuiApplication::platformName() == "offscreen") {
         return false; // It may offer one, of a display that is there by chance.
     }

@@ -48,6 +48,16 @@ void reportAll(const Diagnostics& diagnostics)
     }
 }
 
+QStringList typesOf(const PanelDescription& description)
+{
+    QStringList types;
+    for (const DeviceSetting& device : description.devices) {
+        types.append(device.type.text);
+    }
+    types.removeDuplicates();
+    return types;
+}
+
 } // namespace
 
 PanelRun::PanelRun(const Options& options, PluginSet& plugins, const Catalogue& catalogue)
@@ -106,6 +116,7 @@ int PanelRun::start()
         state.read();
     }
     needTypes(description);
+    chooseSurface(description);
     PanelPlan plan = PanelPlan::make(description, m_plugins.manager(),
                                      {state.fileName(), state.state(), state.places()}, diagnostics,
                                      {}, m_knowledge);
@@ -158,13 +169,16 @@ void PanelRun::settle(PanelDescription& description) const
 
 void PanelRun::needTypes(const PanelDescription& description) const
 {
-    QStringList types;
-    for (const DeviceSetting& device : description.devices) {
-        types.append(device.type.text);
-    }
-    types.removeDuplicates();
-    m_plugins.need(types);
+    m_plugins.need(typesOf(description));
     Console::reportEach(m_plugins.takeWarnings());
+}
+
+/// A window that OpenGL may draw to has the display's loaded with it, which takes more memory than
+/// a whole panel, and longer than its start. What comes to need it later is drawn without.
+void PanelRun::chooseSurface(const PanelDescription& description) const
+{
+    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets,
+                                   !m_plugins.mayUseOpenGl(typesOf(description)));
 }
 
 int PanelRun::showErrors(const Diagnostics& diagnostics)

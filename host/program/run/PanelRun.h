@@ -37,6 +37,7 @@ private:
     void settle(PanelDescription& description) const;
     /// Loads the plug-ins that it needs.
     void needTypes(const PanelDescription& description) const;
+    void chooseSurface(const PanelDescription& description) const; ///< Of windows to come.
     void wear(const PanelLook& look);
     int showErrors(const Diagnostics& diagnostics);
     int runPanel(PanelPlan plan, const PanelDescription& description, Diagnostics& diagnostics,

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "PanelProcess.h"
+#include "XServer.h"
 #include "TestMain.h"
 
 #include <QtTest>
@@ -13,6 +13,8 @@ class tst_LoadedLibraries : public QObject
 private slots:
     void plainPanelLoadsNothingOfWhatItDoesNotUse();
     void panelWithAQmlDeviceLoadsQtQuick();
+    void plainPanelUnderXLoadsNoOpenGl();
+    void qmlDeviceThatIsAddedLaterIsDrawn();
     void changedFileLoadsWhatItsNewDeviceNeeds();
     void unknownTypeIsToldWithTheNearestOfAll();
 
@@ -72,6 +74,50 @@ void tst_LoadedLibraries::panelWithAQmlDeviceLoadsQtQuick()
 {
     const QByteArray loaded = loadedForPictureOf(NORVO_SOURCE_DIR "/examples/qml/panel.yaml");
     QVERIFY(hasLoaded(loaded, "libQt5Quick"));
+}
+
+void tst_LoadedLibraries::plainPanelUnderXLoadsNoOpenGl()
+{
+    if (!XServer::isInstalled()) {
+        QSKIP("there is no Xvfb");
+    }
+    XServer server;
+    PanelProcess program({"--fullscreen", write("devices: {a: {device: label}}\n")});
+    watch(program);
+    setDisplay(program, server.display());
+    program.start();
+    QVERIFY(program.waitForStarted());
+    const qint64 process = program.processId();
+    QTRY_VERIFY_WITH_TIMEOUT(server.pixel(500, 300) != Qt::black, PanelProcess::kPatience);
+    QVERIFY(hasLoaded(loadedBy(process), "libqxcb"));
+    for (const char* const name : {"libGLX_", "swrast_dri", "libLLVM"}) {
+        QVERIFY2(!hasLoaded(loadedBy(process), name), name);
+    }
+}
+
+/// Its window stands already, and takes no OpenGL.
+void tst_LoadedLibraries::qmlDeviceThatIsAddedLaterIsDrawn()
+{
+    if (!XServer::isInstalled()) {
+        QSKIP("there is no Xvfb");
+    }
+    QFile document(m_folder.filePath("Green.qml"));
+    QVERIFY(document.open(QIODevice::WriteOnly));
+    document.write(
+        "import QtQuick 2.0\nRectangle { width: 1024; height: 600; color: \"#00ff00\" }\n");
+    document.close();
+    XServer server;
+    PanelProcess program({"--fullscreen", write("devices: {a: {device: label}}\n")});
+    watch(program);
+    setDisplay(program, server.display());
+    program.start();
+    QVERIFY(program.waitForStarted());
+    const qint64 process = program.processId();
+    QTRY_VERIFY_WITH_TIMEOUT(hasLoaded(loadedBy(process), "libnorvoguidevices"),
+                             PanelProcess::kPatience);
+    QTest::qWait(500); // The panel is on view, and its file is watched.
+    write("devices: {a: {device: qml_widget, params: {sourceData: Green.qml}}}\n");
+    QTRY_COMPARE_WITH_TIMEOUT(server.pixel(500, 300), QColor("#00ff00"), PanelProcess::kPatience);
 }
 
 void tst_LoadedLibraries::changedFileLoadsWhatItsNewDeviceNeeds()

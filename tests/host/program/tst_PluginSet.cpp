@@ -46,6 +46,7 @@ private slots:
     void unknownTypeNeedsAll();
     void pluginThatDoesNotListItsTypesHasAllLoaded();
     void twoPluginsThatListATypeAreBothLoaded();
+    void typesThatMayDrawByOpenGlAreKnownBefore();
 };
 
 void tst_PluginSet::pluginEntersItsTypes()
@@ -259,6 +260,16 @@ void tst_PluginSet::twoPluginsThatListATypeAreBothLoaded()
     plugins.need({"mqtt"});
     QVERIFY(plugins.manager().factories().contains("calc"));
     QCOMPARE(plugins.warnings().size(), 3); // calc, settle and timer come again.
+}
+
+void tst_PluginSet::typesThatMayDrawByOpenGlAreKnownBefore()
+{
+    PluginSet plugins;
+    plugins.find(kBuiltPlugins);
+    QVERIFY(!plugins.mayUseOpenGl({"label", "output_graph", "mqtt"}));
+    QVERIFY(plugins.mayUseOpenGl({"label", "QML_Widget"}));
+    plugins.find(kFixtures + "relays"); // It says nothing.
+    QVERIFY(plugins.mayUseOpenGl({"label"}));
 }
 
 NORVO_GUILESS_TEST(tst_PluginSet)
