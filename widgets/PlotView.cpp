@@ -36,7 +36,7 @@ void PlotView::refresh(QCustomPlot::RefreshPriority priority)
 
 bool PlotView::canBeSeen() const
 {
-    return isVisible() && !window()->isMinimized();
+    return isVisible() && !size().isEmpty() && !window()->isMinimized();
 }
 
 void PlotView::changeEvent(QEvent* event)
@@ -62,8 +62,13 @@ bool PlotView::eventFilter(QObject* watched, QEvent* event)
     return QCustomPlot::eventFilter(watched, event);
 }
 
+/// A layout may leave it no room for a moment; a picture of no size cannot be drawn into.
 void PlotView::resizeEvent(QResizeEvent* event)
 {
+    if (size().isEmpty()) {
+        m_stale = true;
+        return;
+    }
     QCustomPlot::resizeEvent(event); // draws it
     m_stale = false;
 }

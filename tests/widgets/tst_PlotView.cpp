@@ -2,6 +2,7 @@
 
 #include "widgets/PlotView.h"
 #include "CurvePoints.h"
+#include "MessageLog.h"
 #include "TestMain.h"
 
 #include <QtTest>
@@ -21,6 +22,7 @@ private slots:
     void refreshDrawsWhileItCanBeSeen();
     void hiddenItIsDrawnForAPicture();
     void drawingIsPutOffUntilItsParentIsShown();
+    void drawingIsPutOffUntilThereIsRoom();
 
     void removingBeforeAKeyKeepsThePointOnIt();
     void lastKeyIsTheGreatest();
@@ -149,6 +151,28 @@ void tst_PlotView::drawingIsPutOffUntilItsParentIsShown()
     QTRY_VERIFY(drawn.size() > 0);
     QTest::qWait(20);
     QCOMPARE(drawn.size(), 1);
+}
+
+void tst_PlotView::drawingIsPutOffUntilThereIsRoom()
+{
+    QWidget window;
+    auto* view = new PlotView(kQueued);
+    view->setParent(&window);
+    view->resize(200, 100);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QTest::qWait(20);
+    QSignalSpy drawn(view, SIGNAL(afterReplot()));
+    MessageLog log;
+    view->resize(200, 0);
+    view->refresh(plot::kReplotHint);
+    view->refresh(plot::kReplotQueued);
+    QTest::qWait(20);
+    QCOMPARE(drawn.size(), 0);
+    view->resize(200, 80);
+    QVERIFY(drawn.size() > 0);
+    QCOMPARE(view->viewport().size(), QSize(200, 80));
+    QCOMPARE(log.take(), QStringList());
 }
 
 void tst_PlotView::removingBeforeAKeyKeepsThePointOnIt()
