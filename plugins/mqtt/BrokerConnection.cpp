@@ -277,10 +277,8 @@ void BrokerConnection::failWith(int code, int errorNumber)
         fail("the broker has closed the connection");
     } else if (code == MOSQ_ERR_EAI || code == MOSQ_ERR_LOOKUP) {
         fail("the name of the host is not known");
-    } else if (code == MOSQ_ERR_TLS && !m_lastLog.isEmpty()) {
-        fail(m_lastLog);
     } else {
-        fail(QString(mosquitto_strerror(code)));
+        fail(m_lastLog.isEmpty() ? QString(mosquitto_strerror(code)) : m_lastLog);
     }
 }
 

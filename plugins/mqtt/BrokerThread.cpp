@@ -3,14 +3,15 @@
 #include "plugins/mqtt/BrokerThread.h"
 
 #include "plugins/common/RetryDelay.h"
+#include "plugins/mqtt/Outbox.h"
 
 #include <QElapsedTimer>
 
 #include <chrono>
 #include <condition_variable>
 #include <csignal>
-#include <deque>
 #include <mutex>
+#include <optional>
 #include <utility>
 
 #include <mosquitto.h>
@@ -25,8 +26,6 @@ namespace {
 using namespace std::chrono_literals;
 using Milliseconds = std::chrono::milliseconds;
 
-constexpr std::size_t kMaxOutbox = 1000;
-constexpr qint64 kMaxOutboxBytes = 4LL * 1024 * 1024;
 constexpr int kMaxUnconfirmed = 20; ///< At a time; what comes after them waits in the outbox.
 constexpr auto kMaxOpening = 5s;
 constexpr auto kMaxDelay = 10s;
@@ -54,8 +53,7 @@ struct BrokerThread::Shared
     bool isUp = false;
     bool isStopping = false;
     bool hasEnded = false;
-    std::deque<Publication> outbox;
-    qint64 outboxBytes = 0;
+    Outbox outbox;
     QVector<TopicFilter> filters;
     bool hasNewFilters = false;
     Losses losses;
@@ -94,8 +92,10 @@ private:
     void begin(BrokerConnection& connection);
     void end(const BrokerConnection& connection);
     void takeRequests(BrokerConnection& connection);
-    bool takePublication(Publication& next);
+    std::optional<QVector<TopicFilter>> takeFilters();
+    std::optional<Publication> takePublication();
     void say(BrokerConnection& connection, const char* status) const;
+    void flush(BrokerConnection& connection, const QElapsedTimer& clock);
     void bidFarewell(BrokerConnection& connection);
     void tell(News::Kind kind, const QString& text = {});
     void wakeReader();
@@ -241,9 +241,7 @@ void BrokerThread::Worker::end(const BrokerConnection& connection)
         const std::lock_guard lock(m_shared.mutex);
         m_shared.isUp = false;
         m_shared.losses.unconfirmed +=
-            qint64(m_shared.outbox.size()) + connection.unconfirmedCount();
-        m_shared.outbox.clear();
-        m_shared.outboxBytes = 0;
+            qint64(m_shared.outbox.clear()) + connection.unconfirmedCount();
     }
     tell(News::Disconnected);
     if (breaksSession) {
@@ -257,36 +255,33 @@ void BrokerThread::Worker::end(const BrokerConnection& connection)
 
 void BrokerThread::Worker::takeRequests(BrokerConnection& connection)
 {
-    QVector<TopicFilter> filters;
-    bool hasNewFilters = false;
-    {
-        const std::lock_guard lock(m_shared.mutex);
-        hasNewFilters = std::exchange(m_shared.hasNewFilters, false);
-        filters = m_shared.filters;
+    if (const auto filters = takeFilters()) {
+        connection.subscribe(*filters);
     }
-    if (hasNewFilters) {
-        connection.subscribe(filters);
-    }
-    Publication next;
-    while (!connection.wantsToWrite() && connection.unconfirmedCount() < kMaxUnconfirmed &&
-           takePublication(next)) {
-        if (!connection.publish(next)) {
+    while (!connection.wantsToWrite() && connection.unconfirmedCount() < kMaxUnconfirmed) {
+        const auto next = takePublication();
+        if (!next) {
+            return;
+        }
+        if (!connection.publish(*next)) {
             const std::lock_guard lock(m_shared.mutex);
             ++m_shared.losses.refused;
         }
     }
 }
 
-bool BrokerThread::Worker::takePublication(Publication& next)
+/// Nothing where they are the same as before.
+std::optional<QVector<TopicFilter>> BrokerThread::Worker::takeFilters()
 {
     const std::lock_guard lock(m_shared.mutex);
-    if (m_shared.outbox.empty()) {
-        return false;
-    }
-    next = std::move(m_shared.outbox.front());
-    m_shared.outbox.pop_front();
-    m_shared.outboxBytes -= next.payload.size();
-    return true;
+    return std::exchange(m_shared.hasNewFilters, false) ? std::optional(m_shared.filters)
+                                                        : std::nullopt;
+}
+
+std::optional<Publication> BrokerThread::Worker::takePublication()
+{
+    const std::lock_guard lock(m_shared.mutex);
+    return m_shared.outbox.takeFirst();
 }
 
 void BrokerThread::Worker::say(BrokerConnection& connection, const char* status) const
@@ -296,22 +291,29 @@ void BrokerThread::Worker::say(BrokerConnection& connection, const char* status)
     }
 }
 
-/// Sends what it has still been given, and ends the connection in order.
-void BrokerThread::Worker::bidFarewell(BrokerConnection& connection)
+/// Sends what it has been given until the broker has it all, or the time for the farewell is over.
+void BrokerThread::Worker::flush(BrokerConnection& connection, const QElapsedTimer& clock)
 {
-    const auto isBusy = [&connection] {
-        return connection.state() == BrokerConnection::State::Up &&
-               (connection.wantsToWrite() || connection.unconfirmedCount() > 0);
-    };
-    QElapsedTimer clock;
-    clock.start();
-    takeRequests(connection);
-    say(connection, "offline");
-    while (isBusy() && !clock.hasExpired(Milliseconds(kFarewell).count())) {
+    while (true) {
+        takeRequests(connection);
+        const bool isBusy = connection.state() == BrokerConnection::State::Up &&
+                            (connection.wantsToWrite() || connection.unconfirmedCount() > 0);
+        if (!isBusy || clock.hasExpired(Milliseconds(kFarewell).count())) {
+            return;
+        }
         poll(connection, kOpeningTick);
         connection.work();
-        takeRequests(connection);
     }
+}
+
+/// Sends the rest, says last of all that it goes, and ends the connection in order.
+void BrokerThread::Worker::bidFarewell(BrokerConnection& connection)
+{
+    QElapsedTimer clock;
+    clock.start();
+    flush(connection, clock);
+    say(connection, "offline");
+    flush(connection, clock);
     if (connection.state() == BrokerConnection::State::Up) {
         connection.close();
         connection.work();
@@ -374,12 +376,9 @@ BrokerThread::Answer BrokerThread::publish(Publication what)
     if (!m_shared->isUp || m_shared->isStopping) {
         return Answer::NotConnected;
     }
-    if (m_shared->outbox.size() >= kMaxOutbox ||
-        m_shared->outboxBytes + what.payload.size() > kMaxOutboxBytes) {
+    if (!m_shared->outbox.push(std::move(what))) {
         return Answer::Full;
     }
-    m_shared->outboxBytes += what.payload.size();
-    m_shared->outbox.push_back(std::move(what));
     m_shared->notify();
     return Answer::Taken;
 }

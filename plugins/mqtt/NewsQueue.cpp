@@ -49,11 +49,10 @@ void NewsQueue::thin()
         kept.push_front(std::move(*news));
     }
     m_news = std::move(kept);
-    if (m_news.size() > kMaxCount / 2 || m_bytes > kMaxBytes / 2) {
-        dropOlderHalf();
-    }
+    dropOlderHalf();
 }
 
+/// Nothing where no more than half of what may wait is left.
 void NewsQueue::dropOlderHalf()
 {
     std::size_t count = m_news.size();

@@ -8,6 +8,7 @@
 #include <QAbstractEventDispatcher>
 #include <QtTest>
 
+#include <limits>
 #include <thread>
 
 namespace {
@@ -32,6 +33,7 @@ private slots:
     void initTestCase() { mosquitto_lib_init(); }
     void cleanupTestCase() { mosquitto_lib_cleanup(); }
     void steadyStreamIsTakenSomeThirtyTimesASecond();
+    void messageAfterAFewComesSoon();
     void floodLeavesTheWindowFreeAndMemoryBounded();
 };
 
@@ -71,6 +73,41 @@ void tst_MqttFlood::steadyStreamIsTakenSomeThirtyTimesASecond()
     stream.join();
     const qint64 mostPasses = whole.elapsed() / 33 + 5;
     QVERIFY2(passes.size() <= mostPasses, qPrintable(QString::number(passes.size())));
+}
+
+/// Each few are answered with as many, so that a pause as after many would hold all of them up.
+/// However busy the machine is, some of them come through.
+void tst_MqttFlood::messageAfterAFewComesSoon()
+{
+    constexpr int few = 4;
+    constexpr qint64 soonMs = 25;
+    TestBroker broker({"allow_anonymous true"});
+    broker.start();
+    MqttSubject panel(broker.address());
+    QCOMPARE(panel.device.addOutput("t", QString("bench/t")), QString());
+    Peer peer(broker.port());
+    peer.waitUntilUp();
+    qint64 shortestMs = std::numeric_limits<qint64>::max();
+    int count = 0;
+    QElapsedTimer sincePublished;
+    const auto publishFew = [&] {
+        sincePublished.start();
+        for (int i = 0; i < few; ++i) {
+            peer.publish("bench/t", "x"); // Leaves as a text alone.
+        }
+    };
+    Listener values;
+    values.onNote = [&] {
+        if (++count % few == 0) {
+            shortestMs = qMin(shortestMs, sincePublished.elapsed());
+            QTimer::singleShot(0, &panel.device, publishFew); // Not in the turn that is going on.
+        }
+    };
+    values.listenTo(panel.device, "t");
+    panel.startAndConnect();
+    QTimer::singleShot(200, &panel.device, publishFew); // It has subscribed by then.
+    QTRY_VERIFY_WITH_TIMEOUT(shortestMs <= soonMs, kPatience);
+    QVERIFY(count >= few);
 }
 
 void tst_MqttFlood::floodLeavesTheWindowFreeAndMemoryBounded()

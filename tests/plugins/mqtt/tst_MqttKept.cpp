@@ -31,6 +31,7 @@ private slots:
     void restartLosesNothingThatTheBrokerAccepted();
     void sessionThatTheBrokerLostIsReported();
     void messagesOfAnEarlierRunDoNotCome();
+    void stopSendsTheRestAndThenItsFarewell();
 };
 
 void tst_MqttKept::writeBeforeTheConnectionIsNeverSent()
@@ -200,6 +201,28 @@ void tst_MqttKept::messagesOfAnEarlierRunDoNotCome()
     QTRY_COMPARE_WITH_TIMEOUT(broker.log().count("panel 1 bench/t"), 2, kPatience);
     peer.publish("bench/t", "new", 1);
     QTRY_COMPARE_WITH_TIMEOUT(panel.notes, QStringList("t text new"), kPatience);
+}
+
+void tst_MqttKept::stopSendsTheRestAndThenItsFarewell()
+{
+    constexpr int count = 25; // More than may be on their way at a time.
+
+    TestBroker broker;
+    broker.start();
+    Peer peer(broker.port());
+    peer.subscribe("bench/#");
+    MqttSubject panel(broker.address());
+    panel.device.setParam("status", "bench/status");
+    panel.addInput("set", QString("bench/set qos1"));
+    panel.startAndConnect();
+    QStringList expected{"bench/status online qos1"};
+    for (int i = 0; i < count; ++i) {
+        panel.send("set", "(double)", double(i));
+        expected << QString("bench/set %1 qos1").arg(i);
+    }
+    panel.stop();
+    expected << "bench/status offline qos1";
+    QTRY_COMPARE_WITH_TIMEOUT(peer.notes(), expected, kPatience);
 }
 
 NORVO_GUILESS_TEST(tst_MqttKept)

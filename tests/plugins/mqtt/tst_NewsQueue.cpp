@@ -17,6 +17,7 @@ private slots:
     void orderStays();
     void newestOfEachTopicStays();
     void bytesAreBounded();
+    void newestHalfOfTheBytesStays();
     void topicsAreBounded();
     void otherNewsAlwaysStay();
     void floodCostsLittle();
@@ -86,6 +87,22 @@ void tst_NewsQueue::bytesAreBounded()
     QVERIFY(bytes >= NewsQueue::kMaxBytes / 4);
     QCOMPARE(all.back().topic, QByteArray("99"));
     QCOMPARE(qint64(all.size()) + queue.takeDropped(), qint64(100));
+}
+
+void tst_NewsQueue::newestHalfOfTheBytesStays()
+{
+    constexpr int size = 1024 * 1024;
+    constexpr int most = int(NewsQueue::kMaxBytes / size);
+    NewsQueue queue;
+    for (int i = 0; i < most; ++i) {
+        queue.push(message(QByteArray::number(100 + i), QByteArray(size - 3, 'x')));
+    }
+    QCOMPARE(queue.takeDropped(), qint64(0));
+    queue.push(message("200", QByteArray(size - 3, 'x')));
+    QCOMPARE(queue.takeDropped(), qint64(most / 2 + 1));
+    const auto all = queue.take(1000);
+    QCOMPARE(all.size(), std::size_t(most / 2));
+    QCOMPARE(all.back().topic, QByteArray("200"));
 }
 
 void tst_NewsQueue::topicsAreBounded()
