@@ -95,11 +95,12 @@ int LinePump::readOnce()
     std::array<char, kReadBytes> block;
     ssize_t count = 0;
     do {
+        errno = 0; // The end of the stream sets none.
         count = ::read(m_pipe.get(), block.data(), block.size());
     } while (count < 0 && errno == EINTR);
     if (count > 0) {
         m_queue.append(block.data(), int(count));
-    } else if (count == 0 || (errno != EAGAIN && errno != EWOULDBLOCK)) {
+    } else if (errno != EAGAIN) {
         m_atEnd = true;
         m_queue.finish();
     }
