@@ -246,7 +246,8 @@ void SerialDevice::turn()
         }
     }
     m_inTurn = false;
-    if (isRunning() && (bytes.size() == kReadBytes || !m_queue->isEmpty())) {
+    // What has come while a receiver ran an event loop is not announced again.
+    if (isRunning() && (m_link->hasUnread() || !m_queue->isEmpty())) {
         m_turnTimer.start(kTurnPause);
     }
 }

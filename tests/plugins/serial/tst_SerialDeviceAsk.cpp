@@ -20,6 +20,7 @@ private slots:
     void writesWhileItIsMissingNeverArrive();
     void onlyAnswersMissedInARowCount();
     void waitsForAnAnswerThatThisThreadHasNotRead();
+    void answerThatAReceiverKeepsFromBeingReadIsWaitedFor();
 };
 
 namespace {
@@ -63,14 +64,17 @@ void tst_SerialDeviceAsk::pollsDoNotPileUp()
 void tst_SerialDeviceAsk::missingAnswersAreAFaultAndThenDisconnect()
 {
     PseudoPort port;
+    QByteArray unanswered;
     SerialSubject subject(port.path(), {{"ask", "W"}, {"every", "100"}, {"timeout", "200"}});
     subject.start();
     QVERIFY(isAsked(port));
     port.write("1\n");
     QTRY_COMPARE(subject.notes.size(), 3);
+    QObject::connect(&subject.device, &SerialDevice::connected, &subject.device,
+                     [&](bool on) { unanswered += on ? QByteArray() : port.read(); });
     QTRY_COMPARE(subject.notes.mid(3), QStringList("away"));
     QCOMPARE(subject.faults, QStringList("no answer within 200 ms"));
-    QVERIFY(port.read().startsWith("W\nW\nW\n"));
+    QCOMPARE(unanswered, QByteArray("W\nW\nW\n"));
     port.write("2\n");
     QTRY_COMPARE(subject.notes.mid(4), QStringList({"connected", "text 2", "number 2"}));
 }
@@ -144,6 +148,34 @@ void tst_SerialDeviceAsk::waitsForAnAnswerThatThisThreadHasNotRead()
     QVERIFY(asked >= 2);
     poll.stop();
     QVERIFY(!poll.isActive());
+}
+
+/// A receiver that runs an event loop, as a dialogue does: until it returns nothing more is read.
+void tst_SerialDeviceAsk::answerThatAReceiverKeepsFromBeingReadIsWaitedFor()
+{
+    constexpr int timeoutMs = 1000;
+    constexpr int extensionMs = 50;
+
+    PseudoPort port;
+    qint64 missedAfterMs = 0;
+    SerialSubject subject(port.path(),
+                          {{"ask", "W"}, {"every", "1"}, {"timeout", QString::number(timeoutMs)}});
+    subject.start();
+    QVERIFY(isAsked(port));
+    QObject::connect(&subject.device, qOverload<QString>(&SerialDevice::output), &subject.device,
+                     [&](const QString& text) {
+                         if (text == "1") {
+                             QElapsedTimer clock;
+                             clock.start();
+                             QVERIFY(isAsked(port));
+                             port.write("2\n");
+                             QTRY_COMPARE(subject.faults.size(), 1);
+                             missedAfterMs = clock.elapsed();
+                         }
+                     });
+    port.write("1\n");
+    QTRY_VERIFY(subject.notes.contains("text 2"));
+    QVERIFY2(missedAfterMs >= timeoutMs + extensionMs, qPrintable(QString::number(missedAfterMs)));
 }
 
 NORVO_GUILESS_TEST(tst_SerialDeviceAsk)
