@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <limits>
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -103,6 +105,7 @@ private slots:
     void portThatIsNotThereIsReported();
     void lateAnswerIsNotThatOfTheNextRequest();
     void lineMustBeSilentBeforeTheFirstRequest();
+    void lineIsSilentBetweenAnAnswerAndTheNextRequest();
     void wrongAnswerIsNone_data();
     void wrongAnswerIsNone();
     void noiseBeforeAnAnswerIsSkipped();
@@ -233,6 +236,30 @@ void tst_ModbusRtu::lineMustBeSilentBeforeTheFirstRequest()
     noise.stop();
     QTRY_VERIFY_WITH_TIMEOUT(plc.last("x") == 5, kPatience);
     QVERIFY(!plc.notes.contains("x number 99"));
+}
+
+void tst_ModbusRtu::lineIsSilentBetweenAnAnswerAndTheNextRequest()
+{
+    constexpr int silenceMs = 38500 / 150; // Three and a half characters at 150 bits a second.
+
+    QElapsedTimer sinceAnswer;
+    qint64 shortestMs = std::numeric_limits<qint64>::max();
+    OtherEnd other([&](const QByteArray&) {
+        if (sinceAnswer.isValid()) {
+            shortestMs = qMin(shortestMs, sinceAnswer.elapsed());
+        }
+        sinceAnswer.start();
+        return answerOf(5);
+    });
+    const Cable cable(other.port());
+    ModbusSubject plc(cable.target());
+    plc.device.setParam("baud", "150");
+    plc.device.setParam("poll", "10");
+    plc.device.setParam("timeout", "500");
+    plc.addOutput("x", QString("holding 100"));
+    plc.start();
+    QTRY_VERIFY_WITH_TIMEOUT(other.requests.size() >= 4, kPatience);
+    QVERIFY2(shortestMs >= silenceMs, qPrintable(QString::number(shortestMs)));
 }
 
 void tst_ModbusRtu::wrongAnswerIsNone_data()

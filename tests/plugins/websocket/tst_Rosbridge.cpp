@@ -17,6 +17,8 @@ private slots:
     void fieldsOfTopicsLeave();
     void inputsOfATopicFillOneMessage();
     void connectionBeginsWithoutOldValues();
+    void topicsAreSubscribedToInEachConnection();
+    void stopTakesLeave_data();
     void stopTakesLeave();
     void errorOfTheBridgeIsAFault();
     void brokenDefinitionIsRefused_data();
@@ -114,16 +116,51 @@ void tst_Rosbridge::connectionBeginsWithoutOldValues()
     QVERIFY(server.news.filter("publish").first().contains(R"("msg":{"angular":{"z":1}})"));
 }
 
+void tst_Rosbridge::topicsAreSubscribedToInEachConnection()
+{
+    TestServer server("rosbridge.py");
+    server.start();
+    WebSocketSubject subject(server.url());
+    subject.device.setParam("preset", "rosbridge");
+    subject.addOutput("t", {"/temp $.data"});
+    subject.startAndConnect();
+    const QStringList expected{R"({"id":"norvo:/temp","op":"subscribe","topic":"/temp"})"};
+    QTRY_COMPARE_WITH_TIMEOUT(server.news, expected, 30000);
+    server.kill();
+    QTRY_VERIFY_WITH_TIMEOUT(subject.notes.contains("away"), 30000);
+    server.start();
+    QTRY_COMPARE_WITH_TIMEOUT(server.news, expected, 60000);
+    server.obey(R"(topic /temp {"data":"warm"})");
+    QTRY_COMPARE_WITH_TIMEOUT(subject.notes, QStringList({"away", "connected", "t text warm"}),
+                              30000);
+}
+
+void tst_Rosbridge::stopTakesLeave_data()
+{
+    QTest::addColumn<bool>("isAnnounced");
+
+    QTest::newRow("with the panel") << true;
+    QTest::newRow("by itself") << false;
+}
+
+/// A device that is taken down without a shut-down before it takes its leave, too.
 void tst_Rosbridge::stopTakesLeave()
 {
+    QFETCH(bool, isAnnounced);
+
+    m_server.start();
     WebSocketSubject subject(m_server.url());
     subject.device.setParam("preset", "rosbridge");
     subject.addOutput("t", {"/temp"});
     subject.addInput("speed", {"/cmd_vel geometry_msgs/Twist $.linear.x"});
     subject.startAndConnect();
     QTRY_COMPARE(m_server.news.size(), 2);
-    subject.stop();
-    QTRY_VERIFY(m_server.news.contains("closed"));
+    subject.device.setRunning(false);
+    if (isAnnounced) {
+        subject.device.preShutdown();
+    }
+    subject.device.deinitialise();
+    QTRY_VERIFY_WITH_TIMEOUT(m_server.news.contains("closed"), 30000);
     QCOMPARE(m_server.news.filter("unsubscribe").size(), 1);
     QCOMPARE(m_server.news.filter("unadvertise").size(), 1);
 }
