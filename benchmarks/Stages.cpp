@@ -39,24 +39,25 @@ class PanelStage : public Stage
 {
 public:
     explicit PanelStage(const StagePlan& plan)
-        : m_file(textOf(plan), plan.size), m_sources(plan.count)
-    {
-        for (int i = 0; i < plan.count; ++i) {
-            QObject::connect(&m_sources[std::size_t(i)], SIGNAL(output(double)),
-                             m_file.running->panel().device(QString("d%1").arg(i)),
-                             SLOT(input(double)));
-        }
-    }
+        : m_file(textOf(plan), plan.size), m_sources(std::size_t(plan.count))
+    {}
 
     QWidget& window() override { return m_file.running->window(); }
     void feed(int display, double value) override
     {
-        emit m_sources[std::size_t(display)].output(value);
+        std::unique_ptr<Source>& source = m_sources[std::size_t(display)];
+        if (!source) {
+            source = std::make_unique<Source>();
+            QObject::connect(source.get(), SIGNAL(output(double)),
+                             m_file.running->panel().device(QString("d%1").arg(display)),
+                             SLOT(input(double)));
+        }
+        emit source->output(value);
     }
 
 private:
     RunningFile m_file;
-    std::vector<Source> m_sources;
+    std::vector<std::unique_ptr<Source>> m_sources; ///< Made for the first value.
 };
 
 template <class Widget>

@@ -9,6 +9,7 @@
 
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QFile>
 #include <QPixmap>
 #include <QTimer>
 #include <QWidget>
@@ -17,6 +18,7 @@
 #include <ctime>
 #include <memory>
 #include <string>
+#include <unistd.h>
 
 namespace {
 
@@ -90,6 +92,34 @@ void growsByDevices(benchmark::State& state, MakeStage other)
     }
 }
 
+double residentKiB()
+{
+    QFile statm("/proc/self/statm");
+    if (!statm.open(QIODevice::ReadOnly)) {
+        return std::nan("");
+    }
+    return statm.readAll().split(' ').value(1).toDouble() * double(sysconf(_SC_PAGESIZE)) / 1024;
+}
+
+/// From the text to the first picture of as many devices as a panel file may have: at most 400 ms
+/// of labels and 1,000 ms of readouts, and 6 KiB each.
+void fiveThousand(benchmark::State& state, const char* type)
+{
+    const StagePlan plan{type, "widget/precision: 1", 5000, 50, {1280, 800}};
+    secondsToPicture(panelStage, {type, "widget/precision: 1", 1, 1, {100, 100}});
+    for (auto _ : state) {
+        const double before = residentKiB();
+        const double start = processorSeconds();
+        const std::unique_ptr<Stage> stage = panelStage(plan);
+        const QPixmap picture = stage->window().grab();
+        state.SetIterationTime(processorSeconds() - start);
+        state.counters["KiB each"] = (residentKiB() - before) / plan.count;
+        if (picture.isNull()) {
+            state.SkipWithError("there is no picture");
+        }
+    }
+}
+
 /// That many values a second, shared by 100 displays.
 void growsByValues(benchmark::State& state, MakeStage other)
 {
@@ -146,6 +176,8 @@ void toAHundred(benchmark::internal::Benchmark* benchmark)
 
 BENCHMARK_CAPTURE(growsByDevices, Qt, labelStage)->Apply(toFiveThousand);
 BENCHMARK_CAPTURE(growsByDevices, limit, drawnTextStage)->Apply(toFiveThousand);
+BENCHMARK_CAPTURE(fiveThousand, labels, "label")->Apply(once);
+BENCHMARK_CAPTURE(fiveThousand, readouts, "output_digital")->Apply(once);
 BENCHMARK_CAPTURE(growsByValues, Qt, labelStage)->Apply(toAHundredThousand);
 BENCHMARK_CAPTURE(growsByValues, limit, drawnTextStage)->Apply(toAHundredThousand);
 BENCHMARK_CAPTURE(growsByGauges, Qt, progressBarStage)->Apply(toAHundred);

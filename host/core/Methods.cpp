@@ -25,9 +25,14 @@ QString signatureOf(const QMetaObject& meta, const QMetaObject& base, const QStr
     if (!name.contains('(')) {
         return name.isEmpty() ? QString() : signatures(meta, base, name, type).value(0);
     }
+    // Most devices have none of the name, which is sooner found out than its normal form.
+    const QString bareName = name.left(name.indexOf('(')).trimmed();
+    const QStringList found = signatures(meta, base, bareName, type);
+    if (found.isEmpty()) {
+        return {};
+    }
     const QString wanted = QMetaObject::normalizedSignature(name.toUtf8().constData());
-    const QString bareName = wanted.left(wanted.indexOf('('));
-    return signatures(meta, base, bareName, type).contains(wanted) ? wanted : QString();
+    return found.contains(wanted) ? wanted : QString();
 }
 
 } // namespace norvo

@@ -2,6 +2,7 @@
 
 #include "host/yaml/YamlTree.h"
 
+#include "host/yaml/plain/PlainYaml.h"
 #include "host/yaml/YamlBuilder.h"
 #include "host/yaml/YamlErrors.h"
 
@@ -72,8 +73,22 @@ private:
     std::optional<TextError> m_error;
 };
 
+/// Null where the text is not that plain, or not sound: what is wrong first the parser has to say.
+YamlNodePtr buildPlain(const SourceText& source)
+{
+    YamlBuilder builder(source);
+    try {
+        return PlainYaml(source, builder).read() ? builder.root() : nullptr;
+    } catch (const TextError&) {
+        return nullptr;
+    }
+}
+
 std::variant<YamlNodePtr, TextError> build(const SourceText& source)
 {
+    if (const YamlNodePtr root = buildPlain(source)) {
+        return root;
+    }
     YamlBuilder builder(source);
     PieceBuffer pieces(source, builder);
     try {
