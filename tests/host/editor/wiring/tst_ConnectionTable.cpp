@@ -125,6 +125,7 @@ private slots:
     void removeLeavesTheRest();
     void whatATemplateHoldsIsFixed();
     void aConnectionIsAddedByTwoTaps();
+    void aCircleIsToldOnceItIsClosed();
     void whatDoesNotFitSaysWhy();
     void anEndIsChangedInItsPlace();
     void theKindOfValueIsChanged();
@@ -194,6 +195,29 @@ void tst_ConnectionTable::aConnectionIsAddedByTwoTaps()
     QTest::mouseClick(panel.sheet()->findChild<QPushButton*>("connect"), Qt::LeftButton);
     QVERIFY(panel.holds("  - go.toggled -> other.input\n"));
     QCOMPARE(panel.rows->rowCount(), 4);
+}
+
+void tst_ConnectionTable::aCircleIsToldOnceItIsClosed()
+{
+    TablePanel panel("devices:\n"
+                     "  a: {device: input}\n"
+                     "  b: {device: input}\n"
+                     "  c: {device: input}\n"
+                     "connections:\n"
+                     "  - a.output(double) -> b.input\n");
+    const auto connectPorts = [&](const QString& from, const QString& to) {
+        panel.tapKey("addConnection");
+        const QSignalSpy problem(panel.sheet(), &ConnectionSheet::problem);
+        panel.pick("outputs", from);
+        panel.pick("inputs", to);
+        QTest::mouseClick(panel.sheet()->findChild<QPushButton*>("connect"), Qt::LeftButton);
+        const QString told = problem.value(0).value(0).toString();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return told;
+    };
+    QCOMPARE(connectPorts("b.output", "c.input"), QString());
+    QVERIFY(connectPorts("c.output", "a.input").contains("closes the circle"));
+    QCOMPARE(panel.rows->rowCount(), 3);
 }
 
 void tst_ConnectionTable::whatDoesNotFitSaysWhy()

@@ -112,6 +112,8 @@ void tst_PortList::namedPortsHaveTheirDefinitionAsMeaning()
     const PortList list(*panel.session);
     QVERIFY(namesOf(list.inputs("hot")).contains("limit"));
     QCOMPARE(find(list, "hot.tooHot", true).meaning, QString("t > limit"));
+    QCOMPARE(find(list, "hot.limit", false).meaning, QString("30"));
+    QCOMPARE(find(list, "hot.t", false).meaning, QString());
     QCOMPARE(find(list, "hot.tooHot", true).carries(), QString("number, text or yes/no"));
     QVERIFY(namesOf(list.inputs("warm")) != namesOf(list.inputs("hot")));
 }
