@@ -25,6 +25,8 @@ private slots:
     void windowMayGoBack();
     void followsWhatElseChanges_data();
     void followsWhatElseChanges();
+    void followsOneEndOfTheValuesAndTheWidth();
+    void everyCurveIsDrawnOnce();
     void laterCurvesAreAboveEarlierOnes();
     void largeValuesAreAsSharpAsSmallOnes();
 
@@ -115,7 +117,7 @@ void tst_CurvesPicture::isAsPaintedAnewWhileItMoves()
     for (int i = 0; i < 40; ++i) {
         goOn(points);
         const QImage kept = image();
-        if (i % 4 == 3) {
+        if (i % 13 == 12) { // Meanwhile many columns have come.
             QVERIFY(isAsAnew(kept));
         }
     }
@@ -211,6 +213,45 @@ void tst_CurvesPicture::followsWhatElseChanges()
     const QImage kept = image();
     QCOMPARE(kept == before, change == "size");
     QVERIFY(isAsAnew(kept));
+}
+
+/// Each as the only thing that changes.
+void tst_CurvesPicture::followsOneEndOfTheValuesAndTheWidth()
+{
+    image();
+    const auto drawn = [this](int width) { return m_plot->toPixmap(width, kHeight).toImage(); };
+    const auto drawnAnew = [&](int width) {
+        m_plot->yAxis->setRange(-5, 5);
+        drawn(width);
+        m_plot->yAxis->setRange(-1, 2);
+        return drawn(width);
+    };
+    m_plot->yAxis->setRange(-1, 2);
+    const QImage kept = drawn(kWidth);
+    QCOMPARE(kept, drawnAnew(kWidth));
+
+    m_plot->xAxis->setRange(m_end - 2 * kSeen, m_end);
+    const QImage wide = drawn(2 * kWidth - 10);
+    QCOMPARE(wide, drawnAnew(2 * kWidth - 10));
+}
+
+/// One that is drawn twice has harder edges.
+void tst_CurvesPicture::everyCurveIsDrawnOnce()
+{
+    QImage pictures[2];
+    for (const bool isFirst : {false, true}) {
+        QCustomPlot plot;
+        auto* const out = PlotCurve::addTo(&plot);
+        auto* const curve = PlotCurve::addTo(&plot);
+        for (int i = 0; i < kSeen; ++i) {
+            out->append(i, 5);
+            curve->append(i, valueAt(0, i));
+        }
+        plot.xAxis->setRange(0, kSeen);
+        out->setVisible(!isFirst);
+        pictures[isFirst] = picture(plot, curve);
+    }
+    QCOMPARE(pictures[0], pictures[1]);
 }
 
 /// Also where one between them has few points, and is drawn by the library.
