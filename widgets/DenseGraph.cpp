@@ -211,8 +211,8 @@ void DenseGraph::getOptimizedLineData(QVector<QCPGraphData>* line, const Point& 
     }
     const double pixel = axis.range().size() / columns; // in keys
     if (!isCrowded(begin, end, pixel)) {
-        line->reserve(int(end - begin));
-        std::copy(begin, end, std::back_inserter(*line));
+        line->resize(int(end - begin));
+        std::copy(begin, end, line->begin());
         return;
     }
     blocks();
