@@ -35,13 +35,11 @@ public:
     /// Valid until the next add().
     const QByteArrayData* headers()
     {
-        m_headers.reset(new QByteArrayData[std::size_t(m_texts.size())]);
+        m_headers = std::make_unique<QByteArrayData[]>(std::size_t(m_texts.size()));
         for (int i = 0; i < m_texts.size(); ++i) {
             QByteArrayData& header = m_headers[std::size_t(i)];
             header.ref.atomic.storeRelaxed(-1); // never counted, never freed
             header.size = m_texts[i].size();
-            header.alloc = 0;
-            header.capacityReserved = 0;
             header.offset = qptrdiff(quintptr(m_texts[i].constData()) - quintptr(&header));
         }
         return m_headers.get();
