@@ -140,7 +140,6 @@ void GraphTools::open()
     m_pane = new ToolPane(static_cast<BaseWidget&>(*display()), *shown, m_setting);
     connect(m_pane, &ToolPane::closed, this, &GraphTools::close);
     follow();
-    m_pane->raise();
     QWidget* before = m_key;
     const auto parts = m_pane->findChildren<QWidget*>();
     for (QWidget* const part : parts) {
