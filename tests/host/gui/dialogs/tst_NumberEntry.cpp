@@ -35,6 +35,10 @@ void tst_NumberEntry::keysMakeTheText_data()
                                 << "7";
     QTest::newRow("hugeStartIsShort") << 1e300 << 2 << ""
                                       << "1e+300";
+    QTest::newRow("startOf16DigitsIsShort") << 1e15 << 0 << ""
+                                            << "1e+15";
+    QTest::newRow("startOf15DigitsIsWhole") << 999999999999999.0 << 0 << ""
+                                            << "999999999999999";
     QTest::newRow("notANumberStartsEmpty") << kNaN << 2 << ""
                                            << "";
     QTest::newRow("infinityStartsEmpty") << kInfinity << 2 << ""

@@ -77,6 +77,9 @@ private slots:
                  QStringList("panel.yaml:1:8: error: delay lacks a unit; write \"500 ms\", "
                              "\"500 s\", \"500 min\" or \"500 h\""));
         QVERIFY(!read);
+        QCOMPARE(errorsOf("0", read),
+                 QStringList("panel.yaml:1:8: error: delay lacks a unit; write \"0 ms\", \"0 s\", "
+                             "\"0 min\" or \"0 h\""));
     }
 
     void otherTextIsRefusedWithItsPlace()
