@@ -17,6 +17,7 @@ private slots:
     void init();
     void cleanup();
     void tapShowsTheTimeAndTheValuesOfAllCurves();
+    void textsHaveRoomBesideTheLine();
     void hiddenCurveHasNoValue();
     void gapHasNoValue();
     void lonePointIsReachedNearby();
@@ -88,6 +89,19 @@ void tst_GraphCursor::tapShowsTheTimeAndTheValuesOfAllCurves()
     QCOMPARE(cursor()->texts()[1], QString("a 5"));
     QCOMPARE(cursor()->texts()[2], QString("b 25"));
     QCOMPARE(cursor()->texts()[3], QString("alone \u2013"));
+}
+
+void tst_GraphCursor::textsHaveRoomBesideTheLine()
+{
+    const QImage before = ToolPanel::pictureOf(&copy());
+    tapAt(m_start + 2.5);
+    const QImage shown = ToolPanel::pictureOf(&copy());
+    QCOMPARE(shown.size(), before.size());
+    int width = 0; // Of all that the cursor has drawn.
+    for (int x = 0; x < shown.width(); ++x) {
+        width += shown.copy(x, 0, 1, shown.height()) != before.copy(x, 0, 1, shown.height());
+    }
+    QVERIFY(width > cursor()->fontMetrics().horizontalAdvance(cursor()->texts()[0]));
 }
 
 void tst_GraphCursor::hiddenCurveHasNoValue()

@@ -38,6 +38,8 @@ private slots:
     void pauseOutlastsTheWindowOfTheGraph();
     void stateIsSaidInWords();
     void arrayStandsStillWhilePaused();
+    void fixedRangeIsThatOfThePausedPicture();
+    void closedToolsAreGoneAtOnce();
     void closingShowsTheGraphAsItIs();
     void tabAndSpaceReachTheTools();
     void deletedGraphClosesTheTools();
@@ -305,6 +307,30 @@ void tst_GraphTools::arrayStandsStillWhilePaused()
     panel.tap("graphPause", "spectrum");
     QCOMPARE(panel.copy("spectrum").graph(0)->data()->size(), 4);
     QCOMPARE(panel.copy("spectrum").xAxis->range(), QCPRange(1, 4));
+}
+
+void tst_GraphTools::fixedRangeIsThatOfThePausedPicture()
+{
+    ToolPanel panel;
+    panel.open("spectrum");
+    panel.tap("graphPause", "spectrum");
+    const QCPRange values = panel.copy("spectrum").yAxis->range();
+    panel.plot("spectrum")->yAxis->setRange(values.lower, values.upper + 5);
+    panel.tap("graphRange", "spectrum");
+    QVERIFY(panel.copy("spectrum").areValuesFixed());
+    QCOMPARE(panel.copy("spectrum").yAxis->range(), values);
+    panel.tap("graphRange", "spectrum");
+    QCOMPARE(panel.copy("spectrum").yAxis->range().upper, values.upper + 5);
+}
+
+void tst_GraphTools::closedToolsAreGoneAtOnce()
+{
+    ToolPanel panel;
+    panel.open();
+    QVERIFY(panel.pane()->findChild<QLabel*>("graphState")->font().bold());
+    const QPointer<norvo::ToolPane> pane = panel.pane();
+    panel.tap("graphClose");
+    QVERIFY(!pane || !pane->isVisible()); // Not only when there is time to delete it.
 }
 
 void tst_GraphTools::closingShowsTheGraphAsItIs()
