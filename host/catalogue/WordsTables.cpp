@@ -364,11 +364,12 @@ void WordsTables::splitFile(const QString& fileName, QStringList& problems)
         return;
     }
     const QByteArray text = file.readAll();
+    const QByteArray noKey = " #\n\r"; // What a line begins with that belongs to the entry before.
     Entry entry{fileName, 0, {}};
     int entryBegin = 0;
     int line = 0;
     for (int begin = 0; begin < text.size(); ++line) {
-        if (begin > 0 && !QByteArray(" #\n\r").contains(text.at(begin))) {
+        if (begin > 0 && !noKey.contains(text.at(begin))) {
             entry.text = text.mid(entryBegin, begin - entryBegin);
             add(entry);
             entryBegin = begin;
