@@ -6,6 +6,7 @@
 
 PlotCurve* PlotCurve::addTo(QCustomPlot* plot)
 {
+    const norvo::plot::ListsSetAside lists(*plot);
     // On its own the library asks every legend entry whether it has the curve already.
     plot->setAutoAddPlottableToLegend(false);
     auto* curve = new PlotCurve(plot->xAxis, plot->yAxis);

@@ -7,6 +7,7 @@
 
 #ifdef QCUSTOMPLOT_VERSION
 #include "widgets/DenseGraph.h"
+#include "widgets/PlotLists.h"
 #endif
 
 /// The plot library's calls that differ between its two interface generations. Only the header of
@@ -26,6 +27,8 @@
 /// | addPoint()          | QCPGraph::addData(key, value)       | DenseGraph::append()            |
 /// | addPlottable()      | QCustomPlot::addPlottable()         | nothing: it adds itself         |
 /// | setSortedData()     | QCPGraph::setData(keys, values)     | DenseGraph::replace()           |
+/// | ListsSetAside       | nothing                             | ListsSetAside                   |
+/// | ChildrenSetAside    | nothing                             | ChildrenSetAside                |
 namespace norvo::plot {
 
 #ifdef QCUSTOMPLOT_VERSION
@@ -76,6 +79,13 @@ inline void setDateTimeLabels(QCPAxis* axis, const QString& format)
 }
 
 using Graph = QCPGraph;
+
+struct ListsSetAside
+{
+    explicit ListsSetAside(QCustomPlot&) {}
+};
+
+using ChildrenSetAside = ListsSetAside;
 
 inline void addItem(QCustomPlot* plot, QCPAbstractItem* item)
 {

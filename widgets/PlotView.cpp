@@ -16,6 +16,7 @@ PlotView::PlotView(const Look& look) : m_look(look)
 PlotView::~PlotView()
 {
     if (legend) {
+        const norvo::plot::ChildrenSetAside children(*this);
         for (int i = 0, count = legend->elementCount(); i < count; ++i) {
             legend->removeAt(i);
         }
