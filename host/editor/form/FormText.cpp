@@ -47,7 +47,6 @@ QLabel* FormText::fault(const QString& text)
 void FormText::prepare(QLineEdit& line)
 {
     constexpr int margin = 6; // pixels, on both sides of the text
-    line.setFont(QApplication::font());
     line.setTextMargins(margin, 0, margin, 0);
 }
 
