@@ -20,6 +20,25 @@ constexpr int kMaxNameLength = 200; // the legend is as wide as its longest name
 constexpr double kLargestDouble = std::numeric_limits<double>::max();
 constexpr double kSmallestPositiveDouble = std::numeric_limits<double>::min();
 
+/// On its own the library puts every row that is left in anew, each with a look at all before it.
+void removeFromLegend(plot::Graph& curve)
+{
+    QCPLegend* legend = curve.parentPlot()->legend;
+    if (legend->elementCount() != legend->rowCount()) {
+        curve.removeFromLegend();
+        return;
+    }
+    const plot::ChildrenSetAside children(*curve.parentPlot());
+    for (int i = 0, count = legend->itemCount(); i < count; ++i) {
+        auto* item = qobject_cast<QCPPlottableLegendItem*>(legend->item(i));
+        if (item && item->plottable() == &curve) {
+            legend->removeAt(i);
+            legend->simplify();
+            return;
+        }
+    }
+}
+
 } // namespace
 
 void GraphOutputWidget::initialise()
@@ -188,7 +207,7 @@ plot::Graph* GraphOutputWidget::beginSegment(Segments& segments)
     plot::Graph* segment = PlotCurve::addTo(view());
     segment->setPen(previous->pen());
     segment->setName(previous->name());
-    previous->removeFromLegend();
+    removeFromLegend(*previous);
     segments.append(segment);
     return segment;
 }

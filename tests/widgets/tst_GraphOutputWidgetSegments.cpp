@@ -5,6 +5,8 @@
 
 #include <QtTest>
 
+#include <ctime>
+
 /// Where a curve breaks and what leaves the window. Times are given, so that nothing waits.
 class tst_GraphOutputWidgetSegments : public QObject
 {
@@ -15,6 +17,7 @@ private slots:
     void pauseAsLongAsTheTimeoutDoesNot();
     void newSegmentTakesPenAndNameButNoFill();
     void legendKeepsOneEntryForEachSender();
+    void pauseOfManySendersLeavesTheOtherRowsAlone();
     void settingsReachTheLastSegmentOnly();
     void pointsLeaveTheWindow();
     void segmentThatLeftTheWindowIsRemoved();
@@ -72,6 +75,27 @@ void tst_GraphOutputWidgetSegments::legendKeepsOneEntryForEachSender()
     stand.input(3, "A", 106);
     stand.input(4, "A", 115);
     QCOMPARE(stand.legend(), QStringList({"B", "A"}));
+}
+
+void tst_GraphOutputWidgetSegments::pauseOfManySendersLeavesTheOtherRowsAlone()
+{
+    const auto processorTime = [](int senders) {
+        TimeGraph stand;
+        for (const double time : {100, 103}) {
+            for (int i = 0; i < senders; ++i) {
+                stand.input(i, QString::number(i), time);
+            }
+        }
+        const std::clock_t start = std::clock();
+        for (int i = 0; i < senders; ++i) {
+            stand.input(i, QString::number(i), 106);
+        }
+        return double(std::clock() - start);
+    };
+    constexpr int times = 4;
+    const double few = processorTime(400);
+    const double many = processorTime(400 * times);
+    QVERIFY2(many < 8 * times * few, qPrintable(QString::number(many / few)));
 }
 
 void tst_GraphOutputWidgetSegments::settingsReachTheLastSegmentOnly()
