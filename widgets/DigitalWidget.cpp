@@ -7,6 +7,7 @@
 #include "widgets/PlateLabel.h"
 #include "widgets/ShownText.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
 
@@ -101,11 +102,25 @@ void DigitalWidget::blinkTimerExpired()
     }
 }
 
+void DigitalWidget::makeRoom()
+{
+    if (isInitialised()) {
+        m_face.makeRoom(m_face.maxThreshold, m_face.minThreshold);
+    }
+}
+
+/// What is polished is about to be laid out for the first time. Room that is made at the show alone
+/// would have all of a page laid out twice.
+bool DigitalWidget::event(QEvent* event)
+{
+    if (event->type() == QEvent::Polish) {
+        makeRoom();
+    }
+    return BaseWidget::event(event);
+}
+
 void DigitalWidget::showEvent(QShowEvent* event)
 {
     BaseWidget::showEvent(event);
-    if (!isInitialised()) {
-        return;
-    }
-    m_face.makeRoom(m_face.maxThreshold, m_face.minThreshold);
+    makeRoom();
 }

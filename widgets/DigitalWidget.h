@@ -28,10 +28,12 @@ public slots:
 
 protected:
     void build(OutputDigitalDevice& readout) override;
-    void showEvent(QShowEvent* event) override; ///< Makes room for the longest number of the band.
+    bool event(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void createUnits(int pointSize);
+    void makeRoom(); ///< For the longest number of the band.
 
     ReadoutFace m_face;
     QLabel* m_units = nullptr; ///< Null: no unit.

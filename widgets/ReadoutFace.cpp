@@ -16,7 +16,6 @@ void ReadoutFace::createLabels(const QString& captionText)
 {
     digits = new PlateLabel;
     show(0);
-    digits->setPlate(Looks::kInRange.digits);
 
     caption = new QLabel;
     norvo::showText(*caption, captionText);

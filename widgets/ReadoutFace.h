@@ -9,6 +9,8 @@ class QLabel;
 /// The digits of a readout and the caption above them.
 struct ReadoutFace
 {
+    /// The digits get their first look by the state that is shown once they have their place: each
+    /// look that they have before is worked out anew there.
     void createLabels(const QString& captionText);
     bool isOutOfRange(double value) const; ///< A value on an edge is in range, and NaN is.
     void show(double value);               ///< In digits alone; looks are set apart.
