@@ -2,8 +2,8 @@
 
 #include "host/window/graphs/Cursor.h"
 
-#include "host/window/graphs/PlotCopy.h"
-#include "host/window/graphs/SeenPoints.h"
+#include "host/window/graphs/copy/PlotCopy.h"
+#include "host/window/graphs/copy/SeenPoints.h"
 
 #include <QAccessible>
 #include <QEvent>

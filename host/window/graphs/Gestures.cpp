@@ -2,7 +2,7 @@
 
 #include "host/window/graphs/Gestures.h"
 
-#include "host/window/graphs/PlotCopy.h"
+#include "host/window/graphs/copy/PlotCopy.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>

@@ -6,7 +6,7 @@
 #include "host/panel/run/Panel.h"
 #include "host/window/accessible/AccessibleDevice.h"
 #include "host/window/graphs/CornerKey.h"
-#include "host/window/graphs/PlotCopy.h"
+#include "host/window/graphs/copy/PlotCopy.h"
 #include "host/window/graphs/ToolPane.h"
 
 #include "norvo/BaseWidget.h"

@@ -6,8 +6,8 @@
 #include "host/window/graphs/Cursor.h"
 #include "host/window/graphs/Gestures.h"
 #include "host/window/graphs/GraphFiles.h"
-#include "host/window/graphs/PlotCopy.h"
-#include "host/window/graphs/SeenPoints.h"
+#include "host/window/graphs/copy/PlotCopy.h"
+#include "host/window/graphs/copy/SeenPoints.h"
 #include "host/window/graphs/ToolKey.h"
 #include "host/window/sheet/Sheet.h"
 

@@ -6,7 +6,7 @@
 #include "host/catalogue/SenseCheck.h"
 #include "host/program/run/RunningPanel.h"
 #include "host/window/graphs/GraphTools.h"
-#include "host/window/graphs/PlotCopy.h"
+#include "host/window/graphs/copy/PlotCopy.h"
 #include "host/window/graphs/ToolKey.h"
 #include "host/window/graphs/ToolPane.h"
 

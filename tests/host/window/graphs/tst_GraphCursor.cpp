@@ -3,7 +3,7 @@
 #include "TestMain.h"
 #include "ToolPanel.h"
 #include "host/window/graphs/Cursor.h"
-#include "host/window/graphs/SeenPoints.h"
+#include "host/window/graphs/copy/SeenPoints.h"
 
 #include <memory>
 

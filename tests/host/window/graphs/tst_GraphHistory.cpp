@@ -4,7 +4,7 @@
 #include "ToolPanel.h"
 
 #include "../../program/StoredHistory.h"
-#include "host/window/graphs/SeenPoints.h"
+#include "host/window/graphs/copy/SeenPoints.h"
 
 #include <cmath>
 

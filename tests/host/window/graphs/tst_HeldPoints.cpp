@@ -2,7 +2,7 @@
 
 #include "TestMain.h"
 #include "ToolPanel.h"
-#include "host/window/graphs/HeldPoints.h"
+#include "host/window/graphs/copy/HeldPoints.h"
 
 #include <memory>
 

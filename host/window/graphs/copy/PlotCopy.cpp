@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/window/graphs/PlotCopy.h"
+#include "host/window/graphs/copy/PlotCopy.h"
 
-#include "host/window/graphs/CopiedCurve.h"
-#include "host/window/graphs/HeldPoints.h"
+#include "host/window/graphs/copy/CopiedCurve.h"
+#include "host/window/graphs/copy/HeldPoints.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/window/graphs/EarlierPoints.h"
-#include "host/window/graphs/PlotCalls.h"
+#include "host/window/graphs/copy/PlotCalls.h"
 
 #include <QDateTime>
 #include <QPointer>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/window/graphs/SeenPoints.h"
+#include "host/window/graphs/copy/SeenPoints.h"
 
 #include "host/window/graphs/KeyTime.h"
-#include "host/window/graphs/PlotCopy.h"
+#include "host/window/graphs/copy/PlotCopy.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
