@@ -4,7 +4,7 @@
 
 #include "host/catalogue/Catalogue.h"
 #include "host/catalogue/Listing.h"
-#include "host/catalogue/Schema.h"
+#include "host/catalogue/schema/Schema.h"
 #include "host/panel/file/EditDistance.h"
 #include "host/program/options/CommandLine.h"
 #include "host/program/streams/Console.h"

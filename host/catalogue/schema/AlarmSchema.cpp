@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/catalogue/AlarmSchema.h"
+#include "host/catalogue/schema/AlarmSchema.h"
 
 #include "host/panel/file/services/Duration.h"
 

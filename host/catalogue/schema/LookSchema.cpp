@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/catalogue/LookSchema.h"
+#include "host/catalogue/schema/LookSchema.h"
 
 #include "host/panel/file/look/LookReader.h"
 #include "host/panel/file/look/PanelLook.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/catalogue/Schema.h"
+#include "host/catalogue/schema/Schema.h"
 
-#include "host/catalogue/AlarmSchema.h"
-#include "host/catalogue/LookSchema.h"
+#include "host/catalogue/schema/AlarmSchema.h"
+#include "host/catalogue/schema/LookSchema.h"
 
 #include "host/catalogue/Catalogue.h"
 #include "host/catalogue/Listing.h"
