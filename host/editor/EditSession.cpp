@@ -3,7 +3,8 @@
 #include "host/editor/EditSession.h"
 
 #include "host/catalogue/Catalogue.h"
-#include "host/catalogue/TypeExample.h"
+#include "host/catalogue/TypeWords.h"
+#include "host/editor/ExampleParams.h"
 #include "host/editor/TextCells.h"
 #include "host/editor/templates/TemplateSet.h"
 #include "host/panel/edit/DeviceEdit.h"
@@ -14,23 +15,6 @@
 #include <utility>
 
 namespace norvo {
-
-namespace {
-
-QVector<QPair<QString, QString>> exampleParams(const TypeWords& words)
-{
-    QVector<QPair<QString, QString>> params;
-    if (const auto example = TypeExample::device(words)) {
-        for (const ParamSetting& param : example->params) {
-            if (!isPlacementParam(param.name.text)) {
-                params.append({param.name.text, param.value.text});
-            }
-        }
-    }
-    return params;
-}
-
-} // namespace
 
 EditSession::EditSession(LivePanel& live, const Catalogue& catalogue, const QByteArray& text)
     : m_live(live),
@@ -206,8 +190,14 @@ QString EditSession::addDevice(const QString& typeKey, const Cells& cells)
         });
     };
     QString fault = addWith({});
-    if (!fault.isEmpty() && words && addWith(exampleParams(*words)).isEmpty()) {
-        fault.clear(); // Some do not start without them: a program needs its command.
+    if (!fault.isEmpty() && words) {
+        QVector<QPair<QString, QString>> params;
+        for (const ParamSetting& param : exampleParams(*words)) {
+            params.append({param.name.text, param.value.text});
+        }
+        if (addWith(params).isEmpty()) {
+            fault.clear(); // Some do not start without them: a program needs its command.
+        }
     }
     if (fault.isEmpty()) {
         setToPlace({});

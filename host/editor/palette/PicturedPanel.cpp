@@ -5,7 +5,7 @@
 #include "host/catalogue/Catalogue.h"
 #include "host/catalogue/TypeExample.h"
 #include "host/catalogue/TypeWords.h"
-#include "host/panel/plan/Placement.h"
+#include "host/editor/ExampleParams.h"
 
 #include <algorithm>
 #include <optional>
@@ -55,11 +55,7 @@ PicturedPanel PicturedPanel::ofType(const TypeWords& words)
     DeviceSetting device;
     device.id.text = found ? found->id.text : words.key;
     device.type.text = words.key;
-    if (found) {
-        const QVector<ParamSetting> params = harmless(found->params, words);
-        std::copy_if(params.cbegin(), params.cend(), std::back_inserter(device.params),
-                     [](const ParamSetting& param) { return !isPlacementParam(param.name.text); });
-    }
+    device.params = harmless(exampleParams(words), words);
     shown.feeds = usualFeeds(words, device.id.text);
     shown.description.devices.append(device);
     return shown;
