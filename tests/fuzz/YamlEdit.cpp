@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "host/yaml/YamlEdit.h"
+#include "EditAndUndo.h"
 #include "FuzzInput.h"
 #include "Harness.h"
-#include "host/panel/edit/EditHistory.h"
 
 using norvo::require;
 using norvo::YamlEdit;
@@ -65,22 +65,13 @@ NORVO_HARNESS(YamlEdit)
     if (edit.error()) {
         return;
     }
-    norvo::EditHistory history;
-    QByteArray now = before;
-    for (int i = 1 + choices.choice(3); i > 0; --i) {
-        const bool isRefused = editAny(edit, choices, text).has_value();
-        require(!isRefused || edit.text() == now, "an edit that is refused changes nothing");
+    const auto editOnce = [&] { return editAny(edit, choices, text); };
+    norvo::editAndUndo(edit, 1 + choices.choice(3), editOnce, [&](const QByteArray& previous) {
         const auto tree = YamlTree::read(norvo::SourceText(edit.text()));
         const auto* const root = std::get_if<norvo::YamlNodePtr>(&tree);
         require(root && YamlTree::isSame(**root, edit.root()), "an edit's text reads as its tree");
-        const YamlEdit similar(edit.text(), YamlEdit(now));
+        const YamlEdit similar(edit.text(), YamlEdit(previous));
         require(!similar.error() && YamlTree::isSame(similar.root(), edit.root()),
                 "a text reads the same from one that is similar");
-        history.add("", now, edit.text());
-        now = edit.text();
-    }
-    while (history.canUndo()) {
-        now = history.undo(now);
-    }
-    require(now == before, "undoing gives equal bytes");
+    });
 }
