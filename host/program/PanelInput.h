@@ -33,8 +33,6 @@ public:
     QString folder() const; ///< That names in the panel are relative to.
 
 private:
-    void enterFolder() const;
-
     bool m_isStandardInput;
     QString m_name;
     QString m_startFolder; ///< The working folder of the start.

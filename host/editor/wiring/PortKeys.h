@@ -34,8 +34,6 @@ public:
 
     int count() const { return m_keys.size(); }
     void focusNext(bool isForward); ///< From the key with the focus, round and round.
-    /// Where the line of a port begins; empty: it has no key.
-    QRect keyRect(const Port& port) const;
 
 signals:
     void tapped(Port port);
@@ -50,7 +48,6 @@ private:
     QVector<QPushButton*> m_inputs;
     QVector<QPushButton*> m_outputs;
     QVector<QPushButton*> m_keys; ///< All.
-    QVector<Port> m_ports;        ///< Of the keys; without a name for the key of a list.
 };
 
 } // namespace norvo

@@ -81,11 +81,6 @@ PortRow::PortRow(EditSession& session, const QString& device, bool isOutput, con
     }
 }
 
-bool PortRow::isBeingEdited() const
-{
-    return m_nameField->text() != m_name || m_definitionField->text() != m_definition;
-}
-
 void PortRow::setDefinition(const QString& definition)
 {
     const bool isUntouched = m_definitionField->text() == m_definition;

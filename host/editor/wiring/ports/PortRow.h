@@ -25,7 +25,6 @@ public:
     const QString& name() const { return m_name; }
     bool isOutput() const { return m_isOutput; }
     bool isNew() const { return m_name.isEmpty(); }
-    bool isBeingEdited() const; ///< Holds what has not been taken.
     void setDefinition(const QString& definition);
     void setFixed(); ///< To be read only.
     void setValue(const QString& value);
