@@ -29,6 +29,9 @@ LineKeys::LineKeys(QWidget& cover, const QList<QAction*>& actions, const QRect& 
         connect(key, &QPushButton::clicked, action, &QAction::trigger, Qt::QueuedConnection);
         row->addWidget(key);
     }
+    if (sizeHint().width() > cover.width()) {
+        row->setDirection(QBoxLayout::TopToBottom); // else their texts would be cut
+    }
     resize(sizeHint().boundedTo(cover.size()));
     QRect place(beside.topLeft(), size());
     place.moveLeft(qBound(0, place.left(), cover.width() - width()));
