@@ -8,6 +8,7 @@
 #ifdef QCUSTOMPLOT_VERSION
 #include "widgets/DenseGraph.h"
 #include "widgets/PlotLists.h"
+#include "widgets/TimeTicker.h"
 #endif
 
 /// The plot library's calls that differ between its two interface generations. Only the header of
@@ -20,7 +21,7 @@
 /// | kReplotHint         | rpHint                              | rpRefreshHint                   |
 /// | kReplotWithinPaint  | rpQueued                            | rpQueuedRefresh                 |
 /// | setDateTimeLabels() | setTickLabelType(ltDateTime),       | setTicker() with a              |
-/// |                     | setDateTimeFormat()                 | QCPAxisTickerDateTime           |
+/// |                     | setDateTimeFormat()                 | TimeTicker                      |
 /// | addItem()           | QCustomPlot::addItem()              | nothing: an item adds itself    |
 /// | Graph               | QCPGraph                            | DenseGraph                      |
 /// | removeDataBefore()  | QCPGraph::removeDataBefore()        | DenseGraph::dropBefore()        |
@@ -40,7 +41,7 @@ constexpr auto kReplotWithinPaint = QCustomPlot::rpQueuedRefresh; ///< Never pai
 /// Labels in local time; `format` as QDateTime::toString() reads it.
 inline void setDateTimeLabels(QCPAxis* axis, const QString& format)
 {
-    const auto ticker = QSharedPointer<QCPAxisTickerDateTime>::create();
+    const auto ticker = QSharedPointer<TimeTicker>::create(axis);
     ticker->setDateTimeFormat(format);
     axis->setTicker(ticker);
 }

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <qcustomplot.h>
+
+#include <QFontMetrics>
+#include <QPointer>
+
+namespace norvo::plot {
+
+/// Ticks of a horizontal axis of time, as many as usual, or fewer where their labels would run
+/// into each other.
+class TimeTicker : public QCPAxisTickerDateTime
+{
+public:
+    explicit TimeTicker(QCPAxis* axis) : m_axis(axis) {}
+
+protected:
+    double getTickStep(const QCPRange& range) override
+    {
+        const double least = range.size() * labelShare(range.upper);
+        const int usualCount = mTickCount;
+        double step = QCPAxisTickerDateTime::getTickStep(range);
+        while (step < least && mTickCount > 1) {
+            --mTickCount;
+            step = QCPAxisTickerDateTime::getTickStep(range);
+        }
+        mTickCount = usualCount;
+        return step;
+    }
+
+private:
+    /// How much of the axis a label with the space behind it takes; 0 where that is not known.
+    double labelShare(double time) const
+    {
+        if (!m_axis) {
+            return 0;
+        }
+        const QMargins margins = m_axis->axisRect()->margins();
+        const int plotWidth = m_axis->parentPlot()->viewport().width();
+        const int width = plotWidth - margins.left() - margins.right();
+        const QString label = keyToDateTime(time).toString(mDateTimeFormat) + ' ';
+        const int labelWidth = QFontMetrics(m_axis->tickLabelFont()).horizontalAdvance(label);
+        return width > 0 ? double(labelWidth) / width : 0;
+    }
+
+    const QPointer<QCPAxis> m_axis; ///< A ticker may outlive it.
+};
+
+} // namespace norvo::plot
