@@ -66,7 +66,7 @@ QByteArray HttpHead::originName() const
 {
     const QByteArray origin = fields.value("origin");
     const int slashes = origin.indexOf("://");
-    const QByteArray name = slashes < 0 ? origin : nameOf(origin.mid(slashes + 3));
+    const QByteArray name = slashes < 1 ? origin : nameOf(origin.mid(slashes + 3));
     return name.isEmpty() ? origin : name; // One that cannot be understood is none of ours.
 }
 

@@ -127,6 +127,8 @@ void tst_ViewGate::withoutATokenTheMachineItselfAsks_data()
     QTest::newRow("name that begins alike") << from("localhost.example.org", "") << false;
     QTest::newRow("page of another") << from("localhost", "https://example.org") << false;
     QTest::newRow("page of nobody") << from("localhost", "null") << false;
+    QTest::newRow("shortest scheme") << from("localhost", "a://localhost") << true;
+    QTest::newRow("page without a scheme") << from("localhost", "://localhost") << false;
     QTest::newRow("page without a name") << from("localhost", "http://:80") << false;
     QTest::newRow("no name") << QByteArray("GET /values HTTP/1.0\r\n\r\n") << false;
 }
