@@ -20,7 +20,7 @@ class UnixSignals : public QObject
     Q_OBJECT
 
 public:
-    static constexpr int kDoubledMs = 100;
+    static constexpr int kDoubledMs = 300; ///< A busy machine may lie between the two.
 
     explicit UnixSignals(QObject* parent = nullptr);
     ~UnixSignals() override; ///< The signals end the process again.

@@ -43,13 +43,14 @@ private:
         return status;
     }
 
-    /// Types the lines on a terminal of its own; returns all that was seen there.
+    /// Types the lines on a terminal of its own; returns all that was seen there, and at its end
+    /// whether the terminal still shows what is typed.
     static QByteArray onTerminal(const QStringList& lines)
     {
         QProcess python;
         python.start("/usr/bin/python3",
                      QStringList{"-c",
-                                 "import os, pty, sys\n"
+                                 "import os, pty, sys, termios\n"
                                  "pid, terminal = pty.fork()\n"
                                  "if pid == 0:\n"
                                  "    os.execv(sys.argv[1], [sys.argv[1], '--make-pin'])\n"
@@ -63,6 +64,8 @@ private:
                                  "        seen += os.read(terminal, 1000)\n"
                                  "except OSError:\n"
                                  "    pass\n"
+                                 "shows = termios.tcgetattr(terminal)[3] & termios.ECHO\n"
+                                 "seen += b'shows' if shows else b'hides'\n"
                                  "sys.stdout.buffer.write(seen)\n",
                                  NORVO_BUILD_DIR "/bin/norvo-panel"} +
                          lines);
@@ -122,6 +125,7 @@ void tst_MakePin::terminalIsAskedTwiceAndShowsNothing()
     QVERIFY2(seen.contains("$argon2id$"), seen);
     QVERIFY2(!seen.contains("471155"), seen);
     QVERIFY2(seen.contains("again:"), seen);
+    QVERIFY2(seen.endsWith("shows"), seen);
 }
 
 void tst_MakePin::twoDifferentPinsAreRefused()

@@ -52,6 +52,7 @@ class tst_NorvoPanelExport : public QObject
 private slots:
     void everyKindOfValueHasItsForm();
     void timesLimitWhatIsWritten();
+    void timeWithoutValuesIsATableWithoutLines();
     void fileIsWrittenWholeOrNotAtAll();
     void runningPanelIsReadToo();
     void whatCannotBeExportedIsSaidInALine_data();
@@ -97,6 +98,15 @@ void tst_NorvoPanelExport::timesLimitWhatIsWritten()
     QCOMPARE(exported.run({"--export", "-", "--from", "1 h"}), 0);
     QVERIFY2(exported.output.endsWith("Z,a.x,3\r\n"), exported.output.constData());
     QCOMPARE(exported.output.count('\n'), 2);
+}
+
+void tst_NorvoPanelExport::timeWithoutValuesIsATableWithoutLines()
+{
+    Exported exported;
+    QVERIFY(storeHistory(exported.history, {"a.x"}, {{0, {kTime, HistoryValue::of(1.0)}}}));
+    QCOMPARE(exported.run({"--export", "-", "--from", "2023-11-15T00:00:00Z"}), 0);
+    QCOMPARE(exported.output, QByteArray("time,signal,value\r\n"));
+    QCOMPARE(exported.errors, QString());
 }
 
 void tst_NorvoPanelExport::fileIsWrittenWholeOrNotAtAll()

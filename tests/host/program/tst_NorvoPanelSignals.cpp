@@ -7,6 +7,8 @@
 #include <QTcpServer>
 #include <QtTest>
 
+#include <limits>
+
 /// The program from outside: what ends it, and how.
 class tst_NorvoPanelSignals : public QObject
 {
@@ -113,15 +115,21 @@ void tst_NorvoPanelSignals::secondSignalEndsAPanelThatHangs()
     QFETCH(int, second);
     const CountingFolder folder;
     folder.add("  talker: {device: talker, params: {most: 0, hangAfter: 50}}\n");
-    PanelProcess panel(probes({folder.panel()}));
-    panel.start();
-    QVERIFY(panel.waitForErrorText("hanging"));
-    panel.sendSignal(first);
-    QVERIFY2(!panel.waitForFinished(500), "one signal asks for a clean stop");
-    const norvo::OwnTimer timer;
-    panel.sendSignal(second);
-    QCOMPARE(panel.waitForEnd(), 128 + second);
-    QVERIFY2(timer.elapsed().ownMs < 1500, "a doubled signal would leave two seconds");
+    constexpr qint64 soonMs = 1500; // A doubled signal would leave two seconds.
+    qint64 shortestMs = std::numeric_limits<qint64>::max();
+    // A busy machine may hold the end of a process up, but never makes it come sooner.
+    for (int attempt = 0; attempt < 5 && shortestMs >= soonMs; ++attempt) {
+        PanelProcess panel(probes({folder.panel()}));
+        panel.start();
+        QVERIFY(panel.waitForErrorText("hanging"));
+        panel.sendSignal(first);
+        QVERIFY2(!panel.waitForFinished(1000), "one signal asks for a clean stop");
+        const norvo::OwnTimer timer;
+        panel.sendSignal(second);
+        QCOMPARE(panel.waitForEnd(), 128 + second);
+        shortestMs = qMin(shortestMs, timer.elapsed().ownMs);
+    }
+    QVERIFY2(shortestMs < soonMs, QByteArray::number(shortestMs));
 }
 
 /// Two at once may be one that was doubled on its way: the stop then has two seconds.
