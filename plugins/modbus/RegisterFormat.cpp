@@ -4,6 +4,7 @@
 
 #include <QtEndian>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -129,11 +130,7 @@ std::optional<RegisterFormat::Registers> RegisterFormat::encode(double number) c
 QString RegisterFormat::range() const
 {
     const auto [lowest, highest] = rawLimits(type);
-    double first = scaled(lowest);
-    double last = scaled(highest);
-    if (first > last) {
-        std::swap(first, last);
-    }
+    const auto [first, last] = std::minmax({scaled(lowest), scaled(highest)});
     return QString("%1 to %2").arg(first, 0, 'g', 10).arg(last, 0, 'g', 10);
 }
 
