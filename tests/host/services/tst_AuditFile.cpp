@@ -63,6 +63,7 @@ private slots:
     void valuesKeepTheirKind();
     void notANumberIsText();
     void halfALineAtTheEndGoes();
+    void halfALineThatWentTakesNoRoom();
     void fileIsRenamedBeforeItGetsTooLarge();
     void noOlderFileIsKeptWhereNoneIsWanted();
     void onlyTheOwnerMayRead();
@@ -114,6 +115,20 @@ void tst_AuditFile::halfALineAtTheEndGoes()
     QCOMPARE(audited.lines().size(), 2);
     QCOMPARE(audited.lines()[0]["event"], QJsonValue("start"));
     QCOMPARE(audited.lines()[1]["event"], QJsonValue("stop"));
+}
+
+/// With it the next line would lie on two pages and be moved by spaces.
+void tst_AuditFile::halfALineThatWentTakesNoRoom()
+{
+    constexpr int kPage = 4096;
+    const QByteArray first("{\"event\":\"start\"}\n");
+    Audited audited;
+    QFile before(audited.folder.filePath("audit.jsonl"));
+    QVERIFY(before.open(QIODevice::WriteOnly));
+    before.write(first + QByteArray(kPage - 10 - first.size(), 'x'));
+    before.close();
+    audited.file.write({{"event", "stop"}});
+    QVERIFY2(audited.content().startsWith(first + '{'), audited.content().constData());
 }
 
 void tst_AuditFile::fileIsRenamedBeforeItGetsTooLarge()

@@ -287,6 +287,55 @@ private slots:
         QCOMPARE(m_model->find("x"), -1);
     }
 
+    void numberOfARetiredAlarmIsTheNextOnes()
+    {
+        m_model->setCondition(m_alarm, true, now(), "81");
+        acknowledge();
+        set(false);
+        m_model->retire(m_alarm);
+        QCOMPARE(add("b"), m_alarm);
+        QCOMPARE(m_model->find("a"), -1);
+        QCOMPARE(m_model->find("b"), m_alarm);
+        const Alarm& next = m_model->at(m_alarm);
+        QCOMPARE(next.definition.id, QString("b"));
+        QCOMPARE(next.since.steady, qint64(0));
+        QCOMPARE(next.detail, QString());
+        QCOMPARE(next.burst, 0);
+        QVERIFY(!next.isFirst);
+        QVERIFY(add("a") != m_alarm);
+    }
+
+    void retiredAlarmThatIsNotNormalKeepsItsNumber()
+    {
+        set(true);
+        m_model->retire(m_alarm);
+        QVERIFY(add("b") != m_alarm);
+        QCOMPARE(m_model->find("a"), m_alarm);
+        acknowledge();
+        set(false);
+        QCOMPARE(add("c"), m_alarm);
+    }
+
+    void retiredAlarmThatIsShelvedKeepsItsNumber()
+    {
+        set(true);
+        m_model->shelve(m_alarm, Duration(100), now());
+        acknowledge();
+        set(false);
+        QCOMPARE(state(), State::Normal);
+        m_model->retire(m_alarm);
+        QVERIFY(add("b") != m_alarm);
+        pass(100);
+        QCOMPARE(add("c"), m_alarm);
+    }
+
+    void retiredAlarmThatIsDefinedAgainStays()
+    {
+        m_model->retire(m_alarm);
+        QCOMPARE(add("a"), m_alarm);
+        QVERIFY(add("b") != m_alarm);
+    }
+
     void alarmsAreBounded()
     {
         for (int i = 1; i < AlarmModel::kMaxAlarms; ++i) {
