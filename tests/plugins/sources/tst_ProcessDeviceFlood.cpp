@@ -70,6 +70,16 @@ struct Flooded
     QStringList alerts;
 };
 
+/// What a receiver does with a line. On a busy machine a program may be slower than one that does
+/// nothing.
+void takeTime(qint64 nanoseconds)
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.nsecsElapsed() < nanoseconds) {
+    }
+}
+
 int s_logged = 0;
 
 void countLogged(QtMsgType, const QMessageLogContext&, const QString& text)
@@ -117,7 +127,10 @@ void tst_ProcessDeviceFlood::neitherBlocksNorGrows()
 
     Flooded child(command);
     qint64 lines = 0;
-    QObject::connect(&child.device, qOverload<QString>(&ProcessDevice::output), [&] { ++lines; });
+    QObject::connect(&child.device, qOverload<QString>(&ProcessDevice::output), [&] {
+        takeTime(20000);
+        ++lines;
+    });
     QTest::qWait(300);
     const int before = residentMemory();
     const std::clock_t processorBefore = std::clock();
@@ -125,11 +138,14 @@ void tst_ProcessDeviceFlood::neitherBlocksNorGrows()
     QTest::qWait(2000);
     const double share = double(std::clock() - processorBefore) / CLOCKS_PER_SEC / 2.0;
     const int grown = residentMemory() - before;
+    QTRY_VERIFY_WITH_TIMEOUT(heartbeat.count() > 50, 60000);
+    if (dropsLines) {
+        QTRY_VERIFY_WITH_TIMEOUT(!child.alerts.isEmpty(), 60000); // After a second, then every ten.
+    }
     child.stop();
 
     qInfo("%lld lines, longest turn %lld ms, %d KiB more, %.0f %% of a core", lines,
           heartbeat.longestMs(), grown, 100.0 * share);
-    QVERIFY(heartbeat.count() > 50);
     QVERIFY(heartbeat.longestMs() < 200);
     if (kMemoryIsOurs) {
         QVERIFY(before > 0);
@@ -137,7 +153,7 @@ void tst_ProcessDeviceFlood::neitherBlocksNorGrows()
     }
     QCOMPARE(!child.alerts.isEmpty() && child.alerts[0].startsWith("lines of output dropped"),
              dropsLines);
-    QVERIFY(child.alerts.size() <= 1); // After a second, then every ten.
+    QVERIFY(child.alerts.size() <= 1);
 }
 
 void tst_ProcessDeviceFlood::slowReceiverDoesNotBlockEither()
@@ -150,10 +166,9 @@ void tst_ProcessDeviceFlood::slowReceiverDoesNotBlockEither()
     });
     Heartbeat heartbeat;
     QTest::qWait(1000);
+    QTRY_VERIFY_WITH_TIMEOUT(lines > 10 && heartbeat.count() > 50, 60000);
     child.stop();
-    QVERIFY(lines > 10);
     QVERIFY2(heartbeat.longestMs() < 200, qPrintable(QString::number(heartbeat.longestMs())));
-    QVERIFY(heartbeat.count() > 50);
 }
 
 void tst_ProcessDeviceFlood::newestLinesSurviveAndTheRestIsCounted()
@@ -161,6 +176,8 @@ void tst_ProcessDeviceFlood::newestLinesSurviveAndTheRestIsCounted()
     constexpr qint64 total = 2000000;
 
     ProcessSubject child(QString("seq %1").arg(total));
+    QObject::connect(&child.device, qOverload<QString>(&ProcessDevice::output),
+                     [] { takeTime(5000); });
     QTRY_VERIFY_WITH_TIMEOUT(child.hasFinished(), 60000);
     QCOMPARE(child.lines.last().toLongLong(), total);
     qint64 previous = 0;
@@ -191,12 +208,15 @@ void tst_ProcessDeviceFlood::standardErrorIsLoggedInMeasure()
 {
     s_logged = 0;
     const QtMessageHandler handler = qInstallMessageHandler(countLogged);
+    QElapsedTimer clock;
+    clock.start();
     Flooded child("sh -c 'exec yes noise >&2'");
     Heartbeat heartbeat;
     QTest::qWait(2500);
     child.stop();
+    const qint64 most = 100 * (clock.elapsed() / 1000 + 1); // 100 a second.
     qInstallMessageHandler(handler);
-    QVERIFY2(s_logged >= 100 && s_logged <= 300, qPrintable(QString::number(s_logged)));
+    QVERIFY2(s_logged >= 100 && s_logged <= most, qPrintable(QString::number(s_logged)));
     QVERIFY(heartbeat.longestMs() < 200);
     QCOMPARE(child.alerts.size(), 1);
     QVERIFY(child.alerts[0].startsWith("lines of standard error not logged: "));
