@@ -30,6 +30,7 @@ private slots:
     void overlapsAreRefused();
     void severalMoveTogether();
     void anEdgeChangesTheSpan();
+    void theLowerEdgeChangesTheRows();
     void arrowsMoveAndShiftGrows();
     void withoutADragByMove();
     void aFingerDragsToo();
@@ -96,6 +97,18 @@ void tst_CanvasMove::anEdgeChangesTheSpan()
     test.drag(right.topLeft(), test.middle(0, 0)); // Others are there.
     QCOMPARE(toText(test.cells("field")), QString("1 1 1 1"));
     QCOMPARE(test.problems.count(), 1);
+}
+
+void tst_CanvasMove::theLowerEdgeChangesTheRows()
+{
+    CanvasTest test(kPanel);
+    test.tap(test.middle("field"));
+    const QRect frame = test.frame("field");
+    test.drag({frame.center().x(), frame.bottom()}, test.middle(2, 0));
+    QCOMPARE(toText(test.cells("field")), QString("1 0 2 1"));
+    const QRect high = test.frame("field");
+    test.drag({high.center().x(), high.bottom()}, test.middle(0, 0)); // Not above its first row.
+    QCOMPARE(toText(test.cells("field")), QString("1 0 1 1"));
 }
 
 void tst_CanvasMove::arrowsMoveAndShiftGrows()

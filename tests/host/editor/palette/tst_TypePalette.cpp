@@ -46,6 +46,7 @@ private slots:
     void templatesAreFoundByTyping();
     void aTemplateWithoutWidgetsIsPutAtOnce();
     void aTemplateWithAFaultSaysIt();
+    void whatWasChosenStaysWhenTemplatesCome();
     void anOwnTemplateIsRemovedByItsKey();
     void theKeyboardRemovesAnOwnTemplate();
 
@@ -269,6 +270,13 @@ void tst_TypePalette::aTemplateWithAFaultSaysIt()
     QFile file(key);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), text);
+}
+
+void tst_TypePalette::whatWasChosenStaysWhenTemplatesCome()
+{
+    tap("indicator");
+    addTemplate("devices:\n  a: {device: label}\n");
+    QCOMPARE(session().toPlace(), QString("indicator"));
 }
 
 void tst_TypePalette::anOwnTemplateIsRemovedByItsKey()

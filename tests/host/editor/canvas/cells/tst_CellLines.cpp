@@ -87,6 +87,7 @@ void tst_CellLines::aBlockHoldsAllCellsOfAnArea()
     const Cells block = sample().within({70, 70, 120, 10});
     QCOMPARE(block.row, 0);
     QCOMPARE(block.rowspan, 1);
+    QCOMPARE(block.column, 0);
     QCOMPARE(block.colspan, 2);
     const Cells mirrored = sample(400).within({140, 70, 120, 10});
     QCOMPARE(mirrored.column, 0);
