@@ -36,6 +36,12 @@ void tapTwice(QWidget& button, HeldClock& clock, qint64 pauseMs)
     QTest::mouseRelease(&button, Qt::LeftButton, {}, inside);
 }
 
+void slideOff(QWidget& button)
+{
+    QTest::mousePress(&button, Qt::LeftButton);
+    QTest::mouseRelease(&button, Qt::LeftButton, {}, button.rect().bottomRight() + QPoint(40, 40));
+}
+
 } // namespace
 
 class tst_TapGuard : public QObject
@@ -48,6 +54,8 @@ private slots:
     void tapsThatGoOnAtOnceAreOne();
     void secondButtonIsTappedAtOnce();
     void tapThatSlidOffIsNone();
+    void tapThatSlidOffASecondButtonIsNone();
+    void swallowedTapThatSlidOffEndsNoPause();
     void buttonThatSpringsBackTakesEveryTap();
     void dialogKeysTakeEveryTap();
 };
@@ -111,9 +119,33 @@ void tst_TapGuard::tapThatSlidOffIsNone()
     const TapGuard guard(*qApp, clock.clock());
     const ShownPanel shown(kPanel);
     auto* const button = shown.only<QAbstractButton>("pump");
-    QTest::mousePress(button, Qt::LeftButton);
-    QTest::mouseRelease(button, Qt::LeftButton, {}, button->rect().bottomRight() + QPoint(40, 40));
+    slideOff(*button);
     QVERIFY(!button->isChecked());
+    QTest::mouseClick(button, Qt::LeftButton);
+    QVERIFY(button->isChecked());
+}
+
+void tst_TapGuard::tapThatSlidOffASecondButtonIsNone()
+{
+    HeldClock clock;
+    const TapGuard guard(*qApp, clock.clock());
+    const ShownPanel shown(kPanel);
+    auto* const lamp = shown.only<QAbstractButton>("lamp");
+    QTest::mouseClick(shown.only<QAbstractButton>("pump"), Qt::LeftButton);
+    slideOff(*lamp);
+    QVERIFY(!lamp->isChecked());
+    QTest::mouseClick(lamp, Qt::LeftButton);
+    QVERIFY(lamp->isChecked());
+}
+
+void tst_TapGuard::swallowedTapThatSlidOffEndsNoPause()
+{
+    HeldClock clock;
+    const TapGuard guard(*qApp, clock.clock());
+    const ShownPanel shown(kPanel);
+    auto* const button = shown.only<QAbstractButton>("pump");
+    QTest::mouseClick(button, Qt::LeftButton);
+    slideOff(*button);
     QTest::mouseClick(button, Qt::LeftButton);
     QVERIFY(button->isChecked());
 }

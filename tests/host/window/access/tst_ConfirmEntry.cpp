@@ -24,6 +24,7 @@ private slots:
     void fieldIsAskedAfterItsDialog_data();
     void fieldIsAskedAfterItsDialog();
     void cancelledDialogAsksNothing();
+    void textThatAScreenReaderReplacesIsAskedFor();
 };
 
 void tst_ConfirmEntry::dragOffAButtonAsksNothing()
@@ -183,6 +184,18 @@ void tst_ConfirmEntry::cancelledDialogAsksNothing()
     QTest::qWait(20);
     QVERIFY(!openQuestion());
     QCOMPARE(shown.sent, QStringList());
+}
+
+void tst_ConfirmEntry::textThatAScreenReaderReplacesIsAskedFor()
+{
+    GuardedPanel shown(kDevices);
+    auto* const line = shown.only<QLineEdit>("name");
+    auto* const text = QAccessible::queryAccessibleInterface(line)->editableTextInterface();
+    text->replaceText(0, 0, "new");
+    QTRY_VERIFY(openQuestion());
+    QCOMPARE(line->text(), QString());
+    sayYes(*openQuestion());
+    QTRY_COMPARE(line->text(), QString("new"));
 }
 
 NORVO_TEST(tst_ConfirmEntry)

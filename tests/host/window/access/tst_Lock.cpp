@@ -53,6 +53,7 @@ private slots:
     void valuesByWireReachALockedControl();
     void panelWithoutPinsHasNoLock();
     void markStandsOverLockedControlsOnly();
+    void padlockStaysWithinASmallControl();
     void tapOnALockedControlOpensItByPin();
     void keyboardAloneUnlocks();
     void wrongPinIsTold();
@@ -165,6 +166,22 @@ void tst_Lock::markStandsOverLockedControlsOnly()
                          [](const LockMark* mark) { return mark->isVisible(); }));
     shown.face.access()->lock();
     QVERIFY(marks.first()->isVisible());
+}
+
+void tst_Lock::padlockStaysWithinASmallControl()
+{
+    QWidget page;
+    QWidget control(&page);
+    control.setGeometry(10, 10, 40, 16);
+    LockMark mark(control);
+    QImage image(40, 16, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    mark.render(&image, {}, {}, {});
+    const QColor disc = mark.palette().color(QPalette::Window);
+    QVERIFY(image.pixelColor(26, 5) == disc || image.pixelColor(26, 8) == disc);
+    for (int y = 0; y < image.height(); ++y) {
+        QVERIFY(image.pixelColor(20, y) != disc); // Left of it there is the veil alone.
+    }
 }
 
 void tst_Lock::tapOnALockedControlOpensItByPin()

@@ -36,6 +36,7 @@ private slots:
     void grooveGoesToTheFinger_data();
     void grooveGoesToTheFinger();
     void handleThatIsTouchedStays();
+    void pressOnWhatIsNoSliderIsItsOwn();
     void scrollBarGoesAPageOn();
     void scrollBarWithNothingToScrollIsEmpty();
     void focusIsSeen_data();
@@ -224,6 +225,15 @@ void tst_PanelStyle::handleThatIsTouchedStays()
     QCOMPARE(slider.value(), 50);
     QTest::mouseClick(&slider, Qt::LeftButton, Qt::NoModifier, QPoint(24, 24));
     QCOMPARE(slider.value(), 0);
+}
+
+void tst_PanelStyle::pressOnWhatIsNoSliderIsItsOwn()
+{
+    wear(PanelLook::Theme::Light);
+    QCheckBox box("A");
+    box.show();
+    QTest::mouseClick(&box, Qt::LeftButton, {}, {kTarget / 2, box.height() / 2});
+    QVERIFY(box.isChecked());
 }
 
 void tst_PanelStyle::scrollBarGoesAPageOn()

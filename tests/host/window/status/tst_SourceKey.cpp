@@ -133,6 +133,10 @@ void tst_SourceKey::listNamesStateMessageAndRate()
     QTRY_VERIFY(Running::sheet());
     const auto* const rows = Running::sheet()->findChild<QTableWidget*>("sourceList");
     QCOMPARE(rows->rowCount(), 1);
+    const QHeaderView& header = *rows->horizontalHeader();
+    QCOMPARE(header.length(), rows->viewport()->width()); // The message takes what is left.
+    QVERIFY(header.sectionSize(0) < header.sectionSize(4));
+    QVERIFY(header.sectionSize(3) >= header.sectionSizeHint(3));
     QCOMPARE(rows->item(0, 0)->text(), QString("gone"));
     QVERIFY(rows->item(0, 1)->text().endsWith("lost"));
     QTRY_VERIFY(rows->item(0, 3)->text() == "0.0" || rows->item(0, 3)->text() == "0,0");
