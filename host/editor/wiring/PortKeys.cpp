@@ -43,6 +43,7 @@ void PortKeys::close()
         key->deleteLater(); // It may be the one that was tapped.
     }
     m_keys.clear();
+    m_ports.clear();
 }
 
 void PortKeys::addSide(const QVector<Key>& keys, bool isOutput)
@@ -62,12 +63,14 @@ void PortKeys::addSide(const QVector<Key>& keys, bool isOutput)
         key->setAccessibleDescription(keys[i].whyNot.isEmpty() ? port.meaning : keys[i].whyNot);
         key->setToolTip(port.carries());
         side.append(key);
+        m_ports.append(port);
     }
     if (shown < keys.size()) {
         QPushButton* const key = addKey(tr("All %1 ...").arg(keys.size()), false,
                                         [this, isOutput] { emit listWanted(isOutput); });
         key->setObjectName(isOutput ? "allOutputs" : "allInputs");
         side.append(key);
+        m_ports.append(Port());
     }
 }
 
@@ -136,6 +139,12 @@ void PortKeys::focusNext(bool isForward)
         current == m_keys.cend() ? (isForward ? -1 : 0) : int(current - m_keys.cbegin());
     const int next = (place + (isForward ? 1 : -1) + m_keys.size()) % m_keys.size();
     m_keys[next]->setFocus(Qt::TabFocusReason);
+}
+
+QRect PortKeys::keyRect(const Port& port) const
+{
+    const int place = port.name.isEmpty() ? -1 : m_ports.indexOf(port);
+    return place < 0 ? QRect() : m_keys[place]->geometry();
 }
 
 } // namespace norvo

@@ -34,6 +34,8 @@ public:
 
     int count() const { return m_keys.size(); }
     void focusNext(bool isForward); ///< From the key with the focus, round and round.
+    /// Where the line of a port begins; empty: it has no key.
+    QRect keyRect(const Port& port) const;
 
 signals:
     void tapped(Port port);
@@ -48,6 +50,7 @@ private:
     QVector<QPushButton*> m_inputs;
     QVector<QPushButton*> m_outputs;
     QVector<QPushButton*> m_keys; ///< All.
+    QVector<Port> m_ports;        ///< Of the keys; without a name for the key of a list.
 };
 
 } // namespace norvo
