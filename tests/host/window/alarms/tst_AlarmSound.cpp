@@ -38,6 +38,7 @@ private slots:
     void bellIsHeardWithoutTheProgram_data();
     void bellIsHeardWithoutTheProgram();
     void programThatDiesIsReplacedByTheBell();
+    void programThatEndsInPeaceIsReplacedByTheBell();
     void whatFailedIsTriedAgainTheNextTime();
     void stripSoundsTheWorstThatIsToBeHeard();
     void alarmWithoutSoundIsNotHeard();
@@ -106,6 +107,20 @@ void tst_AlarmSound::programThatDiesIsReplacedByTheBell()
                      return heard.strokes > 0;
                  }()),
                  "no bell");
+}
+
+void tst_AlarmSound::programThatEndsInPeaceIsReplacedByTheBell()
+{
+    const SoundProgram program("echo $tone >>heard; echo; exit 0");
+    Heard heard(program.program());
+    heard.sound.play(AlarmPriority::High);
+    QTRY_COMPARE(program.heard(), QByteArray("high\n"));
+    const pid_t process = program.lastProcess().toInt();
+    QTRY_COMPARE_WITH_TIMEOUT(::kill(process, 0), -1, 60000);
+    QTest::qWait(100); // It is told behind its end.
+    QCOMPARE(heard.strokes, 0);
+    heard.sound.play(AlarmPriority::High);
+    QCOMPARE(heard.strokes, 1); // Without waiting for an answer.
 }
 
 void tst_AlarmSound::whatFailedIsTriedAgainTheNextTime()
