@@ -103,10 +103,10 @@ double residentKiB()
 
 /// From the text to the first picture of as many devices as a panel file may have: at most 400 ms
 /// of labels and 1,000 ms of readouts, and 6 KiB each.
-void fiveThousand(benchmark::State& state, const char* type)
+void fiveThousand(benchmark::State& state, const char* type, const char* params)
 {
-    const StagePlan plan{type, "widget/precision: 1", 5000, 50, {1280, 800}};
-    secondsToPicture(panelStage, {type, "widget/precision: 1", 1, 1, {100, 100}});
+    const StagePlan plan{type, params, 5000, 50, {1280, 800}};
+    secondsToPicture(panelStage, {type, params, 1, 1, {100, 100}});
     for (auto _ : state) {
         const double before = residentKiB();
         const double start = processorSeconds();
@@ -176,8 +176,9 @@ void toAHundred(benchmark::internal::Benchmark* benchmark)
 
 BENCHMARK_CAPTURE(growsByDevices, Qt, labelStage)->Apply(toFiveThousand);
 BENCHMARK_CAPTURE(growsByDevices, limit, drawnTextStage)->Apply(toFiveThousand);
-BENCHMARK_CAPTURE(fiveThousand, labels, "label")->Apply(once);
-BENCHMARK_CAPTURE(fiveThousand, readouts, "output_digital")->Apply(once);
+BENCHMARK_CAPTURE(fiveThousand, labels, "label", "Value: '0.0'")->Apply(once);
+BENCHMARK_CAPTURE(fiveThousand, readouts, "output_digital", "name: V, widget/precision: 1")
+    ->Apply(once);
 BENCHMARK_CAPTURE(growsByValues, Qt, labelStage)->Apply(toAHundredThousand);
 BENCHMARK_CAPTURE(growsByValues, limit, drawnTextStage)->Apply(toAHundredThousand);
 BENCHMARK_CAPTURE(growsByGauges, Qt, progressBarStage)->Apply(toAHundred);
