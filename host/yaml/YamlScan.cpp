@@ -4,7 +4,20 @@
 
 #include <QRegularExpression>
 
+#include <cstring>
+
 namespace norvo {
+
+namespace {
+
+/// What a tag is written in; a text may begin at once behind it.
+bool isOfTag(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+           (c != '\0' && std::strchr("!-#;/?:@&=+$_.~*'()%<>", c));
+}
+
+} // namespace
 
 bool YamlScan::isFlowMark(char c)
 {
@@ -18,7 +31,9 @@ int YamlScan::propertyEnd(const SourceText& source, int offset)
         const int end = source.bytes().indexOf('>', i);
         i = end < 0 ? source.size() : end;
     }
-    while (i < source.size() && !SourceText::isSpace(source.at(i)) && !isFlowMark(source.at(i))) {
+    const bool isTag = source.at(offset) == '!';
+    while (i < source.size() && !SourceText::isSpace(source.at(i)) && !isFlowMark(source.at(i)) &&
+           (!isTag || isOfTag(source.at(i)))) {
         ++i;
     }
     return i;
