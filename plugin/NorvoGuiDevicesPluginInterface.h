@@ -9,7 +9,7 @@
 class NorvoGuiDevicesPluginInterface : public QObject, public DevicePluginInterface
 {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID DevicePluginInterface_iid FILE "types.json")
+    Q_PLUGIN_METADATA(IID DevicePluginInterface_iid)
     Q_INTERFACES(DevicePluginInterface)
 
 public:

@@ -62,6 +62,8 @@ void EntryReader::readTypeKey(const QString& key, const YamlEntry& entry)
         readRelations(value);
     } else if (key == "breaksCycles") {
         m_type.breaksCycles = value.text == "true";
+    } else if (key == "drawsByOpenGl") {
+        m_type.drawsByOpenGl = value.text == "true";
     } else if (key == "startsNothing") {
         m_type.startsNothing = value.text == "true";
     } else if (key == "keeps") {

@@ -104,6 +104,7 @@ struct TypeWords
     bool takesPorts = false;  ///< A panel's author names outputs and inputs of its devices.
     QString outputDefinition; ///< What stands behind the name of such an output; may be empty.
     QString inputDefinition;
+    bool drawsByOpenGl = false;       ///< Its widget may; a type without words may, too.
     bool startsNothing = false;       ///< Its initialise() only checks its parameters.
     std::optional<KeptMethods> kept;  ///< How the value that an operator gives is kept.
     std::optional<ShownSignal> shown; ///< What tells that a display has a value.

@@ -21,7 +21,6 @@ struct PluginSet::Found
 {
     QString file;      ///< As messages name it.
     QStringList types; ///< That it lists; empty: it does not say.
-    QStringList openGlTypes;
     std::unique_ptr<QPluginLoader> loader;
     bool isLoaded = false; ///< Or has failed to.
 
@@ -38,10 +37,9 @@ bool isSharedLibrary(const QString& fileName)
     return file.open(QIODevice::ReadOnly) && file.read(4) == QByteArray("\177ELF");
 }
 
-/// What the author of the plug-in says of its types.
-QStringList listed(const QJsonObject& metaData, const QString& key)
+QStringList listedTypes(const QJsonObject& metaData)
 {
-    return metaData.value("MetaData").toObject().value(key).toVariant().toStringList();
+    return metaData.value("MetaData").toObject().value("types").toVariant().toStringList();
 }
 
 } // namespace
@@ -108,57 +106,67 @@ void PluginSet::findFile(const QString& file)
         return warn(file, QString("this plug-in is of another interface, \"%1\"; \"%2\" is needed")
                               .arg(interface, kInterface));
     }
-    m_found.push_back(
-        {file, listed(metaData, "types"), listed(metaData, "openGl"), std::move(loader)});
+    m_hasAll = false;
+    m_found.push_back({file, listedTypes(metaData), std::move(loader)});
 }
 
-bool PluginSet::canWait() const
+/// Those that do not list their types are loaded.
+bool PluginSet::hasRivals() const
 {
-    QSet<QString> listed;
-    int count = 0;
+    QSet<QString> known;
     for (const Found& found : m_found) {
         for (const QString& type : found.types) {
-            listed.insert(type.toLower());
-        }
-        count += found.types.size();
-        if (found.types.isEmpty() || listed.size() != count) {
-            return false;
+            if (known.contains(type.toLower()) ||
+                (!found.isLoaded && m_manager.factories().contains(type))) {
+                return true;
+            }
+            known.insert(type.toLower());
         }
     }
-    return true;
+    return false;
 }
 
 void PluginSet::need(const QStringList& types)
 {
-    const auto isOfOne = [this](const QString& type) {
-        return std::any_of(m_found.cbegin(), m_found.cend(),
-                           [&type](const Found& found) { return found.lists(type); });
+    const auto lists = [&types](const Found& found) {
+        return std::any_of(types.cbegin(), types.cend(),
+                           [&found](const QString& type) { return found.lists(type); });
     };
-    if (!canWait() || !std::all_of(types.cbegin(), types.cend(), isOfOne)) {
+    for (Found& found : m_found) {
+        if (found.types.isEmpty()) {
+            load(found);
+        }
+    }
+    if (hasRivals()) {
         return needAll();
     }
     for (Found& found : m_found) {
-        if (std::any_of(types.cbegin(), types.cend(),
-                        [&found](const QString& type) { return found.lists(type); })) {
+        if (lists(found)) {
             load(found);
         }
+    }
+    if (std::any_of(types.cbegin(), types.cend(), [this](const QString& type) {
+            return !m_manager.factories().contains(type);
+        })) {
+        needAll();
     }
 }
 
 void PluginSet::needAll()
 {
+    if (m_hasAll) {
+        return;
+    }
+    m_hasAll = true;
+    if (hasRivals()) { // Each has to enter its types in its turn.
+        m_manager = DeviceManager();
+        for (Found& found : m_found) {
+            found.isLoaded = false;
+        }
+    }
     for (Found& found : m_found) {
         load(found);
     }
-}
-
-bool PluginSet::mayUseOpenGl(const QStringList& types) const
-{
-    return !canWait() || std::any_of(types.cbegin(), types.cend(), [this](const QString& type) {
-        return std::any_of(m_found.cbegin(), m_found.cend(), [&type](const Found& found) {
-            return found.openGlTypes.contains(type, Qt::CaseInsensitive);
-        });
-    });
 }
 
 bool PluginSet::isEmpty() const
@@ -170,21 +178,20 @@ bool PluginSet::isEmpty() const
 
 void PluginSet::load(Found& found)
 {
-    if (found.isLoaded) {
-        return;
+    if (!found.isLoaded) {
+        found.isLoaded = true;
+        enterTypes(found);
     }
-    found.isLoaded = true;
-    QObject* const plugin = found.loader->instance();
-    if (!plugin) {
-        return warn(found.file,
-                    "this plug-in does not load: " + found.loader->errorString().simplified());
-    }
-    enterTypes(found, plugin);
 }
 
-void PluginSet::enterTypes(const Found& found, QObject* plugin)
+void PluginSet::enterTypes(const Found& found)
 {
     const QString& file = found.file;
+    QObject* const plugin = found.loader->instance();
+    if (!plugin) {
+        return warn(file,
+                    "this plug-in does not load: " + found.loader->errorString().simplified());
+    }
     auto* const interface = qobject_cast<DevicePluginInterface*>(plugin);
     if (!interface) {
         return warn(file, QString("this plug-in claims the interface \"%1\" and does not have it")

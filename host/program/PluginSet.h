@@ -21,9 +21,8 @@ namespace norvo {
 /// own and left out; nothing of it is loaded. Loaded plug-ins stay loaded until the process ends.
 ///
 /// A plug-in whose metadata list its device types, {"types": ["label", "lamp"]}, need not be loaded
-/// by a panel that has none of them. That holds while all plug-ins do so and no two list the same
-/// type: what one that does not say may replace a type of any other. Those whose widgets may draw
-/// by OpenGL stand under "openGl" as well.
+/// by a panel that has none of them. One that does not say is always loaded. Where two have the
+/// same type, all are: the later one's counts.
 class PluginSet
 {
 public:
@@ -42,9 +41,7 @@ public:
     /// Loads the plug-ins that have these types, in any case; all, where one of the types is of
     /// none. A type that comes again replaces the older one.
     void need(const QStringList& types);
-    void needAll(); ///< Loads all that were found.
-    /// Whether a widget of one of these types may draw by OpenGL.
-    bool mayUseOpenGl(const QStringList& types) const;
+    void needAll();                   ///< Loads all that were found.
     void load(const QString& folder); ///< Finds and loads them.
 
     const DeviceManager& manager() const { return m_manager; }
@@ -56,15 +53,16 @@ private:
     struct Found;
 
     void findFile(const QString& file);
-    bool canWait() const; ///< Whether a plug-in that nobody needs may stay unloaded.
+    bool hasRivals() const; ///< Whether two plug-ins have the same type.
     void load(Found& found);
-    void enterTypes(const Found& found, QObject* plugin);
+    void enterTypes(const Found& found);
     void warn(const QString& file, const QString& text);
 
     DeviceManager m_manager;
     QStringList m_warnings;
     QSet<QString> m_seenFiles;
-    std::vector<Found> m_found; ///< In the order in which they are loaded.
+    std::vector<Found> m_found; ///< In the order in which their types count.
+    bool m_hasAll = false;      ///< That were found.
 };
 
 } // namespace norvo

@@ -2,6 +2,7 @@
 
 #include "host/program/run/PanelRun.h"
 
+#include "host/catalogue/Catalogue.h"
 #include "host/panel/state/AtomicFile.h"
 #include "host/panel/state/StateFile.h"
 #include "host/program/PluginSet.h"
@@ -19,6 +20,7 @@
 #include <QScreen>
 #include <QTimer>
 
+#include <algorithm>
 #include <utility>
 
 namespace norvo {
@@ -177,8 +179,13 @@ void PanelRun::needTypes(const PanelDescription& description) const
 /// a whole panel, and longer than its start. What comes to need it later is drawn without.
 void PanelRun::chooseSurface(const PanelDescription& description) const
 {
-    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets,
-                                   !m_plugins.mayUseOpenGl(typesOf(description)));
+    const QStringList types = typesOf(description);
+    const bool mayUseOpenGl =
+        std::any_of(types.cbegin(), types.cend(), [this](const QString& type) {
+            const TypeWords* const words = m_catalogue.wordsForCheck(type);
+            return !words || words->purpose.isEmpty() || words->drawsByOpenGl;
+        });
+    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets, !mayUseOpenGl);
 }
 
 int PanelRun::showErrors(const Diagnostics& diagnostics)

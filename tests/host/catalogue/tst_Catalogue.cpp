@@ -213,6 +213,8 @@ void tst_Catalogue::methodsOfASliderForItsWidgetAreMarked()
 void tst_Catalogue::methodsOfADocumentAreNotKnownBefore()
 {
     const TypeWords* const qml = m_catalogue->words("qml_widget");
+    QVERIFY(qml->drawsByOpenGl);
+    QVERIFY(!m_catalogue->words("label")->drawsByOpenGl);
     QVERIFY(qml->hasLateMethods);
     QVERIFY(qml->outputs.isEmpty() && qml->inputs.isEmpty());
     QCOMPARE(int(qml->param("sourceCode")->kind), int(ParamKind::Lines));
