@@ -26,6 +26,9 @@ protected:
             step = QCPAxisTickerDateTime::getTickStep(range);
         }
         mTickCount = usualCount;
+        while (step > 0 && step < least) { // A label takes more than half of the axis.
+            step *= 2;
+        }
         return step;
     }
 
