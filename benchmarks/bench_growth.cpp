@@ -9,7 +9,6 @@
 
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QFile>
 #include <QPixmap>
 #include <QTimer>
 #include <QWidget>
@@ -18,7 +17,6 @@
 #include <ctime>
 #include <memory>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
