@@ -4,6 +4,16 @@
 
 namespace norvo {
 
+namespace {
+
+/// Of the sequence that begins with the backslash there, whole or not.
+int escapeLength(const QString& text, int backslash)
+{
+    return text.mid(backslash + 1, 1) == "u" ? 6 : 2;
+}
+
+} // namespace
+
 QString JsonTemplate::define(const QString& definition)
 {
     const QString text = definition.trimmed();
@@ -11,28 +21,37 @@ QString JsonTemplate::define(const QString& definition)
     if (text.startsWith('$')) {
         return m_path.emplace().define(text);
     }
-    split(text);
+    if (!split(text)) {
+        return "a backslash stands directly before %1 and would take in the value; write two "
+               "for one that is sent";
+    }
     return !text.isEmpty() && readJson(filled(QJsonValue(), {}).toUtf8())
                ? QString()
                : QString("it is not JSON with %1 for the value; write such as "
                          "{\"set\": %1} in single quotes, or a JSON path such as $.set");
 }
 
-void JsonTemplate::split(const QString& definition)
+/// False: a place is within an escape sequence.
+bool JsonTemplate::split(const QString& definition)
 {
     m_pieces = definition.split("%1");
     m_isQuoted.clear();
     bool isQuoted = false;
     for (const QString& piece : qAsConst(m_pieces)) {
-        for (int i = 0; i < piece.size(); ++i) {
-            if (piece[i] == '"') {
+        int next = 0;
+        while (next < piece.size()) {
+            if (piece[next] == '"') {
                 isQuoted = !isQuoted;
-            } else if (isQuoted && piece[i] == '\\') {
-                ++i; // The next character is nothing but itself.
             }
+            next += isQuoted && piece[next] == '\\' ? escapeLength(piece, next) : 1;
+        }
+        const bool isLast = m_isQuoted.size() + 1 == std::size_t(m_pieces.size());
+        if (next > piece.size() && !isLast) {
+            return false;
         }
         m_isQuoted.push_back(isQuoted);
     }
+    return true;
 }
 
 QString JsonTemplate::filled(const QJsonValue& value, const QString& text) const

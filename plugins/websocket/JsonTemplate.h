@@ -22,7 +22,7 @@ public:
     QString filled(const QJsonValue& value, const QString& text) const;
 
 private:
-    void split(const QString& definition);
+    bool split(const QString& definition);
 
     std::optional<JsonPath> m_path;
     QStringList m_pieces;         ///< Between the places.

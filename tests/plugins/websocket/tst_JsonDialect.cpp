@@ -172,6 +172,10 @@ void tst_JsonDialect::inputFillsItsTemplate_data()
         << R"({"set":"to %1"})" << QVariant("\"x\"") << R"({"set":"to \"x\""})";
     QTest::newRow("behind an escape")
         << R"({"a":"\"","set":%1})" << QVariant("x") << R"({"a":"\"","set":"x"})";
+    QTest::newRow("behind a backslash")
+        << R"({"set":"a\\%1"})" << QVariant("x") << R"({"set":"a\\x"})";
+    QTest::newRow("behind a number of a character")
+        << R"({"set":"\u00b5%1"})" << QVariant("x") << R"({"set":"\u00b5x"})";
     QTest::newRow("twice") << "[%1,%1]" << QVariant("x") << R"(["x","x"])";
     QTest::newRow("value is no place") << "[%1,%1]" << QVariant("%1") << R"(["%1","%1"])";
     QTest::newRow("no place") << R"("go")" << QVariant(5) << R"("go")";
@@ -206,6 +210,12 @@ void tst_JsonDialect::brokenInputIsRefused_data()
                                << "is not JSON";
     QTest::newRow("open quote") << R"({"set":"%1})"
                                 << "is not JSON";
+    QTest::newRow("cut escape") << R"({"set":"\%1 "})"
+                                << "a backslash stands directly before %1";
+    QTest::newRow("cut number of a character") << R"({"set":"\u00%100ab"})"
+                                               << "a backslash stands directly before %1";
+    QTest::newRow("cut escape behind the place") << R"({"set":"%1\u"})"
+                                                 << "is not JSON";
     QTest::newRow("broken path") << "$."
                                  << "broken JSON path";
 }
