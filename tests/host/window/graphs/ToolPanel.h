@@ -92,9 +92,14 @@ public:
     /// Values of a sender, each so many seconds ago.
     void send(const QString& sender, const QVector<QPointF>& agoAndValue)
     {
+        send(sender, agoAndValue, now());
+    }
+    /// So many seconds before a present that waits for no machine.
+    void send(const QString& sender, const QVector<QPointF>& agoAndValue, double present)
+    {
         for (const QPointF& point : agoAndValue) {
             QMetaObject::invokeMethod(widget(), "input", Q_ARG(double, point.y()),
-                                      Q_ARG(QString, sender), Q_ARG(double, now() - point.x()));
+                                      Q_ARG(QString, sender), Q_ARG(double, present - point.x()));
         }
     }
     void sendArray(const QVector<double>& values)

@@ -160,6 +160,7 @@ void tst_GraphTools::liveCopyFollowsTheGraph()
     QCOMPARE(panel.copy().graphCount(), 1);
     QCOMPARE(panel.copy().graph(0)->data()->size(), 2);
     QCOMPARE(panel.copy().graph(0)->pen(), panel.plot()->graph(0)->pen());
+    panel.plot()->replot(); // The ranges may have moved since it was drawn.
     QCOMPARE(panel.copy().xAxis->range(), panel.plot()->xAxis->range());
     QCOMPARE(panel.copy().yAxis->range(), panel.plot()->yAxis->range());
     panel.send("a", {{0.2, 0.7}}); // After a gap: another piece.
@@ -196,11 +197,15 @@ void tst_GraphTools::copyLooksAsTheGraph()
 
 void tst_GraphTools::areaOfACurveIsOfOneColour()
 {
-    ToolPanel panel;
+    ToolPanel panel("devices:\n"
+                    "  trend: {device: output_graph, params: {widget: {timePeriod: 200, timeout: "
+                    "2}}}\n");
+    QVector<QPointF> curve;
     for (int i = 190; i > 0; --i) {
-        panel.send("a", {{i * 0.1, 50.0 + i % 2}});
+        curve.append({i, 50.0 + i % 2});
     }
-    panel.send("a", {{0, 0}});
+    curve.append({0, 0});
+    panel.send("a", curve);
     QMetaObject::invokeMethod(panel.widget(), "inputFill", Q_ARG(QString, "a"), Q_ARG(bool, true));
     panel.waitForFrames(2);
     panel.open();
@@ -252,9 +257,9 @@ void tst_GraphTools::dataGoOnArrivingWhilePaused()
 void tst_GraphTools::pauseOutlastsTheWindowOfTheGraph()
 {
     ToolPanel panel;
-    const auto sendSpan = [&panel](double from, double to) {
+    const auto sendSpan = [&panel, present = ToolPanel::now()](double from, double to) {
         for (double ago = from; ago > to; ago -= 0.5) {
-            panel.send("a", {{ago, ago}});
+            panel.send("a", {{ago, ago}}, present);
         }
     };
     sendSpan(19, 9);
