@@ -1,6 +1,7 @@
 """The panel that soak.py runs, and a hand that works at it."""
 import csv
 import datetime
+import glob
 import os
 import pathlib
 import re
@@ -10,13 +11,27 @@ import threading
 import time
 
 PROJECT = pathlib.Path(__file__).resolve().parents[1]
-WINDOW = 20  # s, of the graph that is driven
+WINDOW = 20  # s of our own clock, of the graph that is driven
 SCREEN = (1280, 1024)
 
 
-def panel_text(servers, rate):
+class Clock:
+    """The panel's, from now on `speed` times as fast as ours."""
+
+    def __init__(self, speed):
+        self.speed, self.begin = speed, time.time()
+        self.environment = {}
+        if speed != 1:
+            library, = glob.glob("/usr/lib/*/faketime/libfaketimeMT.so.1")
+            self.environment = {"LD_PRELOAD": library, "FAKETIME": f"+0 x{speed:g}", "NO_FAKE_STAT": "1"}
+
+    def now(self):
+        return self.begin + (time.time() - self.begin) * self.speed
+
+
+def panel_text(servers, rate, speed):
     """The gallery, fed at `rate` values a second from everywhere, with a graph "recorded" of WINDOW seconds. The
-    multiline is left out: it grows to 100,000 lines by rule."""
+    multiline is left out: it grows to 100,000 lines by rule. Times and rates are by the panel's clock."""
     text = (PROJECT / "examples/gallery/panel.yaml").read_text()
     interval = max(1, round(1000 / rate))
     poll = max(10, interval)  # The least that the device takes.
@@ -28,7 +43,7 @@ def panel_text(servers, rate):
     device: output_graph
     params:
       name: Recorded
-      widget: {{row: 7, column: 0, colspan: 12, rowspan: 2, timePeriod: {WINDOW}}}
+      widget: {{row: 7, column: 0, colspan: 12, rowspan: 2, timePeriod: {round(WINDOW * speed)}}}
   modbus:
     device: modbus
     params: {{target: "tcp://127.0.0.1:{servers.modbus_port}", poll: {poll}}}
@@ -68,14 +83,14 @@ connections:
 
 class Hand:
     """Opens the tools of the graph "recorded" and works with them, round by round, until it is stopped."""
-    PERIOD = 15                # s, of a round
+    PERIOD = 15                # s of our own clock, of a round
     CORNER_KEY = (39, 937)     # The places of what it touches, on a screen of SCREEN.
     CURVES = (300, 850)
     KEYS = {"pause": (148, 945), "csv": (638, 945), "close": (1130, 945)}
     FURTHER_BACK = WINDOW / 2  # s before the window, that a table begins at least
 
-    def __init__(self, folder, display):
-        self.folder, self.rounds, self.tables = folder, 0, 0
+    def __init__(self, folder, display, clock):
+        self.folder, self.clock, self.rounds, self.tables = folder, clock, 0, 0
         self.environment = {**os.environ, "DISPLAY": display}
         self.ended = threading.Event()
         self.thread = threading.Thread(target=self.work)
@@ -102,7 +117,7 @@ class Hand:
         known = self.saved()
         self.press(*self.CORNER_KEY)
         self.press(*self.KEYS["pause"])
-        stopped = time.time()
+        stopped = self.clock.now()
         for _ in range(3):
             self.drag(600)
             self.ended.wait(0.5)
@@ -123,7 +138,7 @@ class Hand:
         """Whether it holds what was no longer in the graph, but in the history alone."""
         with open(table, newline="", encoding="utf-8") as file:
             times = [datetime.datetime.fromisoformat(row["time"]).timestamp() for row in csv.DictReader(file)]
-        return bool(times) and min(times) < stopped - WINDOW - self.FURTHER_BACK
+        return bool(times) and min(times) < stopped - (WINDOW + self.FURTHER_BACK) * self.clock.speed
 
     def press(self, x, y):
         self.do("mousemove", x, y, "click", 1)

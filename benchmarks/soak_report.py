@@ -8,31 +8,39 @@ COUNTED = ("threads", "files", "sockets")
 HEAD = """\
 # A panel of everything, over time
 
-Written by `./bench soak`: the gallery with sources on loopback at {rate:g} values a second each, a history, alarms,
-two viewers of which one does not read, and a hand that works at a graph. It ran for {minutes:g} minutes. Memory is the
-mean of the minute; of threads, files and sockets, which are among the files, the most.
+Written by `./bench {command}`: the gallery with sources on loopback at {rate:g} values a second each, a history, alarms,
+two viewers of which one does not read, and a hand that works at a graph. {duration} Memory is the mean of the time up
+to then; of threads, files and sockets, which are among the files, the most.
 
 ![Memory, threads and files over time](pictures/{picture})
 """
 
 
-def by_minute(samples):
-    """Rows of the minute's number and the columns' values."""
-    for minute in range(samples[-1]["seconds"] // 60 + 1):
-        part = [one for one in samples if one["seconds"] // 60 == minute]
+def by_minute(samples, speed):
+    """Rows of the minute at whose end they are, by the panel's clock, and the columns' values: one for each of ours."""
+    length = 60 * speed
+    for number in range(int(samples[-1]["seconds"] // length) + 1):
+        part = [one for one in samples if one["seconds"] // length == number]
         if part:
             means = [sum(one[name] for one in part) / len(part) for name in ("rss", "anonymous")]
-            yield [minute + 1, *means, *(max(one[name] for one in part) for name in COUNTED)]
+            yield [round((number + 1) * speed), *means, *(max(one[name] for one in part) for name in COUNTED)]
 
 
-def minutes(samples):
+def minutes(samples, speed):
     return ["minute  VmRSS KiB  RssAnon KiB  threads  files  sockets   (mean of the minute; counts: most)",
-            *("{:6}  {:9.0f}  {:11.0f}  {:7}  {:5}  {:7}".format(*row) for row in by_minute(samples))]
+            *("{:6}  {:9.0f}  {:11.0f}  {:7}  {:5}  {:7}".format(*row) for row in by_minute(samples, speed))]
 
 
-def table(samples):
+def table(samples, speed):
     return "\n".join(["| minute | " + " | ".join(COLUMNS.values()) + " |", "|" + "---:|" * (1 + len(COLUMNS)),
-                      *("| {} | {:,.0f} | {:,.0f} | {} | {} | {} |".format(*row) for row in by_minute(samples))])
+                      *("| {} | {:,.0f} | {:,.0f} | {} | {} | {} |".format(*row) for row in by_minute(samples, speed))])
+
+
+def duration(options):
+    if options.speed == 1:
+        return f"It ran for {options.minutes:g} minutes."
+    return (f"It ran for {options.minutes / 60:g} hours by its own clock, which ran {options.speed:g} times as fast as "
+            "any other (libfaketime); minutes and rates are by that clock.")
 
 
 def draw(samples, file):
@@ -61,6 +69,8 @@ def write(samples, lines, options, document, draw_into=draw):
     picture.parent.mkdir(parents=True, exist_ok=True)
     draw_into(samples, picture)
     here = "".join(f"| {name} | {value} |\n" for name, value in machine.describe()[:7])
-    document.write_text(HEAD.format(rate=options.rate, minutes=options.minutes, picture=picture.name) +
+    command = "soak" if options.speed == 1 else "soak-hours"
+    document.write_text(HEAD.format(command=command, rate=options.rate, duration=duration(options),
+                                    picture=picture.name) +
                         "\n| | |\n|---|---|\n" + here + "\n" + "".join(f"- {line}\n" for line in lines) + "\n" +
-                        table(samples) + "\n", encoding="utf-8")
+                        table(samples, options.speed) + "\n", encoding="utf-8")

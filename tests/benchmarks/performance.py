@@ -3,6 +3,7 @@
 import pathlib
 import sys
 import tempfile
+import time
 import types
 import unittest
 
@@ -13,6 +14,7 @@ sys.dont_write_bytecode = True
 import machine      # pylint: disable=wrong-import-position
 import performance  # pylint: disable=wrong-import-position
 import results      # pylint: disable=wrong-import-position
+import soak_panel   # pylint: disable=wrong-import-position
 import soak_report  # pylint: disable=wrong-import-position
 
 
@@ -89,7 +91,7 @@ class Soak(unittest.TestCase):
         drawn = []
         with tempfile.TemporaryDirectory() as folder:
             document = pathlib.Path(folder) / "soak.md"
-            options = types.SimpleNamespace(rate=20, minutes=2)
+            options = types.SimpleNamespace(rate=20, minutes=2, speed=1)
             soak_report.write(self.SAMPLES, ["flat"], options, document, lambda _, file: drawn.append(file.name))
             lines = document.read_text(encoding="utf-8").splitlines()
         self.assertIn("| 1 | 1,015 | 500 | 7 | 30 | 9 |", lines)
@@ -97,6 +99,20 @@ class Soak(unittest.TestCase):
         self.assertIn("- flat", lines)
         self.assertEqual(drawn, ["soak.svg"])
         self.assertIn("![Memory, threads and files over time](pictures/soak.svg)", lines)
+
+    def test_timesAreByThePanelsClock(self):
+        samples = [dict(one, seconds=one["seconds"] * 24) for one in self.SAMPLES]
+        rows = list(soak_report.by_minute(samples, 24))
+        self.assertEqual([row[0] for row in rows], [24, 48])
+        self.assertEqual(rows[1][3], 8)
+        options = types.SimpleNamespace(minutes=48, speed=24)
+        self.assertIn("0.8 hours by its own clock, which ran 24 times as fast", soak_report.duration(options))
+
+    def test_thePanelsClockRunsAsFastAsItIsTold(self):
+        clock = soak_panel.Clock(1)
+        self.assertEqual(clock.environment, {})
+        clock.begin, clock.speed = time.time() - 10, 24
+        self.assertAlmostEqual(clock.now() - clock.begin, 240, delta=48)
 
 
 if __name__ == "__main__":
