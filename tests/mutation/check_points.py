@@ -1,8 +1,12 @@
 #!/usr/bin/env python3
-"""What tests/mutation/points.py changes of a text, and what it leaves alone."""
+"""What tests/mutation/points.py changes of a text, what it leaves alone, and what sample.py finds again."""
+import json
+import pathlib
+import tempfile
 import unittest
 
 import points
+import sample
 
 
 def body(*lines):
@@ -72,6 +76,65 @@ class Points(unittest.TestCase):
         one, other, apart = (points.Point(start, end, "", "") for start, end in ((0, 4), (3, 6), (4, 6)))
         self.assertTrue(one.overlaps(other))
         self.assertFalse(one.overlaps(apart))
+
+
+def function(name, *lines):
+    return f"void {name}()\n" + body(*lines).split("\n", 1)[1]
+
+
+class Sample(unittest.TestCase):
+    GATE = function("openGate", "m_gate.unlock();", "if (m_height < kMost) {", "    m_motor.start();", "}")
+    LAMP = function("showLamp", "m_lamp = true;", "emit lampChanged(m_lamp);", "update();")
+
+    def kept(self, files, which):
+        """The written sample of these places: (file, what stands there)."""
+        chosen = [(name, point) for name, text in files.items() for point in points.points_of(text)
+                  if (name, text[point.start:point.end]) in which and point.kind != "negated"]
+        self.assertEqual(len(chosen), len(which))
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder) / "sample.json"
+            sample.write(path, dict(enumerate(chosen)), files)
+            return json.loads(path.read_text())
+
+    def found(self, entries, files):
+        """{number: (file, the function that it stands in, what stands there)}"""
+        def above(text, place):
+            return text[:place].rsplit("void ", 1)[1].split("(")[0]
+
+        return {number: (name, above(files[name], point.start), files[name][point.start:point.end])
+                for number, (name, point) in sample.found_again(entries, files).items()}
+
+    def test_unchanged_product_has_all_places(self):
+        files = {"a.cpp": self.GATE + "\n" + self.LAMP}
+        entries = self.kept(files, [("a.cpp", "m_height < kMost"), ("a.cpp", "update();")])
+        self.assertEqual(self.found(entries, files), {0: ("a.cpp", "openGate", "m_height < kMost"),
+                                                      1: ("a.cpp", "showLamp", "update();")})
+
+    def test_place_is_found_behind_new_lines_and_in_another_layout(self):
+        entries = self.kept({"a.cpp": self.GATE}, [("a.cpp", "m_height < kMost")])
+        moved = self.GATE.replace("m_height < kMost", "m_height\n        < kMost")
+        files = {"a.cpp": function("closeGate", "if (m_height < kMost) {", "    return;", "}") + "\n" + moved}
+        self.assertEqual(self.found(entries, files), {0: ("a.cpp", "openGate", "m_height\n        < kMost")})
+
+    def test_place_that_was_removed_is_gone(self):
+        entries = self.kept({"a.cpp": self.LAMP}, [("a.cpp", "update();")])
+        elsewhere = function("setUnit", "m_text = unit;", "m_width = textWidth(m_text);", "update();", "adjustSize();")
+        files = {"a.cpp": self.LAMP.replace("    update();\n", "") + "\n" + elsewhere}
+        self.assertEqual(self.found(entries, files), {})
+
+    def test_place_that_was_changed_is_gone(self):
+        entries = self.kept({"a.cpp": self.GATE}, [("a.cpp", "m_height < kMost")])
+        self.assertEqual(self.found(entries, {"a.cpp": self.GATE.replace("kMost", "m_most")}), {})
+
+    def test_place_moves_with_its_function_to_another_file(self):
+        entries = self.kept({"a.cpp": self.GATE}, [("a.cpp", "m_height < kMost")])
+        self.assertEqual(self.found(entries, {"a.cpp": self.LAMP, "b.cpp": self.GATE})[0][0], "b.cpp")
+
+    def test_place_counts_once(self):
+        once = self.GATE + self.LAMP + self.GATE
+        entries = self.kept({"a.cpp": once + once}, [("a.cpp", "update();")] * 2)
+        self.assertEqual(len(self.found(entries, {"a.cpp": once + once})), 2)
+        self.assertEqual(len(self.found(entries, {"a.cpp": once})), 1)
 
 
 if __name__ == "__main__":
