@@ -55,7 +55,8 @@ void waitForSubscription(MqttSubject& panel, Peer& peer)
         QTest::qWait(20);
     }
     QVERIFY(count < 1000);
-    QTest::qWait(50);
+    peer.publish("is/it/ready", "done"); // What was sent before comes before it.
+    QTRY_VERIFY_WITH_TIMEOUT(panel.notes.contains("ready text done"), 60000);
     panel.notes.clear();
 }
 
