@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: LGPL-3.0-or-later
 #pragma once
 
-#include "plugins/mqtt/BrokerConnection.h"
+#include "plugins/mqtt/BrokerExchange.h"
 #include "plugins/mqtt/BrokerSettings.h"
-#include "plugins/mqtt/NewsQueue.h"
 
 #include <QVector>
 
@@ -26,14 +25,6 @@ class BrokerThread
 public:
     enum class Answer { Taken, NotConnected, Full };
 
-    /// Counts since the last call of takeLosses().
-    struct Losses
-    {
-        qint64 oversized = 0;   ///< Messages that were too long.
-        qint64 refused = 0;     ///< Publications that this broker does not take.
-        qint64 unconfirmed = 0; ///< Publications that have not or may not have arrived.
-    };
-
     /// `wake` is called in the thread when there are news, and again only after resume().
     BrokerThread(const BrokerSettings& settings, std::function<void()> wake);
     ~BrokerThread(); ///< Waits for the thread, a second at most. `wake` is not called any more.
@@ -46,13 +37,11 @@ public:
 
     NewsQueue& news();
     bool resume(); ///< Asks to be woken again; false when there are news already.
-    Losses takeLosses();
+    BrokerLosses takeLosses();
 
 private:
-    struct Shared;
-    class Worker;
-
-    const std::shared_ptr<Shared> m_shared; ///< Outlives this object where the thread does.
+    /// Outlives this object where the thread does.
+    const std::shared_ptr<BrokerExchange> m_exchange;
     std::thread m_thread;
 };
 

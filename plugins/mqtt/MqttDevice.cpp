@@ -370,7 +370,7 @@ void MqttDevice::checkAges()
 void MqttDevice::collectLosses()
 {
     if (m_broker) {
-        const norvo::BrokerThread::Losses losses = m_broker->takeLosses();
+        const norvo::BrokerLosses losses = m_broker->takeLosses();
         m_losses.add(DroppedMessages, m_broker->news().takeDropped());
         m_losses.add(OversizedMessages, losses.oversized);
         m_losses.add(RefusedWrites, losses.refused);
