@@ -53,7 +53,11 @@ SerialLink::~SerialLink()
 {
     if (m_port) {
         m_port->disconnect(this);
-        m_port->clear(); // Otherwise the system waits for it, up to half a minute.
+        // The system would wait for it, up to half a minute. Not without need: of a pseudo
+        // terminal this drops what is on its way to the other end, too.
+        if (unwritten() > 0) {
+            m_port->clear();
+        }
     }
 }
 
@@ -160,13 +164,18 @@ void SerialLink::finishWrites(std::chrono::milliseconds limit)
     m_port->disconnect(this); // To QSerialPort a port that takes nothing now has failed.
     QElapsedTimer clock;
     clock.start();
-    for (int left = 1; left > 0 && !clock.hasExpired(limit.count());) {
+    for (bool isLeft = true; isLeft && !clock.hasExpired(limit.count());) {
         m_port->flush();
-        left = 0;
-        ::ioctl(m_port->handle(), TIOCOUTQ, &left);
-        left += int(m_port->bytesToWrite());
-        ::usleep(left > 0 ? 2000 : 0);
+        isLeft = unwritten() > 0;
+        ::usleep(isLeft ? 2000 : 0);
     }
+}
+
+qint64 SerialLink::unwritten() const
+{
+    int waiting = 0;
+    ::ioctl(m_port->handle(), TIOCOUTQ, &waiting);
+    return waiting + m_port->bytesToWrite();
 }
 
 } // namespace norvo

@@ -48,6 +48,7 @@ private:
     void watch();
     void lose(const QString& reason);
     void retry(std::chrono::milliseconds lastRun);
+    qint64 unwritten() const; ///< Bytes, here and in the system.
 
     PortName m_name;
     SerialSettings m_settings;
