@@ -206,7 +206,7 @@ void tst_NorvoPanelFiles::programOfAnIncludedFileIsRelativeToItsFolder()
     PanelProcess program(
         {"--screenshot", "o.png", "--after", "500", "--no-state", "bench/panel.yaml"});
     Start::run(program, start.path(), 0);
-    QCOMPARE(program.errorLines(), QStringList());
+    QCOMPARE(program.errorLines().join('\n'), QString());
     QVERIFY(QFile::exists(start.filePath("bench/seen"))); // Programs run in the panel's folder.
 }
 

@@ -279,7 +279,7 @@ void tst_SerialDeviceAway::pairOfTerminalsThatIsKilledIsNoticed()
 void tst_SerialDeviceAway::stoppedPairIsSilent()
 {
     TerminalPair pair;
-    SerialSubject subject(pair.here(), {{"silence", "1 s"}});
+    SerialSubject subject(pair.here(), {{"silence", "3 s"}});
     subject.start();
     pair.write("\n5\n");
     QTRY_COMPARE(subject.notes, QStringList({"connected", "text 5", "number 5"}));
