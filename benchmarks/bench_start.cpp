@@ -40,7 +40,7 @@ void start(benchmark::State& state, const QString& panel)
     QVector<double> bare;
     for (auto _ : state) {
         for (int turn = 0; turn < kTurns; ++turn) {
-            bare.append(startOf(NORVO_BUILD_DIR "/benchmarks/bare_start", {panel}));
+            bare.append(startOf(NORVO_BUILD_DIR "/benchmarks/bare_" + panel, {}));
             ours.append(startOf(NORVO_BUILD_DIR "/bin/norvo-panel", {"--no-state", file}));
         }
         state.SetIterationTime(median(ours) / 1e3);

@@ -61,17 +61,13 @@ void fillWorkstation(QGridLayout& page)
 
 } // namespace
 
-/// The least program that shows a panel: `bare_start hello` or `bare_start workstation`.
+/// The least program that shows it.
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     QWidget window;
     QGridLayout page(&window);
-    if (QString(argv[argc - 1]) == "workstation") {
-        fillWorkstation(page);
-    } else {
-        page.addWidget(new QLabel("Hello!"));
-    }
+    fillWorkstation(page);
     window.show();
     return QApplication::exec();
 }
