@@ -132,6 +132,7 @@ def prepare(folder, servers, options):
         if file.is_file():
             shutil.copy(file, folder)
     (folder / "panel.yaml").write_text(soak_panel.panel_text(servers, options.rate, options.speed))
+    (folder / "panel.alarms.jsonl").write_text("".join(soak_panel.alarm_history()))
     if subprocess.run([options.panel, "--check", "panel.yaml"], cwd=folder, check=False).returncode:
         sys.exit("the panel has errors")
 

@@ -2,6 +2,7 @@
 import csv
 import datetime
 import glob
+import json
 import os
 import pathlib
 import re
@@ -13,6 +14,7 @@ import time
 PROJECT = pathlib.Path(__file__).resolve().parents[1]
 WINDOW = 20  # s of our own clock, of the graph that is driven
 SCREEN = (1280, 1024)
+ALARM_ENTRIES = 10000
 
 
 class Clock:
@@ -79,6 +81,16 @@ connections:
         if not count:
             sys.exit(f"The gallery has changed: nothing is like {pattern}")
     return text
+
+
+def alarm_history():
+    """As full as the panel keeps it, so that it does not grow meanwhile."""
+    began = datetime.datetime.now(datetime.timezone.utc) - datetime.timedelta(days=1)
+    for number in range(ALARM_ENTRIES):
+        time_of_it = (began + datetime.timedelta(seconds=number)).isoformat(timespec="milliseconds")[:-6] + "Z"
+        yield json.dumps({"alarm": "wave.output(double) above 90", "detail": "90.728044732", "device": "wave",
+                          "event": "ended", "priority": "high", "since": time_of_it, "state": "normal",
+                          "text": "Level too high", "time": time_of_it}) + "\n"
 
 
 class Hand:
