@@ -85,6 +85,9 @@ ChildProcess::ChildProcess()
 ChildProcess::~ChildProcess()
 {
     killAll();
+    const QSignalBlocker silent(this);
+    waitForFinished(); // The base would wait as long, and complain.
+    m_guard.waitForFinished();
 }
 
 void ChildProcess::launch(const QString& path, const QStringList& arguments)

@@ -65,14 +65,22 @@ struct Watched
 {
     Watched(const QString& file, const PanelDescription& panel, const QSize& size)
         : name(QString("%1 at %2").arg(file).arg(size.width())), shown(panel, size)
-    {}
+    {
+        for (const DeviceSetting& device : panel.devices) {
+            if (device.type.text == "system") {
+                const BaseDevice* const machine = shown.panel.device(device.id.text);
+                readings = std::make_unique<QSignalSpy>(machine, SIGNAL(uptime(QString)));
+            }
+        }
+    }
 
-    /// Whether all is where it was at the call before.
+    /// Whether the machine's values have come, whose rates are known from the second reading on,
+    /// and all is where it was at the call before.
     bool begin()
     {
         const auto before = std::exchange(places, geometries(shown.window));
         firstTexts = texts(shown.window);
-        return places == before;
+        return readings->count() > 1 && places == before;
     }
 
     /// Once for each part, with its place and the one where it stood.
@@ -89,6 +97,7 @@ struct Watched
 
     QString name;
     ShownPanel shown;
+    std::unique_ptr<QSignalSpy> readings; ///< Of the machine.
     QMap<QString, QRect> places;
     QStringList firstTexts;
     QMap<QString, QRect> moved; ///< Where they were then.
@@ -129,6 +138,7 @@ void tst_StillPanels::nothingMovesForAMinute()
         const PanelDescription panel = name == "all types" ? allTypes() : exampleOf(name);
         for (const QSize& size : {QSize(800, 480), QSize(1280, 800), QSize(1920, 1080)}) {
             panels.push_back(std::make_unique<Watched>(name, panel, size));
+            QVERIFY(panels.back()->readings);
         }
     }
     waitForFirstValues(panels);

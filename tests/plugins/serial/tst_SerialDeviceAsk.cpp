@@ -65,15 +65,18 @@ void tst_SerialDeviceAsk::missingAnswersAreAFaultAndThenDisconnect()
 {
     PseudoPort port;
     QByteArray unanswered;
-    SerialSubject subject(port.path(), {{"ask", "W"}, {"every", "100"}, {"timeout", "200"}});
+    SerialSubject subject(port.path(), {{"ask", "W"}, {"every", "100"}, {"timeout", "500"}});
+    QObject::connect(&subject.device, &SerialDevice::connected, &subject.device, [&](bool isThere) {
+        unanswered = port.read();
+        if (isThere) { // A busy machine may have been late with the first answer.
+            subject.faults.clear();
+        }
+    });
     subject.start();
     QVERIFY(isAsked(port));
     port.write("1\n");
-    QTRY_COMPARE(subject.notes.size(), 3);
-    QObject::connect(&subject.device, &SerialDevice::connected, &subject.device,
-                     [&](bool on) { unanswered += on ? QByteArray() : port.read(); });
-    QTRY_COMPARE(subject.notes.mid(3), QStringList("away"));
-    QCOMPARE(subject.faults, QStringList("no answer within 200 ms"));
+    QTRY_COMPARE(subject.notes, QStringList({"connected", "text 1", "number 1", "away"}));
+    QCOMPARE(subject.faults, QStringList("no answer within 500 ms"));
     QCOMPARE(unanswered, QByteArray("W\nW\nW\n"));
     port.write("2\n");
     QTRY_COMPARE(subject.notes.mid(4), QStringList({"connected", "text 2", "number 2"}));
