@@ -202,7 +202,7 @@ void tst_GraphTools::areaOfACurveIsOfOneColour()
                     "2}}}\n");
     QVector<QPointF> curve;
     for (int i = 190; i > 0; --i) {
-        curve.append({i, 50.0 + i % 2});
+        curve.append({double(i), 50.0 + i % 2});
     }
     curve.append({0, 0});
     panel.send("a", curve);
