@@ -21,8 +21,10 @@ bool Overlay::eventFilter(QObject* watched, QEvent* event)
     case QEvent::Show:
     case QEvent::Hide:
     case QEvent::ParentChange:
-    case QEvent::ZOrderChange:
         follow();
+        break;
+    case QEvent::ZOrderChange:
+        raise();
         break;
     default:
         break;
@@ -45,7 +47,6 @@ void Overlay::follow()
     }
     setGeometry(area(m_display->geometry()));
     setVisible(isWanted() && m_display->isVisibleTo(parentWidget()));
-    raise();
 }
 
 } // namespace norvo

@@ -7,7 +7,9 @@
 namespace norvo {
 
 /// Lies over a display on its page, follows it there, and lets everything through that is meant
-/// for it. Owned by the page that the display stands on.
+/// for it. Owned by the page that the display stands on, and above all that was there before.
+///
+/// It is raised again only when the display is: that looks through all that stands on the page.
 class Overlay : public QWidget
 {
     Q_OBJECT

@@ -83,6 +83,8 @@ private slots:
     void lampTellsItsStateByShape();
     void valueThatComesWhileThePanelStartsCounts();
     void markStaysWithItsDisplay();
+    void markIsAboveItsDisplayAlsoWhenThatIsRaised();
+    void displayThatMovesLeavesTheOrderAlone();
     void pressGoesThroughAMark();
     void controlsHaveNone();
 
@@ -163,6 +165,32 @@ void tst_StateMarks::markStaysWithItsDisplay()
     QCOMPARE(panel.mark("b")->geometry().right() + 5, lamp.left());
     panel.widget("a")->hide();
     QVERIFY(!mark->isVisible());
+}
+
+void tst_StateMarks::markIsAboveItsDisplayAlsoWhenThatIsRaised()
+{
+    MarkedPanel panel(m_plugins, "devices: {a: {device: output_bar}, b: {device: indicator}}\n");
+    const auto isAbove = [&] {
+        const QObjectList& order = panel.mark("a")->parentWidget()->children();
+        return order.indexOf(panel.mark("a")) > order.indexOf(panel.widget("a"));
+    };
+    QVERIFY(isAbove());
+    panel.widget("a")->raise();
+    QVERIFY(isAbove());
+}
+
+/// To raise a mark costs a look at all that stands on the page, and a page that is laid out moves
+/// them all.
+void tst_StateMarks::displayThatMovesLeavesTheOrderAlone()
+{
+    MarkedPanel panel(m_plugins, "devices: {a: {device: output_bar}, b: {device: indicator}}\n");
+    const QObjectList before = panel.mark("a")->parentWidget()->children();
+    panel.widget("a")->move(3, 3);
+    panel.widget("a")->resize(50, 50);
+    panel.widget("a")->hide();
+    panel.widget("a")->show();
+    QCOMPARE(panel.mark("a")->geometry(), panel.widget("a")->geometry());
+    QCOMPARE(panel.mark("a")->parentWidget()->children(), before);
 }
 
 void tst_StateMarks::pressGoesThroughAMark()
