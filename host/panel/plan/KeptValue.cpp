@@ -45,8 +45,8 @@ QVariant valueOf(const QString& text, const QString& type)
 const QString KeptValue::kValue = QStringLiteral("kept");
 const QString KeptValue::kSettings = QStringLiteral("keptFor");
 
-KeptValue::KeptValue(BaseDevice& device, KeptMethods methods, bool isSent)
-    : m_device(device), m_methods(std::move(methods)), m_isSent(isSent)
+KeptValue::KeptValue(BaseDevice& device, KeptMethods methods)
+    : m_device(device), m_methods(std::move(methods))
 {
     const QString slot = "note(" + argumentOf(m_methods.output) + ')';
     connect(&m_device, ('2' + m_methods.output).toLatin1(), this, ('1' + slot).toLatin1());

@@ -24,12 +24,13 @@ public:
     static const QString kValue;
     static const QString kSettings;
 
-    /// `isSent`: what is put back leaves the device as if it had come by a wire.
-    KeptValue(BaseDevice& device, KeptMethods methods, bool isSent);
+    KeptValue(BaseDevice& device, KeptMethods methods);
 
     /// Identifies the settings that a value belongs to: all parameters of the device but its place.
     /// A value that was given under others may mean something else.
     QString settings() const;
+    /// What is put back leaves the device as if it had come by a wire, too.
+    void setSending(bool isSent) { m_isSent = isSent; }
     /// Takes what an earlier run has saved. False where it is no such value.
     bool setSaved(const QString& text);
     /// Puts the saved value back, once, and from then on reports what is given.
@@ -56,7 +57,7 @@ private:
 
     BaseDevice& m_device;
     const KeptMethods m_methods;
-    const bool m_isSent;
+    bool m_isSent = false;
     QVariant m_saved;
     QVariant m_latest; ///< Whoever gave it; invalid before the first.
     bool m_isStarted = false;

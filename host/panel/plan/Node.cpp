@@ -220,13 +220,14 @@ void Node::setControl(const std::optional<KeptMethods>& methods)
 {
     m_isControl = true;
     if (methods) {
-        m_value = std::make_unique<KeptValue>(*m_device, *methods, false);
+        m_value = std::make_unique<KeptValue>(*m_device, *methods);
     }
 }
 
 void Node::keepValue(const KeptMethods& methods, bool isSent)
 {
-    m_keptValue = std::make_unique<KeptValue>(*m_device, methods, isSent);
+    m_keptValue = std::make_unique<KeptValue>(*m_device, methods);
+    m_keptValue->setSending(isSent);
     connect(m_keptValue.get(), &KeptValue::given, this, [this](const QString& value) {
         emit parameterWritten(id(), KeptValue::kValue, value);
         emit parameterWritten(id(), KeptValue::kSettings, m_keptValue->settings());

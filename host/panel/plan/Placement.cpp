@@ -12,6 +12,7 @@
 #include <QRect>
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -239,7 +240,7 @@ Placement::Placement(const QVector<Cells>& requests, const QStringList& pages)
         }
         passes[passOf(m_cells[i])].append(i);
     }
-    for (int pass = 0; pass < 4; ++pass) {
+    for (int pass = 0; pass < int(std::size(passes)); ++pass) {
         for (const int i : std::as_const(passes[pass])) {
             Cells& cells = m_cells[i];
             Grid& grid = grids[cells.area];

@@ -172,7 +172,7 @@ bool AuditFile::append(QByteArray line)
         m_size += count;
         return true;
     }
-    const QString reason = qt_error_string(count < 0 ? errno : ENOSPC);
+    const QString reason = qt_error_string(count == -1 ? errno : ENOSPC);
     if (count > 0 && ::ftruncate(m_fd, m_size) != 0) {
         close(); // To be mended when it is opened again.
     }

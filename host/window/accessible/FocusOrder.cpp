@@ -2,6 +2,7 @@
 
 #include "host/window/accessible/FocusOrder.h"
 
+#include "host/window/layout/GridSpan.h"
 #include "host/window/marks/Overlay.h"
 
 #include <QGridLayout>
@@ -49,12 +50,8 @@ void orderFocus(const QGridLayout& grid)
 {
     QMap<QPair<int, int>, QWidget*> byCell;
     for (int i = 0; i < grid.count(); ++i) {
-        int row = 0;
-        int column = 0;
-        int rows = 0;
-        int columns = 0;
-        grid.getItemPosition(i, &row, &column, &rows, &columns);
-        byCell.insert({row, column}, grid.itemAt(i)->widget());
+        const GridSpan span = GridSpan::of(grid, i);
+        byCell.insert({span.row, span.column}, grid.itemAt(i)->widget());
     }
     const Overlays overlays = overlaysOn(*grid.parentWidget());
     QWidget* before = nullptr;

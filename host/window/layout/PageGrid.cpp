@@ -2,6 +2,7 @@
 
 #include "host/window/layout/PageGrid.h"
 
+#include "host/window/layout/GridSpan.h"
 #include "host/window/layout/PanelCell.h"
 
 #include <QWidget>
@@ -14,21 +15,6 @@ namespace {
 
 constexpr int kMargin = 14;
 constexpr int kSpacing = 10;
-
-struct Span
-{
-    int row = 0;
-    int column = 0;
-    int rows = 0;
-    int columns = 0;
-};
-
-Span spanOf(const QGridLayout& grid, int index)
-{
-    Span span;
-    grid.getItemPosition(index, &span.row, &span.column, &span.rows, &span.columns);
-    return span;
-}
 
 bool isAnySet(const QVector<int>& stretches, int first, int count)
 {
@@ -163,7 +149,7 @@ QVector<int> PageGrid::rowStretches() const
 {
     int used = 0;
     for (int i = 0; i < count(); ++i) {
-        const Span span = spanOf(*this, i);
+        const GridSpan span = GridSpan::of(*this, i);
         used = qMax(used, span.row + span.rows);
     }
     QVector<int> stretches(qMax(used + 1, rowCount()), 0);
@@ -173,7 +159,7 @@ QVector<int> PageGrid::rowStretches() const
     // What stands in one row decides before what stands in several.
     for (const bool isSpanning : {false, true}) {
         for (int i = 0; i < count() && m_rowWeights.isEmpty(); ++i) {
-            const Span span = spanOf(*this, i);
+            const GridSpan span = GridSpan::of(*this, i);
             const WidgetParts& parts = static_cast<const PanelCell*>(itemAt(i))->parts();
             if (parts.wantsHeight && (span.rows > 1) == isSpanning &&
                 (!isSpanning || !isAnySet(stretches, span.row, span.rows))) {
@@ -198,7 +184,7 @@ QVector<int> PageGrid::columnStretches() const
         return stretches;
     }
     for (int i = 0; i < count(); ++i) {
-        const Span span = spanOf(*this, i);
+        const GridSpan span = GridSpan::of(*this, i);
         std::fill_n(stretches.begin() + span.column, span.columns, 1);
     }
     return stretches;

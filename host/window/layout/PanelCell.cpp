@@ -2,6 +2,8 @@
 
 #include "host/window/layout/PanelCell.h"
 
+#include "host/window/layout/GridSpan.h"
+
 #include <QGridLayout>
 #include <QTextEdit>
 #include <QVector>
@@ -24,15 +26,11 @@ void keepTogether(QGridLayout& grid)
 {
     QVector<Column> columns(grid.columnCount());
     for (int i = 0; i < grid.count(); ++i) {
-        int row = 0;
-        int first = 0;
-        int rows = 0;
-        int count = 0;
-        grid.getItemPosition(i, &row, &first, &rows, &count);
+        const GridSpan span = GridSpan::of(grid, i);
         const bool grows = grid.itemAt(i)->expandingDirections() & Qt::Horizontal;
-        for (int column = first; column < first + count; ++column) {
+        for (int column = span.column; column < span.column + span.columns; ++column) {
             columns[column].grows |= grows;
-            columns[column].isFixed |= !grows && count == 1;
+            columns[column].isFixed |= !grows && span.columns == 1;
         }
     }
     for (int i = 0; i < columns.size(); ++i) {

@@ -231,6 +231,13 @@ void tst_Schema::panelIsJudged_data()
     row("position of a use", "devices: {u: {use: t, at: {row: -1}}}\n", false);
     row("key of a position", "devices: {u: {use: t, at: {rows: 1}}}\n", false);
     row("include of a text", "include: a.yaml\n", false);
+    const auto access = [&](const QByteArray& roles) {
+        return button("text: a") + "access: {roles: {" + roles + "}}\n";
+    };
+    row("PINs", access("operate: $argon2id$a, engineer: $argon2id$b"), true);
+    row("PIN of a role that there is not", access("operate: $argon2id$a, guest: $argon2id$b"),
+        false);
+    row("PIN that is no hash", access("operate: 1234"), false);
     row("include of nothing", "include: ['']\n", false);
 }
 

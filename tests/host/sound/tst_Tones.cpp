@@ -9,6 +9,8 @@
 #include <QtEndian>
 #include <QtTest>
 
+#include <cmath>
+#include <complex>
 #include <cstdlib>
 
 using norvo::toneOf;
@@ -37,6 +39,16 @@ double pitchOf(const QVector<qint16>& samples)
         sounding += int(samples[i] != 0);
     }
     return double(ups) * kRate / sounding;
+}
+
+/// Of that frequency in it.
+double loudnessAt(const QVector<qint16>& samples, double hertz)
+{
+    std::complex<double> sum = 0;
+    for (int i = 0; i < samples.size(); ++i) {
+        sum += std::polar(double(samples[i]), 2 * M_PI * hertz * i / kRate);
+    }
+    return std::abs(sum);
 }
 
 int strokesOf(const QVector<qint16>& samples)
@@ -83,6 +95,7 @@ class tst_Tones : public QObject
 private slots:
     void urgentToneIsHigherAndHasMoreStrokes_data();
     void urgentToneIsHigherAndHasMoreStrokes();
+    void toneHasAnOvertone();
     void toneNeitherCracksNorClips();
     void channelsAreTheSame();
     void whatIsNoPriorityIsSilent();
@@ -108,6 +121,16 @@ void tst_Tones::urgentToneIsHigherAndHasMoreStrokes()
     QVERIFY2(std::abs(pitchOf(samples) - hertz) < 15,
              qPrintable(QString::number(pitchOf(samples))));
     QVERIFY(samples.size() < kRate);
+}
+
+/// An octave above it, softer: where it comes from is heard more easily.
+void tst_Tones::toneHasAnOvertone()
+{
+    const auto samples = samplesOf(toneOf("low", kRate, 1), 1);
+    const double tone = loudnessAt(samples, 440);
+    const double octave = loudnessAt(samples, 880);
+    QVERIFY2(std::abs(octave / tone - 0.25) < 0.05, qPrintable(QString::number(octave / tone)));
+    QVERIFY(loudnessAt(samples, 3 * 440) < tone / 20);
 }
 
 void tst_Tones::toneNeitherCracksNorClips()

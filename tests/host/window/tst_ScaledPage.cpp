@@ -366,6 +366,8 @@ void tst_ScaledPage::listOfADropDownStaysOnThePage()
     QGraphicsProxyWidget* const opened = list->view()->window()->graphicsProxyWidget();
     QVERIFY(opened);
     QVERIFY(viewOf(shown)->sceneRect().contains(opened->sceneBoundingRect()));
+    const QRect field(list->mapTo(shown.window.page(), QPoint()), list->size());
+    QVERIFY(opened->geometry().intersects(field)); // No further from it than there is need.
     const QPoint row = list->view()->visualRect(list->model()->index(4, 0)).center();
     const QPoint inWindow = list->view()->viewport()->mapTo(list->view()->window(), row);
     QTest::qWait(QApplication::doubleClickInterval()); // A list takes no release just after.

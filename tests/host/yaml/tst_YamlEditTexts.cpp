@@ -75,6 +75,8 @@ void tst_YamlEditTexts::textTakesTheStyleOfTheOldOne_data()
         "a: 1\r\nb: x\r\n");
     row("literal block", "a: | # text\n    one\n    two\nb: 2\n", "a", "x\n\ny\n",
         "a: | # text\n    x\n\n    y\nb: 2\n");
+    row("literal block with a hash in its text", "a: |\n  one # two\nb: 2\n", "a", "x\n",
+        "a: |\n  x\nb: 2\n");
     row("literal block without last line end", "a: |\n  one\nb: 2\n", "a", "x\ny",
         "a: |-\n  x\n  y\nb: 2\n");
     row("literal block of CR LF", "a: |\r\n  one\r\nb: 2\r\n", "a", "x\ny\n",

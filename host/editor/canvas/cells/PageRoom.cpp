@@ -2,6 +2,7 @@
 
 #include "host/editor/canvas/cells/PageRoom.h"
 
+#include "host/window/layout/GridSpan.h"
 #include "host/window/layout/PageGrid.h"
 
 #include <QWidget>
@@ -19,13 +20,9 @@ QVector<bool> emptyLines(const QGridLayout& grid, int count, bool isRows)
 {
     QVector<bool> isEmpty(count, true);
     for (int i = 0; i < grid.count(); ++i) {
-        int row = 0;
-        int column = 0;
-        int rows = 0;
-        int columns = 0;
-        grid.getItemPosition(i, &row, &column, &rows, &columns);
-        const int first = isRows ? row : column;
-        const int end = std::min(count, first + (isRows ? rows : columns));
+        const GridSpan span = GridSpan::of(grid, i);
+        const int first = isRows ? span.row : span.column;
+        const int end = std::min(count, first + (isRows ? span.rows : span.columns));
         for (int line = first; line < end; ++line) {
             isEmpty[line] = false;
         }

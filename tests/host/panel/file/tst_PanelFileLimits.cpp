@@ -69,6 +69,7 @@ private slots:
     void bracketsInTextsAreNoLevels();
     void aliasesCountInTheDepth();
     void valueLimit();
+    void valuesThatAreLeftOutCount();
     void deviceLimit();
     void connectionLimit();
     void keysAreNoValues();
@@ -193,6 +194,14 @@ void tst_PanelFileLimits::valueLimit()
              QString("2:1: error: the title must be a text"));
     QCOMPARE(errorsOf(twice + "- a\nconnections: {x: *x}\n"),
              QString("50001:18: error: more than 100,000 values once aliases are followed"));
+}
+
+void tst_PanelFileLimits::valuesThatAreLeftOutCount()
+{
+    const auto list = [](int count) { return "x:\n" + QByteArray("-\n").repeated(count); };
+    const QString many = "more than 100,000 values";
+    QVERIFY(!errorsOf(list(kMaxValues - 2)).contains(many)); // Two: the map and the list.
+    QVERIFY(errorsOf(list(kMaxValues - 1)).contains(many));
 }
 
 void tst_PanelFileLimits::deviceLimit()

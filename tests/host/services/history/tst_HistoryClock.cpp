@@ -60,6 +60,7 @@ private slots:
         HistoryClock clock({100, 5000}, 0);
         QCOMPARE(clock.ahead({101, 5000}), 0);
         QCOMPARE(clock.ahead({101, 5001}), 0);
+        QCOMPARE(clock.ahead({102, 5000}), 0);
         clock.follow({200, 5101}); // Now the history seems ahead by one.
         QCOMPARE(clock.ahead({300, 5200}), 0);
         QCOMPARE(clock.ahead({301, 5200}), 0);
