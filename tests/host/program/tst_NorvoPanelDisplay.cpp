@@ -24,6 +24,7 @@ private slots:
     void factorBelowOneIsRefused_data();
     void factorBelowOneIsRefused();
     void factorFromOneOnIsTaken();
+    void platformWithoutOpenGlIsNoNews();
     void displayThatGoesAwayEndsThePanel();
 };
 
@@ -189,6 +190,19 @@ void tst_NorvoPanelDisplay::displayOfTheCommandLineIsUsed()
     panel.takeDisplayAway();
     QCOMPARE(panel.runToEnd(), 1);
     QVERIFY(panel.errorLines().value(0).startsWith("norvo-panel: the display cannot be opened ("));
+}
+
+/// Qt Quick draws by itself then.
+void tst_NorvoPanelDisplay::platformWithoutOpenGlIsNoNews()
+{
+    const PanelFolder folder("devices:\n"
+                             "  face: {device: qml_widget, params: {sourceType: parameter,\n"
+                             "         sourceCode: 'import QtQuick 2.15; Rectangle { }'}}\n"
+                             "  a: {device: patch, params: {closeAfter: 0}}\n");
+    PanelProcess panel(probes({"--verbose", folder.panel()}));
+    panel.setEnvironment("QT_QPA_PLATFORM", "minimal");
+    QCOMPARE(panel.runToEnd(), 0);
+    QCOMPARE(panel.errorLines().filter("OpenGL"), QStringList());
 }
 
 void tst_NorvoPanelDisplay::displayThatGoesAwayEndsThePanel()
