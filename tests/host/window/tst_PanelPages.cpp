@@ -55,6 +55,7 @@ private slots:
     void eachAreaIsATab();
     void newAreasLeaveThePageThatIsShown();
     void newAreasKeepWidgetsAndDropTiles();
+    void tileBreaksItsTextIntoLines();
     void widgetsCoverTheirCells();
     void tileShowsIdAndError();
     void tileIsNoHigherThanItsText();
@@ -116,6 +117,14 @@ void tst_PanelPages::newAreasKeepWidgetsAndDropTiles()
     QVERIFY(widget);
     QCOMPARE(widget->parentWidget(), &pages);
     QCOMPARE(pages.findChildren<ErrorTile*>().size(), 0);
+}
+
+void tst_PanelPages::tileBreaksItsTextIntoLines()
+{
+    const ErrorTile tile("pump", QString("the device gives no reason ").repeated(20));
+    QVERIFY2(tile.minimumSizeHint().width() < 300,
+             qPrintable(QString::number(tile.minimumSizeHint().width())));
+    QVERIFY(tile.heightForWidth(300) > tile.heightForWidth(900));
 }
 
 void tst_PanelPages::widgetsCoverTheirCells()

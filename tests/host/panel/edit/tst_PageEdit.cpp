@@ -43,6 +43,7 @@ private slots:
     void linesComeAndGo();
     void lineThatHoldsADeviceStays();
     void usesMoveAsAWhole();
+    void usesMoveBackAsAWhole();
     void othersKeepTheirPlaces();
 };
 
@@ -199,6 +200,21 @@ void tst_PageEdit::usesMoveAsAWhole()
     QCOMPARE(errorOf(PageEdit::insertColumn(edit, cells, "", 1)), QString());
     QCOMPARE(edit.text(), QByteArray("devices:\n  u: {use: t, at: {row: 2}}\n"
                                      "  v: {use: t, at: {column: 1}}\n"));
+}
+
+/// The first row need not be said; it is, where a column is said, too.
+void tst_PageEdit::usesMoveBackAsAWhole()
+{
+    YamlEdit edit(
+        "devices:\n  u: {use: t, at: {row: 2}}\n  v: {use: t, at: {row: 2, column: 3}}\n");
+    norvo::CellsById cells{{"u-a", {"", 2, 0, 1, 1}}, {"v-a", {"", 2, 3, 1, 1}}};
+    QCOMPARE(errorOf(PageEdit::removeRow(edit, cells, "", 1)), QString());
+    QCOMPARE(edit.text(), QByteArray("devices:\n  u: {use: t, at: {row: 1}}\n"
+                                     "  v: {use: t, at: {row: 1, column: 3}}\n"));
+    cells = {{"u-a", {"", 1, 0, 1, 1}}, {"v-a", {"", 1, 3, 1, 1}}};
+    QCOMPARE(errorOf(PageEdit::removeRow(edit, cells, "", 0)), QString());
+    QCOMPARE(edit.text(),
+             QByteArray("devices:\n  u: {use: t}\n  v: {use: t, at: {row: 0, column: 3}}\n"));
 }
 
 void tst_PageEdit::othersKeepTheirPlaces()
