@@ -286,15 +286,17 @@ void tst_ModbusWriting::writeOfTheGapNeverArrives()
     plc.start();
     QTRY_VERIFY_WITH_TIMEOUT(plc.isThere(), kPatience);
     server.stop();
-    plc.send("x", 1.0); // Not noticed yet, so that it is on its way.
+    plc.send("x", 1.0); // Not noticed yet, so that it is on its way, or next behind a reading.
     QTRY_VERIFY_WITH_TIMEOUT(!plc.isThere(), kPatience);
     plc.send("x", 2.0);
     plc.notes.clear();
     server.start();
     QTRY_VERIFY_WITH_TIMEOUT(plc.notes.count("out number 0") >= 3, kPatience);
     QCOMPARE(server.writes(), QStringList());
-    QVERIFY(plc.faults.contains("input \"x\": the write was not confirmed; whether it has arrived "
-                                "is not known"));
+    const QString unconfirmed(
+        "input \"x\": the write was not confirmed; whether it has arrived is not known");
+    QTRY_VERIFY(plc.faults.contains(unconfirmed) ||
+                plc.alerts.contains("writes dropped, the server has gone away: 1"));
 }
 
 void tst_ModbusWriting::writeThatWaitedForAHungServerNeverArrives()

@@ -140,8 +140,8 @@ void tst_ProcessDeviceEnd::processThatLeftTheGroupEndsToo()
 
 void tst_ProcessDeviceEnd::processLeftBehindOutsideTheGroupEndsToo()
 {
-    ProcessSubject child("sh -c 'setsid sh -c \"echo \\$\\$; exec sleep 1000\" & sleep 0.3'");
-    QTRY_VERIFY(child.hasFinished());
+    ProcessSubject child("sh -c 'setsid sh -c \"echo \\$\\$; exec sleep 1000\" & sleep 3'");
+    QTRY_VERIFY_WITH_TIMEOUT(child.hasFinished(), 60000);
     QCOMPARE(child.lines.size(), 1);
     QTRY_VERIFY(!isAlive(child.lines[0]));
 }
