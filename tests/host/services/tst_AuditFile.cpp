@@ -68,6 +68,7 @@ private slots:
     void noOlderFileIsKeptWhereNoneIsWanted();
     void onlyTheOwnerMayRead();
     void secondWriterIsTold();
+    void fullDiskIsToldOnceAndCounted_data();
     void fullDiskIsToldOnceAndCounted();
     void folderThatIsMissingIsToldAndTriedAgain();
     void noLineLiesOnTwoPages();
@@ -183,13 +184,22 @@ void tst_AuditFile::secondWriterIsTold()
     QCOMPARE(audited.lines().size(), 1);
 }
 
+void tst_AuditFile::fullDiskIsToldOnceAndCounted_data()
+{
+    QTest::addColumn<int>("room");
+    for (const int room : {0, 1, 5}) {
+        QTest::addRow("%d bytes are left", room) << room;
+    }
+}
+
 void tst_AuditFile::fullDiskIsToldOnceAndCounted()
 {
+    QFETCH(int, room);
     Audited audited;
     audited.file.write({{"event", "start"}});
     const QByteArray before = audited.content();
     {
-        const FullDisk full(before.size() + 5);
+        const FullDisk full(before.size() + room);
         audited.file.write({{"event", "value"}});
         audited.file.write({{"event", "value"}});
     }
