@@ -44,7 +44,8 @@ int ReadoutFace::makeRoom(double oneEnd, double otherEnd, int more)
     const double magnitude = std::fmax(std::fabs(oneEnd), std::fabs(otherEnd));
     const int whole = QString::number(norvo::truncatedToInt(magnitude + 0.5)).size();
     const QString sample = QString(whole, '3') + '.' + QString(std::max(0, precision) + more, '3');
-    const int width = digits->fontMetrics().horizontalAdvance(sample);
+    digits->ensurePolished(); // A style may give it a margin.
+    const int width = digits->fontMetrics().horizontalAdvance(sample) + 2 * digits->margin();
     digits->setMinimumWidth(width);
     digits->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     return width;

@@ -127,8 +127,7 @@ void PanelWindow::unscalePage()
 
 void PanelWindow::fit(const QSize& limit)
 {
-    const bool hasStrip = m_strip->isRoomKept() || !m_strip->isHidden();
-    QSize around(0, hasStrip ? m_strip->height() : 0);
+    QSize around(0, m_strip->isHidden() ? 0 : m_strip->height());
     for (int i = 0; i < layout()->count(); ++i) {
         const QWidget* const bar = layout()->itemAt(i)->widget();
         around.rheight() += bar && bar != m_strip ? bar->sizeHint().height() : 0;

@@ -190,7 +190,8 @@ void tst_DigitalWidget::widthHoldsTheLongestNumber()
     QCOMPARE(readout.value()->minimumWidth(), 0);
     readout.widget->show();
     QCOMPARE(readout.value()->minimumWidth(),
-             QFontMetrics(readout.value()->font()).horizontalAdvance(sample));
+             QFontMetrics(readout.value()->font()).horizontalAdvance(sample) +
+                 2 * readout.value()->margin()); // Which only the look of a panel gives it.
     QVERIFY(readout.value()->minimumWidth() > 0);
 }
 
@@ -266,7 +267,8 @@ void tst_DigitalWidget::widthFollowsTheFontEachTimeItIsShown()
     readout.value()->setFont(larger);
     readout.widget->show();
     QVERIFY(readout.value()->minimumWidth() > before);
-    QCOMPARE(readout.value()->minimumWidth(), QFontMetrics(larger).horizontalAdvance("333."));
+    QCOMPARE(readout.value()->minimumWidth(),
+             QFontMetrics(larger).horizontalAdvance("333.") + 2 * readout.value()->margin());
 }
 
 NORVO_TEST(tst_DigitalWidget)

@@ -158,8 +158,9 @@ void tst_DigitalWithProgress::widthHoldsTheLongestNumberOfTheRange()
                              {"maxThreshold", "99999"},
                              {"precision", precision}});
     readout.digital().setFontSize(30, 10, 10);
-    const int width = QFontMetrics(readout.value()->font()).horizontalAdvance(sample);
-    QVERIFY(width > 0);
+    const int digits = QFontMetrics(readout.value()->font()).horizontalAdvance(sample);
+    QVERIFY(digits > 0);
+    const int width = digits + 2 * readout.value()->margin();
     QCOMPARE(readout.value()->minimumWidth(), width);
     QCOMPARE(readout.widget->minimumWidth(), width);
 }

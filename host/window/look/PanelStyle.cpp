@@ -115,6 +115,7 @@ void PanelStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
     case PE_PanelLineEdit:
         return m_paint.field(*painter, *option);
     case PE_FrameLineEdit:
+    case PE_PanelScrollAreaCorner: // Where two scroll bars meet is the page's ground.
         return;
     case PE_FrameFocusRect:
         return m_paint.focusRing(*painter, option->rect);

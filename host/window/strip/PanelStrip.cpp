@@ -31,13 +31,6 @@ void PanelStrip::setTouch(PanelLook::Touch touch)
     setFixedHeight(TouchSize::pixels(touch, *screen()));
 }
 
-void PanelStrip::keepRoom()
-{
-    QSizePolicy policy = sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    setSizePolicy(policy);
-}
-
 void PanelStrip::addPart(QWidget* part, int stretch)
 {
     // What was never shown is hidden as well; only what somebody has hidden stays so.

@@ -19,9 +19,6 @@ public:
     explicit PanelStrip(QWidget* parent = nullptr);
 
     void setTouch(PanelLook::Touch touch); ///< How high it is: as high as a key that is touched.
-    /// Keeps the room while nothing is seen in it, so that nothing above moves when that changes.
-    void keepRoom();
-    bool isRoomKept() const { return sizePolicy().retainSizeWhenHidden(); }
 
     /// Takes the part over: it is seen until hide() is called. The one with `stretch` gets the
     /// width that the others leave, and stands first.

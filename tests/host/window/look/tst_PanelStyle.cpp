@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
 #include <QSpinBox>
@@ -39,6 +40,7 @@ private slots:
     void pressOnWhatIsNoSliderIsItsOwn();
     void scrollBarGoesAPageOn();
     void scrollBarWithNothingToScrollIsEmpty();
+    void cornerOfTwoScrollBarsIsGround();
     void focusIsSeen_data();
     void focusIsSeen();
     void digitsStayWhereANewTextIsDrawn();
@@ -264,6 +266,25 @@ void tst_PanelStyle::scrollBarWithNothingToScrollIsEmpty()
     QVERIFY(hasHandle());
     bar.setRange(0, 0);
     QVERIFY(!hasHandle());
+}
+
+void tst_PanelStyle::cornerOfTwoScrollBarsIsGround()
+{
+    wear(PanelLook::Theme::Light);
+    QScrollArea area;
+    area.setFrameShape(QFrame::NoFrame);
+    area.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    area.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    area.resize(300, 200);
+    area.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&area));
+    const QRect corner(area.viewport()->geometry().bottomRight() + QPoint(1, 1),
+                       area.rect().bottomRight());
+    QVERIFY(corner.width() > 10 && corner.height() > 10);
+    const QImage picture = area.grab(corner).toImage();
+    QImage ground(picture.size(), picture.format());
+    ground.fill(area.palette().color(QPalette::Window));
+    QCOMPARE(picture, ground);
 }
 
 void tst_PanelStyle::focusIsSeen_data()

@@ -21,8 +21,7 @@ class tst_PanelStrip : public QObject
 private slots:
     void stripIsSeenWhileAPartIs();
     void stripIsAsHighAsAKey();
-    void pageMovesOnlyWhereNoRoomIsKept_data();
-    void pageMovesOnlyWhereNoRoomIsKept();
+    void firstPartThatIsSeenTakesItsRoomOfThePage();
     void widestPartStandsFirst();
 };
 
@@ -55,20 +54,9 @@ void tst_PanelStrip::stripIsAsHighAsAKey()
     QCOMPARE(window.strip().height(), qCeil(20 * perMm));
 }
 
-void tst_PanelStrip::pageMovesOnlyWhereNoRoomIsKept_data()
+void tst_PanelStrip::firstPartThatIsSeenTakesItsRoomOfThePage()
 {
-    QTest::addColumn<bool>("isKept");
-    QTest::newRow("kept") << true;
-    QTest::newRow("not kept") << false;
-}
-
-void tst_PanelStrip::pageMovesOnlyWhereNoRoomIsKept()
-{
-    QFETCH(bool, isKept);
     PanelWindow window("");
-    if (isKept) {
-        window.strip().keepRoom();
-    }
     auto* const part = new QLabel("part");
     part->hide();
     window.strip().addPart(part);
@@ -79,7 +67,7 @@ void tst_PanelStrip::pageMovesOnlyWhereNoRoomIsKept()
     part->show();
     QTRY_VERIFY(part->isVisible());
     QTest::qWait(50);
-    QCOMPARE(before - window.page()->height(), isKept ? 0 : window.strip().height());
+    QCOMPARE(before - window.page()->height(), window.strip().height());
 }
 
 void tst_PanelStrip::widestPartStandsFirst()
