@@ -1,16 +1,20 @@
 """What soak.py has seen, minute by minute, as lines, and as a document with a picture."""
+import textwrap
+
 import machine
 
 COLUMNS = {"rss": "VmRSS KiB", "anonymous": "RssAnon KiB", "threads": "threads", "files": "files",
            "sockets": "sockets"}
 COUNTED = ("threads", "files", "sockets")
 
+HOW = """Written by `./bench {command}`: the gallery with sources on loopback at {rate:g} values a second each, a history,
+alarms, two viewers of which one does not read, and a hand that works at a graph. {duration} Memory is the mean of the
+time up to then; of threads, files and sockets, which are among the files, the most."""
+
 HEAD = """\
 # A panel of everything, over time
 
-Written by `./bench {command}`: the gallery with sources on loopback at {rate:g} values a second each, a history, alarms,
-two viewers of which one does not read, and a hand that works at a graph. {duration} Memory is the mean of the time up
-to then; of threads, files and sockets, which are among the files, the most.
+{how}
 
 ![Memory, threads and files over time](pictures/{picture})
 """
@@ -70,7 +74,7 @@ def write(samples, lines, options, document, draw_into=draw):
     draw_into(samples, picture)
     here = "".join(f"| {name} | {value} |\n" for name, value in machine.describe()[:7])
     command = "soak" if options.speed == 1 else "soak-hours"
-    document.write_text(HEAD.format(command=command, rate=options.rate, duration=duration(options),
-                                    picture=picture.name) +
+    how = textwrap.fill(HOW.format(command=command, rate=options.rate, duration=duration(options)), 118)
+    document.write_text(HEAD.format(how=how, picture=picture.name) +
                         "\n| | |\n|---|---|\n" + here + "\n" + "".join(f"- {line}\n" for line in lines) + "\n" +
                         table(samples, options.speed) + "\n", encoding="utf-8")
