@@ -40,6 +40,11 @@ bool PlotView::canBeSeen() const
     return isVisible() && !size().isEmpty() && !window()->isMinimized();
 }
 
+QSize PlotView::minimumSizeHint() const
+{
+    return QSize(7, 6) * fontMetrics().height();
+}
+
 void PlotView::changeEvent(QEvent* event)
 {
     QCustomPlot::changeEvent(event);

@@ -24,6 +24,11 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+    /// Room for its axes and a little of its curves, whatever numbers it shows: the page around it
+    /// stands still.
+    QSize minimumSizeHint() const override;
+    QSize sizeHint() const override { return minimumSizeHint(); }
+
 protected:
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;

@@ -23,6 +23,7 @@ private slots:
     void hiddenItIsDrawnForAPicture();
     void drawingIsPutOffUntilItsParentIsShown();
     void drawingIsPutOffUntilThereIsRoom();
+    void itAsksForTheSameRoomWhateverItsNumbers();
 
     void removingBeforeAKeyKeepsThePointOnIt();
     void lastKeyIsTheGreatest();
@@ -173,6 +174,27 @@ void tst_PlotView::drawingIsPutOffUntilThereIsRoom()
     QVERIFY(drawn.size() > 0);
     QCOMPARE(view->viewport().size(), QSize(200, 80));
     QCOMPARE(log.take(), QStringList());
+}
+
+void tst_PlotView::itAsksForTheSameRoomWhateverItsNumbers()
+{
+    PlotView view(kQueued);
+    const QWidget& asked = view; // The library hides what it overrides.
+    const QSize least = asked.minimumSizeHint();
+    const QSize best = asked.sizeHint();
+    view.resize(400, 300);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    QSet<int> widths; // Of the room that the numbers take.
+    for (const double most : {1.0, 123456.0, 123456789e20}) {
+        view.yAxis->setRange(0, most);
+        view.replot();
+        widths.insert(view.axisRect()->margins().left());
+        QCOMPARE(asked.minimumSizeHint(), least);
+        QCOMPARE(asked.sizeHint(), best);
+    }
+    QCOMPARE(widths.size(), 3);
+    QVERIFY(least.width() > view.fontMetrics().horizontalAdvance("123456"));
 }
 
 void tst_PlotView::removingBeforeAKeyKeepsThePointOnIt()
