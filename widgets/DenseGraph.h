@@ -23,6 +23,11 @@ public:
     void append(double key, double value); ///< May be before others, which costs that look.
     void dropBefore(double key);
     void replace(const QVector<double>& keys, const QVector<double>& values); ///< Sorted by key.
+    /// As its legend shows it.
+    void drawIcon(QCPPainter& painter, const QRectF& place) const
+    {
+        drawLegendIcon(&painter, place);
+    }
 
     QCPRange getValueRange(bool& found, QCP::SignDomain domain,
                            const QCPRange& keys) const override;

@@ -13,7 +13,7 @@ PlotCurve* PlotCurve::addTo(QCustomPlot* plot)
     norvo::plot::addPlottable(plot, curve);
     plot->setAutoAddPlottableToLegend(true);
     QCPLegend* legend = plot->legend;
-    legend->addElement(legend->rowCount(), 0, new QCPPlottableLegendItem(legend, curve));
+    legend->addElement(legend->rowCount(), 0, new norvo::plot::LegendItem(legend, curve));
     return curve;
 }
 

@@ -7,6 +7,7 @@
 
 #ifdef QCUSTOMPLOT_VERSION
 #include "widgets/DenseGraph.h"
+#include "widgets/LegendEntry.h"
 #include "widgets/PlotLists.h"
 #include "widgets/TimeTicker.h"
 #endif
@@ -28,6 +29,8 @@
 /// | addPoint()          | QCPGraph::addData(key, value)       | DenseGraph::append()            |
 /// | addPlottable()      | QCustomPlot::addPlottable()         | nothing: it adds itself         |
 /// | setSortedData()     | QCPGraph::setData(keys, values)     | DenseGraph::replace()           |
+/// | LegendItem          | QCPPlottableLegendItem              | LegendEntry                     |
+/// | drawAllAtOnce()     | nothing                             | QCPLayer::setMode()             |
 /// | ListsSetAside       | nothing                             | ListsSetAside                   |
 /// | ChildrenSetAside    | nothing                             | ChildrenSetAside                |
 namespace norvo::plot {
@@ -51,6 +54,15 @@ inline void addItem(QCustomPlot*, QCPAbstractItem*) {}
 inline void addPlottable(QCustomPlot*, QCPAbstractPlottable*) {}
 
 using Graph = DenseGraph;
+
+using LegendItem = LegendEntry;
+
+/// What lies over the curves is drawn with them: a picture of its own for that layer, on which
+/// there is hardly ever anything, would be blended with each refresh.
+inline void drawAllAtOnce(QCustomPlot& plot)
+{
+    plot.layer("overlay")->setMode(QCPLayer::lmLogical);
+}
 
 inline void removeDataBefore(Graph* graph, double key)
 {
@@ -80,6 +92,10 @@ inline void setDateTimeLabels(QCPAxis* axis, const QString& format)
 }
 
 using Graph = QCPGraph;
+
+using LegendItem = QCPPlottableLegendItem;
+
+inline void drawAllAtOnce(QCustomPlot&) {}
 
 struct ListsSetAside
 {

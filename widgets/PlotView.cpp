@@ -8,6 +8,7 @@
 
 PlotView::PlotView(const Look& look) : m_look(look)
 {
+    norvo::plot::drawAllAtOnce(*this);
     recolour();
 }
 

@@ -4,6 +4,7 @@
 #include <qcustomplot.h>
 
 #include <QFontMetrics>
+#include <QHash>
 #include <QPointer>
 
 namespace norvo::plot {
@@ -32,7 +33,24 @@ protected:
         return step;
     }
 
+    /// The same ticks are labelled at each refresh, and local time is far to fetch.
+    QString getTickLabel(double time, const QLocale& locale, QChar formatChar,
+                         int precision) override
+    {
+        if (m_labels.size() >= kMostLabels || m_format != mDateTimeFormat) {
+            m_labels.clear();
+            m_format = mDateTimeFormat;
+        }
+        QString& label = m_labels[time];
+        if (label.isNull()) {
+            label = QCPAxisTickerDateTime::getTickLabel(time, locale, formatChar, precision);
+        }
+        return label;
+    }
+
 private:
+    static constexpr int kMostLabels = 100;
+
     /// How much of the axis a label with the space behind it takes; 0 where that is not known.
     double labelShare(double time) const
     {
@@ -48,6 +66,8 @@ private:
     }
 
     const QPointer<QCPAxis> m_axis; ///< A ticker may outlive it.
+    QHash<double, QString> m_labels;
+    QString m_format; ///< Of these.
 };
 
 } // namespace norvo::plot

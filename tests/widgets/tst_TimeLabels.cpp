@@ -16,6 +16,7 @@ private slots:
     void labelsStandApart();
     void wideGraphHasTheUsualTicks();
     void tickerMayOutliveItsAxis();
+    void labelsAreThoseOfTheLibrary();
 
 private:
     static QVector<double> usualTicks(QCPAxis& axis)
@@ -84,6 +85,31 @@ void tst_TimeLabels::tickerMayOutliveItsAxis()
     QVector<double> ticks;
     ticker->generate({0, 60}, QLocale(), 'g', 6, ticks, nullptr, nullptr);
     QVERIFY(ticks.size() > 3);
+}
+
+/// However long the axis runs, and when its format is another one.
+void tst_TimeLabels::labelsAreThoseOfTheLibrary()
+{
+    QCustomPlot plot;
+    plot.resize(800, 300);
+    norvo::plot::setDateTimeLabels(plot.xAxis, "hh:mm:ss");
+    const auto ours = plot.xAxis->ticker().dynamicCast<QCPAxisTickerDateTime>();
+    QVERIFY(ours);
+    const auto labels = [](QCPAxisTickerDateTime& ticker, double begin) {
+        QVector<double> ticks;
+        QVector<QString> found;
+        ticker.generate({begin, begin + 60}, QLocale(), 'g', 6, ticks, nullptr, &found);
+        return found;
+    };
+    QCPAxisTickerDateTime theirs;
+    for (const QString format : {"hh:mm:ss", "ss", "mm"}) {
+        ours->setDateTimeFormat(format);
+        theirs.setDateTimeFormat(format);
+        QCOMPARE(labels(*ours, 1.6e9), labels(theirs, 1.6e9));
+    }
+    for (double begin = 1.6e9; begin < 1.6e9 + 1500; begin += 7) {
+        QCOMPARE(labels(*ours, begin), labels(theirs, begin));
+    }
 }
 
 NORVO_TEST(tst_TimeLabels)

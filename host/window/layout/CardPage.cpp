@@ -14,6 +14,14 @@ namespace {
 
 constexpr int kRadius = 10;
 
+/// Whether a part of a card has none of its round corners.
+bool isStraight(const QRegion& part, const QRect& card)
+{
+    const QRegion straight =
+        QRegion(card.adjusted(kRadius, 0, -kRadius, 0)) + card.adjusted(0, kRadius, 0, -kRadius);
+    return (part - straight).isEmpty();
+}
+
 } // namespace
 
 void CardPage::paintEvent(QPaintEvent* event)
@@ -23,12 +31,18 @@ void CardPage::paintEvent(QPaintEvent* event)
         return;
     }
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(palette().alternateBase());
     for (const PanelCell* cell : grid->cells()) {
-        if (cell->parts().standsOnCard && event->rect().intersects(cell->area())) {
+        if (!cell->parts().standsOnCard || !event->rect().intersects(cell->area())) {
+            continue;
+        }
+        const bool isRound = !isStraight(event->region() & cell->area(), cell->area());
+        painter.setRenderHint(QPainter::Antialiasing, isRound);
+        if (isRound) {
             painter.drawRoundedRect(cell->area(), kRadius, kRadius);
+        } else {
+            painter.fillRect(cell->area(), painter.brush());
         }
     }
 }
