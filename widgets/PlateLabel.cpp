@@ -73,9 +73,15 @@ bool PlateLabel::isPlateAlone() const
     return true;
 }
 
+/// What asks for a style sheet before the label is polished has it read twice: its polish, which
+/// reads it, tells all that the change would.
 bool PlateLabel::event(QEvent* event)
 {
+    if (event->type() == QEvent::StyleChange && !m_isPolished) {
+        return true;
+    }
     const bool done = QLabel::event(event);
+    m_isPolished = m_isPolished || event->type() == QEvent::Polish;
     if (event->type() == QEvent::Polish || event->type() == QEvent::StyleChange) {
         m_drawsPlate = testAttribute(Qt::WA_StyledBackground) && isPlateAlone();
         if (m_drawsPlate) {

@@ -31,5 +31,6 @@ private:
     bool canDrawItself(const QPainter& painter) const;
 
     QString m_plate;
+    bool m_isPolished = false;
     bool m_drawsPlate = false; ///< It, and not the style.
 };

@@ -192,10 +192,13 @@ private:
 
     void report(const Place& place, const QString& param, bool isError, const QString& what) const
     {
+        if (what.isEmpty()) {
+            return;
+        }
         const QString text = QString("parameter %1: %2").arg(inQuotes(param), what);
-        if (!what.isEmpty() && isError) {
+        if (isError) {
             m_diagnostics.errorOfDevice(place, text);
-        } else if (!what.isEmpty()) {
+        } else {
             m_diagnostics.warning(place, text);
         }
     }
@@ -209,6 +212,9 @@ private:
 void checkAccess(const DeviceSetting& setting, Control control, Diagnostics& diagnostics)
 {
     const DeviceAccess& access = setting.access;
+    if (!access.role && !access.isConfirmed) {
+        return;
+    }
     const QString id = inQuotes(setting.id.text);
     if (access.role && *access.role != Role::View && control == Control::None) {
         diagnostics.warning(

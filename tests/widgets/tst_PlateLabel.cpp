@@ -70,6 +70,8 @@ class tst_PlateLabel : public QObject
 private slots:
     void looksAsAPlainLabelDoes_data();
     void looksAsAPlainLabelDoes();
+    void takesTheRoomOfAPlainLabel_data();
+    void takesTheRoomOfAPlainLabel();
     void everyPlateLooksAsItsSheetSays();
     void followsASheetAroundIt();
     void followsAForeignSheet();
@@ -120,6 +122,47 @@ void tst_PlateLabel::looksAsAPlainLabelDoes()
     ours->setPlate(Looks::kInRange.digits);
     ours->setPlainText(text);
     QVERIFY(isAlike(ourPage.picture(), plainPage.picture()));
+}
+
+void tst_PlateLabel::takesTheRoomOfAPlainLabel_data()
+{
+    QTest::addColumn<bool>("isLaidOutFirst");
+    QTest::newRow("a sheet from the beginning") << false;
+    QTest::newRow("a sheet when it stands in its layout") << true;
+}
+
+void tst_PlateLabel::takesTheRoomOfAPlainLabel()
+{
+    QFETCH(bool, isLaidOutFirst);
+    QWidget page;
+    auto* const layout = new QGridLayout(&page);
+    auto* const plain = new QLabel("12.5");
+    auto* const ours = new PlateLabel;
+    plain->setAlignment(Qt::AlignCenter);
+    ours->setText("12.5");
+    const auto layOut = [&] {
+        layout->addWidget(plain, 0, 0, Qt::AlignTop);
+        layout->addWidget(ours, 0, 1, Qt::AlignTop);
+    };
+    if (isLaidOutFirst) {
+        layOut();
+    }
+    plain->setStyleSheet(Looks::kInRange.digits);
+    ours->setPlate(Looks::kInRange.digits);
+    if (!isLaidOutFirst) {
+        layOut();
+    }
+    page.resize(200, 100);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&page));
+    QCOMPARE(ours->frameWidth(), plain->frameWidth());
+    QCOMPARE(ours->frameWidth(), 1);
+    QCOMPARE(ours->sizeHint(), plain->sizeHint());
+    QCOMPARE(ours->minimumSizeHint(), plain->minimumSizeHint());
+    QCOMPARE(ours->contentsRect().topLeft(), plain->contentsRect().topLeft());
+    QCOMPARE(ours->geometry().top(), plain->geometry().top());
+    QCOMPARE(ours->size(), plain->size());
+    QCOMPARE(layout->itemAt(1)->geometry(), ours->geometry());
 }
 
 void tst_PlateLabel::everyPlateLooksAsItsSheetSays()

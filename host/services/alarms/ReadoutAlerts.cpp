@@ -31,10 +31,9 @@ const KnownAlert kAlerts[] = {
 };
 const KnownAlert kOther = {"alarmAlert()", QT_TRANSLATE_NOOP("norvo::ReadoutAlerts", "%1: alarm")};
 
-bool hasSignal(const BaseDevice& device, const QString& signature)
+QStringList signalsOf(const BaseDevice& device)
 {
-    return device.grabMethods(signature.section('(', 0, 0), QMetaMethod::Signal, true)
-        .contains(signature);
+    return device.grabMethods({}, QMetaMethod::Signal, true);
 }
 
 AlarmDefinition definitionOf(const Node& node, const KnownAlert& alert)
@@ -77,10 +76,11 @@ void ReadoutAlerts::listen(const Node& node)
     if (!device) {
         return;
     }
+    const QStringList signatures = signalsOf(*device);
     std::vector<KnownAlert> found;
     std::copy_if(std::begin(kAlerts), std::end(kAlerts), std::back_inserter(found),
-                 [&](const KnownAlert& alert) { return hasSignal(*device, alert.signal); });
-    if (found.empty() && hasSignal(*device, kOther.signal)) {
+                 [&](const KnownAlert& alert) { return signatures.contains(alert.signal); });
+    if (found.empty() && signatures.contains(kOther.signal)) {
         found.push_back(kOther);
     }
     if (found.empty()) {
@@ -93,7 +93,7 @@ void ReadoutAlerts::listen(const Node& node)
         hear(*device, readout, alert.signal, m_define(definitionOf(node, alert)));
     }
     SignalTap::open(
-        *device, hasSignal(*device, "output(double)") ? "output(double)" : "output",
+        *device, signatures.contains("output(double)") ? "output(double)" : "output",
         [this, &readout](const SignalArguments&) { takeValue(readout); }, *readout.ear);
 }
 
