@@ -68,6 +68,7 @@ int main(int argc, char** argv)
     QWidget window;
     QGridLayout page(&window);
     fillWorkstation(page);
+    window.resize(800, 480); // as a panel's is
     window.show();
     return QApplication::exec();
 }

@@ -150,6 +150,8 @@ public:
         QApplication::processEvents();
     }
 
+    void wear(const QString& styleSheet) { m_label->setStyleSheet(styleSheet); }
+
     void show(const QString& text, const QColor& ground)
     {
         m_label->setText(text);
@@ -214,6 +216,21 @@ void lampFlips(benchmark::State& state)
         [&](bool on) { bare.show("Pump", on ? Qt::green : Qt::darkGreen); });
 }
 BENCHMARK(lampFlips)->UseManualTime()->Iterations(1)->Unit(benchmark::kMicrosecond);
+
+/// What a lamp's style sheets cost a bare label, which a lamp has to wear.
+void lampSheetFlips(benchmark::State& state)
+{
+    Display lamp("indicator", {{"widget/caption", "Pump"}});
+    const QString dark = lamp.label(0)->styleSheet();
+    QMetaObject::invokeMethod(&lamp.device(), "input", Q_ARG(bool, true));
+    const QString lit = lamp.label(0)->styleSheet();
+    BareLabel sheets(*lamp.label(0));
+    BareLabel bare(*lamp.label(0));
+    flip(
+        state, [&](bool on) { sheets.wear(on ? lit : dark); },
+        [&](bool on) { bare.show("Pump", on ? Qt::green : Qt::darkGreen); });
+}
+BENCHMARK(lampSheetFlips)->UseManualTime()->Iterations(1)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 
