@@ -109,7 +109,11 @@ private:
     {
         const double sign = qMin(from, to) < m_height ? 1 : -1;
         m_coverage.addBelow(column, sign * width, from, to);
-        m_coverage.addBelow(column, -sign * width, m_height, m_height);
+        if (m_height < m_clip.top() + m_clip.height()) {
+            m_coverage.addBelow(column, -sign * width, m_height, m_height);
+        } else {
+            m_coverage.reachBottom();
+        }
     }
 
     PixelCoverage& m_coverage;

@@ -29,6 +29,8 @@ public:
     void addBar(int column, double top, double bottom, double width);
     /// What is below a piece of a line, down to the end of the area.
     void addBelow(int column, double width, double from, double to);
+    /// What was added last does so, with nothing that ends it above.
+    void reachBottom() { m_last = m_area.height(); }
 
 private:
     static constexpr int kColumns = 32;    ///< Of a strip.

@@ -23,6 +23,7 @@
 /// | kReplotWithinPaint  | rpQueued                            | rpQueuedRefresh                 |
 /// | setDateTimeLabels() | setTickLabelType(ltDateTime),       | setTicker() with a              |
 /// |                     | setDateTimeFormat()                 | TimeTicker                      |
+/// | keepNumbers()       | nothing                             | setTicker() with KeptLabels     |
 /// | addItem()           | QCustomPlot::addItem()              | nothing: an item adds itself    |
 /// | Graph               | QCPGraph                            | DenseGraph                      |
 /// | removeDataBefore()  | QCPGraph::removeDataBefore()        | DenseGraph::dropBefore()        |
@@ -47,6 +48,12 @@ inline void setDateTimeLabels(QCPAxis* axis, const QString& format)
     const auto ticker = QSharedPointer<TimeTicker>::create(axis);
     ticker->setDateTimeFormat(format);
     axis->setTicker(ticker);
+}
+
+/// Writes the numbers of an axis once.
+inline void keepNumbers(QCPAxis* axis)
+{
+    axis->setTicker(QSharedPointer<KeptLabels<QCPAxisTicker>>::create());
 }
 
 inline void addItem(QCustomPlot*, QCPAbstractItem*) {}
@@ -96,6 +103,8 @@ using Graph = QCPGraph;
 using LegendItem = QCPPlottableLegendItem;
 
 inline void drawAllAtOnce(QCustomPlot&) {}
+
+inline void keepNumbers(QCPAxis*) {}
 
 struct ListsSetAside
 {

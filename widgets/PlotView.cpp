@@ -9,6 +9,8 @@
 PlotView::PlotView(const Look& look) : m_look(look)
 {
     norvo::plot::drawAllAtOnce(*this);
+    norvo::plot::keepNumbers(xAxis); // A graph of time puts times in their place.
+    norvo::plot::keepNumbers(yAxis);
     recolour();
 }
 

@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <qcustomplot.h>
+#include "widgets/KeptLabels.h"
 
 #include <QFontMetrics>
-#include <QHash>
 #include <QPointer>
 
 namespace norvo::plot {
 
 /// Ticks of a horizontal axis of time, as many as usual, or fewer where their labels would run
 /// into each other.
-class TimeTicker : public QCPAxisTickerDateTime
+class TimeTicker : public KeptLabels<QCPAxisTickerDateTime>
 {
 public:
     explicit TimeTicker(QCPAxis* axis) : m_axis(axis) {}
@@ -33,24 +32,17 @@ protected:
         return step;
     }
 
-    /// The same ticks are labelled at each refresh, and local time is far to fetch.
     QString getTickLabel(double time, const QLocale& locale, QChar formatChar,
                          int precision) override
     {
-        if (m_labels.size() >= kMostLabels || m_format != mDateTimeFormat) {
-            m_labels.clear();
+        if (m_format != mDateTimeFormat) {
+            forgetLabels();
             m_format = mDateTimeFormat;
         }
-        QString& label = m_labels[time];
-        if (label.isNull()) {
-            label = QCPAxisTickerDateTime::getTickLabel(time, locale, formatChar, precision);
-        }
-        return label;
+        return KeptLabels::getTickLabel(time, locale, formatChar, precision);
     }
 
 private:
-    static constexpr int kMostLabels = 100;
-
     /// How much of the axis a label with the space behind it takes; 0 where that is not known.
     double labelShare(double time) const
     {
@@ -66,8 +58,7 @@ private:
     }
 
     const QPointer<QCPAxis> m_axis; ///< A ticker may outlive it.
-    QHash<double, QString> m_labels;
-    QString m_format; ///< Of these.
+    QString m_format;               ///< Of the labels that are kept.
 };
 
 } // namespace norvo::plot

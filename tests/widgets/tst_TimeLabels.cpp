@@ -17,6 +17,7 @@ private slots:
     void wideGraphHasTheUsualTicks();
     void tickerMayOutliveItsAxis();
     void labelsAreThoseOfTheLibrary();
+    void numbersAreThoseOfTheLibrary();
 
 private:
     static QVector<double> usualTicks(QCPAxis& axis)
@@ -110,6 +111,37 @@ void tst_TimeLabels::labelsAreThoseOfTheLibrary()
     for (double begin = 1.6e9; begin < 1.6e9 + 1500; begin += 7) {
         QCOMPARE(labels(*ours, begin), labels(theirs, begin));
     }
+}
+
+/// As its number format, its precision and its range change.
+void tst_TimeLabels::numbersAreThoseOfTheLibrary()
+{
+    QCustomPlot ours;
+    QCustomPlot theirs;
+    norvo::plot::keepNumbers(ours.yAxis);
+    QSet<QString> shown;
+    for (const QString format : {"g", "f", "eb", "f"}) {
+        for (const int precision : {2, 5}) {
+            for (double most = 1; most < 1e6; most *= 1.9) {
+                for (QCustomPlot* plot : {&ours, &theirs}) {
+                    plot->resize(300, 300);
+                    plot->yAxis->setNumberFormat(format);
+                    plot->yAxis->setNumberPrecision(precision);
+                    plot->yAxis->setRange(-most / 3, most);
+                    plot->replot();
+                }
+                QCOMPARE(ours.yAxis->tickVectorLabels(), theirs.yAxis->tickVectorLabels());
+                shown.insert(ours.yAxis->tickVectorLabels().last());
+            }
+        }
+    }
+    QVERIFY(shown.size() > 20);
+    for (QCustomPlot* plot : {&ours, &theirs}) {
+        plot->setLocale(QLocale(QLocale::German));
+        plot->yAxis->setRange(0, 1);
+        plot->replot();
+    }
+    QCOMPARE(ours.yAxis->tickVectorLabels(), theirs.yAxis->tickVectorLabels());
 }
 
 NORVO_TEST(tst_TimeLabels)
