@@ -4,10 +4,15 @@
 
 #include <QGridLayout>
 
+/// A layout asks to be laid out as it comes to its widget, and Qt looks for an equal request among
+/// all that wait: with thousands of widgets on a page, that took longer than to make them. One that
+/// needs it already asks for nothing, and is laid out when the widget is shown.
 BaseWidget::BaseWidget(BaseGuiDevice* device, QWidget* parent)
-    : QWidget(parent), ParametersEntity(device), m_device(device), m_layout(new QGridLayout(this))
+    : QWidget(parent), ParametersEntity(device), m_device(device), m_layout(new QGridLayout)
 {
     m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->invalidate();
+    setLayout(m_layout);
 }
 
 BaseWidget::~BaseWidget() = default;

@@ -6,6 +6,7 @@
 #include "TestMain.h"
 
 #include <QGridLayout>
+#include <QLabel>
 #include <QtTest>
 
 #include <cstring>
@@ -196,6 +197,60 @@ private slots:
         QCOMPARE(widget.getLayout(), widget.layout());
         QCOMPARE(widget.getLayout()->count(), 0);
         QCOMPARE(widget.getLayout()->contentsMargins(), QMargins());
+    }
+
+    void layoutIsDoneWhenItIsShownAndAfterEachChange()
+    {
+        Widget widget(nullptr, nullptr);
+        auto* const first = new QWidget;
+        widget.getLayout()->addWidget(first, 0, 0);
+        widget.resize(200, 100);
+        widget.show();
+        QCOMPARE(first->geometry(), widget.rect());
+        auto* const second = new QWidget;
+        widget.getLayout()->addWidget(second, 1, 0);
+        second->show();
+        QTRY_COMPARE(first->height() + second->height() + widget.getLayout()->spacing(),
+                     widget.height());
+    }
+
+    void layoutIsDoneWithinALayoutThatIsShownAlready()
+    {
+        QWidget page;
+        QGridLayout around(&page);
+        page.resize(300, 100);
+        page.show();
+        auto* const widget = new Widget(nullptr, nullptr);
+        auto* const label = new QLabel("12.5");
+        widget->getLayout()->addWidget(label);
+        around.addWidget(widget);
+        QTRY_VERIFY(label->isVisible());
+        QTRY_COMPARE(label->size(), widget->size());
+        QCOMPARE(widget->sizeHint(), label->sizeHint());
+        label->setText("a longer one");
+        QCOMPARE(widget->sizeHint(), label->sizeHint());
+    }
+
+    /// Thousands of requests that wait would be looked through for each further one.
+    void layoutAsksForNothingBeforeItIsShown()
+    {
+        class Counting : public Widget
+        {
+        public:
+            using Widget::Widget;
+            int requests = 0;
+
+        protected:
+            bool event(QEvent* event) override
+            {
+                requests += event->type() == QEvent::LayoutRequest ? 1 : 0;
+                return Widget::event(event);
+            }
+        };
+        Counting widget(nullptr, nullptr);
+        widget.getLayout()->addWidget(new QLabel("12.5"));
+        QCoreApplication::processEvents();
+        QCOMPARE(widget.requests, 0);
     }
 
     void initialisedFlagIsTheWidgetsToSet()
