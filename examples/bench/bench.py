@@ -1,7 +1,7 @@
 """Plays a heated sample on a lab bench for panel.yaml. A real one would ask its instruments here.
 
-Writes lines such as "temperature 21.53", 20 in a second, and "heating on" or "heating off" at each change.
-Reads "set 40" and "switch heating". "log ..." says what it has done.
+Writes lines such as "temperature 21.53", 20 in a second, and "heating on" or "heating off" at the start
+and at each change. Reads "set 40" and "switch heating". "log ..." says what it has done.
 """
 import os
 import queue
@@ -44,6 +44,7 @@ def listen():
 
 commands = queue.Queue()
 threading.Thread(target=listen, daemon=True).start()
+say("heating off")
 say("log bench ready")
 while True:
     time.sleep(PERIOD)

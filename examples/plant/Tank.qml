@@ -1,8 +1,9 @@
 import QtQuick 2.0
 
 Rectangle {
-    property real level: 50 // %
-    property bool isBad: level < 20 || level > 85
+    property real level: NaN // %; none before the first
+    readonly property bool isKnown: !isNaN(level)
+    readonly property var isBad: isKnown ? level < 20 || level > 85 : undefined
     signal alarm(bool on)
     onIsBadChanged: alarm(isBad)
     function input(v) { level = v }
@@ -15,7 +16,7 @@ Rectangle {
 
     Rectangle {
         width: parent.width
-        height: parent.height * parent.level / 100
+        height: parent.isKnown ? parent.height * parent.level / 100 : 0
         anchors.bottom: parent.bottom
         radius: 8
         color: parent.isBad ? "#ef8079" : "#79b8e6"
@@ -23,6 +24,6 @@ Rectangle {
     Text {
         anchors.centerIn: parent
         font.pixelSize: 28
-        text: parent.level.toFixed(0) + " %"
+        text: parent.isKnown ? parent.level.toFixed(0) + " %" : "—"
     }
 }

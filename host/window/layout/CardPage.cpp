@@ -3,7 +3,6 @@
 #include "host/window/layout/CardPage.h"
 
 #include "host/window/layout/PageGrid.h"
-#include "host/window/layout/PanelCell.h"
 
 #include <QPaintEvent>
 #include <QPainter>
@@ -33,16 +32,16 @@ void CardPage::paintEvent(QPaintEvent* event)
     QPainter painter(this);
     painter.setPen(Qt::NoPen);
     painter.setBrush(palette().alternateBase());
-    for (const PanelCell* cell : grid->cells()) {
-        if (!cell->parts().standsOnCard || !event->rect().intersects(cell->area())) {
+    for (const QRect& card : grid->cards()) {
+        if (!event->rect().intersects(card)) {
             continue;
         }
-        const bool isRound = !isStraight(event->region() & cell->area(), cell->area());
+        const bool isRound = !isStraight(event->region() & card, card);
         painter.setRenderHint(QPainter::Antialiasing, isRound);
         if (isRound) {
-            painter.drawRoundedRect(cell->area(), kRadius, kRadius);
+            painter.drawRoundedRect(card, kRadius, kRadius);
         } else {
-            painter.fillRect(cell->area(), painter.brush());
+            painter.fillRect(card, painter.brush());
         }
     }
 }

@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <utility>
 
 namespace norvo {
 
@@ -54,13 +55,16 @@ void PageGrid::place(QWidget* widget, int row, int column, int rowspan, int cols
     }
 }
 
-QVector<const PanelCell*> PageGrid::cells() const
+QVector<QRect> PageGrid::cards() const
 {
-    QVector<const PanelCell*> cells;
+    QVector<QRect> cards;
     for (int i = 0; i < count(); ++i) {
-        cells.append(static_cast<const PanelCell*>(itemAt(i)));
+        const auto* const cell = static_cast<const PanelCell*>(itemAt(i));
+        if (cell->parts().standsOnCard) {
+            cards.append(cell->area());
+        }
     }
-    return cells;
+    return cards;
 }
 
 QSize PageGrid::sizeHint() const
@@ -94,6 +98,7 @@ void PageGrid::setGeometry(const QRect& area)
     QGridLayout::setGeometry(area);
     if (isNew) {
         noteLines();
+        noteCards();
         m_isLaidOut = true;
         emit arranged();
     }
@@ -110,6 +115,16 @@ void PageGrid::noteLines()
     for (int column = 0; column < columnCount(); ++column) {
         const QRect cell = cellRect(0, column);
         m_columnLines.append({cell.left(), cell.width()});
+    }
+}
+
+/// Where a card has moved, Qt draws anew no more of it than its widget.
+void PageGrid::noteCards()
+{
+    QVector<QRect> cards = this->cards();
+    if (m_cards != cards) {
+        m_cards = std::move(cards);
+        parentWidget()->update();
     }
 }
 

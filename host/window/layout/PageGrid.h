@@ -20,7 +20,7 @@ public:
 
     void setWeights(const QVector<int>& rowWeights, const QVector<int>& columnWeights);
     void place(QWidget* widget, int row, int column, int rowspan, int colspan);
-    QVector<const PanelCell*> cells() const;
+    QVector<QRect> cards() const; ///< Behind the cells that stand on one.
 
     /// Where a row or a column stands on the page.
     struct Line
@@ -45,6 +45,7 @@ signals:
 private:
     void arrange();
     void noteLines();
+    void noteCards();
     QVector<int> rowStretches() const;
     QVector<int> columnStretches() const;
 
@@ -52,6 +53,7 @@ private:
     QVector<int> m_columnWeights;
     QVector<Line> m_rowLines;
     QVector<Line> m_columnLines;
+    QVector<QRect> m_cards; ///< As they were laid out last.
     bool m_isArranged = false;
     bool m_isLaidOut = false; ///< As it is now.
 };

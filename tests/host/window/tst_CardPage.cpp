@@ -3,6 +3,9 @@
 #include "ShownPanel.h"
 #include "TestMain.h"
 #include "host/window/layout/CardPage.h"
+#include "host/window/layout/PageGrid.h"
+
+#include <QScreen>
 
 using namespace norvo;
 
@@ -14,6 +17,7 @@ class tst_CardPage : public QObject
 private slots:
     void partsLookAsTheWhole_data();
     void partsLookAsTheWhole();
+    void cardThatMovesLeavesNothingBehind();
 };
 
 void tst_CardPage::partsLookAsTheWhole_data()
@@ -51,6 +55,29 @@ void tst_CardPage::partsLookAsTheWhole()
     }
     QVERIFY(whole.pixelColor(page->findChild<BaseWidget*>()->pos()) == QColor(Qt::cyan));
     QCOMPARE(inParts, whole);
+}
+
+/// Of a page on the screen, whose columns move a little.
+void tst_CardPage::cardThatMovesLeavesNothingBehind()
+{
+    ShownPanel shown("devices:\n"
+                     "  a: {device: output_digital, params: {widget: {row: 0, column: 0}}}\n"
+                     "  b: {device: output_digital, params: {widget: {row: 0, column: 1}}}\n");
+    const auto inWindow = [&] {
+        return shown.window.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    };
+    const auto onScreen = [&] {
+        const QPixmap seen = shown.window.screen()->grabWindow(shown.window.winId());
+        return seen.toImage().convertToFormat(QImage::Format_RGB32);
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(onScreen(), inWindow(), 60000);
+    const QRect before = shown.panel.widget("b")->geometry();
+    auto* const grid =
+        qobject_cast<PageGrid*>(shown.window.page()->findChild<CardPage*>()->layout());
+    QVERIFY(grid);
+    grid->setWeights({}, {40, 41});
+    QTRY_VERIFY_WITH_TIMEOUT(shown.panel.widget("b")->geometry() != before, 60000);
+    QTRY_COMPARE_WITH_TIMEOUT(onScreen(), inWindow(), 60000);
 }
 
 NORVO_TEST(tst_CardPage)

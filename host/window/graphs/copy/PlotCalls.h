@@ -3,6 +3,9 @@
 
 #include <qcustomplot.h>
 
+#include <QDateTime>
+#include <QFontMetrics>
+
 /// What the host asks of a plot and the two generations of the plot library's interface name
 /// differently. Only the header of generation 2 defines QCUSTOMPLOT_VERSION.
 namespace norvo::plots {
@@ -50,6 +53,29 @@ inline void setTimeFormat(QCPAxis& axis, const QString& format)
     const auto ticker = QSharedPointer<QCPAxisTickerDateTime>::create();
     ticker->setDateTimeFormat(format);
     axis.setTicker(ticker);
+}
+
+/// Fewer times below the plot than usual where their texts would run into each other.
+inline void spaceTimes(QCustomPlot& plot)
+{
+    QCPAxis& axis = *plot.xAxis;
+    const auto ticker = axis.ticker().dynamicCast<QCPAxisTickerDateTime>();
+    if (!ticker) {
+        return;
+    }
+    const QMargins margins = axis.axisRect()->margins();
+    const int width = qMax(1, plot.viewport().width() - margins.left() - margins.right());
+    const QString text = QDateTime::currentDateTime().toString(ticker->dateTimeFormat()) + ' ';
+    const int textWidth = QFontMetrics(axis.tickLabelFont()).horizontalAdvance(text);
+    constexpr int usualCount = 5;
+    for (int count = usualCount; count > 0; --count) {
+        ticker->setTickCount(count);
+        QVector<double> times;
+        ticker->generate(axis.range(), QLocale(), 'g', 6, times, nullptr, nullptr);
+        if (times.size() < 2 || (times[1] - times[0]) / axis.range().size() * width >= textWidth) {
+            return;
+        }
+    }
 }
 
 /// Draws on as many pixels as the other.
@@ -101,6 +127,8 @@ inline void setTimeFormat(QCPAxis& axis, const QString& format)
     axis.setTickLabelType(QCPAxis::ltDateTime);
     axis.setDateTimeFormat(format);
 }
+
+inline void spaceTimes(QCustomPlot&) {}
 
 inline void matchPixels(QCustomPlot&, const QCustomPlot&) {}
 

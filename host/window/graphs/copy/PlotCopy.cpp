@@ -3,6 +3,7 @@
 #include "host/window/graphs/copy/PlotCopy.h"
 
 #include "host/window/graphs/copy/CopiedCurve.h"
+#include "host/window/graphs/copy/CopiedEntry.h"
 #include "host/window/graphs/copy/HeldPoints.h"
 
 #include <algorithm>
@@ -66,6 +67,7 @@ PlotCopy::PlotCopy(QCustomPlot& source, ReadEarlier readEarlier)
     copyLines(*this, source);
     copyLook();
     connect(&source, &QCustomPlot::afterReplot, this, &PlotCopy::follow);
+    connect(this, &QCustomPlot::beforeReplot, this, [this] { plots::spaceTimes(*this); });
     follow();
 }
 
@@ -128,7 +130,7 @@ CopiedCurve* PlotCopy::addCurve(const QCPGraph& source)
     auto* const curve = new CopiedCurve(xAxis, yAxis);
     plots::add(*this, curve);
     curve->setName(source.name());
-    curve->addToLegend();
+    legend->addItem(new CopiedEntry(legend, curve));
     return curve;
 }
 
