@@ -2,15 +2,12 @@
 
 #include "plugins/extras/HeldKey.h"
 #include "EventCounter.h"
-#include "ModalDialog.h"
+#include "HandSignals.h"
 #include "Recorder.h"
 #include "Touch.h"
 #include "TestMain.h"
 
 #include <QAccessible>
-#include <QDialog>
-#include <QLineEdit>
-#include <QStackedWidget>
 
 /// What counts as a hand on a key, driven as hands would.
 class tst_HeldKey : public QObject
@@ -30,27 +27,11 @@ private slots:
     void secondFingerOnTheKeyDoesNotHoldIt();
     void secondFingerThatLiftsOrSlidesLeavesTheFirst();
 
-    void handThatSlidesOffAndBackIsOff();
-    void fingerThatSlidesOffAndBackIsOff();
-    void whatMakesTheHandUnsureTakesItAway_data();
-    void whatMakesTheHandUnsureTakesItAway();
-    void whatMakesAFingerUnsureTakesItAway_data() { whatMakesTheHandUnsureTakesItAway_data(); }
-    void whatMakesAFingerUnsureTakesItAway();
-    void modalDialogTakesTheHandAway();
-    void anotherPageTakesTheHandAway();
-    void focusOfAnotherControlTakesAFingerAway();
-    void destructionTakesTheHandAway();
-    void handThatWasTakenAwayMustPressAgain();
-
     void accessiblePressAndClickDoNothing();
     void slotMayDeleteTheKey_data();
     void slotMayDeleteTheKey();
     void isLargeEnoughForAGlove();
 };
-
-const QStringList kOn{"handOn()"};
-const QStringList kOff{"handOff()"};
-const QStringList kNothing;
 
 void tst_HeldKey::mouseHoldsFromPressToRelease()
 {
@@ -145,157 +126,6 @@ void tst_HeldKey::secondFingerOnTheKeyDoesNotHoldIt()
     QCOMPARE(left.take(), kOff);
     fingers.release(1, {90, 20}, window.left).commit();
     QCOMPARE(left.take(), kNothing);
-}
-
-void tst_HeldKey::handThatSlidesOffAndBackIsOff()
-{
-    TwoKeys<HeldKey> window;
-    Recorder left(window.left, QPushButton::staticMetaObject);
-    QTest::mousePress(window.left, Qt::LeftButton);
-    QMouseEvent off(QEvent::MouseMove, {151, 20}, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.left, &off);
-    QCOMPARE(left.take(), kOn + kOff);
-    QMouseEvent back(QEvent::MouseMove, {20, 20}, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.left, &back);
-    QTest::mouseRelease(window.left, Qt::LeftButton);
-    QCOMPARE(left.take(), kNothing);
-}
-
-void tst_HeldKey::fingerThatSlidesOffAndBackIsOff()
-{
-    TwoKeys<HeldKey> window;
-    auto fingers = QTest::touchEvent(&window, touchScreen(), false);
-    Recorder left(window.left, QPushButton::staticMetaObject);
-    fingers.press(0, {20, 20}, window.left).commit();
-    fingers.move(0, {180, 20}, window.left).commit();
-    QCOMPARE(left.take(), kOn + kOff);
-    fingers.move(0, {20, 20}, window.left).commit();
-    fingers.release(0, {20, 20}, window.left).commit();
-    QCOMPARE(left.take(), kNothing);
-}
-
-using Deed = void (*)(TwoKeys<HeldKey>& window);
-Q_DECLARE_METATYPE(Deed)
-
-void tst_HeldKey::whatMakesTheHandUnsureTakesItAway_data()
-{
-    QTest::addColumn<Deed>("deed");
-    const auto row = [](const char* name, Deed deed) { QTest::newRow(name) << deed; };
-    row("focus goes", [](TwoKeys<HeldKey>& window) { window.right->setFocus(); });
-    row("hidden", [](TwoKeys<HeldKey>& window) { window.left->hide(); });
-    row("window hidden", [](TwoKeys<HeldKey>& window) { window.hide(); });
-    row("disabled", [](TwoKeys<HeldKey>& window) { window.left->setEnabled(false); });
-    row("locked with the panel", [](TwoKeys<HeldKey>& window) { window.setEnabled(false); });
-    row("another window", [](TwoKeys<HeldKey>& /*window*/) {
-        QWidget other;
-        other.show();
-        other.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&other));
-    });
-    row("another window has the mouse", [](TwoKeys<HeldKey>& window) {
-        QEvent ungrab(QEvent::UngrabMouse);
-        QApplication::sendEvent(window.left, &ungrab);
-    });
-    row("touch is cancelled", [](TwoKeys<HeldKey>& window) {
-        QTouchEvent cancel(QEvent::TouchCancel, touchScreen());
-        QApplication::sendEvent(window.left, &cancel);
-    });
-}
-
-void tst_HeldKey::whatMakesTheHandUnsureTakesItAway()
-{
-    QFETCH(Deed, deed);
-    TwoKeys<HeldKey> window;
-    Recorder left(window.left, QPushButton::staticMetaObject);
-    QTest::mousePress(window.left, Qt::LeftButton);
-    window.left->setFocus();
-    QCOMPARE(left.take(), kOn);
-    deed(window);
-    QCOMPARE(left.take(), kOff);
-}
-
-/// The focus is at another key by then, where a second finger is.
-void tst_HeldKey::whatMakesAFingerUnsureTakesItAway()
-{
-    QFETCH(Deed, deed);
-    TwoKeys<HeldKey> window;
-    auto fingers = QTest::touchEvent(&window, touchScreen(), false);
-    Recorder left(window.left, QPushButton::staticMetaObject);
-    fingers.press(0, {20, 20}, window.left).commit();
-    window.right->setFocus();
-    QCOMPARE(left.take(), kOn);
-    deed(window);
-    const bool onlyTheFocusGoes = QTest::currentDataTag() == QByteArray("focus goes");
-    QCOMPARE(left.take(), onlyTheFocusGoes ? kNothing : kOff);
-}
-
-void tst_HeldKey::modalDialogTakesTheHandAway()
-{
-    TwoKeys<HeldKey> window;
-    auto fingers = QTest::touchEvent(&window, touchScreen(), false);
-    Recorder left(window.left, QPushButton::staticMetaObject);
-    fingers.press(0, {20, 20}, window.left).commit();
-    QCOMPARE(left.take(), kOn);
-    QStringList inTheDialog;
-    const ModalDialog use([&](QWidget& /*dialog*/) { inTheDialog = left.take(); });
-    QDialog dialog;
-    dialog.setAttribute(Qt::WA_ShowWithoutActivating);
-    dialog.exec();
-    QCOMPARE(inTheDialog, kOff);
-}
-
-void tst_HeldKey::anotherPageTakesTheHandAway()
-{
-    QStackedWidget pages;
-    auto* const key = new HeldKey("key");
-    pages.addWidget(key);
-    pages.addWidget(new QWidget);
-    pages.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&pages));
-    Recorder recorder(key, QPushButton::staticMetaObject);
-    QTest::mousePress(key, Qt::LeftButton);
-    pages.setCurrentIndex(1);
-    QCOMPARE(recorder.take(), kOn + kOff);
-}
-
-void tst_HeldKey::focusOfAnotherControlTakesAFingerAway()
-{
-    TwoKeys<HeldKey> window;
-    auto fingers = QTest::touchEvent(&window, touchScreen(), false);
-    QLineEdit field(&window);
-    field.move(0, 200);
-    field.show();
-    Recorder left(window.left, QPushButton::staticMetaObject);
-    window.left->setFocus();
-    fingers.press(0, {20, 20}, window.left).commit();
-    window.right->setFocus(); // as the second finger does
-    QCOMPARE(left.take(), kOn);
-    window.left->setFocus();
-    field.setFocus();
-    QCOMPARE(left.take(), kOff);
-}
-
-void tst_HeldKey::destructionTakesTheHandAway()
-{
-    TwoKeys<HeldKey> window;
-    Recorder left(window.left, QPushButton::staticMetaObject);
-    QTest::mousePress(window.left, Qt::LeftButton);
-    delete window.left;
-    QCOMPARE(left.take(), kOn + kOff);
-}
-
-void tst_HeldKey::handThatWasTakenAwayMustPressAgain()
-{
-    TwoKeys<HeldKey> window;
-    Recorder left(window.left, QPushButton::staticMetaObject);
-    QTest::mousePress(window.left, Qt::LeftButton);
-    window.left->setEnabled(false);
-    window.left->setEnabled(true);
-    QTest::mouseMove(window.left, {30, 30});
-    QTest::mouseRelease(window.left, Qt::LeftButton);
-    QCOMPARE(left.take(), kOn + kOff);
-    QTest::mousePress(window.left, Qt::LeftButton);
-    QCOMPARE(left.take(), kOn);
 }
 
 void tst_HeldKey::accessiblePressAndClickDoNothing()

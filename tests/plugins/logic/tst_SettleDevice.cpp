@@ -1,83 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "plugins/logic/SettleDevice.h"
+#include "SettleSubject.h"
 #include "TestMain.h"
 
 #include <QElapsedTimer>
-#include <QSignalSpy>
 
 #include <cmath>
-#include <functional>
 #include <limits>
-#include <memory>
-
-namespace {
-
-/// Notes all that leaves, in its order.
-class Notes : public QObject
-{
-public:
-    explicit Notes(SettleDevice& device)
-    {
-        connect(&device, qOverload<double>(&SettleDevice::output), this,
-                [this](double value) { add("number " + QString::number(value, 'g', 17)); });
-        connect(&device, qOverload<QString>(&SettleDevice::output), this,
-                [this](const QString& text) { add("text " + text); });
-        connect(&device, qOverload<bool>(&SettleDevice::output), this,
-                [this](bool on) { add(on ? "yes" : "no"); });
-        connect(&device, &SettleDevice::refused, this,
-                [this](const QString& reason) { add("refused " + reason); });
-        connect(&device, &SettleDevice::pending, this,
-                [this](bool on) { add(on ? "pending" : "done"); });
-    }
-
-    QStringList take()
-    {
-        QStringList notes;
-        notes.swap(m_notes);
-        return notes;
-    }
-    bool isEmpty() const { return m_notes.isEmpty(); }
-    QStringList all() const { return m_notes; }
-
-    std::function<void()> onNote;
-
-private:
-    void add(const QString& note)
-    {
-        m_notes.append(note);
-        if (onNote) {
-            onNote();
-        }
-    }
-
-    QStringList m_notes;
-};
-
-/// A device that passes on at flush(), so that no test waits, unless it is given a time.
-struct Subject
-{
-    explicit Subject(const QMap<QString, QString>& params = {{"mode", "flush"}})
-    {
-        for (auto param = params.cbegin(); param != params.cend(); ++param) {
-            device.setParam(param.key(), param.value());
-        }
-        device.setRunning(device.initialise());
-    }
-
-    template <class Value>
-    QStringList pass(const Value& value)
-    {
-        device.input(value);
-        device.flush();
-        return notes.take();
-    }
-
-    SettleDevice device;
-    Notes notes{device};
-};
-
-} // namespace
 
 class tst_SettleDevice : public QObject
 {
@@ -98,16 +27,6 @@ private slots:
     void everyValueLeavesWhereThatIsAskedFor();
     void refusedValueIsNoLastValue();
     void forgottenValueLeavesAgain();
-    void cancelDropsWhatWaits();
-    void flushPassesOnOnce();
-    void flushModeWaitsForFlush();
-    void nothingLeavesAtTheStop();
-    void nextStartKnowsNothingOfTheLast();
-    void nothingIsTakenUnlessRunning();
-    void wrongParametersAreErrors_data();
-    void wrongParametersAreErrors();
-    void receiverMayFeedItAgain();
-    void receiverMayDeleteIt();
 };
 
 void tst_SettleDevice::valueLeavesInTheFormsItReadsAs_data()
@@ -131,7 +50,7 @@ void tst_SettleDevice::valueLeavesInTheFormsItReadsAs()
 {
     QFETCH(QVariant, value);
     QFETCH(QStringList, notes);
-    Subject subject;
+    SettleSubject subject;
     const QStringList got = value.userType() == QMetaType::Double ? subject.pass(value.toDouble())
                             : value.userType() == QMetaType::Bool ? subject.pass(value.toBool())
                                                                   : subject.pass(value.toString());
@@ -140,7 +59,7 @@ void tst_SettleDevice::valueLeavesInTheFormsItReadsAs()
 
 void tst_SettleDevice::lastOfSeveralLeavesOnceStill()
 {
-    Subject subject({{"time", "50"}});
+    SettleSubject subject({{"time", "50"}});
     QElapsedTimer timer;
     for (const double value : {3.0, 35.0, 350.0}) {
         timer.start();
@@ -156,7 +75,7 @@ void tst_SettleDevice::lastOfSeveralLeavesOnceStill()
 
 void tst_SettleDevice::valuesThatKeepComingAreNotStill()
 {
-    Subject quick({{"time", "400"}});
+    SettleSubject quick({{"time", "400"}});
     QElapsedTimer whole;
     whole.start();
     int count = 0;
@@ -176,7 +95,7 @@ void tst_SettleDevice::valuesThatKeepComingAreNotStill()
 /// As an input field sends it: each key as text and as number, and some values twice.
 void tst_SettleDevice::entryThatIsTypedLeavesOnce()
 {
-    Subject subject;
+    SettleSubject subject;
     for (const char* text : {"3", "35", "35.", "35.5"}) {
         subject.device.input(QString(text));
         subject.device.input(QString(text).toDouble());
@@ -189,7 +108,7 @@ void tst_SettleDevice::entryThatIsTypedLeavesOnce()
 
 void tst_SettleDevice::entryThatIsEmptiedDoesNotLeave()
 {
-    Subject subject({{"mode", "flush"}, {"min", "0"}});
+    SettleSubject subject({{"mode", "flush"}, {"min", "0"}});
     subject.device.input(QString("3"));
     QCOMPARE(subject.pass(QString()),
              (QStringList{"pending", "done", "refused \"\" is not a number"}));
@@ -216,7 +135,7 @@ void tst_SettleDevice::numbersOutOfRangeAreRefused()
 {
     QFETCH(QVariant, value);
     QFETCH(QString, reason);
-    Subject subject({{"mode", "flush"}, {"min", "20"}, {"max", "80"}});
+    SettleSubject subject({{"mode", "flush"}, {"min", "20"}, {"max", "80"}});
     const QStringList got = value.userType() == QMetaType::Double ? subject.pass(value.toDouble())
                             : value.userType() == QMetaType::Bool ? subject.pass(value.toBool())
                                                                   : subject.pass(value.toString());
@@ -229,7 +148,7 @@ void tst_SettleDevice::numbersOutOfRangeAreRefused()
 
 void tst_SettleDevice::refusalIsTakenBackByTheNextValue()
 {
-    Subject subject({{"mode", "flush"}, {"max", "80"}});
+    SettleSubject subject({{"mode", "flush"}, {"max", "80"}});
     subject.pass(50.0);
     QCOMPARE(subject.pass(90.0), (QStringList{"pending", "done", "refused 90 is above 80"}));
     QCOMPARE(subject.pass(50.0), (QStringList{"pending", "done", "refused "}));
@@ -259,20 +178,20 @@ void tst_SettleDevice::valueEqualToTheLastIsLeftOut()
 {
     QFETCH(QString, first);
     QFETCH(QString, second);
-    Subject subject;
+    SettleSubject subject;
     subject.pass(first);
     QTEST(subject.pass(second) == QStringList({"pending", "done"}), "isEqual");
 }
 
 void tst_SettleDevice::everyValueLeavesWhereThatIsAskedFor()
 {
-    Subject subject({{"mode", "flush"}, {"changes", "false"}});
+    SettleSubject subject({{"mode", "flush"}, {"changes", "false"}});
     QCOMPARE(subject.pass(5.0), subject.pass(5.0));
 }
 
 void tst_SettleDevice::refusedValueIsNoLastValue()
 {
-    Subject subject({{"mode", "flush"}, {"max", "80"}});
+    SettleSubject subject({{"mode", "flush"}, {"max", "80"}});
     subject.pass(50.0);
     subject.pass(90.0);
     subject.pass(50.0);
@@ -281,142 +200,10 @@ void tst_SettleDevice::refusedValueIsNoLastValue()
 
 void tst_SettleDevice::forgottenValueLeavesAgain()
 {
-    Subject subject;
+    SettleSubject subject;
     subject.pass(5.0);
     subject.device.forget();
     QCOMPARE(subject.pass(5.0), (QStringList{"pending", "done", "number 5", "text 5"}));
-}
-
-void tst_SettleDevice::cancelDropsWhatWaits()
-{
-    Subject subject({{"time", "1"}});
-    subject.device.input(5.0);
-    subject.device.cancel();
-    subject.device.cancel();
-    QTest::qWait(50);
-    QCOMPARE(subject.notes.take(), (QStringList{"pending", "done"}));
-}
-
-void tst_SettleDevice::flushPassesOnOnce()
-{
-    Subject subject({{"time", "20"}});
-    subject.device.flush();
-    subject.device.input(5.0);
-    subject.device.flush();
-    subject.device.flush();
-    QTest::qWait(100);
-    QCOMPARE(subject.notes.take(), (QStringList{"pending", "done", "number 5", "text 5"}));
-}
-
-void tst_SettleDevice::flushModeWaitsForFlush()
-{
-    Subject subject({{"mode", "flush"}, {"time", "1"}});
-    subject.device.input(5.0);
-    QTest::qWait(50);
-    QCOMPARE(subject.notes.take(), QStringList("pending"));
-}
-
-void tst_SettleDevice::nothingLeavesAtTheStop()
-{
-    Subject subject({{"time", "1"}});
-    subject.device.input(5.0);
-    QCOMPARE(subject.notes.take(), QStringList("pending"));
-    subject.device.setRunning(false);
-    subject.device.preShutdown();
-    subject.device.flush();
-    QTest::qWait(50);
-    QCOMPARE(subject.notes.take(), QStringList());
-    QVERIFY(subject.device.initialise());
-    subject.device.setRunning(true);
-    subject.device.flush();
-    QCOMPARE(subject.notes.take(), QStringList());
-}
-
-void tst_SettleDevice::nextStartKnowsNothingOfTheLast()
-{
-    Subject subject({{"mode", "flush"}, {"max", "80"}});
-    const QStringList first = subject.pass(5.0);
-    subject.pass(90.0); // Refused.
-    subject.device.setRunning(false);
-    subject.device.preShutdown();
-    subject.device.setRunning(subject.device.initialise());
-    QCOMPARE(subject.pass(5.0), first);
-}
-
-void tst_SettleDevice::nothingIsTakenUnlessRunning()
-{
-    Subject subject;
-    subject.device.setRunning(false);
-    subject.device.input(5.0);
-    subject.device.setRunning(true);
-    subject.device.flush();
-    QCOMPARE(subject.notes.take(), QStringList());
-}
-
-void tst_SettleDevice::wrongParametersAreErrors_data()
-{
-    QTest::addColumn<QString>("param");
-    QTest::addColumn<QString>("value");
-    QTest::newRow("time") << "time"
-                          << "long";
-    QTest::newRow("least number") << "min"
-                                  << "low";
-    QTest::newRow("no bound") << "max"
-                              << "nan";
-    QTest::newRow("wrong way round") << "max"
-                                     << "-1";
-    QTest::newRow("changes") << "changes"
-                             << "sometimes";
-}
-
-void tst_SettleDevice::wrongParametersAreErrors()
-{
-    QFETCH(QString, param);
-    QFETCH(QString, value);
-    SettleDevice device;
-    device.setParam("min", "0");
-    device.setParam(param, value);
-    QSignalSpy errors(&device, &BaseDevice::errorOccurred);
-    QVERIFY(!device.initialise());
-    QCOMPARE(errors.count(), 1);
-    QVERIFY(errors[0][0].toString().contains('"' + param + '"'));
-}
-
-void tst_SettleDevice::receiverMayFeedItAgain()
-{
-    Subject subject;
-    bool isFed = false;
-    subject.notes.onNote = [&] {
-        if (subject.notes.all().last() == "number 5" && !isFed) {
-            isFed = true;
-            subject.device.input(6.0);
-        }
-    };
-    QCOMPARE(subject.pass(5.0), (QStringList{"pending", "done", "number 5", "pending", "text 5"}));
-    subject.device.flush();
-    QCOMPARE(subject.notes.take(), (QStringList{"done", "number 6", "text 6"}));
-}
-
-void tst_SettleDevice::receiverMayDeleteIt()
-{
-    for (const char* last : {"done", "refused ", "number 1", "text 1", "yes"}) {
-        auto device = std::make_unique<SettleDevice>();
-        device->setParam("max", "80");
-        device->setRunning(device->initialise());
-        Notes notes(*device);
-        device->input(90.0);
-        device->flush();
-        notes.take();
-        device->input(1.0);
-        notes.onNote = [&] {
-            if (notes.all().last() == last) {
-                device.reset();
-            }
-        };
-        device->flush();
-        QVERIFY(!device);
-        QCOMPARE(notes.all().last(), QString(last));
-    }
 }
 
 NORVO_GUILESS_TEST(tst_SettleDevice)
