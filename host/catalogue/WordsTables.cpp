@@ -46,8 +46,10 @@ QByteArray withoutTexts(const QByteArray& entry)
 WordsTables::WordsTables(const QString& folder, QStringList& problems)
 {
     const QDir dir(folder);
-    for (const QString& name : dir.entryList({"*.yaml"}, QDir::Files, QDir::Name)) {
-        splitFile(dir.filePath(name), problems);
+    for (const QString& name : dir.entryList(QDir::Files, QDir::Name)) {
+        if (name.endsWith(".yaml", Qt::CaseInsensitive)) {
+            splitFile(dir.filePath(name), problems);
+        }
     }
     m_generalWords = read(m_general, m_general.text, problems);
 }
@@ -80,7 +82,9 @@ void WordsTables::splitFile(const QString& fileName, QStringList& problems)
 
 void WordsTables::add(const Entry& entry)
 {
-    const QByteArray firstLine = entry.text.trimmed().split('\n').first();
+    const QByteArray text = entry.text.trimmed();
+    const int end = text.indexOf('\n');
+    const QByteArray firstLine = end < 0 ? text : text.left(end);
     const int colon = firstLine.startsWith('#') ? -1 : firstLine.indexOf(':');
     QByteArray key = firstLine.left(colon).trimmed();
     if (key.startsWith('"') || key.startsWith('\'')) {

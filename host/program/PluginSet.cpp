@@ -93,13 +93,11 @@ void PluginSet::findFile(const QString& file)
     if (!QFileInfo(file).isReadable()) {
         return warn(file, "this file cannot be read");
     }
-    if (!isSharedLibrary(file)) {
-        return warn(file, "this is not a shared library");
-    }
     auto loader = std::make_unique<QPluginLoader>(canonical);
     const QJsonObject metaData = loader->metaData();
     if (metaData.isEmpty()) {
-        return warn(file, "this library is not a plug-in");
+        return warn(file, isSharedLibrary(file) ? "this library is not a plug-in"
+                                                : "this is not a shared library");
     }
     const QString interface = metaData.value("IID").toString();
     if (interface != kInterface) {

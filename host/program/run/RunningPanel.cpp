@@ -16,7 +16,6 @@
 #include "host/window/strip/PanelStrip.h"
 
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -27,9 +26,10 @@ namespace norvo {
 namespace {
 
 /// Where the history of alarms is saved as a table; empty: nowhere.
-QString tableOf(QString alarmFile)
+QString tableOf(const QString& alarmFile)
 {
-    return alarmFile.replace(QRegularExpression("\\.jsonl$"), ".csv");
+    const QString end = ".jsonl";
+    return alarmFile.endsWith(end) ? alarmFile.chopped(end.size()) + ".csv" : alarmFile;
 }
 
 } // namespace
