@@ -8,6 +8,7 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTORCC ON)
+set(CMAKE_AUTORCC_OPTIONS --no-compress) # Types tell of themselves at every start.
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
@@ -37,6 +38,9 @@ endif()
 # Messages carry no source place in any kind of build, so that their text is all there is to them.
 add_compile_definitions(QT_NO_MESSAGELOGCONTEXT)
 
+if(NORVO_SANITIZE OR NORVO_FUZZ)
+    add_compile_definitions(NORVO_SANITIZED)
+endif()
 if(NORVO_SANITIZE)
     add_compile_options(-fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all
                         -fno-omit-frame-pointer -O1)

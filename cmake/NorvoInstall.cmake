@@ -15,7 +15,6 @@ install(EXPORT NorvoTargets NAMESPACE Norvo:: DESTINATION ${NORVO_CMAKE_DIR})
 # The build folder is found the same way, with CMAKE_PREFIX_PATH or Norvo_DIR naming it.
 export(EXPORT NorvoTargets NAMESPACE Norvo:: FILE ${CMAKE_BINARY_DIR}/NorvoTargets.cmake)
 
-install(TARGETS norvoqmlwidget LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/norvo/plugins/qml)
 if(TARGET norvo-panel)
     install(TARGETS norvo-panel RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()

@@ -4,8 +4,6 @@
 
 #include "devices/Caption.h"
 
-#include <QDateTime>
-
 OutputGraphDevice::OutputGraphDevice()
 {
     addParam(kName, "");
@@ -17,11 +15,6 @@ OutputGraphDevice::OutputGraphDevice()
     addParam(kMaxValue, "1");
     addParam(kAutoscale, "true");
     addParam(kTimeout, "1");
-}
-
-double OutputGraphDevice::secondsSinceEpoch()
-{
-    return double(QDateTime::currentMSecsSinceEpoch()) * 0.001;
 }
 
 bool OutputGraphDevice::initialise()

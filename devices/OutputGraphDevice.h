@@ -3,6 +3,7 @@
 
 #include "norvo/BaseGuiDevice.h"
 
+#include <QDateTime>
 #include <QMap>
 
 /// Numbers from several devices against wall-clock time, a curve for each sending device.
@@ -25,7 +26,11 @@ public:
     static constexpr char kAutoscale[] = "widget/autoscale";
     static constexpr char kTimeout[] = "widget/timeout"; ///< Seconds.
 
-    static double secondsSinceEpoch(); ///< Now, to the millisecond.
+    /// Now, to the millisecond.
+    static double secondsSinceEpoch()
+    {
+        return double(QDateTime::currentMSecsSinceEpoch()) * 0.001;
+    }
 
     OutputGraphDevice();
 

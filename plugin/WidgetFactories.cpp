@@ -24,16 +24,32 @@
 #include "widgets/DigitalWidget.h"
 #include "widgets/DigitalWithProgress.h"
 #include "widgets/DropDownListWidget.h"
-#include "widgets/GraphOutputWidget.h"
 #include "widgets/InputFieldWidget.h"
 #include "widgets/LabelWidget.h"
 #include "widgets/LampWidget.h"
 #include "widgets/OutputBarLumeno.h"
 #include "widgets/PictureWidget.h"
+#include "widgets/PlotParts.h"
 #include "widgets/SliderWidget.h"
 #include "widgets/TextWidget.h"
 #include "widgets/ValueBarWidget.h"
-#include "widgets/VectorGraphWidget.h"
+
+#include <QDebug>
+
+namespace {
+
+/// An empty widget where there is nothing that draws plots, which is said.
+BaseWidget* plotWidget(BaseGuiDevice& device, BaseWidget* (*PlotParts::*make)(BaseGuiDevice*))
+{
+    QString reason;
+    if (const PlotParts* const parts = plotParts(reason)) {
+        return (parts->*make)(&device);
+    }
+    qWarning().noquote() << reason;
+    return new BaseWidget(&device, nullptr);
+}
+
+} // namespace
 
 BaseWidget* ButtonDevice::createWidget()
 {
@@ -87,14 +103,14 @@ BaseWidget* OutputDigitalDevice::createWidget()
 
 BaseWidget* OutputGraphDevice::createWidget()
 {
-    auto* widget = new GraphOutputWidget(this, nullptr);
+    BaseWidget* const widget = plotWidget(*this, &PlotParts::makeTimeGraph);
     QMetaObject::invokeMethod(this, "resendData", Qt::QueuedConnection);
     return widget;
 }
 
 BaseWidget* OutputVector::createWidget()
 {
-    return new VectorGraphWidget(this, nullptr);
+    return plotWidget(*this, &PlotParts::makeVectorGraph);
 }
 
 BaseWidget* OutputWithProgress::createWidget()

@@ -12,7 +12,9 @@ namespace plot = norvo::plot;
 
 void VectorGraphWidget::initialise()
 {
-    if (auto* vector = qobject_cast<OutputVector*>(device())) {
+    // By its name: the device's class is in another library.
+    const QObject* const vector = device();
+    if (vector && vector->inherits("OutputVector")) {
         connect(vector, SIGNAL(output(DoubleVec)), this, SLOT(input(DoubleVec)));
     }
     m_minValue = getParam(OutputVector::kMinValue);

@@ -14,13 +14,14 @@ namespace norvo {
 /// is relative to the folder of the library that `here` lies in or, as installed, to "norvo" in it.
 /// Null when there is none; `error` then says why.
 inline QFunctionPointer symbolOfPart(const void* here, const QString& file, const char* symbol,
-                                     QString& error)
+                                     QString& error, QLibrary::LoadHints hints = {})
 {
     Dl_info info{};
     dladdr(here, &info);
     const QDir folder(QFileInfo(QFile::decodeName(info.dli_fname)).canonicalPath());
     const QString beside = folder.filePath(file);
     QLibrary part(QFile::exists(beside) ? beside : folder.filePath("norvo/" + file));
+    part.setLoadHints(hints);
     const QFunctionPointer found = part.resolve(symbol);
     error = found ? QString() : part.errorString();
     return found;
