@@ -2,59 +2,50 @@
 
 #include "host/services/access/PinHash.h"
 
-#ifdef NORVO_HAS_SODIUM
+#include "host/services/access/PinLibrary.h"
 
-#include <sodium.h>
+#ifdef NORVO_HAS_SODIUM
+#include "host/services/ProgramPart.h"
+#endif
 
 namespace norvo {
 
+namespace {
+
+/// Null where the program was built without it.
+const PinLibrary* load()
+{
+#ifdef NORVO_HAS_SODIUM
+    QString error;
+    const auto library = reinterpret_cast<decltype(&norvoPinLibrary)>(
+        functionOfPart("libNorvoPins.so", "norvoPinLibrary", error));
+    return library ? library() : nullptr;
+#else
+    return nullptr;
+#endif
+}
+
+const PinLibrary* pins()
+{
+    static const PinLibrary* const library = load();
+    return library;
+}
+
+} // namespace
+
 bool PinHash::isAvailable()
 {
-    static const bool isReady = sodium_init() >= 0;
-    return isReady;
+    return pins();
 }
 
 QString PinHash::make(const QString& pin)
 {
-    const QByteArray digits = pin.toUtf8();
-    char hash[crypto_pwhash_STRBYTES] = {};
-    const bool isMade =
-        isAvailable() && crypto_pwhash_str(hash, digits.constData(), size_t(digits.size()),
-                                           crypto_pwhash_OPSLIMIT_INTERACTIVE,
-                                           crypto_pwhash_MEMLIMIT_INTERACTIVE) == 0;
-    return isMade ? QString::fromLatin1(hash) : QString();
+    return pins() ? pins()->make(pin) : QString();
 }
 
 bool PinHash::fits(const QString& pin, const QString& hash)
 {
-    const QByteArray digits = pin.toUtf8();
-    const QByteArray text = hash.toLatin1();
-    return isAvailable() && text.size() < int(crypto_pwhash_STRBYTES) &&
-           crypto_pwhash_str_verify(text.constData(), digits.constData(), size_t(digits.size())) ==
-               0;
+    return pins() && pins()->fits(pin, hash);
 }
 
 } // namespace norvo
-
-#else
-
-namespace norvo {
-
-bool PinHash::isAvailable()
-{
-    return false;
-}
-
-QString PinHash::make(const QString& /*pin*/)
-{
-    return {};
-}
-
-bool PinHash::fits(const QString& /*pin*/, const QString& /*hash*/)
-{
-    return false;
-}
-
-} // namespace norvo
-
-#endif

@@ -2,11 +2,10 @@
 
 #include "host/window/accessible/ShownValue.h"
 
+#include "host/plots/PlotLibrary.h"
 #include "host/window/accessible/AccessibleDevice.h"
 #include "host/window/accessible/LastValue.h"
 #include "norvo/BaseWidget.h"
-
-#include <qcustomplot.h>
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -87,18 +86,10 @@ QString largestText(const BaseWidget& widget)
     return largest;
 }
 
-/// The newest point of each curve, with the curve's name.
-QString curveValues(const QCustomPlot& plot)
+QString curveValues(const QWidget& plot)
 {
-    QStringList values;
-    for (int i = 0; i < plot.graphCount(); ++i) {
-        const QCPGraph& graph = *plot.graph(i);
-        if (!graph.data()->isEmpty()) {
-            const double newest = (graph.data()->constEnd() - 1)->value;
-            values.append((graph.name() + ' ' + QString::number(newest)).trimmed());
-        }
-    }
-    return values.join(", ");
+    const PlotLibrary* const plots = plotLibrary();
+    return plots ? plots->newestValues(plot) : QString();
 }
 
 QString lastLine(const QTextEdit& log)
@@ -177,7 +168,7 @@ QString shownValue(const BaseWidget& widget)
     case Kind::Log:
         return lastLine(*static_cast<const QTextEdit*>(part.widget));
     case Kind::Plot:
-        return curveValues(*static_cast<const QCustomPlot*>(part.widget));
+        return curveValues(*part.widget);
     case Kind::Scene:
     case Kind::Picture:
         return {};

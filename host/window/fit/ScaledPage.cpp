@@ -3,9 +3,8 @@
 #include "host/window/fit/ScaledPage.h"
 
 #include "host/gui/QuickSharpness.h"
+#include "host/plots/PlotLibrary.h"
 #include "host/window/fit/PageProxy.h"
-
-#include <qcustomplot.h>
 
 #include <QChildEvent>
 
@@ -15,16 +14,11 @@ namespace norvo {
 
 namespace {
 
-/// A plot draws itself on a picture of its own, which is to have the window's pixels. Generation 1
-/// of the library draws on the page itself.
-void sharpenPlot([[maybe_unused]] QCustomPlot& plot, [[maybe_unused]] double ratio)
+void sharpenPlot(QWidget& plot, double ratio)
 {
-#ifdef QCUSTOMPLOT_VERSION
-    plot.setBufferDevicePixelRatio(ratio);
-    // It remembers the labels of its axes as pictures of the page's pixels.
-    plot.setPlottingHint(QCP::phCacheLabels, qFuzzyCompare(ratio, 1));
-    plot.replot(QCustomPlot::rpQueuedReplot);
-#endif
+    if (const PlotLibrary* const plots = plotLibrary()) {
+        plots->sharpen(plot, ratio);
+    }
 }
 
 QWidgetList withParts(QWidget& whole)
@@ -88,8 +82,8 @@ void ScaledPage::sharpen(QWidget& part)
     const double ratio = m_factor * devicePixelRatioF();
     if (part.inherits("QQuickWidget")) {
         sharpenQuickWidget(part, ratio);
-    } else if (auto* const plot = qobject_cast<QCustomPlot*>(&part)) {
-        sharpenPlot(*plot, std::max(1.0, ratio));
+    } else if (isPlot(part)) {
+        sharpenPlot(part, std::max(1.0, ratio));
     }
 }
 

@@ -6,12 +6,14 @@
 #include "host/panel/run/Panel.h"
 #include "host/window/accessible/AccessibleDevice.h"
 #include "host/window/graphs/CornerKey.h"
-#include "host/window/graphs/copy/PlotCopy.h"
+#include "host/plots/PlotLibrary.h"
 #include "host/window/graphs/ToolPane.h"
 
 #include "norvo/BaseWidget.h"
 
 #include <QMouseEvent>
+
+#include <algorithm>
 
 namespace norvo {
 
@@ -20,10 +22,18 @@ namespace {
 constexpr int kPressPixels = 10; // More than that is a drag.
 
 /// The last that was made lies over those before.
-QCustomPlot* plotIn(const QWidget& display)
+QWidget* plotIn(const QWidget& display)
 {
-    const auto plots = display.findChildren<QCustomPlot*>();
-    return plots.isEmpty() ? nullptr : plots.last();
+    const auto parts = display.findChildren<QWidget*>();
+    const auto last = std::find_if(parts.crbegin(), parts.crend(),
+                                   [](const QWidget* part) { return isPlot(*part); });
+    return last == parts.crend() ? nullptr : *last;
+}
+
+bool hasOnlyGraphs(const QWidget& plot)
+{
+    const PlotLibrary* const plots = plotLibrary();
+    return plots && plots->hasOnlyGraphs(plot);
 }
 
 } // namespace
@@ -33,9 +43,8 @@ void GraphTools::addTo(const Panel& panel, const QSet<QString>& devices,
 {
     for (const QString& device : devices) {
         BaseWidget* const widget = panel.widget(device);
-        const QCustomPlot* const plot =
-            widget && widget->parentWidget() ? plotIn(*widget) : nullptr;
-        if (plot && plot->plottableCount() == plot->graphCount()) {
+        const QWidget* const plot = widget && widget->parentWidget() ? plotIn(*widget) : nullptr;
+        if (plot && hasOnlyGraphs(*plot)) {
             new GraphTools(*widget, settingOf(device));
         }
     }
@@ -65,7 +74,7 @@ bool GraphTools::isWanted() const
     return !m_pane;
 }
 
-QCustomPlot* GraphTools::plot() const
+QWidget* GraphTools::plot() const
 {
     return display() ? plotIn(*display()) : nullptr;
 }
@@ -133,7 +142,7 @@ void GraphTools::watchPress(const QEvent& event)
 
 void GraphTools::open()
 {
-    QCustomPlot* const shown = plot();
+    QWidget* const shown = plot();
     if (m_pane || !shown) {
         return;
     }

@@ -10,7 +10,6 @@
 #include <functional>
 
 class BaseWidget;
-class QCustomPlot;
 
 namespace norvo {
 
@@ -45,7 +44,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    QCustomPlot* plot() const; ///< The one that is seen. Null: it was deleted.
+    QWidget* plot() const; ///< The one that is seen. Null: it was deleted.
     bool hasRoomForKey() const;
     void watchPress(const QEvent& event);
 

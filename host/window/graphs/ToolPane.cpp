@@ -3,11 +3,8 @@
 #include "host/window/graphs/ToolPane.h"
 
 #include "host/window/accessible/AccessibleDevice.h"
-#include "host/window/graphs/Cursor.h"
-#include "host/window/graphs/Gestures.h"
 #include "host/window/graphs/GraphFiles.h"
-#include "host/window/graphs/copy/PlotCopy.h"
-#include "host/window/graphs/copy/SeenPoints.h"
+#include "host/plots/PlotLibrary.h"
 #include "host/window/graphs/ToolKey.h"
 #include "host/window/sheet/Sheet.h"
 
@@ -45,18 +42,17 @@ void tellSaved(QWidget& opener, const QString& file, const QString& reason)
 
 } // namespace
 
-ToolPane::ToolPane(BaseWidget& display, QCustomPlot& plot, const ToolSetting& setting)
+ToolPane::ToolPane(BaseWidget& display, QWidget& plot, const ToolSetting& setting)
     : Overlay(display),
       m_shown(&plot),
       m_setting(setting),
-      m_plot(new PlotCopy(plot, setting.readEarlier)),
-      m_cursor(new Cursor(*m_plot)),
+      m_view(plotLibrary()->view(plot, setting.readEarlier, [this] { followView(); })),
       m_state(new QLabel)
 {
     setObjectName("graphTools");
     setAttribute(Qt::WA_TransparentForMouseEvents, false);
     setAutoFillBackground(true);
-    m_plot->setAccessibleName(AccessibleDevice::nameOf(display));
+    this->plot().setAccessibleName(AccessibleDevice::nameOf(display));
     m_state->setObjectName("graphState");
     QFont small = m_state->font();
     small.setPixelSize(kStateTextPixels);
@@ -70,21 +66,23 @@ ToolPane::ToolPane(BaseWidget& display, QCustomPlot& plot, const ToolSetting& se
     column->setContentsMargins(kEdge, kEdge, kEdge, kEdge);
     column->setSpacing(kGap);
     column->addWidget(m_state);
-    column->addWidget(m_plot, 1);
+    column->addWidget(&this->plot(), 1);
     auto* const row = new QHBoxLayout;
     row->setSpacing(kGap);
     column->addLayout(row);
     addKeys(*row);
 
-    auto* const hand = new Gestures(*m_plot);
-    connect(hand, &Gestures::tapped, m_cursor, &Cursor::put);
-    connect(hand, &Gestures::cursorMoved, m_cursor, &Cursor::moveBy);
-    connect(hand, &Gestures::liveRequested, this, &ToolPane::goLive);
-    connect(m_plot, &PlotCopy::viewChanged, this, &ToolPane::followView);
     connect(&plot, &QObject::destroyed, this, &ToolPane::closed);
     plot.installEventFilter(this); // Its place in the display is known only once it has moved.
     followView();
     follow();
+}
+
+ToolPane::~ToolPane() = default;
+
+QWidget& ToolPane::plot() const
+{
+    return m_view->widget();
 }
 
 void ToolPane::addKeys(QHBoxLayout& row)
@@ -103,15 +101,16 @@ void ToolPane::addKeys(QHBoxLayout& row)
     ToolKey* const close = add(Symbol::Close, tr("Close"), "graphClose");
     m_range->setCheckable(true);
     connect(m_pause, &ToolKey::clicked, this, [this] {
-        if (m_plot->isHeld()) {
-            goLive();
+        if (m_view->isHeld()) {
+            m_view->goLive();
         } else {
-            m_plot->hold();
+            m_view->hold();
         }
     });
-    connect(m_range, &ToolKey::clicked, m_plot, &PlotCopy::fixValues);
+    connect(m_range, &ToolKey::clicked, this,
+            [this](bool isChecked) { m_view->fixValues(isChecked); });
     connect(table, &ToolKey::clicked, this,
-            [this, table] { save(*table, ".csv", tableOf(*m_plot)); });
+            [this, table] { save(*table, ".csv", m_view->table()); });
     connect(picture, &ToolKey::clicked, this,
             [this, picture] { save(*picture, ".png", this->picture()); });
     connect(close, &ToolKey::clicked, this, &ToolPane::closed);
@@ -135,33 +134,27 @@ QRect ToolPane::area(const QRect& display) const
     return area;
 }
 
-void ToolPane::goLive()
-{
-    m_cursor->remove();
-    m_plot->goLive();
-}
-
 /// Said in words and by its place as well as by its colours, which are turned about.
 void ToolPane::followView()
 {
     QStringList says;
-    if (m_plot->isHeld()) {
+    if (m_view->isHeld()) {
         says << tr("Not live: %1")
-                    .arg(m_plot->showsTimes()
-                             ? rangeText(*m_plot)
-                             : m_plot->heldAt().toString("hh:mm:ss") + ", " + rangeText(*m_plot));
+                    .arg(m_view->showsTimes()
+                             ? m_view->range()
+                             : m_view->heldAt().toString("hh:mm:ss") + ", " + m_view->range());
     }
-    if (m_plot->isReading()) {
+    if (m_view->isReading()) {
         says << tr("reading earlier values");
-    } else if (m_plot->isAtBeginning()) {
+    } else if (m_view->isAtBeginning()) {
         says << tr("beginning of the record");
-    } else if (m_plot->isAtUnreadable()) {
+    } else if (m_view->isAtUnreadable()) {
         says << tr("the history cannot be read");
     }
-    if (m_plot->isAtCut()) {
+    if (m_view->isAtCut()) {
         says << tr("later values dropped until live");
     }
-    if (m_plot->areValuesFixed()) {
+    if (m_view->areValuesFixed()) {
         says << tr("range by hand");
     }
     const bool isLive = says.isEmpty();
@@ -169,9 +162,9 @@ void ToolPane::followView()
     m_state->setAccessibleName(m_state->text());
     m_state->setBackgroundRole(isLive ? QPalette::Window : QPalette::WindowText);
     m_state->setForegroundRole(isLive ? QPalette::WindowText : QPalette::Window);
-    m_pause->show(m_plot->isHeld() ? ToolKey::Symbol::Live : ToolKey::Symbol::Pause,
-                  m_plot->isHeld() ? tr("Live") : tr("Pause"));
-    m_range->setChecked(m_plot->areValuesFixed());
+    m_pause->show(m_view->isHeld() ? ToolKey::Symbol::Live : ToolKey::Symbol::Pause,
+                  m_view->isHeld() ? tr("Live") : tr("Pause"));
+    m_range->setChecked(m_view->areValuesFixed());
 }
 
 QByteArray ToolPane::picture() const
@@ -179,7 +172,7 @@ QByteArray ToolPane::picture() const
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    m_plot->grab().save(&buffer, "PNG");
+    plot().grab().save(&buffer, "PNG");
     return bytes;
 }
 

@@ -4,15 +4,17 @@
 #include "host/window/graphs/ToolSetting.h"
 #include "host/window/marks/Overlay.h"
 
+#include <QPointer>
+
+#include <memory>
+
 class BaseWidget;
-class QCustomPlot;
 class QHBoxLayout;
 class QLabel;
 
 namespace norvo {
 
-class Cursor;
-class PlotCopy;
+class GraphView;
 class ToolKey;
 
 /// The tools over a graph: what it shows, to be looked at, a line above that says whether it is
@@ -23,10 +25,11 @@ class ToolPane : public Overlay
     Q_OBJECT
 
 public:
-    /// `plot` is in `display` and may be deleted before.
-    ToolPane(BaseWidget& display, QCustomPlot& plot, const ToolSetting& setting);
+    /// `plot` is of graphs only, in `display`, and may be deleted before.
+    ToolPane(BaseWidget& display, QWidget& plot, const ToolSetting& setting);
+    ~ToolPane() override;
 
-    PlotCopy& plot() const { return *m_plot; }
+    QWidget& plot() const; ///< The copy.
 
     /// Where a plot lies on the page that its device stands on.
     static QRect placeOnPage(const QWidget& plot, const QWidget& page);
@@ -42,15 +45,13 @@ protected:
 
 private:
     void addKeys(QHBoxLayout& row);
-    void goLive();
     void followView();
     void save(ToolKey& key, const QString& end, const QByteArray& content);
     QByteArray picture() const;
 
-    const QPointer<QCustomPlot> m_shown;
+    const QPointer<QWidget> m_shown;
     const ToolSetting m_setting;
-    PlotCopy* const m_plot;
-    Cursor* const m_cursor;
+    const std::unique_ptr<GraphView> m_view;
     QLabel* const m_state;
     ToolKey* m_pause = nullptr;
     ToolKey* m_range = nullptr;

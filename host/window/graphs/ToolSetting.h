@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "host/window/graphs/EarlierPoints.h"
+#include "host/plots/EarlierPoints.h"
 
 #include <QString>
 

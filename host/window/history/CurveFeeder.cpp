@@ -2,7 +2,7 @@
 
 #include "host/window/history/CurveFeeder.h"
 
-#include "host/window/graphs/KeyTime.h"
+#include "host/plots/KeyTime.h"
 
 #include "norvo/BaseWidget.h"
 

@@ -5,7 +5,7 @@
 #include "host/panel/plan/Node.h"
 #include "host/panel/plan/PanelPlan.h"
 #include "host/services/signals/SignalTap.h"
-#include "host/window/graphs/KeyTime.h"
+#include "host/plots/KeyTime.h"
 #include "host/window/history/CurveFeeder.h"
 
 #include "norvo/BaseDevice.h"

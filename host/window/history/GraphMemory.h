@@ -3,7 +3,7 @@
 
 #include "host/panel/plan/PlannedWire.h"
 #include "host/services/history/HistoryService.h"
-#include "host/window/graphs/EarlierPoints.h"
+#include "host/plots/EarlierPoints.h"
 
 #include <QHash>
 #include <QObject>

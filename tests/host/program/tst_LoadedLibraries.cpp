@@ -12,6 +12,7 @@ class tst_LoadedLibraries : public QObject
 
 private slots:
     void plainPanelLoadsNothingOfWhatItDoesNotUse();
+    void panelWithAGraphLoadsThePlotLibrary();
     void panelWithAQmlDeviceLoadsQtQuick();
     void plainPanelUnderXLoadsNoOpenGl();
     void qmlDeviceThatIsAddedLaterIsDrawn();
@@ -65,9 +66,16 @@ void tst_LoadedLibraries::plainPanelLoadsNothingOfWhatItDoesNotUse()
     QVERIFY(hasLoaded(loaded, "libnorvosources"));
     for (const char* const name :
          {"libQt5Quick", "libQt5Qml", "libQt5Network", "libQt5SerialPort", "libmosquitto",
-          "libnorvomqtt", "libnorvologic", "libnorvoextras"}) {
+          "libnorvomqtt", "libnorvologic", "libnorvoextras", "libQCustomPlot", "libsodium"}) {
         QVERIFY2(!hasLoaded(loaded, name), name);
     }
+}
+
+void tst_LoadedLibraries::panelWithAGraphLoadsThePlotLibrary()
+{
+    const QByteArray loaded = loadedForPictureOf(write("devices: {a: {device: output_vector}}\n"));
+    QVERIFY(hasLoaded(loaded, "libnorvoplotwidgets"));
+    QVERIFY(hasLoaded(loaded, "libQCustomPlot"));
 }
 
 void tst_LoadedLibraries::panelWithAQmlDeviceLoadsQtQuick()

@@ -4,9 +4,9 @@
 #include "../ShownPanel.h"
 #include "host/catalogue/Catalogue.h"
 #include "host/catalogue/SenseCheck.h"
+#include "host/plots/PlotCopy.h"
 #include "host/program/run/RunningPanel.h"
 #include "host/window/graphs/GraphTools.h"
-#include "host/window/graphs/copy/PlotCopy.h"
 #include "host/window/graphs/ToolKey.h"
 #include "host/window/graphs/ToolPane.h"
 
@@ -69,7 +69,10 @@ public:
         return tools(id)->findChild<QAbstractButton*>();
     }
     norvo::ToolPane* pane(const QString& id = "trend") { return tools(id)->pane(); }
-    norvo::PlotCopy& copy(const QString& id = "trend") { return pane(id)->plot(); }
+    norvo::PlotCopy& copy(const QString& id = "trend")
+    {
+        return static_cast<norvo::PlotCopy&>(pane(id)->plot());
+    }
     norvo::ToolKey* key(const char* name, const QString& id = "trend")
     {
         return pane(id)->findChild<norvo::ToolKey*>(name);

@@ -2,8 +2,8 @@
 
 #include "TestMain.h"
 #include "ToolPanel.h"
-#include "host/window/graphs/Cursor.h"
-#include "host/window/graphs/copy/SeenPoints.h"
+#include "host/plots/Cursor.h"
+#include "host/plots/SeenPoints.h"
 
 #include <memory>
 

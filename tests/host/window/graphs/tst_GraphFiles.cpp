@@ -7,7 +7,7 @@
 #include "host/services/access/TestPins.h"
 #include "host/window/access/AccessFace.h"
 #include "host/window/graphs/GraphFiles.h"
-#include "host/window/graphs/copy/SeenPoints.h"
+#include "host/plots/SeenPoints.h"
 #include "host/window/sheet/Sheet.h"
 
 #include <QDir>

@@ -4,7 +4,7 @@
 #include "ToolPanel.h"
 
 #include "../../program/StoredHistory.h"
-#include "host/window/graphs/copy/SeenPoints.h"
+#include "host/plots/SeenPoints.h"
 
 #include <cmath>
 

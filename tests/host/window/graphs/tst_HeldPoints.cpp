@@ -2,7 +2,7 @@
 
 #include "TestMain.h"
 #include "ToolPanel.h"
-#include "host/window/graphs/copy/HeldPoints.h"
+#include "host/plots/HeldPoints.h"
 
 #include <memory>
 
@@ -36,7 +36,7 @@ public:
         press(Qt::Key_Space);
     }
 
-    norvo::PlotCopy& held() { return tools->plot(); }
+    norvo::PlotCopy& held() { return static_cast<norvo::PlotCopy&>(tools->plot()); }
     QString says() { return tools->findChild<QLabel*>("graphState")->text(); }
     void press(int key) { QTest::keyClick(&held(), Qt::Key(key)); }
     /// Until so many more reads have been answered.

@@ -2,7 +2,7 @@
 
 #include "TestMain.h"
 
-#include "host/window/graphs/KeyTime.h"
+#include "host/plots/KeyTime.h"
 
 /// Times of the record and keys of a graph.
 class tst_KeyTime : public QObject

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "TestMain.h"
-#include "host/window/graphs/copy/PlotCopy.h"
+#include "host/plots/PlotCopy.h"
 
 #include <QFontMetrics>
 #include <QtTest>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/window/graphs/Cursor.h"
+#include "host/plots/Cursor.h"
 
-#include "host/window/graphs/copy/PlotCopy.h"
-#include "host/window/graphs/copy/SeenPoints.h"
+#include "host/plots/PlotCopy.h"
+#include "host/plots/SeenPoints.h"
 
 #include <QAccessible>
 #include <QEvent>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/window/graphs/copy/HeldPoints.h"
+#include "host/plots/HeldPoints.h"
 
 #include <QVector>
 

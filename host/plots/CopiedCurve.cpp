@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/window/graphs/copy/CopiedCurve.h"
+#include "host/plots/CopiedCurve.h"
 
 #include <QImage>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/window/graphs/copy/PlotCopy.h"
+#include "host/plots/PlotCopy.h"
 
-#include "host/window/graphs/copy/CopiedCurve.h"
-#include "host/window/graphs/copy/CopiedEntry.h"
-#include "host/window/graphs/copy/HeldPoints.h"
+#include "host/plots/CopiedCurve.h"
+#include "host/plots/CopiedEntry.h"
+#include "host/plots/HeldPoints.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "host/window/graphs/copy/PlotCalls.h"
+#include "host/plots/PlotCalls.h"
 
 namespace norvo {
 

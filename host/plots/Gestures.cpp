@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/window/graphs/Gestures.h"
+#include "host/plots/Gestures.h"
 
-#include "host/window/graphs/copy/PlotCopy.h"
+#include "host/plots/PlotCopy.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>

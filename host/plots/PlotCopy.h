@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "host/window/graphs/EarlierPoints.h"
-#include "host/window/graphs/copy/PlotCalls.h"
+#include "host/plots/EarlierPoints.h"
+#include "host/plots/PlotCalls.h"
 
 #include <QDateTime>
 #include <QPointer>

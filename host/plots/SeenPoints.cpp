@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "host/window/graphs/copy/SeenPoints.h"
+#include "host/plots/SeenPoints.h"
 
-#include "host/window/graphs/KeyTime.h"
-#include "host/window/graphs/copy/PlotCopy.h"
+#include "host/plots/KeyTime.h"
+#include "host/plots/PlotCopy.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
