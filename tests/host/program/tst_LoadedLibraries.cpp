@@ -76,6 +76,7 @@ void tst_LoadedLibraries::panelWithAGraphLoadsThePlotLibrary()
     const QByteArray loaded = loadedForPictureOf(write("devices: {a: {device: output_vector}}\n"));
     QVERIFY(hasLoaded(loaded, "libnorvoplotwidgets"));
     QVERIFY(hasLoaded(loaded, "libQCustomPlot"));
+    QVERIFY(hasLoaded(loaded, "libNorvoPlots")); // Its tools.
 }
 
 void tst_LoadedLibraries::panelWithAQmlDeviceLoadsQtQuick()
