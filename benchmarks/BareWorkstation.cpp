@@ -55,8 +55,8 @@ void fillWorkstation(QGridLayout& page)
     page.addWidget(textOf("-", 18), 0, 3);
     page.addWidget(plot(), 1, 0, 1, 2);
     page.addWidget(new QCheckBox("Pause"), 2, 0);
-    page.addWidget(textOf("Received 0 B/s", 16), 2, 1);
-    page.addWidget(textOf("Sent 0 B/s", 16), 2, 2, 1, 2);
+    page.addWidget(textOf("In 0 B/s", 12), 2, 1);
+    page.addWidget(textOf("Out 0 B/s", 12), 2, 2, 1, 2);
 }
 
 } // namespace

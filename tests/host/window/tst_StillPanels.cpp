@@ -127,8 +127,43 @@ class tst_StillPanels : public QObject
     Q_OBJECT
 
 private slots:
+    void nothingMovesOnABusyMachine_data();
+    void nothingMovesOnABusyMachine();
     void nothingMovesForAMinute();
 };
+
+void tst_StillPanels::nothingMovesOnABusyMachine_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("small") << QSize(800, 480);
+    QTest::newRow("medium") << QSize(1280, 800);
+    QTest::newRow("large") << QSize(1920, 1080);
+}
+
+/// The workstation, from no traffic and no load at all to a network and cores that are full.
+void tst_StillPanels::nothingMovesOnABusyMachine()
+{
+    QFETCH(QSize, size);
+    wearLook();
+    const ShownPanel shown(exampleOf("workstation"), size);
+    const auto put = [&shown](const char* id, double value) {
+        QVERIFY(QMetaObject::invokeMethod(shown.panel.device(id), "input", Q_ARG(double, value)));
+    };
+    QVERIFY(
+        QMetaObject::invokeMethod(shown.panel.device("machine"), "setPaused", Q_ARG(bool, true)));
+    for (const char* const id : {"load", "received", "sent", "cpu", "memory"}) {
+        put(id, 0);
+    }
+    QTest::qWait(kFirstMs);
+    const auto before = geometries(shown.window);
+    put("load", 64);
+    put("received", 125e6); // One gigabit a second.
+    put("sent", 125e6);
+    put("cpu", 100);
+    put("memory", 100);
+    QTest::qWait(kFirstMs);
+    QCOMPARE(geometries(shown.window), before);
+}
 
 void tst_StillPanels::nothingMovesForAMinute()
 {
