@@ -38,6 +38,9 @@ endif()
 # Messages carry no source place in any kind of build, so that their text is all there is to them.
 add_compile_definitions(QT_NO_MESSAGELOGCONTEXT)
 
+# Not every compiler does it unasked: what is linked for its headers alone is not loaded.
+add_link_options(-Wl,--as-needed)
+
 if(NORVO_SANITIZE OR NORVO_FUZZ)
     add_compile_definitions(NORVO_SANITIZED)
 endif()
