@@ -5,6 +5,7 @@
 #include "host/window/layout/GridSpan.h"
 
 #include <QGridLayout>
+#include <QLabel>
 #include <QTextEdit>
 #include <QVector>
 #include <QWidget>
@@ -36,6 +37,17 @@ void keepTogether(QGridLayout& grid)
     for (int i = 0; i < columns.size(); ++i) {
         grid.setColumnStretch(i, columns[i].grows && !columns[i].isFixed ? 1 : 0);
     }
+}
+
+/// Of the text that breaks in the widget.
+int lineHeight(const QWidget& widget)
+{
+    for (const QLabel* const label : widget.findChildren<QLabel*>()) {
+        if (label->wordWrap()) {
+            return label->fontMetrics().height();
+        }
+    }
+    return widget.fontMetrics().height();
 }
 
 } // namespace
@@ -111,7 +123,7 @@ int PanelCell::heightForWidth(int width) const
         kept = m_heights.insert(width, -1);
     }
     int need = QWidgetItemV2::heightForWidth(inside);
-    if (*kept < 0 && need < 2 * wid->fontMetrics().height()) { // one line, which may get longer
+    if (*kept < 0 && need < 2 * lineHeight(*wid)) { // one line, which may get longer
         need = QWidgetItemV2::heightForWidth(inside * 4 / 5);
     }
     return keep(*kept, qMax(need, m_parts.leastHeight) + around.top() + around.bottom(), false);

@@ -38,6 +38,8 @@ private slots:
     void captionValueAndUnitStayTogether();
     void nothingMovesWhateverTheValues_data();
     void nothingMovesWhateverTheValues();
+    void textThatNearlyFillsItsLineHasRoomForASecond_data();
+    void textThatNearlyFillsItsLineHasRoomForASecond();
     void cellThatGrewGetsRoomAndStays();
     void whatHasSeveralPartsStandsOnACard();
 
@@ -160,6 +162,42 @@ void tst_PageStillness::nothingMovesWhateverTheValues()
         show(value);
         QCOMPARE(panel.geometries(), before);
     }
+}
+
+void tst_PageStillness::textThatNearlyFillsItsLineHasRoomForASecond_data()
+{
+    QTest::addColumn<int>("points");
+    QTest::newRow("small") << 14;
+    QTest::newRow("large") << 40;
+}
+
+void tst_PageStillness::textThatNearlyFillsItsLineHasRoomForASecond()
+{
+    QFETCH(int, points);
+    const QSize size(800, 120); // no more than what the two need
+    const QFontMetrics metrics(QFont("Arial", points));
+    QString words = "ab";
+    while (metrics.horizontalAdvance(words) < size.width() * 8 / 10) {
+        words += " ab";
+    }
+    LaidOutPanel panel(
+        m_plugins,
+        "devices:\n  text: {device: label, params: {Value: '" + words.toLatin1() +
+            "', widget: {row: 0, fontSize: " + QByteArray::number(points) +
+            "}}}\n  push: {device: button, params: {text: Push, widget: {row: 1}}}\n",
+        size);
+    QVERIFY(panel.isGood());
+    const auto placeOfButton = [&panel] {
+        QTest::qWait(20);
+        return panel.widget("push")->mapTo(panel.page(), QPoint());
+    };
+    const auto* const label = panel.widget("text")->findChild<QLabel*>();
+    QVERIFY(label->heightForWidth(label->width()) < metrics.height() * 3 / 2);
+    const QPoint before = placeOfButton();
+    QMetaObject::invokeMethod(panel.device("text"), "input",
+                              Q_ARG(QString, words + QString(" ab").repeated(words.size() / 9)));
+    QCOMPARE(placeOfButton(), before);
+    QVERIFY(label->heightForWidth(label->width()) > metrics.height() * 3 / 2);
 }
 
 void tst_PageStillness::cellThatGrewGetsRoomAndStays()
