@@ -5,7 +5,6 @@
 #include "host/yaml/Quote.h"
 
 #include <QMap>
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <vector>
@@ -268,16 +267,17 @@ void EntryReader::readRelations(const YamlNode& node)
 
 std::optional<Relation> EntryReader::relationIn(const YamlNode& node)
 {
-    static const QRegularExpression form("^(.+) (<=?) (.+)$");
-    const auto match = form.match(node.text);
-    const ParamWords* const smaller = paramOf(m_type, match.captured(1));
-    const ParamWords* const larger = paramOf(m_type, match.captured(3));
-    if (!smaller || !larger) {
+    const int sign = node.text.lastIndexOf(" <") + 1;
+    const int behind = node.text.indexOf(' ', sign);
+    const QString relation = node.text.mid(sign, behind - sign);
+    const ParamWords* const smaller = paramOf(m_type, node.text.left(sign - 1));
+    const ParamWords* const larger = paramOf(m_type, node.text.mid(behind + 1));
+    if (!smaller || !larger || (relation != "<" && relation != "<=")) {
         problem(node.place, QString("%1 is not a relation of two parameters of %2")
                                 .arg(inQuotes(node.text), m_type.key));
         return std::nullopt;
     }
-    return Relation{smaller->name, larger->name, match.captured(2) == "<=", false};
+    return Relation{smaller->name, larger->name, relation == "<=", false};
 }
 
 } // namespace norvo

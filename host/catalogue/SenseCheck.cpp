@@ -13,7 +13,6 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QImageReader>
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -63,28 +62,47 @@ QString colourError(const QString& text)
                      .arg(inQuotes(text));
 }
 
-/// A format is made of runs of letters that stand for parts of a time; what is in single quotes,
-/// and all that is no letter, stands for itself.
+/// A format is made of runs of a letter each, that stand for parts of a time; what is in single
+/// quotes, and all that is no letter, stands for itself.
+QStringList partsOfTimeFormat(const QString& text)
+{
+    const auto isLetter = [](QChar character) {
+        return character.isLetter() && character.unicode() < 128;
+    };
+    QStringList parts;
+    for (int i = 0; i < text.size();) {
+        int end = i + 1;
+        if (text.at(i) == '\'') {
+            end = qMax(end, text.indexOf('\'', end) + 1);
+        } else if (isLetter(text.at(i))) {
+            while (end < text.size() && text.at(end) == text.at(i)) {
+                ++end;
+            }
+            parts.append(text.mid(i, end - i));
+        }
+        i = end;
+    }
+    return parts;
+}
+
 QString timeFormatError(const QString& text)
 {
-    static const QRegularExpression verbatim("'[^']*'");
-    static const QRegularExpression sameLetters("([A-Za-z])\\1*");
-    static const QRegularExpression known(
-        "^(h{1,2}|H{1,2}|m{1,2}|s{1,2}|z|zzz|AP?|ap?|P|p|t|d{1,4}|M{1,4}|yy|yyyy)$");
-    auto runs = sameLetters.globalMatch(QString(text).remove(verbatim));
-    const bool hasAny = runs.hasNext();
-    while (runs.hasNext()) {
-        const QString part = runs.next().captured();
-        if (!known.match(part).hasMatch()) {
+    static const QSet<QString> known{"h",    "hh", "H",  "HH",  "m",    "mm", "s",   "ss", "z",
+                                     "zzz",  "A",  "a",  "P",   "p",    "t",  "d",   "dd", "ddd",
+                                     "dddd", "M",  "MM", "MMM", "MMMM", "yy", "yyyy"};
+    const QStringList parts = partsOfTimeFormat(text);
+    for (const QString& part : parts) {
+        if (!known.contains(part)) {
             return QString("%1 is not a time format, because of its %2; write one of hh, mm, ss, "
                            "zzz, dd, MM, yyyy for each part, as in \"hh:mm:ss\"")
                 .arg(inQuotes(text), inQuotes(part));
         }
     }
-    return hasAny ? QString()
-                  : QString("%1 is not a time format, because it shows nothing of a time; write, "
-                            "for example, \"hh:mm:ss\"")
-                        .arg(inQuotes(text));
+    return !parts.isEmpty()
+               ? QString()
+               : QString("%1 is not a time format, because it shows nothing of a time; write, "
+                         "for example, \"hh:mm:ss\"")
+                     .arg(inQuotes(text));
 }
 
 QString fileError(const QString& name, ParamKind kind)

@@ -109,12 +109,13 @@ std::unique_ptr<QApplication> Display::open(Kind kind, const QStringList& qtArgu
     return application;
 }
 
-/// Qt looks at what stands in for a family only when that family is not installed.
+/// Qt looks at what stands in for a family only when that family is not installed. For Arial, which
+/// most texts ask for, the system's own settings of fonts name Liberation Sans; named here too, Qt
+/// would search all fonts a second time at each start.
 void Display::substituteFonts()
 {
     for (const auto& [family, replacement] :
-         {std::pair("Digital-7", "DSEG7 Classic"), std::pair("Arial", "Liberation Sans"),
-          std::pair("Courier", "Liberation Mono")}) {
+         {std::pair("Digital-7", "DSEG7 Classic"), std::pair("Courier", "Liberation Mono")}) {
         QFont::insertSubstitution(family, replacement);
     }
 }

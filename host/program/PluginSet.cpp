@@ -75,29 +75,29 @@ void PluginSet::find(const QString& folder)
                                   : "there is no such plug-in folder");
         return;
     }
-    const QStringList names = dir.entryList(QDir::Files, QDir::Name);
-    for (const QString& name : names) {
-        if (QLibrary::isLibrary(name)) {
-            findFile(dir.filePath(name));
+    const QString canonicalFolder = dir.canonicalPath();
+    const QFileInfoList files = dir.entryInfoList(QDir::Files, QDir::Name);
+    for (const QFileInfo& file : files) {
+        if (QLibrary::isLibrary(file.fileName())) {
+            findFile(dir.filePath(file.fileName()), file.isSymLink()
+                                                        ? file.canonicalFilePath()
+                                                        : canonicalFolder + '/' + file.fileName());
         }
     }
 }
 
-void PluginSet::findFile(const QString& file)
+void PluginSet::findFile(const QString& file, const QString& canonical)
 {
-    const QString canonical = QFileInfo(file).canonicalFilePath();
     if (m_seenFiles.contains(canonical)) {
         return;
     }
     m_seenFiles.insert(canonical);
-    if (!QFileInfo(file).isReadable()) {
-        return warn(file, "this file cannot be read");
-    }
     auto loader = std::make_unique<QPluginLoader>(canonical);
     const QJsonObject metaData = loader->metaData();
     if (metaData.isEmpty()) {
-        return warn(file, isSharedLibrary(file) ? "this library is not a plug-in"
-                                                : "this is not a shared library");
+        return warn(file, !QFileInfo(file).isReadable() ? "this file cannot be read"
+                          : isSharedLibrary(file)       ? "this library is not a plug-in"
+                                                        : "this is not a shared library");
     }
     const QString interface = metaData.value("IID").toString();
     if (interface != kInterface) {

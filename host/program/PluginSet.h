@@ -52,7 +52,7 @@ public:
 private:
     struct Found;
 
-    void findFile(const QString& file);
+    void findFile(const QString& file, const QString& canonical);
     bool hasRivals() const; ///< Whether two plug-ins have the same type.
     void load(Found& found);
     void enterTypes(const Found& found);

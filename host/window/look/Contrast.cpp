@@ -6,7 +6,6 @@
 #include <QEvent>
 #include <QLabel>
 #include <QMetaEnum>
-#include <QRegularExpression>
 
 #include <cmath>
 
@@ -25,19 +24,34 @@ double luminance(const QColor& color)
            0.0722 * linear(color.blueF());
 }
 
+bool endsAName(QChar character)
+{
+    return character.isSpace() || character == ';' || character == '{';
+}
+
 /// What a style sheet sets for a property, however the rule is written; empty where nothing.
-QRegularExpression property(const QString& name)
+QString valueOf(const QStringList& names, const QString& styleSheet)
 {
-    return QRegularExpression("(?:^|[;{\\s])" + name + "\\s*:\\s*([^;}]+)");
+    for (int colon = styleSheet.indexOf(':'); colon >= 0;
+         colon = styleSheet.indexOf(':', colon + 1)) {
+        int end = colon;
+        while (end > 0 && styleSheet.at(end - 1).isSpace()) {
+            --end;
+        }
+        int begin = end;
+        while (begin > 0 && !endsAName(styleSheet.at(begin - 1))) {
+            --begin;
+        }
+        if (names.contains(styleSheet.mid(begin, end - begin))) {
+            const QString behind = styleSheet.mid(colon + 1);
+            return behind.left(behind.indexOf(';')).section('}', 0, 0).trimmed();
+        }
+    }
+    return {};
 }
 
-QString valueOf(const QRegularExpression& property, const QString& styleSheet)
-{
-    return property.match(styleSheet).captured(1).trimmed();
-}
-
-const QRegularExpression kGround = property("background(?:-color)?");
-const QRegularExpression kText = property("color");
+const QStringList kGround{"background", "background-color"};
+const QStringList kText{"color"};
 
 /// Invalid where the style sheet names no plain colour. Qt does not tell what it made of one.
 QColor groundOf(const QString& styleSheet)

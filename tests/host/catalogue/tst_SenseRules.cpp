@@ -86,6 +86,7 @@ void tst_SenseRules::soundValuesPass_data()
     row("noon and midnight", "output_graph", "widget/timeFormat: h AP H A h ap a P p");
     row("days to years", "output_graph", "widget/timeFormat: d ddd dddd M MMM MMMM yyyy");
     row("texts in quotes", "output_graph", "widget/timeFormat: \"'of' hh 'o'\"");
+    row("same part before and behind a text", "output_graph", "widget/timeFormat: \"hh'h'hh\"");
     row("relation of equals", "output_digital", "widget/minThreshold: 5, widget/maxThreshold: 5");
     row("relation with a word", "output_with_progress", "minValue: no, maxValue: -5");
 }

@@ -53,8 +53,8 @@ struct ChangingFile : RunningFile
     }
     QByteArray content(const QString& name) const
     {
-        QFile file(folder.filePath(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        QFile written(folder.filePath(name));
+        return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
     }
 };
 

@@ -27,6 +27,8 @@ private slots:
     void captionOfAGraphReads_data();
     void captionOfAGraphReads();
     void colorThatASheetNamesStays();
+    void groundIsFoundInASheet_data();
+    void groundIsFoundInASheet();
     void usualTextComesBackWithTheGround();
 
 private:
@@ -152,6 +154,40 @@ void tst_Contrast::colorThatASheetNamesStays()
     label.setStyleSheet("QLabel { background-color: #333333; color: #444444 }");
     label.show();
     QVERIFY(paintedContrast(label) < 2);
+}
+
+void tst_Contrast::groundIsFoundInASheet_data()
+{
+    QTest::addColumn<QString>("sheet");
+    QTest::addColumn<bool>("isDark");
+    const auto row = [](const char* name, const char* sheet, bool isDark) {
+        QTest::newRow(name) << sheet << isDark;
+    };
+    row("alone", "background: black", true);
+    row("by its longer name", "background-color: black", true);
+    row("in a rule without blanks", "QLabel{background:black}", true);
+    row("with blanks around the colon", "QLabel { background-color : black ; }", true);
+    row("behind another", "border: 1px solid red; background-color: black;", true);
+    row("on a line of its own", "border: none;\nbackground:\n black\n", true);
+    row("behind a state", "QLabel:enabled { background: black }", true);
+    row("where a text has its colour, too", "color: red; background: black", false);
+    row("of what is selected", "selection-background-color: black", false);
+    row("that is a picture", "background-image: none", false);
+    row("in the value of another", "border-image: background", false);
+    row("without a value", "background:", false);
+    row("named and not set", "background", false);
+}
+
+/// A text that the sheet does not colour becomes white on a dark ground.
+void tst_Contrast::groundIsFoundInASheet()
+{
+    QFETCH(QString, sheet);
+    QFETCH(bool, isDark);
+    wear(PanelLook::Theme::Light);
+    QLabel label("text");
+    label.setStyleSheet(sheet);
+    label.show();
+    QCOMPARE(label.palette().color(QPalette::WindowText) == QColor(Qt::white), isDark);
 }
 
 void tst_Contrast::usualTextComesBackWithTheGround()
