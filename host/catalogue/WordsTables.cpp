@@ -51,7 +51,6 @@ WordsTables::WordsTables(const QString& folder, QStringList& problems)
             splitFile(dir.filePath(name), problems);
         }
     }
-    m_generalWords = read(m_general, m_general.text, problems);
 }
 
 void WordsTables::splitFile(const QString& fileName, QStringList& problems)
@@ -121,7 +120,10 @@ void WordsTables::addTo(TypeWords& type, Part part, QStringList& problems) const
         const QByteArray text = part == Part::All ? entry->text : withoutTexts(entry->text);
         EntryReader(entry->file, type, problems).read(*read(*entry, text, problems));
     }
-    if (part == Part::All && m_generalWords) {
+    if (part == Part::All) {
+        if (!m_generalWords) {
+            m_generalWords = read(m_general, m_general.text, problems);
+        }
         EntryReader(m_general.file, type, problems).readGeneral(*m_generalWords);
     }
 }

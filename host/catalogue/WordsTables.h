@@ -42,9 +42,9 @@ private:
     void add(const Entry& entry);
     static YamlNodePtr read(const Entry& entry, const QByteArray& text, QStringList& problems);
 
-    QMap<QString, Entry> m_entries; ///< By type key.
-    Entry m_general;                ///< Of "*"; without text where there is none.
-    YamlNodePtr m_generalWords;     ///< What it says.
+    QMap<QString, Entry> m_entries;     ///< By type key.
+    Entry m_general;                    ///< Of "*"; without text where there is none.
+    mutable YamlNodePtr m_generalWords; ///< What it says; null until it is asked for.
 };
 
 } // namespace norvo
