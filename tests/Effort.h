@@ -29,7 +29,8 @@ private:
 };
 
 /// Time by the clock since the object was made or restarted, and what is left of it without the
-/// time in which the machine did not let the calling thread run: a bound on waiting.
+/// time in which the machine did not let the calling thread run, or its disk kept somebody waiting:
+/// a bound on waiting.
 class OwnTimer
 {
 public:
@@ -62,7 +63,16 @@ private:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
-    /// Waiting of this thread for a processor, and what a virtual machine's host gave to others.
+    /// Time in which somebody waited for the disk; 0 where the system does not count it.
+    static qint64 stalledMs()
+    {
+        // "some", averages, and last "total=" with microseconds.
+        const QByteArray some = content("/proc/pressure/io").split('\n').first();
+        return some.mid(some.lastIndexOf('=') + 1).toLongLong() / 1000;
+    }
+
+    /// Waiting of this thread for a processor, what a virtual machine's host gave to others, and
+    /// waiting for the disk.
     static qint64 lostMs()
     {
         const QList<QByteArray> waits = content("/proc/thread-self/schedstat").split(' ');
@@ -70,7 +80,7 @@ private:
         const qint64 waited = waits.size() > 1 ? waits[1].toLongLong() / 1000000 : 0;
         // "cpu", nothing, and eight counts of which the last is the stolen time.
         const qint64 stolen = ticks.size() > 9 ? ticks[9].toLongLong() : 0;
-        return waited + stolen * 1000 / sysconf(_SC_CLK_TCK);
+        return waited + stolen * 1000 / sysconf(_SC_CLK_TCK) + stalledMs();
     }
 
     QElapsedTimer m_clock;
